@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/Control.h"
+
+#include <atomic>
+
+class QAbstractButton;
+
+namespace platform {
+
+/// A push button, or a check box ("switch"), that sends its action when a person presses and releases it.
+///
+/// A button never takes the focus by a click, so that the field an operator types into keeps it; Tab and the
+/// space bar reach it. A title that does not fit is elided, with the whole title as tool tip.
+/// Thread: the main thread, except state().
+class Button : public Control
+{
+    Q_OBJECT
+public:
+    enum class Type { MomentaryPush = 0, Switch = 3 };
+    enum State { Mixed = -1, Off = 0, On = 1 };
+    /// The platform's numbers; 2 is the regular square bezel.
+    enum class BezelStyle { Rounded = 1, RegularSquare = 2 };
+
+    explicit Button(QWidget *parent = nullptr);
+    explicit Button(const Rect &frame);
+
+    [[nodiscard]] QString title() const { return m_title; }
+    void setTitle(const QString &title);
+    [[nodiscard]] Type buttonType() const { return m_type; }
+    void setButtonType(Type type);
+    [[nodiscard]] BezelStyle bezelStyle() const { return m_bezelStyle; }
+    void setBezelStyle(BezelStyle style) { m_bezelStyle = style; }
+    [[nodiscard]] bool isBordered() const { return m_bordered; }
+    void setBordered(bool bordered) { m_bordered = bordered; }
+    /// Thread: any.
+    [[nodiscard]] State state() const { return static_cast<State>(m_state.load()); }
+    /// Changes the state without sending the action.
+    void setState(State state);
+
+    bool becomeFirstResponder() override;
+    [[nodiscard]] bool isFirstResponder() const override;
+    [[nodiscard]] QWidget *focusTarget() override;
+
+protected:
+    void fontChanged() override;
+    void layout() override;
+
+private:
+    void makeInner();
+    void clicked();
+    void showTitle();
+
+    QAbstractButton *m_inner = nullptr;
+    QString m_title;
+    Type m_type = Type::MomentaryPush;
+    BezelStyle m_bezelStyle = BezelStyle::Rounded;
+    bool m_bordered = true;
+    std::atomic<int> m_state{Off};
+};
+
+} // namespace platform

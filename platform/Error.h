@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+
+namespace platform {
+
+/// Why an operation gave no answer. Operations that can fail take an `Error *` as their last argument, which
+/// may be null when the caller does not want to know; it is written on failure only and otherwise left as it
+/// was. Callers test for presence (isPresent), never for a code.
+///
+/// Thread: a plain value.
+struct Error
+{
+    QString domain;
+    int code = 0;
+    QString localizedDescription;
+
+    [[nodiscard]] bool isPresent() const { return !domain.isEmpty(); }
+    friend bool operator==(const Error &, const Error &) = default;
+};
+
+/// Writes an error where the caller asked for one.
+/// Requires: domain is not empty.
+inline void storeError(Error *error, const QString &domain, int code, const QString &description)
+{
+    if (error)
+        *error = Error{domain, code, description};
+}
+
+} // namespace platform
+
+Q_DECLARE_METATYPE(platform::Error *)

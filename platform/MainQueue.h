@@ -1,0 +1,63 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace platform {
+
+/// The queue of work for the main thread, the one that owns every view. The main thread is the one that runs
+/// the QCoreApplication; the queue serves whenever that thread's event loop runs, or inside drain().
+///
+/// Jobs run in the order in which they were submitted. Built on the standard library's primitives, so that a
+/// thread checker sees every hand-over.
+class MainQueue
+{
+public:
+    using Job = std::function<void()>;
+
+    MainQueue() = delete;
+
+    /// Binds the queue to the calling thread and starts serving. Called once, by the program, after its
+    /// QCoreApplication was made. Requires: a QCoreApplication.
+    static void attach();
+    /// Runs what is left in the queue and stops serving; jobs submitted later are refused (see below).
+    /// Called before the QCoreApplication goes. Requires: the main thread.
+    static void detach();
+
+    [[nodiscard]] static bool isMainThread();
+
+    /// Submits a job and returns at once. Thread: any. A job submitted after detach() is dropped.
+    static void async(Job job);
+
+    /// Runs a job on the main thread and returns when it is done, with its result; an exception from the job
+    /// is thrown here. On the main thread the job runs in place. Thread: any.
+    /// Errors: throws std::runtime_error when the queue does not serve (before attach(), after detach()).
+    template <class Function>
+    static std::invoke_result_t<Function> sync(Function &&function)
+    {
+        using Result = std::invoke_result_t<Function>;
+        if constexpr (std::is_void_v<Result>) {
+            run(Job(std::ref(function)));
+        } else {
+            std::optional<Result> result;
+            run([&] { result.emplace(function()); });
+            return std::move(*result);
+        }
+    }
+
+    /// Runs the jobs that wait, and those that arrive, until the condition holds; for a main thread that has
+    /// to wait for a worker which itself may be waiting for the main thread. Delivers no other events.
+    /// Requires: the main thread; that the condition becomes true by a job of this queue, or that wake() is
+    /// called after it became true.
+    static void drainUntil(const std::function<bool()> &condition);
+    /// Makes drainUntil() look at its condition again. Thread: any.
+    static void wake();
+
+private:
+    static void run(Job job);
+};
+
+} // namespace platform

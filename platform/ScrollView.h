@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/View.h"
+
+class QScrollBar;
+
+namespace platform {
+
+/// Shows a part of a document view that may be larger than itself.
+///
+/// The content view is the window onto the document; the document is a subview of it. The document is never
+/// smaller than the content view: it grows with it, and keeps the size it was given when that is larger.
+/// Scrollers appear where they are allowed and needed, over the document's edge.
+/// Thread: the main thread. Ownership: owns content view and document view.
+class ScrollView : public View
+{
+    Q_OBJECT
+    Q_PROPERTY(bool hasVerticalScroller READ hasVerticalScroller WRITE setHasVerticalScroller)
+    Q_PROPERTY(bool hasHorizontalScroller READ hasHorizontalScroller WRITE setHasHorizontalScroller)
+public:
+    explicit ScrollView(QWidget *parent = nullptr);
+    explicit ScrollView(const Rect &frame);
+
+    [[nodiscard]] View *contentView() const { return m_contentView; }
+    [[nodiscard]] View *documentView() const { return m_documentView; }
+    void setDocumentView(View *document);
+    /// The size that the document asks for; the content view's size where that is larger is used instead.
+    void setDocumentSize(const Size &size);
+
+    [[nodiscard]] bool hasVerticalScroller() const { return m_hasVerticalScroller; }
+    void setHasVerticalScroller(bool has);
+    [[nodiscard]] bool hasHorizontalScroller() const { return m_hasHorizontalScroller; }
+    void setHasHorizontalScroller(bool has);
+    /// Puts the knobs of the scrollers to their beginning (top and left); the document stays where it is, and
+    /// the knobs follow it again when it is next scrolled or resized.
+    void resetScrollers();
+
+    /// Scrolls so that the point of the document (bottom-left origin) is at the content view's upper left
+    /// corner, as far as the document reaches.
+    void scrollToPoint(const Point &point);
+    /// The part of the document that can be seen, in the document's coordinates.
+    [[nodiscard]] Rect documentVisibleRect() const;
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+    void layout() override;
+
+private:
+    void placeDocument();
+    void updateScrollers();
+
+    View *m_contentView = nullptr;
+    QPointer<View> m_documentView;
+    QScrollBar *m_vertical = nullptr;
+    QScrollBar *m_horizontal = nullptr;
+    Size m_wantedSize;
+    Point m_offset; ///< Distance of the visible part from the document's upper left corner.
+    bool m_hasVerticalScroller = false;
+    bool m_hasHorizontalScroller = false;
+};
+
+} // namespace platform

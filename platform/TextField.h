@@ -1,0 +1,93 @@
+#pragma once
+
+#include "platform/Control.h"
+#include "platform/TextFieldCell.h"
+
+#include <memory>
+
+class QLineEdit;
+
+namespace platform {
+
+/// The platform's text alignments, with its numbers.
+enum class TextAlignment { Left = 0, Right = 1, Center = 2, Justified = 3, Natural = 4 };
+
+/// A line of text that can be edited, or a label of one or more lines.
+///
+/// Editable, it holds a QLineEdit (its field editor) inside the rectangle that its cell names; Return sends the
+/// action, and afterwards selects the text that is still there, so that the next entry replaces it. Not
+/// editable, it paints its text, word-wrapped when there is room for more than one line, elided with an ellipsis
+/// (and a tool tip with the whole text) where it does not fit.
+/// A key that arrives at a read-only or disabled field that has the focus travels along the next-responder chain
+/// to the first enabled editable field, which takes the focus and the key.
+///
+/// Thread: the main thread.
+class TextField : public Control
+{
+    Q_OBJECT
+public:
+    explicit TextField(QWidget *parent = nullptr);
+    explicit TextField(const Rect &frame);
+    ~TextField() override;
+
+    [[nodiscard]] QString stringValue() const;
+    /// Replaces the text; the cursor goes to its end. Sends no action.
+    void setStringValue(const QString &text);
+
+    [[nodiscard]] bool isEditable() const { return m_editable; }
+    void setEditable(bool editable);
+    [[nodiscard]] bool isBordered() const { return m_bordered; }
+    void setBordered(bool bordered);
+    [[nodiscard]] bool drawsBackground() const { return m_drawsBackground; }
+    void setDrawsBackground(bool draws);
+    [[nodiscard]] Color backgroundColor() const { return m_backgroundColor; }
+    void setBackgroundColor(const Color &color);
+    [[nodiscard]] Color textColor() const { return m_textColor; }
+    void setTextColor(const Color &color);
+    [[nodiscard]] TextAlignment alignment() const { return m_alignment; }
+    void setAlignment(TextAlignment alignment);
+    /// 0: as many lines as fit.
+    [[nodiscard]] int maximumNumberOfLines() const { return m_maximumNumberOfLines; }
+    void setMaximumNumberOfLines(int lines);
+
+    [[nodiscard]] TextFieldCell &cell() const { return *m_cell; }
+    /// Takes ownership; the field's font goes to the cell. Requires: not null.
+    void setCell(std::unique_ptr<TextFieldCell> cell);
+
+    /// Takes the focus and selects the whole text.
+    void selectText();
+    [[nodiscard]] QString selectedText() const;
+    /// The editor while the field is being edited (it has the focus and is editable), otherwise null.
+    [[nodiscard]] QLineEdit *currentEditor() const;
+
+    bool becomeFirstResponder() override;
+    [[nodiscard]] bool isFirstResponder() const override;
+    [[nodiscard]] QWidget *focusTarget() override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void fontChanged() override;
+    void layout() override;
+    /// Whether a press of the mouse is handled by the field editor; a subclass that decides itself says false.
+    [[nodiscard]] virtual bool editorTakesMouse() const { return true; }
+
+private:
+    void makeEditor();
+    void styleEditor();
+    void endEntry();
+    void paintText(QPainter &painter);
+
+    std::unique_ptr<TextFieldCell> m_cell;
+    QLineEdit *m_editor = nullptr;
+    QString m_text;
+    bool m_editable = false;
+    bool m_bordered = false;
+    bool m_drawsBackground = false;
+    int m_maximumNumberOfLines = 0;
+    Color m_backgroundColor = Color::white();
+    Color m_textColor = Color::black();
+    TextAlignment m_alignment = TextAlignment::Natural;
+};
+
+} // namespace platform

@@ -1,0 +1,157 @@
+#pragma once
+
+#include "platform/Color.h"
+#include "platform/Identifier.h"
+
+#include <QPointF>
+#include <QPointer>
+#include <QRectF>
+#include <QSizeF>
+#include <QWidget>
+
+#include <optional>
+
+namespace platform {
+
+/// Points in the coordinate system of the superview, origin at its bottom left: x() and y() name the lower
+/// left corner. QRectF's own words top and bottom are not used above the toolkit.
+using Point = QPointF;
+using Size = QSizeF;
+using Rect = QRectF;
+
+/// What grows or shrinks when the superview's size changes: the margins and extents whose bits are set share
+/// the difference equally; with none set for an axis the view keeps its distance to the left or lower edge.
+enum AutoresizingMask : unsigned {
+    NotSizable = 0,
+    MinXMargin = 1,
+    WidthSizable = 2,
+    MaxXMargin = 4,
+    MinYMargin = 8,
+    HeightSizable = 16,
+    MaxYMargin = 32,
+};
+
+/// A soft border of light around a view, painted by its superview.
+struct Shadow
+{
+    Color color;
+    double radius = 3.0;
+    Size offset;
+
+    friend bool operator==(const Shadow &, const Shadow &) = default;
+};
+
+/// A rectangle of the window that places its subviews by their frames.
+///
+/// Shapes and units: frames are doubles in points with a bottom-left origin, kept exactly beside the widget and
+/// rounded only when handed to Qt. A view made by Qt Designer's compiler takes its frame from the `frame`
+/// property, not from a geometry.
+/// Thread: the main thread, except where stated.
+/// Ownership: a superview owns its subviews. removeFromSuperview() takes a view out of the tree at once and
+/// deletes it when control returns to the event loop; whoever remembers a view holds a QPointer, and a view
+/// without a superview counts as gone.
+/// Focus: hiding, disabling or removing the view that has the focus leaves nobody with the focus; it never
+/// moves on to another field by itself.
+class View : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QRectF frame READ frame WRITE setFrame)
+    Q_PROPERTY(unsigned autoresizingMask READ autoresizingMask WRITE setAutoresizingMask)
+public:
+    explicit View(QWidget *parent = nullptr);
+    explicit View(const Rect &frame);
+    ~View() override;
+
+    // The tree
+    /// The view that holds this one; null for a root, also when a plain widget holds it.
+    [[nodiscard]] View *superview() const;
+    /// The direct subviews, lowest first.
+    [[nodiscard]] QList<View *> subviews() const;
+    /// Takes ownership and puts the view on top, shown unless it was hidden.
+    void addSubview(View *view);
+    void removeFromSuperview();
+    /// This view or the first view below it, depth first, with the tag; null when there is none.
+    [[nodiscard]] View *viewWithTag(int tag);
+
+    // Geometry
+    [[nodiscard]] Rect frame() const { return m_frame; }
+    void setFrame(const Rect &frame);
+    void setFrameOrigin(const Point &origin);
+    /// The view's own rectangle: origin (0, 0) and the frame's size.
+    [[nodiscard]] Rect bounds() const { return {Point(0.0, 0.0), m_frame.size()}; }
+    [[nodiscard]] unsigned autoresizingMask() const { return m_autoresizingMask; }
+    void setAutoresizingMask(unsigned mask) { m_autoresizingMask = mask; }
+
+    // Identity
+    /// Thread: may be read from any thread once the view is set up and as long as nobody sets it.
+    [[nodiscard]] Identifier identifier() const { return m_identifier; }
+    void setIdentifier(const Identifier &identifier) { m_identifier = identifier; }
+    [[nodiscard]] int tag() const { return m_tag; }
+    void setTag(int tag) { m_tag = tag; }
+
+    // Visibility and look
+    void setHidden(bool hidden);
+    void setEnabled(bool enabled);
+    /// A view that is passed through lets clicks reach what lies below it; it must have no subviews.
+    void setPassesClicksThrough(bool passes);
+    /// Whether the view has a drawing layer of its own (as the platform means it; kept, and asked by no painter).
+    [[nodiscard]] bool wantsLayer() const { return m_wantsLayer; }
+    void setWantsLayer(bool wants) { m_wantsLayer = wants; }
+    /// The colour painted behind the view's content; nothing is painted when absent.
+    [[nodiscard]] std::optional<Color> layerBackgroundColor() const { return m_layerBackgroundColor; }
+    void setLayerBackgroundColor(const std::optional<Color> &color);
+    [[nodiscard]] double cornerRadius() const { return m_cornerRadius; }
+    void setCornerRadius(double radius);
+    /// A layer that clips to its bounds shows no shadow outside them.
+    [[nodiscard]] bool masksToBounds() const { return m_masksToBounds; }
+    void setMasksToBounds(bool masks) { m_masksToBounds = masks; }
+    [[nodiscard]] std::optional<Shadow> shadow() const { return m_shadow; }
+    void setShadow(const std::optional<Shadow> &shadow);
+
+    // Focus
+    /// Asks for the focus; true when the view has it afterwards. A plain view refuses.
+    virtual bool becomeFirstResponder();
+    [[nodiscard]] virtual bool isFirstResponder() const;
+    /// Who gets the events that this view does not use: the one set, otherwise the superview.
+    [[nodiscard]] View *nextResponder() const;
+    void setNextResponder(View *next) { m_nextResponder = next; }
+    /// The responder set explicitly, or null.
+    [[nodiscard]] View *explicitNextResponder() const { return m_nextResponder; }
+    /// Sets the view that Tab goes to from this one.
+    virtual void setNextKeyView(View *next);
+    [[nodiscard]] View *nextKeyView() const { return m_nextKeyView; }
+    /// The widget that has the focus when this view is first responder.
+    [[nodiscard]] virtual QWidget *focusTarget();
+
+signals:
+    /// Sent after the frame has changed, and the subviews' with it.
+    void frameChanged();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    /// Called after the view's size has changed and its subviews were resized.
+    virtual void layout() {}
+
+private:
+    void placeWidget();
+    void resizeSubviews(const Size &oldSize);
+    void resizeWithSuperview(const Size &oldSuperSize, const Size &newSuperSize);
+    void giveUpFocus();
+    void paintShadows(QPainter &painter);
+
+    Rect m_frame;
+    unsigned m_autoresizingMask = NotSizable;
+    Identifier m_identifier;
+    int m_tag = 0;
+    bool m_wantsLayer = false;
+    bool m_masksToBounds = false;
+    bool m_placing = false;
+    double m_cornerRadius = 0.0;
+    std::optional<Color> m_layerBackgroundColor;
+    std::optional<Shadow> m_shadow;
+    QPointer<View> m_nextResponder;
+    QPointer<View> m_nextKeyView;
+};
+
+} // namespace platform
