@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/View.h"
+
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace station {
+
+/// What the simulated operator sees and touches.
+struct OperatorStage
+{
+    /// The window that gets the keys and the mouse, and that pictures are taken of.
+    QPointer<QWidget> window;
+    /// The plug-in's view, in which panels and controls are looked for. It lies in the window.
+    QPointer<platform::View> root;
+    /// The plug-in's context, whose properties a script may ask for.
+    QPointer<QObject> context;
+};
+
+class OperatorRun;
+
+/// A simulated operator: a Lua script on a thread of its own that works the station's window with real key and mouse
+/// events, through the functions of its table `operator` (see OperatorFunctions.h).
+///
+/// Thread: the main thread. Requires: platform::MainQueue is attached and served while the script runs; the stage
+/// outlives the script, or the script fails with a text that says so.
+class OperatorScript
+{
+public:
+    /// Receives whether the script came to its end, and otherwise why not ("file:line: text"). Called once, on the main
+    /// thread, not after the OperatorScript is gone.
+    using Finished = std::function<void(bool ok, const QString &message)>;
+
+    OperatorScript(const QString &path, const OperatorStage &stage, Finished finished);
+    /// Stops the script and returns when its thread has ended; serves the main queue meanwhile.
+    ~OperatorScript();
+    OperatorScript(const OperatorScript &) = delete;
+    OperatorScript &operator=(const OperatorScript &) = delete;
+
+    /// Starts the thread. Called once.
+    void start();
+    /// Ends waits, sleeps and loops of the script, which then fails with "stopped". Thread: any.
+    void stop();
+    [[nodiscard]] bool isFinished() const;
+
+private:
+    std::shared_ptr<OperatorRun> m_run;
+};
+
+} // namespace station
