@@ -1,0 +1,39 @@
+#include "input/EntryRules.h"
+
+#include "plugin/RecordKeys.h"
+
+#include <algorithm>
+
+namespace interactive::entries {
+
+bool hasRequiredLength(const QString &text, const platform::Dictionary &record)
+{
+    const qint64 required = platform::integerValue(record.value(keys::Length));
+    return required <= 0 || text.size() == required;
+}
+
+bool isDuplicate(const QString &text, const platform::Dictionary &record)
+{
+    if (text.isEmpty())
+        return false;
+    for (auto entry = record.cbegin(); entry != record.cend(); ++entry) {
+        if (entry.key() != keys::Length && platform::description(entry.value()) == text)
+            return true;
+    }
+    return false;
+}
+
+platform::Dictionary cleared(const platform::Dictionary &record)
+{
+    const platform::Value length = record.value(keys::Length);
+    return length.isValid() ? platform::Dictionary{{keys::Length, length}} : platform::Dictionary();
+}
+
+bool holdsAnySlot(const platform::Dictionary &record, const platform::Array &slotMapping)
+{
+    return std::any_of(slotMapping.cbegin(), slotMapping.cend(), [&](const platform::Value &slot) {
+        return record.contains(platform::description(slot));
+    });
+}
+
+} // namespace interactive::entries

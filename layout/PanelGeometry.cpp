@@ -1,0 +1,157 @@
+#include "layout/PanelGeometry.h"
+
+#include "platform/LogFormat.h"
+#include "plugin/Messages.h"
+
+#include <algorithm>
+
+namespace interactive {
+
+namespace {
+
+constexpr double ButtonPitch = 96.0;
+
+/// Rows of slots, rounded up.
+quint64 rowsFor(quint64 slotCount, quint64 columns)
+{
+    return (slotCount + columns - 1) / columns;
+}
+
+} // namespace
+
+PanelGeometry::PanelGeometry(PanelKind kind, quint64 slotCount, quint64 columns, double splitViewWidth)
+    : m_kind(kind)
+    , m_columns(columns)
+    , m_rows(rowsFor(slotCount, columns))
+    , m_splitViewWidth(splitViewWidth)
+{}
+
+QString PanelGeometry::whyNotDrawable(quint64 groupCount, quint64 slotCount, quint64 columns,
+                                      const QString &columnText)
+{
+    constexpr auto Largest = static_cast<double>(QWIDGETSIZE_MAX);
+    constexpr auto MostColumns = static_cast<quint64>(Largest / ColumnWidth);
+    if (slotCount == 0)
+        return QLatin1String(messages::NoSlots);
+    if (columns == 0 || columns > MostColumns)
+        return platform::formatMessage(messages::ColumnsDoNotFit, {columnText, MostColumns});
+    const double height = static_cast<double>(rowsFor(slotCount, columns)) * RowHeight + AreaMargin;
+    if (height * static_cast<double>(groupCount) > Largest)
+        return platform::formatMessage(messages::RowsDoNotFit, {groupCount, slotCount, columns});
+    return {};
+}
+
+double PanelGeometry::areaHeight() const
+{
+    return RowHeight * static_cast<double>(m_rows) + AreaMargin;
+}
+
+double PanelGeometry::minimumWidth() const
+{
+    return static_cast<double>(m_columns) * ColumnWidth;
+}
+
+double PanelGeometry::containerWidth() const
+{
+    return std::max(m_splitViewWidth, minimumWidth());
+}
+
+platform::Rect PanelGeometry::container(quint64 groupNumber) const
+{
+    return {0.0, static_cast<double>(groupNumber) * areaHeight(), containerWidth(), areaHeight()};
+}
+
+platform::Rect PanelGeometry::header() const
+{
+    return {8.0, areaHeight() - 27.0, m_splitViewWidth, 25.0};
+}
+
+platform::Rect PanelGeometry::separator() const
+{
+    return {0.0, areaHeight() - 2.0, containerWidth(), 1.0};
+}
+
+platform::Rect PanelGeometry::message() const
+{
+    return {16.0, 16.0, containerWidth() - 20.0, 78.0};
+}
+
+platform::Size PanelGeometry::tile() const
+{
+    return {ColumnWidth, m_kind == PanelKind::Slot ? 110.0 : 64.0};
+}
+
+platform::Rect PanelGeometry::overview() const
+{
+    return {0.0, 0.0, minimumWidth(), static_cast<double>(m_rows) * tile().height() + AreaMargin};
+}
+
+platform::Rect PanelGeometry::overviewScroll() const
+{
+    double y = 0.0;
+    if (m_kind == PanelKind::Group)
+        y = m_rows == 1 ? 30.0 : static_cast<double>(m_rows - 1) * 16.0 + 38.0;
+    return {platform::Point(0.0, y), overview().size()};
+}
+
+platform::Rect PanelGeometry::sharedInput() const
+{
+    return {8.0, 8.0, 250.0 * scale() * 1.5, 25.0};
+}
+
+platform::Rect PanelGeometry::bottomButton(qsizetype i, qsizetype n) const
+{
+    return {containerWidth() - 4.0 - ButtonPitch * static_cast<double>(n - i), 4.0, 80.0, 30.0};
+}
+
+platform::Rect PanelGeometry::box() const
+{
+    return {platform::Point(0.0, 0.0), tile()};
+}
+
+platform::Rect PanelGeometry::caption() const
+{
+    return {4.0, tile().height() - 40.0, 230.0, 20.0};
+}
+
+double PanelGeometry::switchRowY(bool hasSwitches) const
+{
+    return caption().y() - (hasSwitches ? 12.5 : 0.0);
+}
+
+platform::Rect PanelGeometry::captionBesideSwitch(double y, double height) const
+{
+    return {halfWidth(), y, 50.0, height};
+}
+
+platform::Rect PanelGeometry::slotSwitch(double y) const
+{
+    return {halfWidth() + 58.0, y - 4.0, 30.0, 30.0};
+}
+
+platform::Rect PanelGeometry::slotLabel() const
+{
+    return {4.0, rowY(), 50.0, fieldHeight()};
+}
+
+platform::Rect PanelGeometry::slotMessage() const
+{
+    return {4.0, rowY(), 230.0, 40.0};
+}
+
+platform::Rect PanelGeometry::displayField() const
+{
+    return {54.0, 2.0, fieldWidth(), 25.0};
+}
+
+platform::Rect PanelGeometry::entryField() const
+{
+    return {62.0, metricA() + 16.0, fieldWidth(), fieldHeight()};
+}
+
+platform::Rect PanelGeometry::slotButton(qsizetype j, qsizetype n) const
+{
+    return {230.0 - ButtonPitch * static_cast<double>(n - j), 16.0, 80.0 * scale(), 30.0};
+}
+
+} // namespace interactive

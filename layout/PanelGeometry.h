@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/View.h"
+
+#include <QString>
+
+namespace interactive {
+
+/// The two kinds of panel.
+enum class PanelKind {
+    Group, ///< One panel for all slots of a group.
+    Slot,  ///< One panel for the slot of one system, inside its group's band.
+};
+
+/// The frames of a panel and of what stands in it, in points with a bottom-left origin.
+///
+/// Requires: slotCount and columns are not 0 (see whyNotDrawable). Thread: any; a plain value.
+class PanelGeometry
+{
+public:
+    static constexpr double ColumnWidth = 250.0;
+    static constexpr double RowHeight = 110.0;
+    static constexpr double AreaMargin = 16.0;
+
+    PanelGeometry(PanelKind kind, quint64 slotCount, quint64 columns, double splitViewWidth);
+
+    /// Why a station of groups and slots has no panel in these columns that a window could hold; empty when
+    /// it has one.
+    [[nodiscard]] static QString whyNotDrawable(quint64 groupCount, quint64 slotCount, quint64 columns,
+                                                const QString &columnText);
+
+    [[nodiscard]] quint64 rows() const { return m_rows; }
+    [[nodiscard]] double areaHeight() const;
+    [[nodiscard]] double minimumWidth() const;
+    /// The band of a group: the wider of split view and columns, stacked upwards by group number.
+    [[nodiscard]] platform::Rect container(quint64 groupNumber) const;
+    [[nodiscard]] double containerWidth() const;
+
+    [[nodiscard]] platform::Rect header() const;
+    [[nodiscard]] platform::Rect separator() const;
+    [[nodiscard]] platform::Rect message() const;
+    /// The overview's scroll view in the container, and the overview in its content view.
+    [[nodiscard]] platform::Rect overviewScroll() const;
+    [[nodiscard]] platform::Rect overview() const;
+    [[nodiscard]] platform::Size tile() const;
+    [[nodiscard]] platform::Rect sharedInput() const;
+    /// The i-th of n buttons of the bottom row, which is aligned to the right.
+    [[nodiscard]] platform::Rect bottomButton(qsizetype i, qsizetype n) const;
+
+    // Inside a slot's box
+    [[nodiscard]] double scale() const { return m_kind == PanelKind::Slot ? 0.8 : 1.0; }
+    [[nodiscard]] double fieldFontSize() const { return (scale() + 0.2) * 12.0; }
+    [[nodiscard]] double slotButtonFontSize() const { return 16.0 * scale(); }
+    [[nodiscard]] platform::Rect box() const;
+    [[nodiscard]] platform::Rect caption() const;
+    /// Where the caption moves when a switch stands beside it; without a caption the y counts from 0.
+    [[nodiscard]] double switchRowY(bool hasSwitches) const;
+    [[nodiscard]] platform::Rect captionBesideSwitch(double y, double height) const;
+    [[nodiscard]] platform::Rect slotSwitch(double y) const;
+    [[nodiscard]] platform::Rect slotLabel() const;
+    [[nodiscard]] platform::Rect slotMessage() const;
+    /// The field that shows a slot's value on a group panel, and the one that takes it on a slot panel.
+    [[nodiscard]] platform::Rect displayField() const;
+    [[nodiscard]] platform::Rect entryField() const;
+    [[nodiscard]] platform::Rect slotButton(qsizetype j, qsizetype n) const;
+
+private:
+    [[nodiscard]] double metricA() const { return m_kind == PanelKind::Slot ? 34.0 : 4.0; }
+    [[nodiscard]] double metricB() const { return m_kind == PanelKind::Slot ? 180.0 : 162.0; }
+    [[nodiscard]] double rowY() const { return metricA() - 4.0; }
+    [[nodiscard]] double halfWidth() const { return metricB() * 0.5; }
+    [[nodiscard]] double fieldWidth() const { return metricB() - 16.0; }
+    [[nodiscard]] double fieldHeight() const { return 25.0 * scale(); }
+
+    PanelKind m_kind;
+    quint64 m_columns;
+    quint64 m_rows;
+    double m_splitViewWidth;
+};
+
+} // namespace interactive

@@ -1,0 +1,62 @@
+#include "layout/PanelPlan.h"
+
+#include "input/Identifiers.h"
+#include "plugin/Configuration.h"
+
+namespace interactive::plan {
+
+quint64 columns(const platform::Dictionary &config, quint64 current, quint64 slotCount)
+{
+    const qint64 wanted = config::integer(config::Column, config);
+    if (wanted != 0)
+        return static_cast<quint64>(wanted);
+    return current != 0 ? current : slotCount;
+}
+
+double messageFontSize(const platform::Dictionary &config)
+{
+    constexpr double DefaultSize = 15.0;
+    const qint64 size = config::integer(config::MessageFont, config);
+    return size == 0 ? DefaultSize : static_cast<double>(size);
+}
+
+platform::TextAlignment messageAlignment(const platform::Dictionary &config)
+{
+    constexpr quint64 LastAlignment = 4;
+    const QString text = config::text(config::MessageAlignment, config);
+    // Taken unsigned, so that a negative number is none of the alignments.
+    const auto number = static_cast<quint64>(platform::integerValue(text));
+    if (text.isEmpty() || number > LastAlignment)
+        return platform::TextAlignment::Center;
+    return static_cast<platform::TextAlignment>(number);
+}
+
+QString title(const platform::Dictionary &config, const QString &groupName, const platform::Value &slot)
+{
+    const QString given = config::text(config::Title, config);
+    if (!given.isEmpty())
+        return given;
+    return slot.isValid() ? QStringLiteral("%1: %2").arg(groupName, platform::description(slot)) : groupName;
+}
+
+QStringList buttonTitles(const platform::Value &configured, PanelKind kind, bool hasInputs, bool hasSwitches)
+{
+    if (hasSwitches)
+        return {QStringLiteral("Cancel"), QStringLiteral("OK")};
+    if (kind == PanelKind::Group && hasInputs)
+        return {QStringLiteral("Cancel"), QStringLiteral("Clear"), QStringLiteral("OK")};
+    QStringList titles;
+    for (const platform::Value &title : configured.toList())
+        titles.append(platform::description(title));
+    return titles.isEmpty() ? QStringList{QStringLiteral("OK")} : titles;
+}
+
+platform::Identifier buttonIdentifier(const PanelPlan &plan, qsizetype i)
+{
+    const bool isLast = i + 1 == plan.buttons.size();
+    if (isLast && !(plan.hasInputs() && plan.hasSwitches()))
+        return platform::Identifier(identifiers::Pass);
+    return identifiers::indexed(plan.panelKey.text(), i, plan.buttons.at(i));
+}
+
+} // namespace interactive::plan

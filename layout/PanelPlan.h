@@ -1,0 +1,66 @@
+#pragma once
+
+#include "layout/PanelGeometry.h"
+#include "platform/Identifier.h"
+#include "platform/TextField.h"
+#include "platform/Value.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace interactive {
+
+/// What is to be drawn, derived from a configuration before any view is touched.
+///
+/// Thread: made on the calling thread, drawn on the main thread.
+struct PanelPlan
+{
+    PanelKind kind = PanelKind::Group;
+    platform::Identifier panelKey;
+    /// The group's name; "(null)" for a system beyond the mapping, which has no group.
+    platform::Identifier groupName;
+    platform::Value systemIndex; ///< Nothing on a group panel.
+    platform::Value slot;        ///< Nothing on a group panel until its boxes are drawn.
+    quint64 groupNumber = 0;
+    QString title;
+    QString label;
+    QString message;
+    double messageFontSize = 15.0;
+    QString messageColor;
+    platform::TextAlignment messageAlignment = platform::TextAlignment::Center;
+    quint64 columns = 0;
+    platform::Array inputs;
+    qsizetype switchCount = 0;
+    QStringList buttons;
+
+    [[nodiscard]] bool isGroupPanel() const { return kind == PanelKind::Group; }
+    [[nodiscard]] bool hasInputs() const { return !inputs.isEmpty(); }
+    [[nodiscard]] bool hasSwitches() const { return switchCount > 0; }
+    /// Fields are drawn for inputs, but not beside switches.
+    [[nodiscard]] bool hasFields() const { return hasInputs() && !hasSwitches(); }
+};
+
+/// Rules for what a plan takes from a configuration. Thread: any.
+namespace plan {
+
+/// The column count of a panel: the configuration's, else the one in force, else one column a slot.
+[[nodiscard]] quint64 columns(const platform::Dictionary &config, quint64 current, quint64 slotCount);
+[[nodiscard]] double messageFontSize(const platform::Dictionary &config);
+/// "messageAlignment" 0 to 4, centred otherwise.
+[[nodiscard]] platform::TextAlignment messageAlignment(const platform::Dictionary &config);
+/// "title", or the group's name and, when it is known, the slot's.
+[[nodiscard]] QString title(const platform::Dictionary &config, const QString &groupName,
+                            const platform::Value &slot);
+/// The titles of the button row. A group panel with inputs and every panel with switches have buttons of
+/// their own.
+[[nodiscard]] QStringList buttonTitles(const platform::Value &configured, PanelKind kind, bool hasInputs,
+                                       bool hasSwitches);
+/// The identifier of the i-th of n buttons: the last one is "Pass" unless the panel has both inputs and
+/// switches.
+[[nodiscard]] platform::Identifier buttonIdentifier(const PanelPlan &plan, qsizetype i);
+
+} // namespace plan
+
+} // namespace interactive

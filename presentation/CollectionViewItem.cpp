@@ -1,0 +1,30 @@
+#include "presentation/CollectionViewItem.h"
+
+#include "plugin/Log.h"
+#include "plugin/Messages.h"
+#include "presentation/CollectionViewItemView.h"
+
+#include "ui_CollectionViewItem.h"
+
+namespace interactive {
+
+CollectionViewItem *CollectionViewItem::makeFromInterfaceFile()
+{
+    auto view = std::make_unique<CollectionViewItemView>();
+    Ui::CollectionViewItem interface;
+    interface.setupUi(view.get());
+    view->setBox(interface.box);
+
+    auto item = std::make_unique<CollectionViewItem>();
+    item->setBox(interface.box);
+    item->setView(view.release());
+    return item.release();
+}
+
+void CollectionViewItem::setRepresentedObject(const platform::Value &object)
+{
+    platform::CollectionViewItem::setRepresentedObject(object);
+    log::debug(messages::RepresentedObject, {representedObject()});
+}
+
+} // namespace interactive

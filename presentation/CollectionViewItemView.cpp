@@ -1,0 +1,23 @@
+#include "presentation/CollectionViewItemView.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace interactive {
+
+void CollectionViewItemView::paintEvent(QPaintEvent *event)
+{
+    View::paintEvent(event);
+    if (!m_highlighted)
+        return;
+    const QRectF outer(rect());
+    QPainterPath band;
+    band.setFillRule(Qt::OddEvenFill);
+    band.addRect(outer);
+    band.addRect(outer.adjusted(HighlightWidth, HighlightWidth, -HighlightWidth, -HighlightWidth));
+    QPainter painter(this);
+    painter.setClipPath(band);
+    painter.fillRect(outer, platform::Color::label().toQColor());
+}
+
+} // namespace interactive

@@ -1,0 +1,46 @@
+#include "presentation/SystemIndexTransformers.h"
+
+#include "kovan/KovanUIExtension/KVKColorEngine.h"
+
+#include <mutex>
+
+namespace interactive {
+
+namespace {
+
+constexpr double BackgroundOpacity = 0.3;
+
+} // namespace
+
+platform::Value
+SystemIndexToBackgroundColorValueTransformer::transformedValue(const platform::Value &systemIndex) const
+{
+    if (!systemIndex.isValid())
+        return {};
+    const auto color = KVKColorEngine::backgroundColorForIndex(systemIndex);
+    return color ? QVariant::fromValue(color->withAlphaComponent(BackgroundOpacity)) : platform::Value();
+}
+
+platform::Value
+SystemIndexToTextColorValueTransformer::transformedValue(const platform::Value &systemIndex) const
+{
+    if (!systemIndex.isValid())
+        return {};
+    const auto color = KVKColorEngine::textColorForIndex(systemIndex);
+    return color ? QVariant::fromValue(*color) : platform::Value();
+}
+
+void registerSystemIndexTransformers()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        using platform::ValueTransformer;
+        ValueTransformer::setValueTransformer(
+            std::make_shared<SystemIndexToBackgroundColorValueTransformer>(),
+            SystemIndexToBackgroundColorValueTransformer::Name);
+        ValueTransformer::setValueTransformer(std::make_shared<SystemIndexToTextColorValueTransformer>(),
+                                              SystemIndexToTextColorValueTransformer::Name);
+    });
+}
+
+} // namespace interactive
