@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/View.h"
+#include "station/operator/OperatorStage.h"
 
-#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -10,29 +9,18 @@
 
 namespace station {
 
-/// What the simulated operator sees and touches.
-struct OperatorStage
-{
-    /// The window that gets the keys and the mouse, and that pictures are taken of.
-    QPointer<QWidget> window;
-    /// The plug-in's view, in which panels and controls are looked for. It lies in the window.
-    QPointer<platform::View> root;
-    /// The plug-in's context, whose properties a script may ask for.
-    QPointer<QObject> context;
-};
-
 class OperatorRun;
 
-/// A simulated operator: a Lua script on a thread of its own that works the station's window with real key and mouse
-/// events, through the functions of its table `operator` (see OperatorFunctions.h).
+/// A simulated operator: a Lua script on a thread of its own that works the station's window with real key
+/// and mouse events, through the functions of its table `operator` (see OperatorFunctions.h).
 ///
-/// Thread: the main thread. Requires: platform::MainQueue is attached and served while the script runs; the stage
-/// outlives the script, or the script fails with a text that says so.
+/// Thread: the main thread. Requires: platform::MainQueue is attached and served while the script runs; the
+/// stage outlives the script, or the script fails with a text that says so.
 class OperatorScript
 {
 public:
-    /// Receives whether the script came to its end, and otherwise why not ("file:line: text"). Called once, on the main
-    /// thread, not after the OperatorScript is gone.
+    /// Receives whether the script came to its end, and otherwise why not ("file:line: text"). Called once,
+    /// on the main thread, not after the OperatorScript is gone.
     using Finished = std::function<void(bool ok, const QString &message)>;
 
     OperatorScript(const QString &path, const OperatorStage &stage, Finished finished);

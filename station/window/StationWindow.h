@@ -17,12 +17,12 @@ namespace station {
 class LogPane;
 class StatusTable;
 
-/// The station's window: what runs (Run, Stop and a status text above), the status table on the left, the plug-ins'
-/// views in the centre, the log's last lines below.
+/// The station's window: what runs (Run, Stop and a status text above), the status table on the left, the
+/// plug-ins' views in the centre, the log's last lines below.
 ///
-/// The window follows the plug-ins' highlight requests (KVKExtensionStatusRelay) and the log proxy as long as it
-/// lives; there is one of it in a process.
-/// Thread: the main thread. Requires: platform::MainQueue is attached.
+/// The window follows the plug-ins' highlight requests (KVKExtensionStatusRelay) and the log proxy as long as
+/// it lives; there is one of it in a process. Thread: the main thread. Requires: platform::MainQueue is
+/// attached.
 class StationWindow : public QMainWindow
 {
     Q_OBJECT
@@ -30,15 +30,15 @@ public:
     StationWindow(const QString &stationName, const QList<SystemRow> &systems);
     ~StationWindow() override;
 
-    /// Puts a plug-in's view into the centre, with at least the given size; a second and further one get a tab each,
-    /// named by the name. The window takes the view.
+    /// Puts a plug-in's view into the centre, with at least the given size; a second and further one get a
+    /// tab each, named by the name. The window takes the view.
     void addPluginView(const QString &name, platform::View *view, const QSizeF &minimumSize);
 
-    /// Shows how far a system's sequence is; `text` is what stands in its row, the state's own word when empty.
-    /// An unknown index is ignored.
+    /// Shows how far a system's sequence is; `text` is what stands in its row, the state's own word when
+    /// empty. An unknown index is ignored.
     void setSystemState(int systemIndex, SystemState state, const QString &text = {});
-    /// Tells the window that sequences run (Stop can be pressed) or that none does any more (Run can). A window
-    /// that was asked to close meanwhile closes now.
+    /// Tells the window that sequences run (Stop can be pressed) or that none does any more (Run can). A
+    /// window that was asked to close meanwhile closes now.
     void setRunning(bool running);
     [[nodiscard]] bool isRunning() const { return m_running; }
     /// The text beside Run and Stop.
@@ -53,8 +53,8 @@ public:
 signals:
     /// A person wants the sequences to run. Not sent while they do.
     void runRequested();
-    /// A person wants the sequences to end: with Stop, or by closing the window while they run. Sent once for each
-    /// run; the window stays open until setRunning(false).
+    /// A person wants the sequences to end: with Stop, or by closing the window while they run. Sent once for
+    /// each run; the window stays open until setRunning(false).
     void stopRequested();
 
 protected:

@@ -1,0 +1,113 @@
+#include "station/operator/LuaArguments.h"
+
+#include "station/operator/OperatorFailure.h"
+
+#include <lua.hpp>
+
+#include <array>
+
+namespace station {
+namespace {
+
+constexpr const char *TargetForms =
+    "an identifier or a table {panel=..., title=...}, {panel=..., slot=...} or {panel=..., switch=...}";
+
+bool isText(lua_State *state, int index)
+{
+    return lua_type(state, index) == LUA_TSTRING || lua_type(state, index) == LUA_TNUMBER;
+}
+
+} // namespace
+
+void LuaArguments::fail(int position, const char *name, const char *expected) const
+{
+    throw OperatorFailure(QStringLiteral("%1: argument %2 (%3) must be %4, not %5")
+                              .arg(QString::fromLatin1(m_function))
+                              .arg(position)
+                              .arg(QString::fromLatin1(name), QString::fromLatin1(expected),
+                                   QString::fromLatin1(lua_typename(m_state, lua_type(m_state, position)))));
+}
+
+QString LuaArguments::textAt(int index) const
+{
+    // Read from a copy: the conversion of a number would change the value in place.
+    lua_pushvalue(m_state, index);
+    std::size_t length = 0;
+    const char *bytes = lua_tolstring(m_state, -1, &length);
+    const QString text = QString::fromUtf8(bytes, static_cast<qsizetype>(length));
+    lua_pop(m_state, 1);
+    return text;
+}
+
+QString LuaArguments::text(int position, const char *name) const
+{
+    if (!isText(m_state, position))
+        fail(position, name, "a text");
+    return textAt(position);
+}
+
+std::optional<QString> LuaArguments::optionalText(int position, const char *name) const
+{
+    if (lua_isnoneornil(m_state, position))
+        return std::nullopt;
+    return text(position, name);
+}
+
+double LuaArguments::number(int position, const char *name) const
+{
+    if (lua_type(m_state, position) != LUA_TNUMBER)
+        fail(position, name, "a number");
+    return lua_tonumber(m_state, position);
+}
+
+qint64 LuaArguments::integer(int position, const char *name, std::optional<qint64> absent) const
+{
+    if (absent && lua_isnoneornil(m_state, position))
+        return *absent;
+    int isInteger = 0;
+    const lua_Integer value = lua_tointegerx(m_state, position, &isInteger);
+    if (lua_type(m_state, position) != LUA_TNUMBER || isInteger == 0)
+        fail(position, name, "a whole number");
+    return value;
+}
+
+bool LuaArguments::truth(int position) const
+{
+    return lua_toboolean(m_state, position) != 0;
+}
+
+std::optional<QString> LuaArguments::field(int table, const char *key) const
+{
+    lua_pushstring(m_state, key);
+    lua_rawget(m_state, table);
+    std::optional<QString> value;
+    if (isText(m_state, -1))
+        value = textAt(-1);
+    lua_pop(m_state, 1);
+    return value;
+}
+
+ClickTarget LuaArguments::target(int position) const
+{
+    using Kind = ClickTarget::Kind;
+    if (isText(m_state, position))
+        return {Kind::Identifier, {}, textAt(position)};
+    if (lua_type(m_state, position) != LUA_TTABLE)
+        fail(position, "target", TargetForms);
+    const std::optional<QString> panel = field(position, "panel");
+    const std::array<std::pair<const char *, Kind>, 3> names{
+        {{"title", Kind::Title}, {"slot", Kind::Slot}, {"switch", Kind::Switch}}};
+    std::optional<ClickTarget> target;
+    for (const auto &[key, kind] : names) {
+        const std::optional<QString> name = field(position, key);
+        if (name && target)
+            fail(position, "target", TargetForms);
+        if (name)
+            target = ClickTarget{kind, panel.value_or(QString()), *name};
+    }
+    if (!panel || !target)
+        fail(position, "target", TargetForms);
+    return *target;
+}
+
+} // namespace station

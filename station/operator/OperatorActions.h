@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/Value.h"
+#include "station/operator/ClickTarget.h"
+#include "station/operator/LogRing.h"
+#include "station/operator/OperatorStage.h"
+#include "station/operator/OperatorWait.h"
+#include "station/operator/PanelWatch.h"
+
+#include <QSize>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+namespace station {
+
+/// What a simulated operator can do, as its script's functions of the same names do it.
+///
+/// Thread: the script's thread, which blocks while the work is done on the main thread; stop() on any. Not
+/// copyable. Errors: throws OperatorFailure with a text for the script's author.
+class OperatorActions
+{
+public:
+    explicit OperatorActions(const OperatorStage &stage);
+
+    void waitForPanel(const QString &key, double seconds);
+    void waitForPanelGone(const QString &key, double seconds);
+    void type(const QString &text);
+    void click(const ClickTarget &target);
+    /// The tree below the plug-in's view, or below the first view with the identifier; nothing when there is
+    /// none.
+    [[nodiscard]] platform::Value tree(const std::optional<QString> &identifier);
+    [[nodiscard]] platform::Value property(const QString &name);
+    [[nodiscard]] QStringList log(qint64 count) const { return m_log.last(count); }
+    void screenshot(const QString &path);
+    /// The size that the window then has, which is larger when its content needs more.
+    QSize resize(const QSize &size);
+    void sleep(double seconds) { m_wait.sleep(seconds); }
+
+    void stop() { m_wait.stop(); }
+    [[nodiscard]] bool isStopped() const { return m_wait.isStopped(); }
+
+private:
+    [[nodiscard]] platform::View *root() const;
+    [[nodiscard]] QWidget *window() const;
+    void takeWindow();
+    void clickNow(const ClickTarget &target);
+
+    OperatorStage m_stage;
+    OperatorWait m_wait;
+    PanelWatch m_panels; ///< Main thread.
+    LogRing m_log;
+};
+
+} // namespace station

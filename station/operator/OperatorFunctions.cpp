@@ -1,0 +1,167 @@
+#include "station/operator/OperatorFunctions.h"
+
+#include "station/operator/LuaArguments.h"
+#include "station/operator/OperatorActions.h"
+#include "station/operator/OperatorFailure.h"
+#include "station/operator/OperatorLua.h"
+
+#include <lua.hpp>
+
+#include <exception>
+#include <limits>
+
+namespace station {
+namespace {
+
+constexpr qint64 DefaultLogCount = 100;
+constexpr qint64 LargestExtent = 16384;
+
+int waitForPanel(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.waitForPanel");
+    actionsOf(state).waitForPanel(arguments.text(1, "key"), arguments.number(2, "seconds"));
+    return 0;
+}
+
+int waitForPanelGone(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.waitForPanelGone");
+    actionsOf(state).waitForPanelGone(arguments.text(1, "key"), arguments.number(2, "seconds"));
+    return 0;
+}
+
+int type(lua_State *state)
+{
+    actionsOf(state).type(LuaArguments(state, "operator.type").text(1, "text"));
+    return 0;
+}
+
+int scan(lua_State *state)
+{
+    actionsOf(state).type(LuaArguments(state, "operator.scan").text(1, "text") + QLatin1Char('\n'));
+    return 0;
+}
+
+int click(lua_State *state)
+{
+    actionsOf(state).click(LuaArguments(state, "operator.click").target(1));
+    return 0;
+}
+
+int tree(lua_State *state)
+{
+    const auto identifier = LuaArguments(state, "operator.tree").optionalText(1, "identifier");
+    pushValue(state, actionsOf(state).tree(identifier));
+    return 1;
+}
+
+int property(lua_State *state)
+{
+    pushValue(state, actionsOf(state).property(LuaArguments(state, "operator.property").text(1, "name")));
+    return 1;
+}
+
+int log(lua_State *state)
+{
+    const qint64 count = LuaArguments(state, "operator.log").integer(1, "count", DefaultLogCount);
+    platform::Array lines;
+    for (const QString &line : actionsOf(state).log(count))
+        lines.append(line);
+    pushValue(state, lines);
+    return 1;
+}
+
+int screenshot(lua_State *state)
+{
+    actionsOf(state).screenshot(LuaArguments(state, "operator.screenshot").text(1, "path"));
+    return 0;
+}
+
+int extent(const LuaArguments &arguments, int position, const char *name)
+{
+    const qint64 value = arguments.integer(position, name);
+    if (value < 1 || value > LargestExtent)
+        throw OperatorFailure(QStringLiteral("operator.resize: %1 must be from 1 to %2, not %3")
+                                  .arg(QString::fromLatin1(name))
+                                  .arg(LargestExtent)
+                                  .arg(value));
+    return static_cast<int>(value);
+}
+
+int resize(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.resize");
+    const QSize size =
+        actionsOf(state).resize({extent(arguments, 1, "width"), extent(arguments, 2, "height")});
+    lua_pushinteger(state, size.width());
+    lua_pushinteger(state, size.height());
+    return 2;
+}
+
+int sleep(lua_State *state)
+{
+    actionsOf(state).sleep(LuaArguments(state, "operator.sleep").number(1, "seconds"));
+    return 0;
+}
+
+int expect(lua_State *state)
+{
+    const LuaArguments arguments(state, "expect");
+    if (!arguments.truth(1))
+        throw OperatorFailure(
+            arguments.optionalText(2, "text").value_or(QStringLiteral("expectation failed")));
+    return 0;
+}
+
+/// The number of results, or -1 with the text of the failure on the stack.
+int attempt(lua_State *state, lua_CFunction body)
+{
+    try {
+        return body(state);
+    } catch (const std::exception &failure) {
+        lua_pushstring(state, failure.what());
+        return -1;
+    }
+}
+
+/// Lua raises an error by a long jump, which must not pass over C++ objects: the bodies throw, and here,
+/// where none is left, the exception becomes the error.
+template <lua_CFunction body>
+int bound(lua_State *state)
+{
+    const int results = attempt(state, body);
+    if (results >= 0)
+        return results;
+    luaL_where(state, 1);
+    lua_insert(state, -2);
+    lua_concat(state, 2);
+    return lua_error(state);
+}
+
+constexpr luaL_Reg Functions[] = {
+    {"waitForPanel", bound<waitForPanel>},
+    {"waitForPanelGone", bound<waitForPanelGone>},
+    {"type", bound<type>},
+    {"scan", bound<scan>},
+    {"click", bound<click>},
+    {"tree", bound<tree>},
+    {"property", bound<property>},
+    {"log", bound<log>},
+    {"screenshot", bound<screenshot>},
+    {"resize", bound<resize>},
+    {"sleep", bound<sleep>},
+    {nullptr, nullptr},
+};
+
+} // namespace
+
+void registerOperatorFunctions(lua_State *state)
+{
+    lua_newtable(state);
+    luaL_setfuncs(state, Functions, 0);
+    lua_setglobal(state, "operator");
+    lua_pushcfunction(state, bound<expect>);
+    lua_setglobal(state, "expect");
+}
+
+} // namespace station

@@ -1,0 +1,161 @@
+#include "station/operator/OperatorHands.h"
+
+#include "platform/ScrollView.h"
+#include "platform/View.h"
+#include "station/operator/KeyStrokes.h"
+#include "station/operator/OperatorFailure.h"
+#include "station/operator/ViewTree.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QPointingDevice>
+#include <QWidget>
+#include <QWindow>
+
+namespace station {
+namespace {
+
+using platform::Rect;
+using platform::ScrollView;
+using platform::View;
+
+constexpr double ScrollMargin = 8.0;
+
+void sendKey(QWindow *window, QEvent::Type type, const KeyStroke &stroke)
+{
+    QKeyEvent event(type, stroke.key, stroke.modifiers, stroke.text);
+    QCoreApplication::sendEvent(window, &event);
+}
+
+void sendMouse(QWindow *window, QEvent::Type type, const QPoint &position)
+{
+    const bool moves = type == QEvent::MouseMove;
+    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QMouseEvent event(type, position, position, window->mapToGlobal(position),
+                      moves ? Qt::NoButton : Qt::LeftButton, held, Qt::NoModifier,
+                      QPointingDevice::primaryPointingDevice());
+    QCoreApplication::sendEvent(window, &event);
+}
+
+/// The toolkit gives the focus by a click only when the event comes from the window system; this is its rule.
+void giveFocusByClick(QWidget *clicked)
+{
+    for (QWidget *widget = clicked; widget; widget = widget->parentWidget()) {
+        const bool takes = (widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus;
+        if (widget->isEnabled() && takes) {
+            widget->setFocus(Qt::MouseFocusReason);
+            return;
+        }
+        if (widget->isWindow())
+            return;
+    }
+}
+
+/// The view's rectangle in the coordinates of a view around it, bottom-left origin.
+Rect rectIn(const View *around, const View *view)
+{
+    const QPoint corner = view->mapTo(around, QPoint(0, 0));
+    const double height = view->height();
+    return {static_cast<double>(corner.x()), around->height() - corner.y() - height,
+            static_cast<double>(view->width()), height};
+}
+
+/// Where the low end of a visible range of a length must lie, so that it shows the other range.
+double scrolled(double low, double length, double wantedLow, double wantedHigh)
+{
+    if (wantedHigh > low + length)
+        low = wantedHigh - length;
+    return qMin(low, wantedLow);
+}
+
+void scrollIntoSight(ScrollView *scroll, const View *view)
+{
+    const View *document = scroll->documentView();
+    if (!document || !document->isAncestorOf(view))
+        return;
+    const Rect visible = scroll->documentVisibleRect();
+    const Rect wanted = rectIn(document, view);
+    if (visible.contains(wanted))
+        return;
+    const Rect roomy = wanted.adjusted(-ScrollMargin, -ScrollMargin, ScrollMargin, ScrollMargin);
+    const double left = scrolled(visible.x(), visible.width(), roomy.x(), roomy.x() + roomy.width());
+    const double low = scrolled(visible.y(), visible.height(), roomy.y(), roomy.y() + roomy.height());
+    scroll->scrollToPoint({left, low + visible.height()});
+}
+
+void scrollIntoSight(const View *view)
+{
+    for (View *around = view->superview(); around; around = around->superview()) {
+        if (auto *scroll = qobject_cast<ScrollView *>(around))
+            scrollIntoSight(scroll, view);
+    }
+}
+
+} // namespace
+
+OperatorHands::OperatorHands(QWidget *window)
+    : m_window(window)
+{
+    if (!m_window)
+        throw OperatorFailure(QStringLiteral("the station window is gone"));
+    if (!m_window->isVisible() || !m_window->windowHandle())
+        throw OperatorFailure(QStringLiteral("the station window is not shown"));
+}
+
+bool OperatorHands::takeWindow()
+{
+    if (m_window->isActiveWindow())
+        return true;
+    m_window->raise();
+    m_window->activateWindow();
+    return false;
+}
+
+void OperatorHands::type(const QString &text)
+{
+    const QPointer<QWindow> window = m_window->windowHandle();
+    for (const KeyStroke &stroke : keyStrokes(text)) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            if (!window)
+                throw OperatorFailure(QStringLiteral("the station window went while keys were typed"));
+            sendKey(window, type, stroke);
+        }
+    }
+}
+
+void OperatorHands::click(View *view)
+{
+    if (!view->isVisible())
+        throw OperatorFailure(QStringLiteral("it is hidden"));
+    if (!view->isEnabled())
+        throw OperatorFailure(QStringLiteral("it is disabled"));
+    scrollIntoSight(view);
+    requireOperable(view);
+    pressAndRelease(view->mapTo(m_window, view->rect().center()));
+}
+
+void OperatorHands::requireOperable(const View *view) const
+{
+    const QPoint centre = view->mapTo(m_window, view->rect().center());
+    if (!m_window->rect().contains(centre))
+        throw OperatorFailure(QStringLiteral("it lies outside the window"));
+    const QWidget *hit = m_window->childAt(centre);
+    if (hit != view && !view->isAncestorOf(hit))
+        throw OperatorFailure(QStringLiteral("it is covered by %1").arg(widgetText(hit ? hit : m_window)));
+}
+
+void OperatorHands::pressAndRelease(const QPoint &position)
+{
+    const QPointer<QWindow> window = m_window->windowHandle();
+    sendMouse(window, QEvent::MouseMove, position);
+    giveFocusByClick(m_window->childAt(position));
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        if (!window)
+            throw OperatorFailure(QStringLiteral("the station window went during the click"));
+        sendMouse(window, type, position);
+    }
+}
+
+} // namespace station

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+class QPoint;
+class QWidget;
+
+namespace platform {
+class View;
+} // namespace platform
+
+namespace station {
+
+/// The operator's hands on keyboard and mouse: events that enter through the window's native window, so that
+/// the toolkit itself finds the widget that has the focus or lies under the mouse.
+///
+/// Thread: the main thread. Errors: throws OperatorFailure. Requires: the window outlives the hands.
+class OperatorHands
+{
+public:
+    explicit OperatorHands(QWidget *window);
+
+    /// Whether the window is the active one; asks for it when it is not.
+    [[nodiscard]] bool takeWindow();
+    /// Presses and releases the keys that enter the text, one straight after the other.
+    void type(const QString &text);
+    /// Scrolls the view into sight when need be, and presses and releases the mouse's left button on its
+    /// centre. Errors: the view is hidden, disabled, outside the window or covered (by what, the text says).
+    void click(platform::View *view);
+
+private:
+    void requireOperable(const platform::View *view) const;
+    void pressAndRelease(const QPoint &position);
+
+    QWidget *m_window;
+};
+
+} // namespace station

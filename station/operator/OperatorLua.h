@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+struct lua_State;
+
+namespace station {
+
+class OperatorActions;
+
+/// Runs a script in a Lua state of its own, with the standard libraries, the functions of
+/// OperatorFunctions.h, and modules found beside the script. Returns when it has ended.
+///
+/// Thread: the script's. Errors: why it failed, "file:line: text"; nothing when it came to its end.
+[[nodiscard]] std::optional<QString> runOperatorScript(const QString &path, OperatorActions &actions);
+
+/// The actions of the script that runs in the state.
+[[nodiscard]] OperatorActions &actionsOf(lua_State *state);
+
+} // namespace station

@@ -1,0 +1,77 @@
+#include "station/operator/OperatorScript.h"
+
+#include "platform/MainQueue.h"
+#include "station/operator/OperatorActions.h"
+#include "station/operator/OperatorLua.h"
+
+#include <atomic>
+#include <thread>
+#include <utility>
+
+namespace station {
+
+using platform::MainQueue;
+
+/// What the script's thread and the main thread share.
+class OperatorRun
+{
+public:
+    OperatorRun(QString scriptPath, const OperatorStage &stage, OperatorScript::Finished callback)
+        : path(std::move(scriptPath))
+        , actions(stage)
+        , finished(std::move(callback))
+    {}
+
+    const QString path;
+    OperatorActions actions;
+    OperatorScript::Finished finished; ///< Main thread.
+    std::atomic<bool> ended{false};
+    std::thread thread;
+};
+
+namespace {
+
+void runScript(const std::shared_ptr<OperatorRun> &run)
+{
+    const std::optional<QString> error = runOperatorScript(run->path, run->actions);
+    run->ended = true;
+    MainQueue::async([run, error] {
+        // Taken out first: the callback may let go of the script, and with it of the callback.
+        if (const OperatorScript::Finished finished = std::exchange(run->finished, nullptr))
+            finished(!error, error.value_or(QString()));
+    });
+    MainQueue::wake();
+}
+
+} // namespace
+
+OperatorScript::OperatorScript(const QString &path, const OperatorStage &stage, Finished finished)
+    : m_run(std::make_shared<OperatorRun>(path, stage, std::move(finished)))
+{}
+
+OperatorScript::~OperatorScript()
+{
+    stop();
+    m_run->finished = nullptr;
+    if (!m_run->thread.joinable())
+        return;
+    MainQueue::drainUntil([this] { return m_run->ended.load(); });
+    m_run->thread.join();
+}
+
+void OperatorScript::start()
+{
+    m_run->thread = std::thread([run = m_run] { runScript(run); });
+}
+
+void OperatorScript::stop()
+{
+    m_run->actions.stop();
+}
+
+bool OperatorScript::isFinished() const
+{
+    return m_run->ended;
+}
+
+} // namespace station

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "station/window/SystemRow.h"
+
+#include <QColor>
+#include <QStyledItemDelegate>
+
+namespace station {
+
+/// Paints a cell of the status table: the system's colours, a badge for the state, a frame along a
+/// highlighted row.
+///
+/// Thread: the main thread.
+class StatusDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+
+    /// The colour of the frame around a highlighted row.
+    [[nodiscard]] static QColor highlightColor();
+    /// The colour of the badge of a state.
+    [[nodiscard]] static QColor badgeColor(SystemState state);
+};
+
+} // namespace station

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "station/window/StatusModel.h"
+
+#include <QTableView>
+
+namespace station {
+
+/// The status table: a row for each system, painted in the system's colours, its state as a coloured badge,
+/// and a frame around the rows that are highlighted. It never takes the focus, so that a click on it loses no
+/// scan.
+///
+/// Thread: the main thread.
+class StatusTable : public QTableView
+{
+    Q_OBJECT
+public:
+    explicit StatusTable(const QList<SystemRow> &systems, QWidget *parent = nullptr);
+
+    [[nodiscard]] StatusModel *statusModel() const { return m_model; }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+private:
+    void setLook();
+    [[nodiscard]] int columnsWidth() const;
+
+    StatusModel *m_model;
+};
+
+} // namespace station
