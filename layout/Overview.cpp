@@ -76,11 +76,11 @@ void InteractiveView::buildOverview(PanelDrawing &drawing)
 
 void InteractiveView::enlargeDocument(const PanelDrawing &drawing)
 {
-    platform::View *document = m_scrollView->documentView();
-    const platform::Size size = document->frame().size();
+    const platform::View *document = m_scrollView->documentView();
+    const platform::Size asked = m_scrollView->documentSize();
     const double height = drawing.geometry.areaHeight() * static_cast<double>(m_groupCount);
     m_scrollView->setDocumentSize(
-        {std::max(size.width(), drawing.geometry.minimumWidth()), std::max(size.height(), height)});
+        {std::max(asked.width(), drawing.geometry.minimumWidth()), std::max(asked.height(), height)});
     m_scrollView->resetScrollers();
     if (m_splitView->subviews().isEmpty())
         m_scrollView->scrollToPoint({0.0, document->bounds().height()});

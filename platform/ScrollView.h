@@ -26,6 +26,7 @@ public:
     void setDocumentView(View *document);
     /// The size that the document asks for; the content view's size where that is larger is used instead.
     void setDocumentSize(const Size &size);
+    [[nodiscard]] Size documentSize() const { return m_wantedSize; }
 
     [[nodiscard]] bool hasVerticalScroller() const { return m_hasVerticalScroller; }
     void setHasVerticalScroller(bool has);

@@ -6,6 +6,16 @@
 
 namespace interactive {
 
+bool MouseTrackedTextField::event(QEvent *event)
+{
+    // A disabled widget gets no mouse handlers; a press on a field that is switched off is told all the same.
+    if (!isEnabled() && event->type() == QEvent::MouseButtonPress) {
+        mousePressEvent(static_cast<QMouseEvent *>(event));
+        return true;
+    }
+    return platform::TextField::event(event);
+}
+
 void MouseTrackedTextField::mousePressEvent(QMouseEvent *event)
 {
     event->accept();

@@ -27,6 +27,7 @@ public:
     void setParentIdentifier(const platform::Identifier &identifier) { m_parentIdentifier = identifier; }
 
 protected:
+    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     [[nodiscard]] bool editorTakesMouse() const override { return false; }
 
