@@ -48,7 +48,7 @@ void giveFocusByClick(QWidget *clicked)
             widget->setFocus(Qt::MouseFocusReason);
             return;
         }
-        if (widget->isWindow())
+        if (widget->isWindow() || widget->hasFocus())
             return;
     }
 }
