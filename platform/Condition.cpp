@@ -1,0 +1,100 @@
+#include "platform/Condition.h"
+
+#include <algorithm>
+
+namespace platform {
+
+Condition::Place::Place(Condition &condition)
+    : m_condition(condition)
+{
+    const std::lock_guard lock(m_condition.m_mutex);
+    m_number = m_condition.m_nextNumber++;
+    m_condition.m_places.push_back({m_number, State::Waiting});
+}
+
+Condition::Place::~Place()
+{
+    const std::lock_guard lock(m_condition.m_mutex);
+    std::erase_if(m_condition.m_places, [this](const Entry &entry) { return entry.number == m_number; });
+}
+
+Condition::Wake Condition::Place::wait()
+{
+    std::unique_lock lock(m_condition.m_mutex);
+    m_condition.m_changed.wait(lock, [this] { return m_condition.find(m_number)->state != State::Waiting; });
+    return m_condition.find(m_number)->state == State::Signalled ? Wake::Signalled : Wake::Interrupted;
+}
+
+Condition::Entry *Condition::find(std::uint64_t number)
+{
+    const auto found = std::find_if(m_places.begin(), m_places.end(),
+                                    [number](const Entry &entry) { return entry.number == number; });
+    return found == m_places.end() ? nullptr : &*found;
+}
+
+Condition::Entry *Condition::firstWaiting()
+{
+    const auto found = std::find_if(m_places.begin(), m_places.end(),
+                                    [](const Entry &entry) { return entry.state == State::Waiting; });
+    return found == m_places.end() ? nullptr : &*found;
+}
+
+void Condition::signal()
+{
+    const std::lock_guard lock(m_mutex);
+    if (Entry *entry = firstWaiting()) {
+        entry->state = State::Signalled;
+        // All share one variable: whose place it is finds out for itself.
+        m_changed.notify_all();
+    }
+}
+
+void Condition::signal(const Ticket &ticket)
+{
+    if (ticket.kind != Ticket::Kind::Pending)
+        return;
+    const std::lock_guard lock(m_mutex);
+    Entry *entry = find(ticket.number);
+    if (entry && entry->state == State::Waiting) {
+        entry->state = State::Signalled;
+        m_changed.notify_all();
+    }
+}
+
+void Condition::interruptAll()
+{
+    const std::lock_guard lock(m_mutex);
+    for (Entry &entry : m_places) {
+        if (entry.state == State::Waiting)
+            entry.state = State::Interrupted;
+    }
+    m_changed.notify_all();
+}
+
+Condition::Ticket Condition::ticket()
+{
+    const std::lock_guard lock(m_mutex);
+    Ticket ticket;
+    if (m_places.empty())
+        return ticket;
+    if (const Entry *entry = firstWaiting()) {
+        ticket.kind = Ticket::Kind::Pending;
+        ticket.number = entry->number;
+    } else {
+        ticket.kind = Ticket::Kind::Ended;
+    }
+    return ticket;
+}
+
+bool Condition::accepts(const Ticket &ticket)
+{
+    const std::lock_guard lock(m_mutex);
+    if (ticket.kind == Ticket::Kind::Unwaited)
+        return m_places.empty();
+    if (ticket.kind == Ticket::Kind::Ended)
+        return false;
+    const Entry *entry = find(ticket.number);
+    return entry && entry->state == State::Waiting;
+}
+
+} // namespace platform
