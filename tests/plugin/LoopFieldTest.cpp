@@ -1,0 +1,173 @@
+#include "platform/Button.h"
+#include "platform/TextField.h"
+#include "presentation/MouseTrackedTextField.h"
+#include "presentation/VerticallyCenteredTextFieldCell.h"
+#include "tests/support/PluginFixture.h"
+
+#include <QLineEdit>
+
+using platform::Color;
+using platform::Dictionary;
+using platform::Font;
+using platform::Rect;
+using platform::TextField;
+
+namespace {
+
+/// The "Loop:" caption and its number field in the corner of the plug-in's view.
+class LoopFieldTest : public testsupport::PluginFixture
+{
+protected:
+    TextField *caption()
+    {
+        for (platform::View *view : plugin().rootView()->subviews()) {
+            auto *label = qobject_cast<TextField *>(view);
+            if (label && label->stringValue() == "Loop:")
+                return label;
+        }
+        return nullptr;
+    }
+
+    Dictionary loopRecord() { return plugin().savedData().value("Loop").toMap(); }
+
+    /// What an operator does who wants another number of passes.
+    void enter(const QString &text)
+    {
+        click(plugin().loopNumberField());
+        plugin().loopNumberField()->selectText();
+        scan(text);
+    }
+};
+
+TEST_F(LoopFieldTest, TheCaptionStandsInTheTopLeftCorner)
+{
+    TextField *label = caption();
+    ASSERT_NE(label, nullptr);
+    const double height = plugin().rootView()->bounds().height();
+    EXPECT_EQ(label->frame(), Rect(16.0, height - 30.0, 80.0, 22.5));
+    EXPECT_EQ(label->font(), Font::system(12.0));
+    EXPECT_FALSE(label->isBordered());
+    EXPECT_FALSE(label->isEditable());
+    EXPECT_EQ(label->autoresizingMask(), 12U);
+    EXPECT_TRUE(label->drawsBackground());
+    EXPECT_EQ(label->backgroundColor(), Color::clear());
+}
+
+TEST_F(LoopFieldTest, TheNumberFieldStandsBesideItAndShowsZero)
+{
+    TextField *field = plugin().loopNumberField();
+    ASSERT_NE(qobject_cast<interactive::MouseTrackedTextField *>(field), nullptr);
+    const double height = plugin().rootView()->bounds().height();
+    EXPECT_EQ(field->frame(), Rect(80.0, height - 26.0, 80.0, 22.5));
+    EXPECT_EQ(field->superview(), plugin().rootView());
+    EXPECT_EQ(field->stringValue(), "0");
+    EXPECT_EQ(field->identifier().text(), "Loop");
+    EXPECT_EQ(field->font(), Font::system(12.0));
+    EXPECT_TRUE(field->isBordered());
+    EXPECT_TRUE(field->isEditable());
+    EXPECT_EQ(field->autoresizingMask(), 12U);
+    EXPECT_TRUE(field->drawsBackground());
+    EXPECT_EQ(field->backgroundColor(), Color::white());
+    EXPECT_EQ(field->target(), &plugin());
+    EXPECT_EQ(field->actionSelector(), "configLoop:");
+}
+
+TEST_F(LoopFieldTest, TheNumberFieldHasABezeledVerticallyCenteredCell)
+{
+    const platform::TextFieldCell &cell = plugin().loopNumberField()->cell();
+    EXPECT_NE(dynamic_cast<const interactive::VerticallyCenteredTextFieldCell *>(&cell), nullptr);
+    EXPECT_TRUE(cell.isBezeled());
+    EXPECT_EQ(static_cast<int>(cell.bezelStyle()), 0);
+}
+
+TEST_F(LoopFieldTest, BothKeepTheirDistanceToTheTopLeftCornerWhenTheWindowGrows)
+{
+    start();
+    window().resize(1400, 900);
+    window().layout()->activate();
+    EXPECT_EQ(caption()->frame(), Rect(16.0, 870.0, 80.0, 22.5));
+    EXPECT_EQ(plugin().loopNumberField()->frame(), Rect(80.0, 874.0, 80.0, 22.5));
+}
+
+TEST_F(LoopFieldTest, TypingANumberSetsTheMaximumAndTurnsLoopModeOn)
+{
+    plugin().setSavedData({{"Loop", Dictionary{{"LoopMax", 9}, {"LoopCount_0", 4}, {"LoopCount_1", 2}}}});
+    enter("5");
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 5}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
+    EXPECT_TRUE(plugin().isLoopEnabled());
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "-[InteractiveView configLoop:]: viewIdentifier Loop value: 5"));
+}
+
+TEST_F(LoopFieldTest, TypingNoNumberGivesZeroAndTurnsLoopModeOff)
+{
+    enter("5");
+    enter("abc");
+    EXPECT_EQ(loopRecord().value("LoopMax"), platform::Value(0));
+    EXPECT_FALSE(plugin().isLoopEnabled());
+    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "abc");
+}
+
+TEST_F(LoopFieldTest, LoopModeIsOnFromTwoPasses)
+{
+    enter("2");
+    EXPECT_TRUE(plugin().isLoopEnabled());
+    enter("1");
+    EXPECT_FALSE(plugin().isLoopEnabled());
+    enter("-3");
+    EXPECT_FALSE(plugin().isLoopEnabled());
+}
+
+TEST_F(LoopFieldTest, WhatElseTheLoopRecordHoldsStays)
+{
+    plugin().setSavedData({{"Loop", Dictionary{{"Operator", "N. N."}}}, {"G1", Dictionary{{"S1", "A"}}}});
+    enter("2");
+    EXPECT_EQ(loopRecord().value("Operator"), platform::Value("N. N."));
+    EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}}));
+}
+
+TEST_F(LoopFieldTest, AfterTheEntryTheInsertionPointStandsBehindTheNumber)
+{
+    start();
+    TextField *field = plugin().loopNumberField();
+    field->selectText();
+    type("12");
+    ASSERT_NE(field->currentEditor(), nullptr);
+    plugin().configLoop(field);
+    EXPECT_EQ(field->selectedText(), "");
+    EXPECT_EQ(field->currentEditor()->cursorPosition(), 2);
+}
+
+TEST_F(LoopFieldTest, AnotherSenderIsRefused)
+{
+    start();
+    expectErrors();
+    platform::Button button;
+    plugin().configLoop(&button);
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
+                                               "<Button: (null)>"));
+    EXPECT_FALSE(plugin().savedData().contains("Loop"));
+}
+
+TEST_F(LoopFieldTest, APlainTextFieldIsRefusedToo)
+{
+    start();
+    expectErrors();
+    TextField plain;
+    plain.setIdentifier(platform::Identifier("Loop"));
+    plain.setStringValue("3");
+    plugin().configLoop(&plain);
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
+                                               "<TextField: Loop>"));
+    EXPECT_FALSE(plugin().isLoopEnabled());
+}
+
+TEST_F(LoopFieldTest, NoSenderIsRefusedToo)
+{
+    start();
+    expectErrors();
+    plugin().configLoop(nullptr);
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: (null)"));
+}
+
+} // namespace

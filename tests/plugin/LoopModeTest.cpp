@@ -1,0 +1,214 @@
+#include "platform/TextField.h"
+#include "tests/support/PluginFixture.h"
+
+#include <stdexcept>
+#include <vector>
+
+using platform::Array;
+using platform::Dictionary;
+using platform::Error;
+using platform::Value;
+
+namespace {
+
+/// Loop mode as a sequence sees it: setLoop, getLoopConfig and isLoopFinished.
+class LoopModeTest : public testsupport::PluginFixture
+{
+protected:
+    Value setLoop(const Value &maximum)
+    {
+        interactive::InteractiveView &target = plugin();
+        return onSequencer([&target, maximum](Error *error) { return target.setLoop(maximum, error); }).result();
+    }
+
+    Value isLoopFinished(const Value &group)
+    {
+        interactive::InteractiveView &target = plugin();
+        return onSequencer([&target, group](Error *error) { return target.isLoopFinished(group, error); }).result();
+    }
+
+    Dictionary loopRecord() { return plugin().savedData().value("Loop").toMap(); }
+};
+
+TEST_F(LoopModeTest, WithoutALoopTheConfigurationIsEmpty)
+{
+    Error error;
+    EXPECT_EQ(plugin().getLoopConfig(&error), Dictionary());
+    EXPECT_FALSE(error.isPresent());
+    EXPECT_FALSE(plugin().savedData().contains("Loop"));
+}
+
+TEST_F(LoopModeTest, TheConfigurationIsTheLoopRecord)
+{
+    setLoop(3);
+    EXPECT_EQ(plugin().getLoopConfig(nullptr), (Dictionary{{"LoopMax", 3}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
+    EXPECT_EQ(plugin().getLoopConfig(nullptr), loopRecord());
+}
+
+TEST_F(LoopModeTest, WithoutALoopAGroupIsFinishedAtOnceAndItsAnswersGo)
+{
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
+    EXPECT_EQ(isLoopFinished(0), Value(1));
+    EXPECT_EQ(plugin().savedData(), (Dictionary{{"G2", Dictionary{{"S1", "B"}}}}));
+}
+
+TEST_F(LoopModeTest, ThreePassesAreTwoMoreAndThenTheEnd)
+{
+    setLoop(3);
+    const Dictionary answers{{"S1", "A"}};
+    Dictionary data = plugin().savedData();
+    data.insert("G1", answers);
+    plugin().setSavedData(data);
+
+    EXPECT_EQ(isLoopFinished(0), Value(0));
+    EXPECT_EQ(loopRecord().value("LoopCount_0"), Value(1));
+    EXPECT_EQ(isLoopFinished(0), Value(0));
+    EXPECT_EQ(loopRecord().value("LoopCount_0"), Value(2));
+    EXPECT_EQ(record("G1"), answers);
+    EXPECT_EQ(isLoopFinished(0), Value(1));
+    EXPECT_EQ(loopRecord().value("LoopCount_0"), Value(3));
+    EXPECT_FALSE(plugin().savedData().contains("G1"));
+}
+
+TEST_F(LoopModeTest, TheCountIsNotResetAtTheEnd)
+{
+    setLoop(3);
+    for (int i = 0; i < 3; ++i)
+        isLoopFinished(0);
+    EXPECT_EQ(isLoopFinished(0), Value(1));
+    EXPECT_EQ(loopRecord().value("LoopCount_0"), Value(4));
+}
+
+TEST_F(LoopModeTest, EachGroupHasACountOfItsOwn)
+{
+    setLoop(2);
+    EXPECT_EQ(isLoopFinished(0), Value(0));
+    EXPECT_EQ(isLoopFinished(1), Value(0));
+    EXPECT_EQ(isLoopFinished(1), Value(1));
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 2}, {"LoopCount_0", 1}, {"LoopCount_1", 2}}));
+}
+
+TEST_F(LoopModeTest, OnePassLeavesLoopModeOffAndIsFinishedAtTheFirstQuestion)
+{
+    EXPECT_EQ(setLoop(1), Value(1));
+    EXPECT_EQ(loopRecord().value("LoopMax"), Value(1));
+    EXPECT_FALSE(plugin().isLoopEnabled());
+    EXPECT_EQ(isLoopFinished(0), Value(1));
+}
+
+TEST_F(LoopModeTest, TwoPassesTurnLoopModeOn)
+{
+    EXPECT_EQ(setLoop(2), Value(1));
+    EXPECT_TRUE(plugin().isLoopEnabled());
+    setLoop(0);
+    EXPECT_FALSE(plugin().isLoopEnabled());
+}
+
+TEST_F(LoopModeTest, SettingTheLoopResetsAllCountsAndShowsTheNumber)
+{
+    setLoop(5);
+    isLoopFinished(0);
+    isLoopFinished(1);
+    isLoopFinished(1);
+    EXPECT_EQ(setLoop(3), Value(1));
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 3}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
+    EXPECT_TRUE(plugin().isLoopEnabled());
+    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "3");
+}
+
+TEST_F(LoopModeTest, AWholeDecimalNumberIsShownAndReadAsTheInteger)
+{
+    setLoop(3.0);
+    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "3");
+    EXPECT_EQ(loopRecord().value("LoopMax"), Value(3));
+}
+
+TEST_F(LoopModeTest, SettingTheLoopNeverGivesAnError)
+{
+    interactive::InteractiveView &target = plugin();
+    auto &call = onSequencer([&target](Error *error) { return target.setLoop(-4, error); });
+    EXPECT_EQ(call.result(), Value(1));
+    EXPECT_FALSE(call.error().isPresent());
+    EXPECT_EQ(loopRecord().value("LoopMax"), Value(-4));
+    EXPECT_FALSE(plugin().isLoopEnabled());
+}
+
+TEST_F(LoopModeTest, BeforeTheViewIsLoadedThereIsNothingToSet)
+{
+    interactive::InteractiveView unloaded;
+    EXPECT_EQ(unloaded.setLoop(3, nullptr), Value(0));
+}
+
+TEST_F(LoopModeTest, ASettingOfTheLoopIsLoggedByTheFieldsAction)
+{
+    setLoop(3);
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "-[InteractiveView configLoop:]: viewIdentifier Loop value: 3"));
+}
+
+TEST_F(LoopModeTest, AQuestionForTheEndIsLoggedWithAllAnswers)
+{
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}}});
+    isLoopFinished(0);
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, "-[InteractiveView isLoopFinished:error:]: data: "
+                                               "{G1 = {S1 = A; clickedButton = Pass}}"));
+}
+
+TEST_F(LoopModeTest, ARecordWithoutAMaximumIsFinishedAndKeepsItsCounts)
+{
+    plugin().setSavedData({{"Loop", Dictionary{{"LoopCount_0", 2}}}, {"G1", Dictionary{{"S1", "A"}}}});
+    EXPECT_EQ(isLoopFinished(0), Value(1));
+    EXPECT_EQ(plugin().savedData(), (Dictionary{{"Loop", Dictionary{{"LoopCount_0", 2}}}}));
+}
+
+TEST_F(LoopModeTest, AGroupWithoutACountBeginsAtZero)
+{
+    plugin().setSavedData({{"Loop", Dictionary{{"LoopMax", 2}}}});
+    EXPECT_EQ(isLoopFinished(1), Value(0));
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 2}, {"LoopCount_1", 1}}));
+}
+
+TEST_F(LoopModeTest, TheEndOfAGroupThatDoesNotExistIsARangeException)
+{
+    interactive::InteractiveView &target = plugin();
+    const QString text = onSequencer([&target](Error *error) { return target.isLoopFinished(7, error); })
+                             .thrown<std::out_of_range>();
+    EXPECT_TRUE(text.contains("7")) << text.toStdString();
+}
+
+TEST_F(LoopModeTest, NoPassIsLostWhenTheSequencesOfAllGroupsAskAtTheSameMoment)
+{
+    setLoop(100000);
+    interactive::InteractiveView &target = plugin();
+    std::vector<testsupport::SequencerCall *> calls;
+    for (int i = 0; i < 8; ++i) {
+        calls.push_back(&onSequencer([&target, i](Error *error) {
+            for (int pass = 0; pass < 200; ++pass)
+                target.isLoopFinished(i % 2, error);
+            return Value(true);
+        }));
+    }
+    for (testsupport::SequencerCall *call : calls)
+        EXPECT_EQ(call->result(), Value(true));
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 100000}, {"LoopCount_0", 800}, {"LoopCount_1", 800}}));
+}
+
+TEST_F(LoopModeTest, ALoopOfThreePassesAsksTheOperatorOnce)
+{
+    setLoop(3);
+    interactive::InteractiveView &target = plugin();
+    auto &sequence = onSequencer([&target](Error *error) {
+        Array answers;
+        do {
+            answers.append(target.showGroupView(0, {{"input", Array{"S1"}}}, error).toMap().value("S1"));
+        } while (target.isLoopFinished(0, error) == Value(0));
+        return Value(answers);
+    });
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    press("G1", "OK");
+    EXPECT_EQ(sequence.result(), Value(Array{"A", "A", "A"}));
+    EXPECT_EQ(timesLoggedFrom("Entered: "), 1);
+    EXPECT_FALSE(plugin().savedData().contains("G1"));
+}
+
+} // namespace

@@ -1,0 +1,237 @@
+#include "kovan/KovanLogging/KVKLogging.h"
+#include "platform/Button.h"
+#include "platform/MainQueue.h"
+#include "platform/SplitView.h"
+#include "platform/TextField.h"
+#include "tests/support/PluginFixture.h"
+#include "tests/support/Wait.h"
+
+#include <stdexcept>
+
+using platform::Array;
+using platform::Dictionary;
+using platform::Value;
+
+namespace {
+
+const QString called = QStringLiteral("Called: -[InteractiveView showInteractiveView:systemIndex:config:error:]");
+const QString method = QStringLiteral("-[InteractiveView showInteractiveView:systemIndex:config:error:]");
+const Dictionary question{{"button", Array{"No", "Yes"}}};
+
+/// What a show call does from its entry until the operator sees the panel.
+class ShowCallTest : public testsupport::PluginFixture
+{
+};
+
+TEST_F(ShowCallTest, TheCallForASystemIsLoggedWithItsIndexAndConfiguration)
+{
+    showView(3, {{"input", Array{"SN"}}, {"length", 8}});
+    ASSERT_TRUE(waitForPanel("3"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Default, called + ", systemIndex: 3, config: {input = (SN); length = 8}"));
+}
+
+TEST_F(ShowCallTest, TheCallForAGroupIsLoggedWithoutASystemIndex)
+{
+    showGroup(1, {{"input", Array{"S1", "S2"}}});
+    ASSERT_TRUE(waitForPanel("G2"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, called + ", systemIndex: (null), config: {input = (S1, S2)}"));
+}
+
+TEST_F(ShowCallTest, AGroupsPanelIsKeyedByTheGroupOfThatNumberAmongTheDistinctOnes)
+{
+    station.systemGroups = Array{"B", "B", "A", "A"};
+    station.systemSlots = Array{"S1", "S2", "S1", "S2"};
+    showGroup(1, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("A"));
+    EXPECT_FALSE(isOpen("B"));
+    EXPECT_TRUE(panel("A")->identifier().isSameInstance(plugin().panelKey("A")));
+}
+
+TEST_F(ShowCallTest, ASystemsPanelIsKeyedByTheDigitsOfItsIndex)
+{
+    showView(5.0, question);
+    ASSERT_TRUE(waitForPanel("5"));
+    EXPECT_TRUE(panel("5")->identifier().isSameInstance(plugin().panelKey("5")));
+    EXPECT_TRUE(plugin().savedData().contains("5"));
+}
+
+TEST_F(ShowCallTest, AGroupNumberBeyondTheGroupsIsARangeException)
+{
+    const QString text = showGroup(7, {{"input", Array{"S1"}}}).thrown<std::out_of_range>();
+    EXPECT_TRUE(text.contains("7")) << text.toStdString();
+    EXPECT_TRUE(text.contains("1") || text.contains("2")) << text.toStdString();
+}
+
+TEST_F(ShowCallTest, ANegativeGroupNumberIsARangeException)
+{
+    EXPECT_TRUE(showGroup(-1, {{"input", Array{"S1"}}}).thrown<std::out_of_range>().contains("-1"));
+}
+
+TEST_F(ShowCallTest, ASystemIndexBeyondTheMappingStillGetsItsPanelKey)
+{
+    auto &call = showView(99, {{"input", Array{"SN"}}, {"length", 4}});
+    ASSERT_TRUE(testsupport::waitUntil([&] { return record("99").contains("length"); }));
+    EXPECT_EQ(record("99"), (Dictionary{{"length", 4}}));
+    EXPECT_FALSE(call.finished());
+    ASSERT_TRUE(testsupport::waitUntil([&] { return !highlights.empty(); }));
+    EXPECT_EQ(highlights.front(), Highlight(99, true));
+}
+
+TEST_F(ShowCallTest, EnablesTheGroupsButton)
+{
+    groupButton("G1")->setEnabled(false);
+    groupButton("G2")->setEnabled(false);
+    showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_TRUE(groupButton("G1")->isEnabled());
+    EXPECT_FALSE(groupButton("G2")->isEnabled());
+}
+
+TEST_F(ShowCallTest, ASystemsCallLeavesItsGroupsButtonAlone)
+{
+    groupButton("G1")->setEnabled(false);
+    showView(0, question);
+    ASSERT_TRUE(waitForPanel("0"));
+    EXPECT_FALSE(groupButton("G1")->isEnabled());
+}
+
+TEST_F(ShowCallTest, HidesWhatIsThereOfAGroupThatIsOffBeforeItIsTakenAway)
+{
+    ASSERT_TRUE(showGroup(0, {{"message", "Load the fixture"}}).waitUntilFinished());
+    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    QPointer<platform::View> message = panel("G1");
+    ASSERT_TRUE(message && !message->isHidden());
+
+    bool hiddenInPlace = false;
+    showGroup(0, {{"input", Array{"S1"}}});
+    platform::MainQueue::drainUntil([&] {
+        hiddenInPlace = hiddenInPlace || (message && message->superview() && message->isHidden());
+        return hiddenInPlace || !message || !message->superview();
+    });
+    EXPECT_TRUE(hiddenInPlace);
+}
+
+TEST_F(ShowCallTest, DoesNotHideWhatIsThereOfAGroupThatIsOn)
+{
+    ASSERT_TRUE(showGroup(0, {{"message", "Load the fixture"}}).waitUntilFinished());
+    QPointer<platform::View> message = panel("G1");
+    ASSERT_TRUE(message);
+    bool hiddenInPlace = false;
+    showGroup(0, {{"input", Array{"S1"}}});
+    platform::MainQueue::drainUntil([&] {
+        hiddenInPlace = hiddenInPlace || (message && message->superview() && message->isHidden());
+        return hiddenInPlace || !message || !message->superview();
+    });
+    EXPECT_FALSE(hiddenInPlace);
+}
+
+TEST_F(ShowCallTest, ThePanelOfAGroupThatIsOffIsDrawnAllTheSame)
+{
+    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    showGroup(0, {{"input", Array{"S1"}}});
+    EXPECT_TRUE(waitForPanel("G1"));
+}
+
+TEST_F(ShowCallTest, TakesTheEarlierPanelOfItsKeyAway)
+{
+    ASSERT_TRUE(showGroup(0, {{"message", "Load the fixture"}}).waitUntilFinished());
+    QPointer<platform::View> message = panel("G1");
+    ASSERT_TRUE(message);
+    showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_TRUE(!message || !message->superview());
+    EXPECT_EQ(plugin().splitView()->subviews().size(), 1);
+}
+
+TEST_F(ShowCallTest, LogsLoopModeAndWhatThereIsToAskFor)
+{
+    showView(0, {{"input", Array{"SN"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, method + ": 0, 0, 1"));
+}
+
+TEST_F(ShowCallTest, LogsThatThereIsNothingButButtons)
+{
+    showView(0, question);
+    ASSERT_TRUE(waitForPanel("0"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, method + ": 0, 1, 1"));
+}
+
+TEST_F(ShowCallTest, LogsLoopModeAndAnAnswerThatIsThere)
+{
+    plugin().setIsLoopEnabled(true);
+    plugin().setSavedData({{"0", Dictionary{{"SN", "A"}}}});
+    showView(0, question);
+    ASSERT_TRUE(waitForPanel("0"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, method + ": 1, 1, 0"));
+}
+
+TEST_F(ShowCallTest, TheFreshRecordHoldsTheLengthAlone)
+{
+    plugin().setSavedData({{"3", Dictionary{{"SN", "OLD"}, {"clickedButton", "Pass"}}}});
+    showView(3, {{"input", Array{"SN"}}, {"length", 8}});
+    ASSERT_TRUE(waitForPanel("3"));
+    EXPECT_EQ(record("3"), (Dictionary{{"length", 8}}));
+}
+
+TEST_F(ShowCallTest, TheFreshRecordOfAGroupHoldsTheLengthAloneWhateverItsLabel)
+{
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "OLD"}}}, {"G2", Dictionary{{"S1", "KEPT"}}}});
+    showGroup(0, {{"input", Array{"S1"}}, {"label", "MAC"}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
+    EXPECT_EQ(record("G2"), (Dictionary{{"S1", "KEPT"}}));
+}
+
+TEST_F(ShowCallTest, ASystemsSwitchStatesAreForgotten)
+{
+    const Dictionary kept = plugin().enableStatus();
+    Dictionary status = kept;
+    status.insert("0", Dictionary{{"A", 1}});
+    plugin().setEnableStatus(status);
+    showView(0, {{"switch", Array{"A"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    EXPECT_EQ(plugin().enableStatus(), kept);
+}
+
+TEST_F(ShowCallTest, AGroupsSwitchStatesStay)
+{
+    const Dictionary kept = plugin().enableStatus();
+    showGroup(0, {{"input", Array{"S1", "S2", "S3", "S4"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_EQ(plugin().enableStatus(), kept);
+}
+
+TEST_F(ShowCallTest, SwitchesWithoutInputsAreDrawnAsTheirOwnInputs)
+{
+    showGroup(0, {{"switch", Array{"S2", "S3"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    // Only what is among the inputs is shown on a group panel.
+    platform::CollectionView *overview = plugin().collection("G1");
+    QList<bool> shown;
+    for (int i = 0; i < 4; ++i)
+        shown.append(overview->itemAtIndex(i)->view()->subviews().value(0)->isVisible());
+    EXPECT_EQ(shown, (QList<bool>{false, true, true, false}));
+}
+
+TEST_F(ShowCallTest, HighlightsTheSystemFromBeforeThePanelUntilTheAnswer)
+{
+    auto &call = showView(5, question);
+    ASSERT_TRUE(waitForPanel("5"));
+    EXPECT_EQ(highlights, (std::vector<Highlight>{{5, true}}));
+    press("5", "Yes");
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_EQ(highlights, (std::vector<Highlight>{{5, true}, {5, false}}));
+}
+
+TEST_F(ShowCallTest, AGroupsCallHighlightsNothing)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "Cancel");
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_TRUE(highlights.empty());
+}
+
+} // namespace

@@ -1,0 +1,227 @@
+#include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "platform/Button.h"
+#include "platform/NotificationCenter.h"
+#include "platform/ScrollView.h"
+#include "platform/SplitView.h"
+#include "platform/TextField.h"
+#include "tests/support/PluginFixture.h"
+
+using interactive::InteractiveView;
+using platform::Array;
+using platform::Color;
+using platform::Dictionary;
+using platform::Identifier;
+
+namespace {
+
+class StartUpTest : public testsupport::PluginFixture
+{
+protected:
+    const Dictionary allSlotsOn{{"S1", 1}, {"S2", 1}, {"S3", 1}, {"S4", 1}};
+};
+
+TEST_F(StartUpTest, BeginsWithoutAnswersFocusOrdersOrPanels)
+{
+    EXPECT_EQ(plugin().savedData(), Dictionary());
+    EXPECT_FALSE(plugin().hasResponders("G1"));
+    EXPECT_FALSE(plugin().hasResponders("0"));
+    EXPECT_EQ(plugin().collection("G1"), nullptr);
+    EXPECT_TRUE(plugin().splitView()->subviews().isEmpty());
+}
+
+TEST_F(StartUpTest, CopiesTheStationsMappings)
+{
+    EXPECT_EQ(plugin().systemIndexToGroupMapping(), (Array{"G1", "G1", "G1", "G1", "G2", "G2", "G2", "G2"}));
+    EXPECT_EQ(plugin().systemIndexToSlotMapping(), (Array{"S1", "S2", "S3", "S4", "S1", "S2", "S3", "S4"}));
+}
+
+TEST_F(StartUpTest, CountsDistinctGroupsAndDistinctSlotNames)
+{
+    station.groups = {"A", "B", "C"};
+    station.slotNames = {"S1", "S2"};
+    EXPECT_EQ(plugin().groupCount(), 3U);
+    EXPECT_EQ(plugin().slotCount(), 2U);
+}
+
+TEST_F(StartUpTest, SystemsOfTheSameGroupCountOnceWhereverTheyStand)
+{
+    station.systemGroups = Array{"A", "B", "A", "B"};
+    station.systemSlots = Array{"S1", "S1", "S2", "S2"};
+    EXPECT_EQ(plugin().groupCount(), 2U);
+    EXPECT_EQ(plugin().slotCount(), 2U);
+}
+
+TEST_F(StartUpTest, AnEmptyMappingGivesNoGroupsAndNoSlotsAndStartsAllTheSame)
+{
+    station.systemGroups = Array{};
+    station.systemSlots = Array{};
+    EXPECT_EQ(plugin().groupCount(), 0U);
+    EXPECT_EQ(plugin().slotCount(), 0U);
+    EXPECT_TRUE(plugin().groupButtons().isEmpty());
+    EXPECT_EQ(plugin().enableStatus(), Dictionary());
+    EXPECT_NE(plugin().loopNumberField(), nullptr);
+    EXPECT_EQ(plugin().splitView()->dividerStyle(), platform::SplitView::DividerStyle::Thin);
+}
+
+TEST_F(StartUpTest, LaterChangesOfTheHostsConfigurationAreNotSeen)
+{
+    start();
+    KVKConfigEngine *config = KVKConfigEngine::sharedConfigEngine();
+    config->setSystemIndexToGroupMapping({"X"});
+    config->setSystemIndexToSlotMapping({"Y"});
+    config->setStatusTableCustomRowColorEnabled(true);
+    EXPECT_EQ(plugin().systemIndexToGroupMapping().value(0), platform::Value("G1"));
+    EXPECT_EQ(plugin().systemIndexToSlotMapping().value(0), platform::Value("S1"));
+    EXPECT_EQ(plugin().groupCount(), 2U);
+    EXPECT_EQ(plugin().slotCount(), 4U);
+    EXPECT_FALSE(plugin().customColorEnabled());
+}
+
+TEST_F(StartUpTest, TakesTheStatusTablesCustomColourSetting)
+{
+    station.customColors = true;
+    EXPECT_TRUE(plugin().customColorEnabled());
+}
+
+TEST_F(StartUpTest, HasNoCustomColoursWhenTheStatusTableHasNone)
+{
+    EXPECT_FALSE(plugin().customColorEnabled());
+}
+
+TEST_F(StartUpTest, BeginsWithoutShadowsAtAnOpacityOfThreeTenthsAndWithoutLoop)
+{
+    EXPECT_FALSE(plugin().drawShadow());
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.3);
+    EXPECT_FALSE(plugin().isLoopEnabled());
+    EXPECT_EQ(plugin().columns(), 0U);
+}
+
+TEST_F(StartUpTest, TheRootViewHasAClearLayerAndResizesBothWays)
+{
+    EXPECT_TRUE(plugin().rootView()->wantsLayer());
+    EXPECT_EQ(plugin().rootView()->layerBackgroundColor(), Color::clear());
+    EXPECT_EQ(plugin().rootView()->autoresizingMask(), 18U);
+    EXPECT_EQ(plugin().rootView(), plugin().view());
+}
+
+TEST_F(StartUpTest, TheSplitViewHasAThinDividerAClearLayerAndResizesBothWays)
+{
+    EXPECT_EQ(static_cast<int>(plugin().splitView()->dividerStyle()), 2);
+    EXPECT_TRUE(plugin().splitView()->wantsLayer());
+    EXPECT_EQ(plugin().splitView()->layerBackgroundColor(), Color::clear());
+    EXPECT_EQ(plugin().splitView()->autoresizingMask(), 18U);
+}
+
+TEST_F(StartUpTest, TheSplitViewIsScrolledInsideTheRootView)
+{
+    const QList<platform::View *> all = testsupport::descendants(plugin().rootView());
+    EXPECT_TRUE(all.contains(plugin().scrollView()));
+    EXPECT_TRUE(testsupport::descendants(plugin().scrollView()).contains(plugin().splitView()));
+}
+
+TEST_F(StartUpTest, ThePanelAreaLeavesRoomForTheLoopFieldAndTheGroupButtonsAboveIt)
+{
+    const platform::Rect area = plugin().scrollView()->frame();
+    EXPECT_LE(area.y() + area.height(), plugin().loopNumberField()->frame().y());
+    for (platform::Button *button : plugin().groupButtons())
+        EXPECT_LE(area.y() + area.height(), button->frame().y());
+}
+
+TEST_F(StartUpTest, MakesOneButtonPerGroupInGroupOrder)
+{
+    station.systemGroups = Array{"B", "A", "B", "A"};
+    station.systemSlots = Array{"S1", "S1", "S2", "S2"};
+    QStringList titles;
+    for (platform::Button *button : plugin().groupButtons())
+        titles.append(button->title());
+    EXPECT_EQ(titles, (QStringList{"B", "A"}));
+}
+
+TEST_F(StartUpTest, EveryGroupHasAConditionAndAllItsSlotsEnabled)
+{
+    EXPECT_EQ(plugin().enableStatus(), (Dictionary{{"G1", allSlotsOn}, {"G2", allSlotsOn}}));
+    EXPECT_NE(plugin().getCondition(plugin().panelKey("G1")), nullptr);
+    EXPECT_NE(plugin().getCondition(plugin().panelKey("G2")), nullptr);
+    EXPECT_NE(plugin().getCondition(plugin().panelKey("G1")), plugin().getCondition(plugin().panelKey("G2")));
+}
+
+TEST_F(StartUpTest, ListensForClicksOnFieldsFromAnySender)
+{
+    start();
+    platform::TextField stranger;
+    platform::NotificationCenter::defaultCenter().post("TextFieldMouseDownNotification", &stranger);
+    EXPECT_EQ(timesLoggedFrom("-[InteractiveView textFieldMouseDown:]: "), 1);
+}
+
+TEST_F(StartUpTest, TheViewIsLoadedOnce)
+{
+    platform::View *first = plugin().view();
+    EXPECT_EQ(plugin().view(), first);
+    EXPECT_EQ(plugin().groupButtons().size(), 2);
+}
+
+TEST_F(StartUpTest, NoTileMayBeSelected)
+{
+    EXPECT_TRUE(plugin().collectionViewShouldSelectItemsAtIndexPaths(nullptr, {0, 1, 3}).empty());
+    EXPECT_TRUE(plugin().collectionViewShouldSelectItemsAtIndexPaths(nullptr, {}).empty());
+}
+
+TEST_F(StartUpTest, AClickOnATileOfTheOverviewSelectsNothing)
+{
+    showView(0, {{"input", Array{"SN"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    platform::CollectionView *overview = plugin().collection("G1");
+    ASSERT_NE(overview, nullptr);
+    ASSERT_EQ(overview->itemCount(), 4);
+    EXPECT_TRUE(overview->isSelectable());
+    click(overview->itemAtIndex(2)->view());
+    EXPECT_TRUE(overview->selectionIndexes().empty());
+}
+
+TEST_F(StartUpTest, APropertyKeepsWhatItIsSetTo)
+{
+    plugin().setDrawShadow(true);
+    plugin().setBackgroundAlpha(0.75);
+    plugin().setColumns(3);
+    plugin().setCustomColorEnabled(true);
+    plugin().setIsLoopEnabled(true);
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    plugin().setEnableStatus({{"G1", Dictionary{{"S1", -1}}}});
+    EXPECT_TRUE(plugin().drawShadow());
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.75);
+    EXPECT_EQ(plugin().columns(), 3U);
+    EXPECT_TRUE(plugin().customColorEnabled());
+    EXPECT_TRUE(plugin().isLoopEnabled());
+    EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
+    EXPECT_EQ(plugin().enableStatus(), (Dictionary{{"G1", Dictionary{{"S1", -1}}}}));
+}
+
+TEST_F(StartUpTest, TheHostCanReadTheStateAsProperties)
+{
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    QObject *context = plugin().pluginContext();
+    EXPECT_EQ(context->property("savedData").toMap(), plugin().savedData());
+    EXPECT_EQ(context->property("enableStatus").toMap(), plugin().enableStatus());
+    EXPECT_EQ(context->property("groupCount").toULongLong(), 2U);
+    EXPECT_EQ(context->property("slotCount").toULongLong(), 4U);
+    EXPECT_EQ(context->property("backgroundAlpha").toDouble(), 0.3);
+    EXPECT_EQ(context->property("columns").toULongLong(), 0U);
+    EXPECT_TRUE(context->property("isLoopEnabled").isValid());
+}
+
+TEST_F(StartUpTest, ThePanelKeyOfATextIsAlwaysTheSameInstance)
+{
+    const Identifier key = plugin().panelKey("G1");
+    EXPECT_EQ(key.text(), "G1");
+    EXPECT_TRUE(key.isSameInstance(plugin().panelKey(QString("G") + "1")));
+    EXPECT_FALSE(key.isSameInstance(Identifier("G1")));
+    EXPECT_FALSE(key.isSameInstance(plugin().panelKey("G2")));
+}
+
+TEST_F(StartUpTest, TheGroupButtonsBearThePanelKeysThemselves)
+{
+    for (platform::Button *button : plugin().groupButtons())
+        EXPECT_TRUE(button->identifier().isSameInstance(plugin().panelKey(button->title())));
+}
+
+} // namespace

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "platform/Error.h"
+#include "platform/Value.h"
+#include "platform/View.h"
+#include "plugin/InteractiveView.h"
+#include "tests/support/LogRecorder.h"
+#include "tests/support/SequencerCall.h"
+
+#include <QHash>
+#include <QStringList>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace platform {
+class Button;
+class TextField;
+} // namespace platform
+
+namespace testsupport {
+
+/// What the host tells the plug-in about the station that a test takes place in.
+struct Station
+{
+    QStringList groups{"G1", "G2"};
+    QStringList slotNames{"S1", "S2", "S3", "S4"};
+    /// The mappings as they are, when groups times slots is not what is wanted.
+    std::optional<platform::Array> systemGroups;
+    std::optional<platform::Array> systemSlots;
+    bool customColors = false;
+    QHash<qint64, platform::Color> backgrounds;
+    QHash<qint64, platform::Color> texts;
+    QSize windowSize{1280, 800};
+};
+
+/// A station with a window that shows the plug-in's view, a sequencer that calls the plug-in on threads of its own,
+/// and the hands of an operator.
+///
+/// A test changes `station` first; everything else starts the plug-in on first use. At the end the calls that
+/// still wait are interrupted, so that a test that fails half way ends all the same.
+///
+/// Thread: the main thread. Waiting verbs serve the event loop meanwhile and fail the test after a generous limit.
+class PluginFixture : public ::testing::Test
+{
+protected:
+    using Highlight = std::pair<quint64, bool>;
+
+    PluginFixture();
+    ~PluginFixture() override;
+    void TearDown() override;
+
+    /// Makes the controller and shows its view in the active window. Called by every verb that needs it.
+    void start();
+    interactive::InteractiveView &plugin();
+    QWidget &window();
+
+    // The sequencer
+    SequencerCall &showView(const platform::Value &systemIndex, const platform::Dictionary &config);
+    SequencerCall &showGroup(const platform::Value &groupNumber, const platform::Dictionary &config);
+    /// The same by a caller that does not ask for errors.
+    SequencerCall &showViewWithoutError(const platform::Value &systemIndex, const platform::Dictionary &config);
+    SequencerCall &showGroupWithoutError(const platform::Value &groupNumber, const platform::Dictionary &config);
+    /// Any other work of a sequence, on a thread of its own.
+    SequencerCall &onSequencer(SequencerCall::Function function);
+
+    // What is on the screen
+    /// The view that holds a panel's buttons, its group's container or its slot's box; null when there is none.
+    platform::View *panel(const QString &panelKey);
+    /// Whether a panel with buttons can be seen.
+    bool isOpen(const QString &panelKey);
+    /// False, and a failed test, when no panel of the key opens.
+    bool waitForPanel(const QString &panelKey);
+    bool waitForPanelGone(const QString &panelKey);
+    platform::TextField *field(const QString &identifier);
+    /// The direct button of the panel with the title; null when there is none.
+    platform::Button *button(const QString &panelKey, const QString &title);
+    platform::Button *groupButton(const QString &group);
+
+    // The operator
+    /// Real key events to whatever has the focus; "\n" is Return.
+    void type(const QString &text);
+    /// What a bar code scanner sends: the text and Return.
+    void scan(const QString &text);
+    /// A real press and release of the mouse on the view.
+    void click(QWidget *view);
+    /// Clicks the panel's button of that title, and waits until what it started has ended.
+    void press(const QString &panelKey, const QString &title);
+    /// Serves the event loop until every confirmation begun so far has ended.
+    void settle();
+
+    // What the plug-in keeps
+    platform::Dictionary record(const QString &panelKey);
+    platform::Dictionary status(const QString &panelKey);
+
+    /// Whether exactly one such line was written, to both places.
+    ::testing::AssertionResult loggedOnce(KVKLogLevel level, const QString &line);
+    /// How many lines with this text both places have; fails the test when they disagree.
+    int timesLogged(KVKLogLevel level, const QString &line);
+    /// How many lines of any level the proxy has that begin like this.
+    int timesLoggedFrom(const QString &beginning);
+
+    Station station;
+    LogRecorder log;
+    std::vector<Highlight> highlights;
+
+private:
+    void configureHost();
+    void endCalls();
+
+    std::unique_ptr<interactive::InteractiveView> m_plugin;
+    std::unique_ptr<QWidget> m_window;
+    std::deque<std::unique_ptr<SequencerCall>> m_calls;
+};
+
+/// The fields that every level of the view tree below holds, depth first; for tests that compare what is drawn.
+QList<platform::View *> descendants(platform::View *view);
+
+} // namespace testsupport
