@@ -1,0 +1,295 @@
+#include "platform/Button.h"
+#include "platform/TextField.h"
+#include "tests/support/PluginFixture.h"
+
+using platform::Array;
+using platform::Button;
+using platform::Color;
+using platform::Dictionary;
+using platform::Identifier;
+using platform::TextField;
+using platform::Value;
+using platform::View;
+
+namespace {
+
+const QString job = QStringLiteral("__37-[InteractiveView confirmBtnClicked:]_block_invoke");
+const Dictionary twoButtons{{"input", Array{"SN"}}, {"button", Array{"Cancel", "OK"}}};
+
+/// Presses of a panel's buttons: what they record and which of them end the wait.
+class ConfirmationTest : public testsupport::PluginFixture
+{
+};
+
+TEST_F(ConfirmationTest, AnotherSenderIsRefused)
+{
+    start();
+    expectErrors();
+    TextField sender;
+    plugin().confirmBtnClicked(&sender);
+    settle();
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: "
+                                               "<TextField: (null)>"));
+    EXPECT_EQ(plugin().savedData(), Dictionary());
+}
+
+TEST_F(ConfirmationTest, NoSenderIsRefused)
+{
+    start();
+    expectErrors();
+    plugin().confirmBtnClicked(nullptr);
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: (null)"));
+}
+
+TEST_F(ConfirmationTest, APressIsLoggedWithItsPanelAndAllRegisteredFields)
+{
+    showView(0, twoButtons);
+    ASSERT_TRUE(waitForPanel("0"));
+    press("0", "OK");
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, job + ": 0. responders: {0 = (<MouseTrackedTextField: 0-SN>)} "));
+}
+
+TEST_F(ConfirmationTest, TheMainThreadIsNotHeldUp)
+{
+    showView(0, twoButtons);
+    ASSERT_TRUE(waitForPanel("0"));
+    // The work asks the main thread for the button's panel before it says anything, and the main thread is here.
+    plugin().confirmBtnClicked(button("0", "OK"));
+    EXPECT_EQ(timesLoggedFrom(job + ": 0"), 0);
+    settle();
+    EXPECT_EQ(timesLoggedFrom(job + ": 0"), 1);
+}
+
+TEST_F(ConfirmationTest, AButtonWithoutAPanelChangesNothing)
+{
+    start();
+    expectErrors();
+    Button lost;
+    lost.setIdentifier(Identifier("Pass"));
+    lost.setTitle("OK");
+    plugin().confirmBtnClicked(&lost);
+    settle();
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "-[InteractiveView getParentIdentifier:]: <Button: Pass>(Pass), "
+                                               "no parent view found"));
+    EXPECT_EQ(plugin().savedData(), Dictionary());
+}
+
+TEST_F(ConfirmationTest, AButtonThatIsGoneByThenChangesNothing)
+{
+    start();
+    View parent;
+    parent.setIdentifier(Identifier("G1"));
+    auto *gone = new Button(&parent);
+    gone->setTitle("Cancel");
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    plugin().confirmBtnClicked(gone);
+    delete gone;
+    settle();
+    EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
+}
+
+TEST_F(ConfirmationTest, WithoutAConditionThePressIsRecordedAndNothingElse)
+{
+    View parent;
+    parent.setIdentifier(Identifier("77-box"));
+    auto *pressed = new Button(&parent);
+    pressed->setIdentifier(Identifier("77-0-Cancel"));
+    pressed->setTitle("Cancel");
+    plugin().confirmBtnClicked(pressed);
+    settle();
+    EXPECT_EQ(plugin().savedData(), (Dictionary{{"77", Dictionary{{"clickedButton", "77-0-Cancel"}}}}));
+}
+
+TEST_F(ConfirmationTest, OkWithAValidEntryEndsTheWait)
+{
+    auto &call = showView(0, twoButtons);
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("A");
+    press("0", "OK");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "A"}, {"clickedButton", "Pass"}}));
+}
+
+TEST_F(ConfirmationTest, OkChecksWhatWasTypedWithoutReturn)
+{
+    auto &call = showView(0, twoButtons);
+    ASSERT_TRUE(waitForPanel("0"));
+    type("A");
+    press("0", "OK");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "A"}, {"clickedButton", "Pass"}}));
+}
+
+TEST_F(ConfirmationTest, OkWithAnInvalidEntryKeepsTheCallWaitingAndRecordsThePress)
+{
+    Dictionary config = twoButtons;
+    config.insert("length", 3);
+    auto &call = showView(0, config);
+    ASSERT_TRUE(waitForPanel("0"));
+    expectErrors();
+    type("AB");
+    press("0", "OK");
+    EXPECT_FALSE(call.finished());
+    EXPECT_EQ(field("0-SN")->backgroundColor(), Color::standardRed());
+    EXPECT_EQ(field("0-SN")->selectedText(), "AB");
+    EXPECT_EQ(record("0"), (Dictionary{{"length", 3}, {"clickedButton", "Pass"}}));
+
+    scan("ABC");
+    press("0", "OK");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "ABC"}, {"clickedButton", "Pass"}}));
+}
+
+TEST_F(ConfirmationTest, OkOnAGroupWithNoSlotFilledKeepsTheCallWaiting)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1", "S2"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "OK");
+    EXPECT_FALSE(call.finished());
+    EXPECT_TRUE(groupButton("G1")->isEnabled());
+}
+
+TEST_F(ConfirmationTest, OkOnAGroupWithASlotStillEmptyBringsTheFocusToTheSharedField)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1", "S2"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    click(plugin().loopNumberField());
+    ASSERT_FALSE(field("G1-SharedInput")->isFirstResponder());
+    press("G1", "OK");
+    EXPECT_FALSE(call.finished());
+    EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
+
+    scan("B");
+    press("G1", "OK");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"S1", "A"}, {"S2", "B"}, {"clickedButton", "Pass"}}));
+}
+
+TEST_F(ConfirmationTest, OkDisablesTheGroupsButton)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    EXPECT_TRUE(groupButton("G1")->isEnabled());
+    press("G1", "OK");
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_FALSE(groupButton("G1")->isEnabled());
+    EXPECT_TRUE(groupButton("G2")->isEnabled());
+}
+
+TEST_F(ConfirmationTest, CancelLeavesTheGroupsButtonEnabled)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "Cancel");
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_TRUE(groupButton("G1")->isEnabled());
+}
+
+TEST_F(ConfirmationTest, OkOnAGroupThatIsOffIsRefusedAndLogged)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    expectErrors();
+    press("G1", "OK");
+    EXPECT_FALSE(call.finished());
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, job + ": Inputs are valid. But group is disabled."));
+    EXPECT_TRUE(groupButton("G1")->isEnabled());
+
+    plugin().turnOnGroupButton(true, plugin().panelKey("G1"));
+    press("G1", "OK");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
+}
+
+TEST_F(ConfirmationTest, OkOnAGroupThatIsOffWithInvalidEntriesSaysNothingOfTheGroup)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    press("G1", "OK");
+    EXPECT_FALSE(call.finished());
+    EXPECT_EQ(timesLoggedFrom(job + ": Inputs are valid."), 0);
+}
+
+TEST_F(ConfirmationTest, AGroupThatIsNeitherOnNorOffCounts)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    groupButton("G1")->setState(Button::Mixed);
+    press("G1", "OK");
+    EXPECT_TRUE(call.waitUntilFinished());
+}
+
+TEST_F(ConfirmationTest, CancelRemovesTheRecordAndEndsTheWait)
+{
+    auto &call = showView(0, twoButtons);
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("A");
+    press("0", "Cancel");
+    EXPECT_EQ(call.result(), Value());
+    EXPECT_FALSE(plugin().savedData().contains("0"));
+}
+
+TEST_F(ConfirmationTest, CancelIsNotHeldUpByAnInvalidEntryOrAGroupThatIsOff)
+{
+    auto &call = showGroup(0, {{"input", Array{"S1"}}, {"length", 3}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    type("A");
+    press("G1", "Cancel");
+    EXPECT_EQ(call.result(), Value());
+}
+
+TEST_F(ConfirmationTest, AnyOtherButtonEndsTheWaitWithWhatWasEntered)
+{
+    auto &call = showView(0, {{"input", Array{"SN"}}, {"button", Array{"Retry", "OK"}}, {"length", 1}});
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("A");
+    type("not checked");
+    press("0", "Retry");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "A"}, {"clickedButton", "0-0-Retry"}}));
+}
+
+TEST_F(ConfirmationTest, TheTitlesAreComparedWithTheirCase)
+{
+    auto &ok = showView(0, {{"input", Array{"SN"}}, {"button", Array{"Ok", "Go"}}, {"length", 3}});
+    ASSERT_TRUE(waitForPanel("0"));
+    press("0", "Ok");
+    EXPECT_EQ(ok.result(), Value(Dictionary{{"clickedButton", "0-0-Ok"}}));
+
+    auto &cancel = showView(1, {{"input", Array{"SN"}}, {"button", Array{"CANCEL", "Go"}}});
+    ASSERT_TRUE(waitForPanel("1"));
+    press("1", "CANCEL");
+    EXPECT_EQ(cancel.result(), Value(Dictionary{{"clickedButton", "1-0-CANCEL"}}));
+
+    auto &clear = showView(2, {{"input", Array{"SN"}}, {"button", Array{"clear", "Go"}}});
+    ASSERT_TRUE(waitForPanel("2"));
+    press("2", "clear");
+    EXPECT_EQ(clear.result(), Value(Dictionary{{"clickedButton", "2-0-clear"}}));
+}
+
+TEST_F(ConfirmationTest, TwoPressesInOneMomentEndOneCallAndHarmNothing)
+{
+    auto &call = showView(0, twoButtons);
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("A");
+    QPointer<Button> ok = button("0", "OK");
+    plugin().confirmBtnClicked(ok);
+    plugin().confirmBtnClicked(ok);
+    plugin().confirmBtnClicked(button("0", "Cancel"));
+    EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "A"}, {"clickedButton", "Pass"}}));
+    settle();
+    EXPECT_FALSE(plugin().savedData().contains("0"));
+}
+
+TEST_F(ConfirmationTest, TheSwitchStatesOfASwitchPanelAreConfirmedWithoutAnyField)
+{
+    auto &call = showGroup(0, {{"switch", Array{"S1", "S2", "S3", "S4"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "OK");
+    EXPECT_TRUE(call.waitUntilFinished());
+    EXPECT_FALSE(groupButton("G1")->isEnabled());
+}
+
+} // namespace

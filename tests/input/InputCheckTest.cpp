@@ -1,0 +1,195 @@
+#include "platform/Button.h"
+#include "platform/TextField.h"
+#include "presentation/MouseTrackedTextField.h"
+#include "tests/support/PluginFixture.h"
+
+using interactive::MouseTrackedTextField;
+using platform::Array;
+using platform::Color;
+using platform::Dictionary;
+using platform::Identifier;
+using platform::TextField;
+using platform::Value;
+
+namespace {
+
+const QString method = QStringLiteral("-[InteractiveView checkInput:]");
+
+/// Entries into the field of a single system's panel.
+class InputCheckTest : public testsupport::PluginFixture
+{
+protected:
+    /// Opens the panel of system 0 with its field.
+    void ask(const Dictionary &settings)
+    {
+        Dictionary config = settings;
+        config.insert("input", Array{"SN"});
+        showView(0, config);
+        ASSERT_TRUE(waitForPanel("0"));
+    }
+
+    void expectRejected(TextField *target, const QString &text)
+    {
+        EXPECT_EQ(target->backgroundColor(), Color::standardRed());
+        EXPECT_EQ(target->stringValue(), text);
+        EXPECT_EQ(target->selectedText(), text);
+    }
+};
+
+TEST_F(InputCheckTest, AnEntryIsStoredUnderItsFieldsNameAndTheFieldTurnsWhite)
+{
+    ask({{"length", 3}});
+    scan("ABC");
+    EXPECT_EQ(record("0"), (Dictionary{{"SN", "ABC"}, {"length", 3}}));
+    EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
+    EXPECT_EQ(field("0-SN")->stringValue(), "ABC");
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, method + ": viewIdentifier: 0, TextField: 0-SN, SN = ABC."));
+}
+
+TEST_F(InputCheckTest, AnEntryThatIsTooShortIsRejectedAndSelected)
+{
+    ask({{"length", 10}});
+    expectErrors();
+    scan("123456789");
+    expectRejected(field("0-SN"), "123456789");
+    EXPECT_EQ(record("0"), (Dictionary{{"length", 10}}));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": Invalid input: 0-SN = 123456789"));
+}
+
+TEST_F(InputCheckTest, AnEntryThatIsTooLongIsRejected)
+{
+    ask({{"length", 10}});
+    expectErrors();
+    scan("12345678901");
+    expectRejected(field("0-SN"), "12345678901");
+}
+
+TEST_F(InputCheckTest, AnEntryOfTheExactLengthIsAccepted)
+{
+    ask({{"length", 10}});
+    scan("1234567890");
+    EXPECT_EQ(record("0").value("SN"), Value("1234567890"));
+}
+
+TEST_F(InputCheckTest, TheNextEntryReplacesARejectedOneAndTheFieldTurnsWhiteAgain)
+{
+    ask({{"length", 3}});
+    expectErrors();
+    scan("AB");
+    scan("XYZ");
+    EXPECT_EQ(record("0").value("SN"), Value("XYZ"));
+    EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
+}
+
+TEST_F(InputCheckTest, WithoutALengthTheEmptyEntryIsAccepted)
+{
+    ask({{"length", 0}});
+    scan("");
+    EXPECT_EQ(record("0"), (Dictionary{{"SN", ""}, {"length", 0}}));
+    EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
+}
+
+TEST_F(InputCheckTest, ANegativeLengthMeansAnyLength)
+{
+    ask({{"length", -5}});
+    scan("ABCDEFG");
+    EXPECT_EQ(record("0").value("SN"), Value("ABCDEFG"));
+}
+
+TEST_F(InputCheckTest, WithALengthTheEmptyEntryIsRejected)
+{
+    ask({{"length", 3}});
+    expectErrors();
+    scan("");
+    EXPECT_EQ(field("0-SN")->backgroundColor(), Color::standardRed());
+    EXPECT_FALSE(record("0").contains("SN"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": Invalid input: 0-SN = "));
+}
+
+TEST_F(InputCheckTest, TheTextIsTakenAsItStands)
+{
+    ask({{"length", 5}});
+    scan(" a-B ");
+    EXPECT_EQ(record("0").value("SN"), Value(" a-B "));
+}
+
+TEST_F(InputCheckTest, TheLengthCountsUtf16CodeUnits)
+{
+    ask({{"length", 3}});
+    const QString outsideThePlane = QString::fromUtf8("a\xF0\x9F\x98\x80");
+    ASSERT_EQ(outsideThePlane.size(), 3);
+    field("0-SN")->setStringValue(outsideThePlane);
+    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_EQ(record("0").value("SN"), Value(outsideThePlane));
+}
+
+TEST_F(InputCheckTest, ALengthThatIsTextCounts)
+{
+    ask({});
+    plugin().setSavedData({{"0", Dictionary{{"length", "3"}}}});
+    expectErrors();
+    field("0-SN")->setStringValue("AB");
+    EXPECT_FALSE(plugin().checkInput(field("0-SN")));
+    field("0-SN")->setStringValue("ABC");
+    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+}
+
+TEST_F(InputCheckTest, ASingleSystemsEntryMayRepeatWhatIsStored)
+{
+    ask({});
+    scan("A");
+    scan("A");
+    EXPECT_EQ(record("0").value("SN"), Value("A"));
+    EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
+}
+
+TEST_F(InputCheckTest, WithoutARecordOneIsMade)
+{
+    ask({{"length", 3}});
+    plugin().setSavedData({});
+    field("0-SN")->setStringValue("AB");
+    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_EQ(record("0"), (Dictionary{{"SN", "AB"}}));
+}
+
+TEST_F(InputCheckTest, WithoutRegisteredFieldsNothingIsStored)
+{
+    ask({});
+    plugin().setResponders("0", {});
+    field("0-SN")->setStringValue("AB");
+    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_EQ(record("0"), (Dictionary{{"length", 0}}));
+    EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
+}
+
+TEST_F(InputCheckTest, AButtonIsNoInputField)
+{
+    start();
+    expectErrors();
+    platform::Button button;
+    button.setIdentifier(Identifier("Pass"));
+    EXPECT_FALSE(plugin().checkInput(&button));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <Button: Pass>"));
+    EXPECT_EQ(plugin().savedData(), Dictionary());
+}
+
+TEST_F(InputCheckTest, APlainTextFieldIsNoInputField)
+{
+    start();
+    expectErrors();
+    TextField plain;
+    plain.setIdentifier(Identifier("G1-S1"));
+    EXPECT_FALSE(plugin().checkInput(&plain));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <TextField: G1-S1>"));
+    EXPECT_EQ(plugin().savedData(), Dictionary());
+}
+
+TEST_F(InputCheckTest, NothingIsNoInputField)
+{
+    start();
+    expectErrors();
+    EXPECT_FALSE(plugin().checkInput(nullptr));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: (null)"));
+}
+
+} // namespace
