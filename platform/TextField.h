@@ -67,6 +67,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void fontChanged() override;
     void layout() override;
     /// Whether a press of the mouse is handled by the field editor; a subclass that decides itself says false.
@@ -77,6 +78,7 @@ private:
     void styleEditor();
     void endEntry();
     void paintText(QPainter &painter);
+    [[nodiscard]] QRectF toWidget(const Rect &rect) const;
 
     std::unique_ptr<TextFieldCell> m_cell;
     QLineEdit *m_editor = nullptr;

@@ -1,0 +1,30 @@
+#include "platform/Control.h"
+
+#include <utility>
+
+namespace platform {
+
+void Control::setTarget(QObject *target, const char *selector, Action action)
+{
+    m_target = target;
+    m_selector = selector;
+    m_action = std::move(action);
+}
+
+void Control::sendAction()
+{
+    if (!m_target || !m_action)
+        return;
+    // A copy, since the action may take this control away.
+    const Action action = m_action;
+    action(this);
+}
+
+void Control::setFont(const Font &font)
+{
+    m_font = font;
+    fontChanged();
+    update();
+}
+
+} // namespace platform

@@ -1,0 +1,26 @@
+#include "platform/ViewController.h"
+
+namespace platform {
+
+ViewController::ViewController(QObject *parent)
+    : QObject(parent)
+{
+}
+
+ViewController::~ViewController()
+{
+    if (m_view && !m_view->parent())
+        delete m_view.data();
+}
+
+View *ViewController::view()
+{
+    if (!m_loaded) {
+        m_loaded = true;
+        m_view = loadView();
+        viewDidLoad();
+    }
+    return m_view;
+}
+
+} // namespace platform
