@@ -18,8 +18,7 @@ const Dictionary twoButtons{{"input", Array{"SN"}}, {"button", Array{"Cancel", "
 
 /// Presses of a panel's buttons: what they record and which of them end the wait.
 class ConfirmationTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(ConfirmationTest, AnotherSenderIsRefused)
 {
@@ -28,8 +27,9 @@ TEST_F(ConfirmationTest, AnotherSenderIsRefused)
     TextField sender;
     plugin().confirmBtnClicked(&sender);
     settle();
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: "
-                                               "<TextField: (null)>"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: "
+                           "<TextField: (null)>"));
     EXPECT_EQ(plugin().savedData(), Dictionary());
 }
 
@@ -47,14 +47,16 @@ TEST_F(ConfirmationTest, APressIsLoggedWithItsPanelAndAllRegisteredFields)
     showView(0, twoButtons);
     ASSERT_TRUE(waitForPanel("0"));
     press("0", "OK");
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, job + ": 0. responders: {0 = (<MouseTrackedTextField: 0-SN>)} "));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Debug, job + ": 0. responders: {0 = (<MouseTrackedTextField: 0-SN>)} "));
 }
 
 TEST_F(ConfirmationTest, TheMainThreadIsNotHeldUp)
 {
     showView(0, twoButtons);
     ASSERT_TRUE(waitForPanel("0"));
-    // The work asks the main thread for the button's panel before it says anything, and the main thread is here.
+    // The work asks the main thread for the button's panel before it says anything, and the main thread is
+    // here.
     plugin().confirmBtnClicked(button("0", "OK"));
     EXPECT_EQ(timesLoggedFrom(job + ": 0"), 0);
     settle();
@@ -70,8 +72,9 @@ TEST_F(ConfirmationTest, AButtonWithoutAPanelChangesNothing)
     lost.setTitle("OK");
     plugin().confirmBtnClicked(&lost);
     settle();
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "-[InteractiveView getParentIdentifier:]: <Button: Pass>(Pass), "
-                                               "no parent view found"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "-[InteractiveView getParentIdentifier:]: <Button: Pass>(Pass), "
+                           "no parent view found"));
     EXPECT_EQ(plugin().savedData(), Dictionary());
 }
 

@@ -77,8 +77,9 @@ TEST_F(DuplicateTest, TheComparisonIsLoggedWithAllThatIsStored)
 {
     plugin().setSavedData({{"G1", Dictionary{{"S1", "ABC"}, {"length", 3}}}});
     EXPECT_FALSE(plugin().checkDuplicatedInput("ABC", Identifier("G1")));
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, "-[InteractiveView checkDuplicatedInput:withIdentifier:] saved data: "
-                                               "{G1 = {S1 = ABC; length = 3}}, G1"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug,
+                           "-[InteractiveView checkDuplicatedInput:withIdentifier:] saved data: "
+                           "{G1 = {S1 = ABC; length = 3}}, G1"));
 }
 
 TEST_F(DuplicateTest, TheComparisonIsLoggedAlsoWithoutARecord)

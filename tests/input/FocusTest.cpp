@@ -20,7 +20,8 @@ namespace {
 class FocusFixture : public testsupport::PluginFixture
 {
 protected:
-    template <class Kind = MouseTrackedTextField> Kind *add(const QString &text = {})
+    template <class Kind = MouseTrackedTextField>
+    Kind *add(const QString &text = {})
     {
         auto *made = new Kind(platform::Rect(500.0, 100.0 + 30.0 * m_made++, 100.0, 25.0));
         made->setEditable(true);
@@ -34,8 +35,7 @@ private:
 };
 
 class ResponderChainTest : public FocusFixture
-{
-};
+{};
 
 TEST_F(ResponderChainTest, EachFieldLeadsToTheNextAndTheLastToNone)
 {
@@ -90,8 +90,7 @@ TEST_F(ResponderChainTest, TheFieldsOfADrawnGroupPanelAreLinkedInSlotOrderWithTh
 }
 
 class ActivateResponderTest : public FocusFixture
-{
-};
+{};
 
 TEST_F(ActivateResponderTest, AnEnabledFieldTakesTheFocusWithItsTextSelected)
 {
@@ -185,8 +184,8 @@ TEST_P(NextEnabledSlotTest, IsTheFirstInTheMappingsOrderThatIsEnabledAndEmpty)
     const Value next = plugin().nextEnabledSlot(GetParam().filled, plugin().panelKey("G1"));
     EXPECT_EQ(next.toString(), GetParam().expected);
     EXPECT_EQ(next.isValid(), *GetParam().expected != '\0');
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug,
-                           QString("G1, %1. sortedKeys: (S1, S3)").arg(GetParam().filledText)));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Debug, QString("G1, %1. sortedKeys: (S1, S3)").arg(GetParam().filledText)));
 }
 
 const std::vector<Pending> pendings = {
@@ -203,8 +202,7 @@ INSTANTIATE_TEST_SUITE_P(EachCase, NextEnabledSlotTest, ::testing::ValuesIn(pend
                          [](const auto &row) { return row.param.name; });
 
 class NoPendingSlotTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(NoPendingSlotTest, APanelWithoutStatusWaitsForNoSlot)
 {
@@ -223,9 +221,8 @@ TEST_F(NoPendingSlotTest, TheSearchLeavesTheStatusAsItWas)
 TEST_F(NoPendingSlotTest, TheSearchMayRunOnAnyThread)
 {
     InteractiveView &target = plugin();
-    auto &call = onSequencer([&target](platform::Error *) {
-        return target.nextEnabledSlot({"S1"}, target.panelKey("G1"));
-    });
+    auto &call = onSequencer(
+        [&target](platform::Error *) { return target.nextEnabledSlot({"S1"}, target.panelKey("G1")); });
     EXPECT_EQ(call.result(), Value("S2"));
 }
 

@@ -23,8 +23,7 @@ struct Split
 };
 
 class IdentifierSplitTest : public testsupport::PluginFixture, public ::testing::WithParamInterface<Split>
-{
-};
+{};
 
 TEST_P(IdentifierSplitTest, TheFirstSeparatorDividesPanelPartAndSlotPart)
 {
@@ -49,8 +48,7 @@ INSTANTIATE_TEST_SUITE_P(EachKind, IdentifierSplitTest, ::testing::ValuesIn(spli
                          [](const auto &row) { return row.param.name; });
 
 class IdentifiersTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(IdentifiersTest, WithoutSeparatorBothPartsAreTheVeryIdentifier)
 {
@@ -73,12 +71,12 @@ TEST_F(IdentifiersTest, TheSeparatorsCaseCounts)
 
 TEST_F(IdentifiersTest, AValueIsReadAsItDescribesItself)
 {
-    const Dictionary values{{"text", "G1"},      {"integer", 5}, {"whole", 8.0},          {"decimal", 0.25},
-                            {"yes", true},       {"no", false},  {"list", Array{"a", 1}}, {"empty", ""},
-                            {"negative", -12}};
+    const Dictionary values{{"text", "G1"},          {"integer", 5}, {"whole", 8.0},
+                            {"decimal", 0.25},       {"yes", true},  {"no", false},
+                            {"list", Array{"a", 1}}, {"empty", ""},  {"negative", -12}};
     const std::vector<std::pair<QString, QString>> expected{
-        {"text", "G1"}, {"integer", "5"}, {"whole", "8"},      {"decimal", "0.25"}, {"yes", "1"},
-        {"no", "0"},    {"list", "(a, 1)"}, {"empty", ""}, {"negative", "-12"}};
+        {"text", "G1"}, {"integer", "5"},   {"whole", "8"}, {"decimal", "0.25"}, {"yes", "1"},
+        {"no", "0"},    {"list", "(a, 1)"}, {"empty", ""},  {"negative", "-12"}};
     for (const auto &[key, text] : expected)
         EXPECT_EQ(plugin().getString(key, values), text) << key.toStdString();
 }

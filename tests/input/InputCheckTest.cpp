@@ -169,7 +169,8 @@ TEST_F(InputCheckTest, AButtonIsNoInputField)
     platform::Button button;
     button.setIdentifier(Identifier("Pass"));
     EXPECT_FALSE(plugin().checkInput(&button));
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <Button: Pass>"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <Button: Pass>"));
     EXPECT_EQ(plugin().savedData(), Dictionary());
 }
 
@@ -180,7 +181,8 @@ TEST_F(InputCheckTest, APlainTextFieldIsNoInputField)
     TextField plain;
     plain.setIdentifier(Identifier("G1-S1"));
     EXPECT_FALSE(plugin().checkInput(&plain));
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <TextField: G1-S1>"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <TextField: G1-S1>"));
     EXPECT_EQ(plugin().savedData(), Dictionary());
 }
 

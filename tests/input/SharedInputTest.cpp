@@ -41,7 +41,7 @@ TEST_F(SharedInputTest, AnEntryMovesIntoThePendingSlotsField)
 TEST_F(SharedInputTest, SlotsAreFilledInTheMappingsOrderWhateverTheOrderOfTheInputs)
 {
     ask({"S4", "S2", "S1", "S3"});
-    for (const QString &entry : {"1", "2", "3", "4"})
+    for (const char *entry : {"1", "2", "3", "4"})
         scan(entry);
     EXPECT_EQ(record("G1"), (Dictionary{{"S1", "1"}, {"S2", "2"}, {"S3", "3"}, {"S4", "4"}, {"length", 0}}));
 }
@@ -50,11 +50,10 @@ TEST_F(SharedInputTest, ABurstOfScansLosesNothing)
 {
     ask({"S1", "S2", "S3", "S4"}, 8);
     type("SN000001\nSN000002\nSN000003\nSN000004\n");
-    EXPECT_EQ(record("G1"), (Dictionary{{"S1", "SN000001"},
-                                        {"S2", "SN000002"},
-                                        {"S3", "SN000003"},
-                                        {"S4", "SN000004"},
-                                        {"length", 8}}));
+    EXPECT_EQ(
+        record("G1"),
+        (Dictionary{
+            {"S1", "SN000001"}, {"S2", "SN000002"}, {"S3", "SN000003"}, {"S4", "SN000004"}, {"length", 8}}));
 }
 
 TEST_F(SharedInputTest, SlotsThatAreNotAskedForAreSkipped)
@@ -190,6 +189,24 @@ TEST_F(SharedInputTest, TheLastSlotsEntryLeavesNothingPending)
     scan("B");
     EXPECT_FALSE(plugin().nextEnabledSlot({"S1", "S2"}, plugin().panelKey("G1")).isValid());
     EXPECT_TRUE(shared()->isFirstResponder());
+}
+
+TEST_F(SharedInputTest, TwoGroupsAreAnsweredInInterleavedOrder)
+{
+    auto &first = showGroup(0, {{"input", Array{"S1", "S2"}}});
+    auto &second = showGroup(1, {{"input", Array{"S1", "S2"}}});
+    ASSERT_TRUE(waitForPanel("G1") && waitForPanel("G2"));
+    for (const char *entry : {"A", "B"}) {
+        click(field("G1-SharedInput"));
+        scan(QString("1") + entry);
+        click(field("G2-SharedInput"));
+        scan(QString("2") + entry);
+    }
+    press("G2", "OK");
+    EXPECT_EQ(second.result(), Value(Dictionary{{"S1", "2A"}, {"S2", "2B"}, {"clickedButton", "Pass"}}));
+    EXPECT_FALSE(first.finished());
+    press("G1", "OK");
+    EXPECT_EQ(first.result(), Value(Dictionary{{"S1", "1A"}, {"S2", "1B"}, {"clickedButton", "Pass"}}));
 }
 
 } // namespace

@@ -5,21 +5,22 @@ using platform::Array;
 namespace {
 
 class ConditionLookUpTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(ConditionLookUpTest, FindsTheConditionOfAGroupAndSaysSo)
 {
     const auto condition = plugin().getCondition(plugin().panelKey("G1"));
     ASSERT_NE(condition, nullptr);
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView getCondition:]: G1 [0] conidtion: "), 1);
-    EXPECT_EQ(timesLogged(KVKLogLevel::Debug, "-[InteractiveView getCondition:]: G1 [0] conidtion: (null)"), 0);
+    EXPECT_EQ(timesLogged(KVKLogLevel::Debug, "-[InteractiveView getCondition:]: G1 [0] conidtion: (null)"),
+              0);
     EXPECT_EQ(plugin().getCondition(plugin().panelKey("G1")), condition);
 }
 
 TEST_F(ConditionLookUpTest, ComparesKeysByTheirText)
 {
-    EXPECT_EQ(plugin().getCondition(platform::Identifier("G1")), plugin().getCondition(plugin().panelKey("G1")));
+    EXPECT_EQ(plugin().getCondition(platform::Identifier("G1")),
+              plugin().getCondition(plugin().panelKey("G1")));
 }
 
 TEST_F(ConditionLookUpTest, AKeyWithoutConditionGivesNoneAndIsNoError)
@@ -35,7 +36,8 @@ TEST_F(ConditionLookUpTest, WithoutAnyConditionALookUpIsAnError)
     start();
     expectErrors();
     EXPECT_EQ(plugin().getCondition(plugin().panelKey("G1")), nullptr);
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "-[InteractiveView getCondition:]: no conidtion found for: G1"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Error, "-[InteractiveView getCondition:]: no conidtion found for: G1"));
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView getCondition:]: "), 1);
 }
 

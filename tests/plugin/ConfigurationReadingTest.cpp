@@ -20,8 +20,7 @@ struct Reading
 };
 
 class LengthReadingTest : public testsupport::PluginFixture, public ::testing::WithParamInterface<Reading>
-{
-};
+{};
 
 TEST_P(LengthReadingTest, TheRecordHoldsTheLengthThatWasMeant)
 {
@@ -66,8 +65,7 @@ protected:
 };
 
 class ShadowReadingTest : public QuestionFixture, public ::testing::WithParamInterface<Reading>
-{
-};
+{};
 
 TEST_P(ShadowReadingTest, TheTextDecides)
 {
@@ -98,8 +96,7 @@ INSTANTIATE_TEST_SUITE_P(EachForm, ShadowReadingTest, ::testing::ValuesIn(shadow
                          [](const auto &row) { return row.param.name; });
 
 class SettingsCarryOverTest : public QuestionFixture
-{
-};
+{};
 
 TEST_F(SettingsCarryOverTest, TheOpacityStaysInForceForLaterPanels)
 {
@@ -218,7 +215,8 @@ TEST_F(ImpossiblePanelTest, AGroupOnAStationWithoutSlotNamesIsAnError)
 
 TEST_F(ImpossiblePanelTest, ColumnsThatNoPanelCanHaveAreAnError)
 {
-    expectProblem(showView(0, {{"button", Array{"No", "Yes"}}, {"column", std::numeric_limits<qint64>::max()}}));
+    expectProblem(
+        showView(0, {{"button", Array{"No", "Yes"}}, {"column", std::numeric_limits<qint64>::max()}}));
     expectProblem(showView(0, {{"button", Array{"No", "Yes"}}, {"column", 1000000000}}));
     expectProblem(showView(0, {{"button", Array{"No", "Yes"}}, {"column", -1}}));
 }

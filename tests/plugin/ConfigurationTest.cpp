@@ -45,7 +45,12 @@ const std::vector<Case> cases = {
     {"SystemWithEmptyInputAndSwitch", false, 4, {{"input", Array{}}, {"switch", Array{"X"}}}, 100, exclusion},
     {"SystemWithBothEmpty", false, 4, {{"input", Array{}}, {"switch", Array{}}}, 100, exclusion},
     {"SystemWithInputAndSwitch", false, 4, {{"input", Array{"A"}}, {"switch", Array{"A"}}}, 100, exclusion},
-    {"SystemWithTwoInputsAndSwitch", false, 4, {{"input", Array{"A", "B"}}, {"switch", Array{"A"}}}, 105, oneOnly},
+    {"SystemWithTwoInputsAndSwitch",
+     false,
+     4,
+     {{"input", Array{"A", "B"}}, {"switch", Array{"A"}}},
+     105,
+     oneOnly},
     {"SystemWithManyColumns", false, 4, {{"input", Array{"A"}}, {"column", 9}}, 0, ""},
     {"SystemWithLabelThatIsNoSlot", false, 4, {{"input", Array{"SN"}}}, 0, ""},
 
@@ -61,8 +66,12 @@ const std::vector<Case> cases = {
     // Step 4.2: not more labels than slots.
     {"GroupWithMoreInputsThanSlots", true, 2, {{"input", Array{"S1", "S2", "S1"}}}, 102, tooManyLabels},
     {"GroupWithMoreSwitchesThanSlots", true, 2, {{"switch", Array{"S1", "S2", "X"}}}, 102, tooManyLabels},
-    {"GroupWithTooManySwitchesAndEmptyInput", true, 2,
-     {{"input", Array{}}, {"switch", Array{"S1", "S2", "X"}}}, 102, tooManyLabels},
+    {"GroupWithTooManySwitchesAndEmptyInput",
+     true,
+     2,
+     {{"input", Array{}}, {"switch", Array{"S1", "S2", "X"}}},
+     102,
+     tooManyLabels},
 
     // Step 4.3: not more columns than slots, compared as unsigned numbers.
     {"GroupWithColumnZero", true, 4, {{"input", labels(1)}, {"column", 0}}, 0, ""},
@@ -71,15 +80,28 @@ const std::vector<Case> cases = {
     {"GroupWithNegativeColumn", true, 4, {{"input", labels(1)}, {"column", -1}}, 103, tooManyColumns},
     {"GroupWithColumnAsText", true, 4, {{"input", labels(1)}, {"column", " 5 columns"}}, 103, tooManyColumns},
     {"GroupWithColumnThatIsNoNumber", true, 4, {{"input", labels(1)}, {"column", "many"}}, 0, ""},
-    {"GroupWithColumnBeforeDuplicates", true, 4,
-     {{"input", Array{"S1", "S1"}}, {"column", 5}}, 103, tooManyColumns},
-    {"GroupWithSwitchesAndTooManyColumns", true, 4, {{"switch", labels(2)}, {"column", 5}}, 103, tooManyColumns},
+    {"GroupWithColumnBeforeDuplicates",
+     true,
+     4,
+     {{"input", Array{"S1", "S1"}}, {"column", 5}},
+     103,
+     tooManyColumns},
+    {"GroupWithSwitchesAndTooManyColumns",
+     true,
+     4,
+     {{"switch", labels(2)}, {"column", 5}},
+     103,
+     tooManyColumns},
 
     // Step 4.4: up to twelve inputs, each label once.
     {"GroupWithTwelveInputs", true, 13, {{"input", labels(12)}}, 0, ""},
     {"GroupWithThirteenInputs", true, 13, {{"input", labels(13)}}, 104, twelveOnly},
-    {"GroupWithThirteenInputsForTwelveSlots", true, 12,
-     {{"input", labels(12) + Array{"S1"}}}, 102, tooManyLabels},
+    {"GroupWithThirteenInputsForTwelveSlots",
+     true,
+     12,
+     {{"input", labels(12) + Array{"S1"}}},
+     102,
+     tooManyLabels},
     {"GroupWithThirteenSwitches", true, 13, {{"switch", labels(13)}}, 0, ""},
     {"GroupWithDoubleInput", true, 4, {{"input", Array{"S1", "S2", "S1"}}}, 104, twelveOnly},
     {"GroupWithDoubleSwitch", true, 4, {{"switch", Array{"S1", "S1"}}}, 104, twelveOnly},
@@ -88,12 +110,24 @@ const std::vector<Case> cases = {
     {"GroupWithInputAndSwitch", true, 4, {{"input", labels(2)}, {"switch", labels(2)}}, 100, exclusion},
     {"GroupWithEmptyInputAndSwitch", true, 4, {{"input", Array{}}, {"switch", labels(1)}}, 100, exclusion},
     {"GroupWithInputAndEmptySwitch", true, 4, {{"input", labels(1)}, {"switch", Array{}}}, 100, exclusion},
-    {"GroupWithBothAndStrangeInput", true, 4,
-     {{"input", Array{"S9"}}, {"switch", labels(1)}}, 101, noSlotName},
-    {"GroupWithBothAndDoubleInput", true, 4,
-     {{"input", Array{"S1", "S1"}}, {"switch", labels(1)}}, 104, twelveOnly},
-    {"GroupWithBothChecksInputsAlone", true, 4,
-     {{"input", labels(1)}, {"switch", Array{"X", "X"}}}, 100, exclusion},
+    {"GroupWithBothAndStrangeInput",
+     true,
+     4,
+     {{"input", Array{"S9"}}, {"switch", labels(1)}},
+     101,
+     noSlotName},
+    {"GroupWithBothAndDoubleInput",
+     true,
+     4,
+     {{"input", Array{"S1", "S1"}}, {"switch", labels(1)}},
+     104,
+     twelveOnly},
+    {"GroupWithBothChecksInputsAlone",
+     true,
+     4,
+     {{"input", labels(1)}, {"switch", Array{"X", "X"}}},
+     100,
+     exclusion},
 };
 
 class ConfigurationTest : public testsupport::PluginFixture, public ::testing::WithParamInterface<Case>
@@ -121,7 +155,8 @@ TEST_P(ConfigurationTest, IsAcceptedOrRefusedWithCodeAndMessage)
     if (GetParam().code == 0)
         EXPECT_EQ(error, Error()) << error.localizedDescription.toStdString();
     else
-        EXPECT_EQ(error, (Error{interactive::InteractivePluginErrorDomain, GetParam().code, GetParam().message}))
+        EXPECT_EQ(error,
+                  (Error{interactive::InteractivePluginErrorDomain, GetParam().code, GetParam().message}))
             << error.code << " " << error.localizedDescription.toStdString();
 }
 
@@ -144,8 +179,7 @@ INSTANTIATE_TEST_SUITE_P(EachRule, ConfigurationTest, ::testing::ValuesIn(cases)
                          [](const auto &row) { return row.param.name; });
 
 class ConfigurationErrorTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(ConfigurationErrorTest, AnAcceptedConfigurationLeavesTheErrorAsItWas)
 {

@@ -18,7 +18,8 @@ protected:
     testsupport::SequencerCall &getData(const Value &systemIndex)
     {
         interactive::InteractiveView &target = plugin();
-        return onSequencer([&target, systemIndex](Error *error) { return target.getData(systemIndex, error); });
+        return onSequencer(
+            [&target, systemIndex](Error *error) { return target.getData(systemIndex, error); });
     }
 
     void expectNotFound(testsupport::SequencerCall &call, const QString &index)
@@ -38,7 +39,7 @@ TEST_F(DataRetrievalTest, EverySystemOfAConfirmedGroupHasItsOwnEntry)
 {
     auto &panelCall = showGroup(1, {{"input", Array{"S1", "S2", "S3", "S4"}}});
     ASSERT_TRUE(waitForPanel("G2"));
-    for (const QString &entry : {"A1", "B2", "C3", "D4"})
+    for (const char *entry : {"A1", "B2", "C3", "D4"})
         scan(entry);
     press("G2", "OK");
     ASSERT_TRUE(panelCall.waitUntilFinished());

@@ -28,12 +28,10 @@ const std::vector<TableRow> table = {
 };
 
 class FunctionTableTest : public testsupport::PluginFixture
-{
-};
+{};
 
 class FunctionTableRowTest : public testsupport::PluginFixture, public ::testing::WithParamInterface<TableRow>
-{
-};
+{};
 
 TEST_F(FunctionTableTest, TheContextOfTheFunctionsIsTheControllerItself)
 {
@@ -47,7 +45,8 @@ TEST_F(FunctionTableTest, ThereAreNoConstantsForLua)
 
 TEST_F(FunctionTableTest, HoldsExactlySixFunctions)
 {
-    const QStringList names{"getData", "getLoopConfig", "isLoopFinished", "setLoop", "showGroupView", "showView"};
+    const QStringList names{"getData", "getLoopConfig", "isLoopFinished",
+                            "setLoop", "showGroupView", "showView"};
     EXPECT_EQ(plugin().pluginFunctionTable().keys(), names);
 }
 
@@ -98,6 +97,19 @@ TEST_F(FunctionTableTest, TheSizeHintsAreTheRootViewsSizeOfTheMoment)
     plugin().rootView()->setFrame(platform::Rect(0.0, 0.0, 640.5, 480.25));
     EXPECT_EQ(plugin().minWidthHint(), 640.5);
     EXPECT_EQ(plugin().minHeightHint(), 480.25);
+}
+
+TEST_F(FunctionTableTest, TheSizeHintsAreZeroWhenTheViewWentWithItsWindow)
+{
+    InteractiveView controller;
+    {
+        QWidget window;
+        controller.view()->setParent(&window);
+        controller.view()->setFrame(platform::Rect(0.0, 0.0, 640.0, 480.0));
+        EXPECT_EQ(controller.minHeightHint(), 480.0);
+    }
+    EXPECT_EQ(controller.minHeightHint(), 0.0);
+    EXPECT_EQ(controller.minWidthHint(), 0.0);
 }
 
 TEST_P(FunctionTableRowTest, NamesTheSelectorAndTheArgumentsInOrder)

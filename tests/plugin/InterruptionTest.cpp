@@ -35,7 +35,7 @@ TEST_F(InterruptionTest, EveryCallThatWaitsReturnsNothingWithAnErrorThatSaysSo)
     for (int i = 0; i < 4; ++i)
         calls.push_back(&showView(i, {{"input", Array{"SN"}}}));
     calls.push_back(&showGroup(1, {{"input", Array{"S1"}}}));
-    for (const QString &key : {"0", "1", "2", "3", "G2"})
+    for (const char *key : {"0", "1", "2", "3", "G2"})
         ASSERT_TRUE(waitForPanel(key));
     plugin().interruptWaitingCalls();
     for (testsupport::SequencerCall *call : calls)

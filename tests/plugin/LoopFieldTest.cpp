@@ -4,6 +4,7 @@
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 #include "tests/support/PluginFixture.h"
 
+#include <QLayout>
 #include <QLineEdit>
 
 using platform::Color;
@@ -95,7 +96,8 @@ TEST_F(LoopFieldTest, TypingANumberSetsTheMaximumAndTurnsLoopModeOn)
     enter("5");
     EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 5}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
     EXPECT_TRUE(plugin().isLoopEnabled());
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "-[InteractiveView configLoop:]: viewIdentifier Loop value: 5"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Default, "-[InteractiveView configLoop:]: viewIdentifier Loop value: 5"));
 }
 
 TEST_F(LoopFieldTest, TypingNoNumberGivesZeroAndTurnsLoopModeOff)
@@ -166,8 +168,8 @@ TEST_F(LoopFieldTest, NoSenderIsRefusedToo)
     start();
     expectErrors();
     plugin().configLoop(nullptr);
-    EXPECT_TRUE(
-        loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: (null)"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "Invalid call for -[InteractiveView configLoop:] from sender: (null)"));
 }
 
 } // namespace

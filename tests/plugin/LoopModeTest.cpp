@@ -18,13 +18,15 @@ protected:
     Value setLoop(const Value &maximum)
     {
         interactive::InteractiveView &target = plugin();
-        return onSequencer([&target, maximum](Error *error) { return target.setLoop(maximum, error); }).result();
+        return onSequencer([&target, maximum](Error *error) { return target.setLoop(maximum, error); })
+            .result();
     }
 
     Value isLoopFinished(const Value &group)
     {
         interactive::InteractiveView &target = plugin();
-        return onSequencer([&target, group](Error *error) { return target.isLoopFinished(group, error); }).result();
+        return onSequencer([&target, group](Error *error) { return target.isLoopFinished(group, error); })
+            .result();
     }
 
     Dictionary loopRecord() { return plugin().savedData().value("Loop").toMap(); }
@@ -41,7 +43,8 @@ TEST_F(LoopModeTest, WithoutALoopTheConfigurationIsEmpty)
 TEST_F(LoopModeTest, TheConfigurationIsTheLoopRecord)
 {
     setLoop(3);
-    EXPECT_EQ(plugin().getLoopConfig(nullptr), (Dictionary{{"LoopMax", 3}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
+    EXPECT_EQ(plugin().getLoopConfig(nullptr),
+              (Dictionary{{"LoopMax", 3}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
     EXPECT_EQ(plugin().getLoopConfig(nullptr), loopRecord());
 }
 
@@ -142,7 +145,8 @@ TEST_F(LoopModeTest, BeforeTheViewIsLoadedThereIsNothingToSet)
 TEST_F(LoopModeTest, ASettingOfTheLoopIsLoggedByTheFieldsAction)
 {
     setLoop(3);
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "-[InteractiveView configLoop:]: viewIdentifier Loop value: 3"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Default, "-[InteractiveView configLoop:]: viewIdentifier Loop value: 3"));
 }
 
 TEST_F(LoopModeTest, AQuestionForTheEndIsLoggedWithAllAnswers)
@@ -170,8 +174,9 @@ TEST_F(LoopModeTest, AGroupWithoutACountBeginsAtZero)
 TEST_F(LoopModeTest, TheEndOfAGroupThatDoesNotExistIsARangeException)
 {
     interactive::InteractiveView &target = plugin();
-    const QString text = onSequencer([&target](Error *error) { return target.isLoopFinished(7, error); })
-                             .thrown<std::out_of_range>();
+    const QString text = onSequencer([&target](Error *error) {
+                             return target.isLoopFinished(7, error);
+                         }).thrown<std::out_of_range>();
     EXPECT_TRUE(text.contains("7")) << text.toStdString();
 }
 
@@ -209,6 +214,15 @@ TEST_F(LoopModeTest, ALoopOfThreePassesAsksTheOperatorOnce)
     EXPECT_EQ(sequence.result(), Value(Array{"A", "A", "A"}));
     EXPECT_EQ(timesLoggedFrom("Entered: "), 1);
     EXPECT_FALSE(plugin().savedData().contains("G1"));
+}
+
+TEST_F(LoopModeTest, WithoutItsFieldTheMaximumIsStoredAsGivenAndNothingElseChanges)
+{
+    plugin().setSavedData({{"Loop", Dictionary{{"LoopCount_0", 2}}}});
+    delete plugin().loopNumberField();
+    EXPECT_EQ(setLoop(3.0), Value(1));
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 3.0}, {"LoopCount_0", 2}}));
+    EXPECT_FALSE(plugin().isLoopEnabled());
 }
 
 } // namespace

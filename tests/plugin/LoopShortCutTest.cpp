@@ -12,8 +12,7 @@ const QString method = QStringLiteral("-[InteractiveView showInteractiveView:sys
 
 /// Show calls whose panel already has an answer, while loop mode is on.
 class LoopShortCutTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(LoopShortCutTest, ASecondCallForASystemGivesTheStoredRecordWithoutDrawing)
 {
@@ -50,7 +49,8 @@ TEST_F(LoopShortCutTest, ASwitchPanelsStatesAreGivenAtOnce)
     plugin().setIsLoopEnabled(true);
     plugin().setSavedData({{"G1", Dictionary{{"clickedButton", "G1-1-OK"}}}});
     plugin().setEnableStatus({{"G1", Dictionary{{"S1", 1}, {"S3", 1}}}});
-    EXPECT_EQ(showGroup(0, {{"switch", Array{"S1", "S2", "S3"}}}).result(), Value(Dictionary{{"S1", 1}, {"S3", 1}}));
+    EXPECT_EQ(showGroup(0, {{"switch", Array{"S1", "S2", "S3"}}}).result(),
+              Value(Dictionary{{"S1", 1}, {"S3", 1}}));
 }
 
 TEST_F(LoopShortCutTest, AQuestionIsAskedInEveryPass)

@@ -1,3 +1,4 @@
+#include "platform/Button.h"
 #include "platform/SplitView.h"
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
@@ -14,7 +15,8 @@ const QString switchIsNoArray = QStringLiteral("Invalid config. Value for key 's
 const QString inputIsNoArray = QStringLiteral("Invalid config. Value for key 'input' is not array.");
 const QString twoInputs = QStringLiteral("Invalid config. Allow 1 input field a time in split mode.");
 
-/// Configurations that a show call does not draw: the operator reads why, and the sequence goes on after "OK".
+/// Configurations that a show call does not draw: the operator reads why, and the sequence goes on after
+/// "OK".
 class RefusalTest : public testsupport::PluginFixture
 {
 protected:
@@ -161,6 +163,37 @@ TEST_F(RefusalTest, InLoopModeAnAnswerThatIsThereComesBeforeValidation)
     auto &call = showView(0, {{"input", Array{"A", "B"}}});
     EXPECT_EQ(call.result(), Value(Dictionary{{"A", "X"}}));
     EXPECT_EQ(call.error(), Error());
+}
+
+TEST_F(RefusalTest, AFocusOrderThatAnEarlierPanelLeftDoesNotHoldTheAcknowledgementUp)
+{
+    auto &cancelled = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "Cancel");
+    ASSERT_TRUE(cancelled.waitUntilFinished());
+
+    auto &refused = showGroup(0, {{"input", Array{"S1", "S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "OK");
+    EXPECT_EQ(refused.error().code, 104);
+}
+
+TEST_F(RefusalTest, TheAcknowledgementDoesNotEndTheNextCall)
+{
+    interactive::InteractiveView &target = plugin();
+    auto &sequence = onSequencer([&target](Error *error) {
+        target.showGroupView(0, {{"input", Array{"S1", "S1"}}}, error);
+        *error = {};
+        return target.showGroupView(0, {{"input", Array{"S1"}}}, error);
+    });
+    ASSERT_TRUE(waitForPanel("G1"));
+    QPointer<platform::Button> ok = button("G1", "OK");
+    ok->sendAction();
+    ok->sendAction();
+    ASSERT_TRUE(testsupport::waitUntil([&] { return field("G1-SharedInput") != nullptr; }));
+    settle();
+    EXPECT_FALSE(sequence.finished());
+    EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
 }
 
 } // namespace

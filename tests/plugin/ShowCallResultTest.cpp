@@ -23,8 +23,9 @@ protected:
         button->setTitle(title);
         button->setIdentifier(Identifier(identifier));
         interactive::InteractiveView &target = plugin();
-        button->setTarget(&target, "confirmBtnClicked:",
-                          [&target](platform::View *sender) { target.confirmBtnClicked(sender); });
+        button->setTarget(&target, "confirmBtnClicked:", [&target](platform::View *sender) {
+            target.confirmBtnClicked(sender);
+        });
         panel(panelKey)->addSubview(button);
     }
 };
@@ -154,10 +155,11 @@ TEST_F(ShowCallResultTest, ASwitchPanelEndedWithAnotherButtonGivesItsRecordAndEr
     addButton("G1", "G1-9-Retry", "Retry");
     press("G1", "Retry");
     EXPECT_EQ(call.result(), Value(Dictionary{{"clickedButton", "G1-9-Retry"}}));
-    EXPECT_EQ(call.error(),
-              (Error{interactive::InteractivePluginErrorDomain, 301,
-                     "-[InteractiveView showInteractiveView:systemIndex:config:error:]: User canceld interactive "
-                     "view: G1"}));
+    EXPECT_EQ(
+        call.error(),
+        (Error{interactive::InteractivePluginErrorDomain, 301,
+               "-[InteractiveView showInteractiveView:systemIndex:config:error:]: User canceld interactive "
+               "view: G1"}));
 }
 
 TEST_F(ShowCallResultTest, OnlyTheLastPieceOfASwitchPanelsButtonCounts)

@@ -14,14 +14,14 @@ using platform::Value;
 
 namespace {
 
-const QString called = QStringLiteral("Called: -[InteractiveView showInteractiveView:systemIndex:config:error:]");
+const QString called =
+    QStringLiteral("Called: -[InteractiveView showInteractiveView:systemIndex:config:error:]");
 const QString method = QStringLiteral("-[InteractiveView showInteractiveView:systemIndex:config:error:]");
 const Dictionary question{{"button", Array{"No", "Yes"}}};
 
 /// What a show call does from its entry until the operator sees the panel.
 class ShowCallTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(ShowCallTest, TheCallForASystemIsLoggedWithItsIndexAndConfiguration)
 {
@@ -35,7 +35,8 @@ TEST_F(ShowCallTest, TheCallForAGroupIsLoggedWithoutASystemIndex)
 {
     showGroup(1, {{"input", Array{"S1", "S2"}}});
     ASSERT_TRUE(waitForPanel("G2"));
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, called + ", systemIndex: (null), config: {input = (S1, S2)}"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Default, called + ", systemIndex: (null), config: {input = (S1, S2)}"));
 }
 
 TEST_F(ShowCallTest, AGroupsPanelIsKeyedByTheGroupOfThatNumberAmongTheDistinctOnes)

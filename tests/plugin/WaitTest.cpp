@@ -1,9 +1,11 @@
+#include "tests/support/Wait.h"
+
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "platform/Button.h"
 #include "platform/Condition.h"
 #include "platform/MainQueue.h"
+#include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
-#include "tests/support/Wait.h"
 
 using interactive::InteractiveView;
 using platform::Array;
@@ -17,8 +19,7 @@ const Dictionary question{{"button", Array{"No", "Yes"}}};
 
 /// How a show call waits for its operator, and what does and does not end the wait.
 class WaitTest : public testsupport::PluginFixture
-{
-};
+{};
 
 TEST_F(WaitTest, ThePanelWaitsUntilAButtonIsPressed)
 {
@@ -38,8 +39,8 @@ TEST_F(WaitTest, NoLockIsHeldWhileACallWaits)
     auto &other = onSequencer([this](Error *) {
         plugin().setSavedData(plugin().savedData());
         plugin().setEnableStatus(plugin().enableStatus());
-        return Value(plugin().getCondition(plugin().panelKey("G2")) != nullptr && plugin().hasResponders("0")
-                     && plugin().collection("G1") != nullptr);
+        return Value(plugin().getCondition(plugin().panelKey("G2")) != nullptr &&
+                     plugin().hasResponders("0") && plugin().collection("G1") != nullptr);
     });
     EXPECT_EQ(other.result(), Value(true));
 }
@@ -77,7 +78,8 @@ TEST_F(WaitTest, APressBetweenTheDrawingAndTheWaitIsNotLost)
 {
     start();
     InteractiveView &target = plugin();
-    // The press is queued while the panel is being drawn, so that it is made before the call can have got to sleep.
+    // The press is queued while the panel is being drawn, so that it is made before the call can have got to
+    // sleep.
     KVKLogProxy *proxy = KVKLogGetProxy();
     const KVKLogProxy::SinkId sink = proxy->addSink([this](const KVKLogProxy::Line &line) {
         if (line.message.startsWith("Entered: "))
@@ -93,6 +95,37 @@ TEST_F(WaitTest, APressBetweenTheDrawingAndTheWaitIsNotLost)
         return Value(answered);
     });
     EXPECT_EQ(calls.result(), Value(50));
+    proxy->removeSink(sink);
+}
+
+TEST_F(WaitTest, ManyCallsLeaveTheNumberOfViewsWhereItWas)
+{
+    start();
+    InteractiveView &target = plugin();
+    KVKLogProxy *proxy = KVKLogGetProxy();
+    const KVKLogProxy::SinkId sink = proxy->addSink([this](const KVKLogProxy::Line &line) {
+        if (!line.message.startsWith("Entered: "))
+            return;
+        platform::MainQueue::async([this] {
+            for (const char *key : {"0", "1"}) {
+                if (platform::Button *yes = button(key, "Yes"))
+                    yes->sendAction();
+            }
+        });
+    });
+    const auto viewsAfter = [&](int pairs) {
+        auto &calls = onSequencer([&target, pairs](Error *error) {
+            for (int i = 0; i < pairs; ++i) {
+                target.showView(0, question, error);
+                target.showView(1, question, error);
+            }
+            return Value(true);
+        });
+        EXPECT_EQ(calls.result(), Value(true));
+        return testsupport::descendants(target.rootView()).size();
+    };
+    const qsizetype few = viewsAfter(2);
+    EXPECT_EQ(viewsAfter(100), few);
     proxy->removeSink(sink);
 }
 

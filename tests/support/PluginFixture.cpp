@@ -164,9 +164,8 @@ SequencerCall &PluginFixture::onSequencer(SequencerCall::Function function)
 SequencerCall &PluginFixture::showView(const Value &systemIndex, const Dictionary &config)
 {
     InteractiveView &target = plugin();
-    return onSequencer([&target, systemIndex, config](Error *error) {
-        return target.showView(systemIndex, config, error);
-    });
+    return onSequencer(
+        [&target, systemIndex, config](Error *error) { return target.showView(systemIndex, config, error); });
 }
 
 SequencerCall &PluginFixture::showGroup(const Value &groupNumber, const Dictionary &config)
@@ -180,9 +179,8 @@ SequencerCall &PluginFixture::showGroup(const Value &groupNumber, const Dictiona
 SequencerCall &PluginFixture::showViewWithoutError(const Value &systemIndex, const Dictionary &config)
 {
     InteractiveView &target = plugin();
-    return onSequencer([&target, systemIndex, config](Error *) {
-        return target.showView(systemIndex, config, nullptr);
-    });
+    return onSequencer(
+        [&target, systemIndex, config](Error *) { return target.showView(systemIndex, config, nullptr); });
 }
 
 SequencerCall &PluginFixture::showGroupWithoutError(const Value &groupNumber, const Dictionary &config)
@@ -223,14 +221,16 @@ bool PluginFixture::waitForPanelGone(const QString &panelKey)
 TextField *PluginFixture::field(const QString &identifier)
 {
     start();
-    return qobject_cast<TextField *>(firstWithIdentifier(
-        m_plugin->rootView(), identifier, [](View *view) { return qobject_cast<TextField *>(view) != nullptr; }));
+    return qobject_cast<TextField *>(firstWithIdentifier(m_plugin->rootView(), identifier, [](View *view) {
+        return qobject_cast<TextField *>(view) != nullptr;
+    }));
 }
 
 Button *PluginFixture::button(const QString &panelKey, const QString &title)
 {
     View *view = panel(panelKey);
-    return view ? confirmButton(view, [&](Button *candidate) { return candidate->title() == title; }) : nullptr;
+    return view ? confirmButton(view, [&](Button *candidate) { return candidate->title() == title; })
+                : nullptr;
 }
 
 Button *PluginFixture::groupButton(const QString &group)
@@ -249,8 +249,8 @@ void PluginFixture::type(const QString &text)
         if (character == QLatin1Char('\n'))
             QTest::keyClick(target, Qt::Key_Return);
         else
-            QTest::sendKeyEvent(QTest::Click, target, QTest::asciiToKey(character.toLatin1()), QString(character),
-                                Qt::NoModifier);
+            QTest::sendKeyEvent(QTest::Click, target, QTest::asciiToKey(character.toLatin1()),
+                                QString(character), Qt::NoModifier);
     }
 }
 
@@ -264,22 +264,24 @@ void PluginFixture::click(QWidget *view)
     ASSERT_NE(view, nullptr) << "there is nothing to click";
     const QPoint position = view->mapTo(&window(), view->rect().center());
     QWidget *hit = window().childAt(position);
-    ASSERT_TRUE(hit && (hit == view || view->isAncestorOf(hit))) << "the view cannot be clicked: hidden or covered";
+    ASSERT_TRUE(hit && (hit == view || view->isAncestorOf(hit)))
+        << "the view cannot be clicked: hidden or covered";
     QTest::mouseClick(window().windowHandle(), Qt::LeftButton, {}, position);
 }
 
 void PluginFixture::press(const QString &panelKey, const QString &title)
 {
     Button *target = button(panelKey, title);
-    ASSERT_NE(target, nullptr) << "no button " << title.toStdString() << " on panel " << panelKey.toStdString();
+    ASSERT_NE(target, nullptr) << "no button " << title.toStdString() << " on panel "
+                               << panelKey.toStdString();
     click(target);
     settle();
 }
 
 void PluginFixture::settle()
 {
-    // Confirmations run one after another: when that of a button that is already gone has been logged, those before
-    // it have ended. It has no panel, so it touches nothing.
+    // Confirmations run one after another: when that of a button that is already gone has been logged, those
+    // before it have ended. It has no panel, so it touches nothing.
     const int before = timesLoggedFrom(goneButtonLine);
     {
         View parent;

@@ -5,6 +5,7 @@
 #include "platform/View.h"
 #include "plugin/InteractiveView.h"
 #include "tests/support/LogRecorder.h"
+#include "tests/support/Printing.h"
 #include "tests/support/SequencerCall.h"
 
 #include <QHash>
@@ -40,13 +41,14 @@ struct Station
     QSize windowSize{1280, 800};
 };
 
-/// A station with a window that shows the plug-in's view, a sequencer that calls the plug-in on threads of its own,
-/// and the hands of an operator.
+/// A station with a window that shows the plug-in's view, a sequencer that calls the plug-in on threads of
+/// its own, and the hands of an operator.
 ///
 /// A test changes `station` first; everything else starts the plug-in on first use. At the end the calls that
 /// still wait are interrupted, so that a test that fails half way ends all the same.
 ///
-/// Thread: the main thread. Waiting verbs serve the event loop meanwhile and fail the test after a generous limit.
+/// Thread: the main thread. Waiting verbs serve the event loop meanwhile and fail the test after a generous
+/// limit.
 class PluginFixture : public ::testing::Test
 {
 protected:
@@ -65,13 +67,16 @@ protected:
     SequencerCall &showView(const platform::Value &systemIndex, const platform::Dictionary &config);
     SequencerCall &showGroup(const platform::Value &groupNumber, const platform::Dictionary &config);
     /// The same by a caller that does not ask for errors.
-    SequencerCall &showViewWithoutError(const platform::Value &systemIndex, const platform::Dictionary &config);
-    SequencerCall &showGroupWithoutError(const platform::Value &groupNumber, const platform::Dictionary &config);
+    SequencerCall &showViewWithoutError(const platform::Value &systemIndex,
+                                        const platform::Dictionary &config);
+    SequencerCall &showGroupWithoutError(const platform::Value &groupNumber,
+                                         const platform::Dictionary &config);
     /// Any other work of a sequence, on a thread of its own.
     SequencerCall &onSequencer(SequencerCall::Function function);
 
     // What is on the screen
-    /// The view that holds a panel's buttons, its group's container or its slot's box; null when there is none.
+    /// The view that holds a panel's buttons, its group's container or its slot's box; null when there is
+    /// none.
     platform::View *panel(const QString &panelKey);
     /// Whether a panel with buttons can be seen.
     bool isOpen(const QString &panelKey);
@@ -99,11 +104,13 @@ protected:
     platform::Dictionary record(const QString &panelKey);
     platform::Dictionary status(const QString &panelKey);
 
+    /// Lets the test go on past lines at error level, which fail it otherwise.
+    void expectErrors();
     /// Whether exactly one such line was written, to both places.
     ::testing::AssertionResult loggedOnce(KVKLogLevel level, const QString &line);
     /// How many lines with this text both places have; fails the test when they disagree.
     int timesLogged(KVKLogLevel level, const QString &line);
-    /// How many lines of any level the proxy has that begin like this.
+    /// How many lines of any level the proxy has got that begin like this.
     int timesLoggedFrom(const QString &beginning);
 
     Station station;
@@ -119,7 +126,7 @@ private:
     std::deque<std::unique_ptr<SequencerCall>> m_calls;
 };
 
-/// The fields that every level of the view tree below holds, depth first; for tests that compare what is drawn.
+/// All views below the view, depth first.
 QList<platform::View *> descendants(platform::View *view);
 
 } // namespace testsupport
