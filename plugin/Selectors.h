@@ -30,7 +30,7 @@ inline constexpr char ConfirmBtnClicked[] = "confirmBtnClicked:";
 /// A method's name as log lines show it: "-[InteractiveView getData:error:]".
 [[nodiscard]] QString bracketed(const char *selector);
 /// The name of the work that a method hands to another thread, as the compiler of the platform makes it:
-/// "__41-[InteractiveView confirmBtnClicked:]_block_invoke", the number being the length of the bracketed
+/// "__37-[InteractiveView confirmBtnClicked:]_block_invoke", the number being the length of the bracketed
 /// name.
 [[nodiscard]] QString blockName(const char *selector);
 

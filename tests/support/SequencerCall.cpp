@@ -11,8 +11,7 @@ namespace testsupport {
 
 SequencerCall::SequencerCall(Function function, bool wantsError)
     : m_thread([this, work = std::move(function), wantsError] { run(work, wantsError); })
-{
-}
+{}
 
 SequencerCall::~SequencerCall()
 {

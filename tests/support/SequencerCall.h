@@ -14,8 +14,9 @@ namespace testsupport {
 
 /// A call that a sequence makes of the plug-in, on a thread of its own, as the sequencer would.
 ///
-/// Thread: the main thread; the waiting accessors serve the event loop meanwhile and fail the test when the call
-/// does not end. Ownership: joins its thread; requires that the call has ended or is about to end by itself.
+/// Thread: the main thread; the waiting accessors serve the event loop meanwhile and fail the test when the
+/// call does not end. Ownership: joins its thread; requires that the call has ended or is about to end by
+/// itself.
 class SequencerCall
 {
 public:
