@@ -95,7 +95,8 @@ InputLook lookOf(const interactive::MouseTrackedTextField *field)
             .text = field->stringValue(),
             .enabled = field->isEnabled(),
             .lines = field->maximumNumberOfLines(),
-            .centredVertically = dynamic_cast<const interactive::VerticallyCenteredTextFieldCell *>(&cell) != nullptr,
+            .centredVertically =
+                dynamic_cast<const interactive::VerticallyCenteredTextFieldCell *>(&cell) != nullptr,
             .squareBezel = cell.isBezeled() && cell.bezelStyle() == TextFieldCell::BezelStyle::Square};
 }
 

@@ -3,17 +3,19 @@
 #include "platform/Button.h"
 #include "platform/TextField.h"
 #include "presentation/MouseTrackedTextField.h"
+#include "tests/support/Printing.h"
 
 #include <optional>
 #include <ostream>
 
-/// What views look like, as plain values: a test compares a whole view with one expectation, and a failure prints
-/// both as text. What an expectation does not name has the value that a view has from the start.
+/// What views look like, as plain values: a test compares a whole view with one expectation, and a failure
+/// prints both as text. What an expectation does not name has the value that a view has from the start.
 ///
 /// Thread: the main thread.
 namespace testsupport {
 
-/// A label, or a field seen as one. A background that is not drawn is a clear one; a missing identifier is "(null)".
+/// A label, or a field seen as one. A background that is not drawn is a clear one; a missing identifier is
+/// "(null)".
 struct TextLook
 {
     platform::Rect frame;
@@ -78,8 +80,11 @@ struct ButtonLook
 [[nodiscard]] QString identifierOf(const platform::View *view);
 
 template <class Look>
-concept SeenLook = requires(const Look &look) {
-    { look.frame } -> std::convertible_to<platform::Rect>;
+concept SeenLook = requires(const Look &look)
+{
+    {
+        look.frame
+        } -> std::convertible_to<platform::Rect>;
     inWords(look);
 };
 template <SeenLook Look>

@@ -38,12 +38,14 @@ QList<Kind *> childrenOf(View *parent)
 
 void PanelFixture::drawGroup(qint64 group, const Dictionary &config)
 {
-    plugin().drawUI(config, inputsOf(config), config.value("switch").toList(), config.value("button"), group, Value());
+    plugin().drawUI(config, inputsOf(config), config.value("switch").toList(), config.value("button"), group,
+                    Value());
 }
 
 void PanelFixture::drawSlot(qint64 system, const Dictionary &config)
 {
-    plugin().drawUI(config, inputsOf(config), config.value("switch").toList(), config.value("button"), Value(), system);
+    plugin().drawUI(config, inputsOf(config), config.value("switch").toList(), config.value("button"),
+                    Value(), system);
 }
 
 View *PanelFixture::child(View *parent, const QString &identifier)

@@ -19,7 +19,8 @@ namespace testsupport {
 class PanelFixture : public PluginFixture
 {
 protected:
-    /// Draws a panel as a show call with this configuration would: switches serve as inputs where there are none.
+    /// Draws a panel as a show call with this configuration would: switches serve as inputs where there are
+    /// none.
     void drawGroup(qint64 group, const platform::Dictionary &config);
     void drawSlot(qint64 system, const platform::Dictionary &config);
 

@@ -1,0 +1,127 @@
+#include "platform/ScrollView.h"
+#include "tests/support/PanelFixture.h"
+
+#include <QScrollBar>
+
+using platform::Array;
+using platform::Dictionary;
+using platform::ScrollView;
+using testsupport::inWords;
+
+namespace {
+
+Dictionary entryIn(int columns)
+{
+    return {{"input", Array{"SN"}}, {"column", columns}};
+}
+
+/// The document of the outer scroll view, which grows with the panels.
+class DocumentTest : public testsupport::PanelFixture
+{
+protected:
+    platform::Size documentSize() { return plugin().scrollView()->documentView()->frame().size(); }
+    double visibleTop()
+    {
+        const platform::Rect seen = plugin().scrollView()->documentVisibleRect();
+        return seen.y() + seen.height();
+    }
+    /// Where the knob of a scroller stands, from its beginning.
+    int knob(Qt::Orientation orientation)
+    {
+        for (const QScrollBar *each : plugin().scrollView()->findChildren<QScrollBar *>()) {
+            if (each->parent() == plugin().scrollView() && each->orientation() == orientation)
+                return each->value() - each->minimum();
+        }
+        return -1;
+    }
+};
+
+TEST_F(DocumentTest, TheDocumentHasRoomForTheBandOfEveryGroup)
+{
+    station.groups = {"G1", "G2", "G3"};
+    drawSlot(0, entryIn(1));
+    EXPECT_EQ(documentSize().height(), 3 * 456.0);
+    EXPECT_EQ(documentSize().width(), 1280.0);
+}
+
+TEST_F(DocumentTest, TheDocumentIsAsWideAsTheColumnsOfAPanel)
+{
+    station.windowSize = {600, 800};
+    drawGroup(0, {{"input", Array{"S1"}}, {"column", 4}});
+    EXPECT_EQ(documentSize().width(), 1000.0);
+}
+
+TEST_F(DocumentTest, TheDocumentGrowsOnly)
+{
+    station.windowSize = {600, 400};
+    drawSlot(0, entryIn(1));
+    EXPECT_EQ(documentSize(), platform::Size(600.0, 912.0));
+    drawSlot(4, entryIn(4));
+    EXPECT_EQ(documentSize(), platform::Size(1000.0, 912.0));
+    drawGroup(0, {{"input", Array{"S1"}}, {"column", 3}});
+    EXPECT_EQ(documentSize(), platform::Size(1000.0, 912.0));
+}
+
+TEST_F(DocumentTest, TheDocumentIsNeverSmallerThanTheWindow)
+{
+    drawSlot(0, entryIn(4));
+    EXPECT_EQ(documentSize(), plugin().scrollView()->contentView()->frame().size());
+}
+
+TEST_F(DocumentTest, TheFirstPanelIsShownFromTheTop)
+{
+    station.windowSize = {600, 400};
+    start();
+    plugin().scrollView()->scrollToPoint({0.0, 100.0});
+    drawSlot(0, entryIn(1));
+    EXPECT_EQ(visibleTop(), 912.0);
+}
+
+TEST_F(DocumentTest, LaterPanelsLeaveTheScrollPositionAlone)
+{
+    station.windowSize = {600, 400};
+    drawSlot(0, entryIn(1));
+    plugin().scrollView()->scrollToPoint({0.0, 600.0});
+    ASSERT_EQ(visibleTop(), 600.0);
+    drawSlot(4, entryIn(1));
+    EXPECT_EQ(visibleTop(), 600.0);
+}
+
+TEST_F(DocumentTest, TheScrollersAreResetWhenAnOverviewIsBuilt)
+{
+    station.windowSize = {600, 400};
+    drawSlot(0, entryIn(1));
+    plugin().scrollView()->scrollToPoint({0.0, 600.0});
+    ASSERT_GT(knob(Qt::Vertical), 0);
+    drawSlot(4, entryIn(1));
+    EXPECT_EQ(knob(Qt::Vertical), 0);
+    EXPECT_EQ(knob(Qt::Horizontal), 0);
+}
+
+TEST_F(DocumentTest, AMessageLeavesTheDocumentAsItIs)
+{
+    station.windowSize = {600, 400};
+    start();
+    const platform::Size before = documentSize();
+    drawGroup(0, {{"message", "Load"}, {"column", 1}});
+    EXPECT_EQ(documentSize(), before);
+}
+
+TEST_F(DocumentTest, APanelFollowsTheWidthOfTheWindow)
+{
+    drawGroup(1, {{"input", Array{"S1"}}, {"column", 2}});
+    window().resize(1480, 900);
+    ASSERT_EQ(plugin().splitView()->frame().width(), 1480.0);
+    platform::View *panel = pane("G2");
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(inWords(panel->frame()), "(0, 236, 1480, 236)");
+    EXPECT_EQ(inWords(buttons(panel).last()->frame()), "(1380, 4, 80, 30)");
+    EXPECT_EQ(inWords(labels(panel).first()->frame()), "(8, 209, 1280, 25)");
+    EXPECT_EQ(inWords(inputs(panel).first()->frame()), "(8, 8, 375, 25)");
+    // Left margin and width share what was added.
+    EXPECT_EQ(inWords(child(panel, "G2-lineView")->frame()), "(100, 234, 1380, 1)");
+    EXPECT_EQ(inWords(overviewScroll("G2")->frame()), "(0, 54, 700, 144)");
+    EXPECT_EQ(inWords(plugin().collection("G2")->frame()), "(0, 0, 600, 144)");
+}
+
+} // namespace

@@ -1,0 +1,89 @@
+#include "tests/support/PanelFixture.h"
+
+using platform::Array;
+using platform::Color;
+using platform::Dictionary;
+using platform::Value;
+
+namespace {
+
+/// The settings that a configuration may change and that hold until another one changes them again.
+class PanelSettingsTest : public testsupport::PanelFixture
+{
+protected:
+    static Dictionary asking(const QString &key, const Value &value)
+    {
+        return {{"input", Array{"SN"}}, {key, value}};
+    }
+};
+
+TEST_F(PanelSettingsTest, TheOpacityOfBackgroundsIsTakenFromTheConfigurationAndKept)
+{
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.3);
+    drawSlot(0, asking("backgroundAlpha", "0.5"));
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.5);
+    drawSlot(1, asking("label", "SN"));
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.5);
+    drawSlot(2, asking("backgroundAlpha", 0.25));
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.25);
+}
+
+TEST_F(PanelSettingsTest, AnEmptyOpacityChangesNothingAndATextWithoutANumberIsZero)
+{
+    drawSlot(0, asking("backgroundAlpha", ""));
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.3);
+    drawSlot(0, asking("backgroundAlpha", "faint"));
+    EXPECT_EQ(plugin().backgroundAlpha(), 0.0);
+}
+
+TEST_F(PanelSettingsTest, ShadowsAreTakenFromTheConfigurationAndKept)
+{
+    EXPECT_FALSE(plugin().drawShadow());
+    drawSlot(0, asking("drawShadow", "YES"));
+    EXPECT_TRUE(plugin().drawShadow());
+    drawSlot(1, asking("drawShadow", ""));
+    EXPECT_TRUE(plugin().drawShadow());
+    drawSlot(2, asking("drawShadow", false));
+    EXPECT_FALSE(plugin().drawShadow());
+    drawSlot(3, asking("drawShadow", true));
+    EXPECT_TRUE(plugin().drawShadow());
+    drawSlot(4, asking("drawShadow", "no"));
+    EXPECT_FALSE(plugin().drawShadow());
+}
+
+TEST_F(PanelSettingsTest, TheColumnsInForceAreThoseOfTheLastPanel)
+{
+    EXPECT_EQ(plugin().columns(), 0u);
+    drawSlot(0, {{"input", Array{"SN"}}});
+    EXPECT_EQ(plugin().columns(), 4u);
+    drawGroup(0, {{"input", Array{"S1"}}, {"column", 3}});
+    EXPECT_EQ(plugin().columns(), 3u);
+    drawGroup(1, {{"input", Array{"S1"}}});
+    EXPECT_EQ(plugin().columns(), 3u);
+    ASSERT_NE(pane("G2"), nullptr);
+    EXPECT_EQ(pane("G2")->frame().height(), 236.0);
+}
+
+TEST_F(PanelSettingsTest, TheSettingsOfAPanelColourItsOwnBoxes)
+{
+    drawSlot(0, asking("backgroundAlpha", 0.5));
+    ASSERT_NE(box("G1", 0), nullptr);
+    EXPECT_EQ(box("G1", 0)->fillColor(), Color::white().withAlphaComponent(0.5));
+}
+
+TEST_F(PanelSettingsTest, NoPanelCanBeDrawnForAStationWithoutSlots)
+{
+    station.systemGroups = Array{};
+    station.systemSlots = Array{};
+    EXPECT_FALSE(plugin().panelProblem({}).isEmpty());
+}
+
+TEST_F(PanelSettingsTest, ColumnsThatTheGeometryCannotTakeAreAProblem)
+{
+    EXPECT_EQ(plugin().panelProblem({{"column", 4}}), "");
+    EXPECT_EQ(plugin().panelProblem({}), "");
+    EXPECT_TRUE(plugin().panelProblem({{"column", -1}}).contains("-1"));
+    EXPECT_TRUE(plugin().panelProblem({{"column", "4000000000"}}).contains("4000000000"));
+}
+
+} // namespace
