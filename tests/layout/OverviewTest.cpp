@@ -1,3 +1,4 @@
+#include "presentation/CollectionViewItemView.h"
 #include "tests/support/PanelFixture.h"
 
 using platform::Array;

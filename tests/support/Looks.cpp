@@ -27,17 +27,17 @@ QString yesNo(bool value)
     return value ? QStringLiteral("yes") : QStringLiteral("no");
 }
 
-QString inWords(const Font &font)
+QString fontInWords(const Font &font)
 {
     return number(font.size) + (font.bold ? QStringLiteral(" bold") : QString());
 }
 
-QString inWords(const std::optional<Shadow> &shadow)
+QString shadowInWords(const std::optional<Shadow> &shadow)
 {
     if (!shadow)
         return QStringLiteral("none");
     return QStringLiteral("%1 radius %2 offset %3, %4")
-        .arg(inWords(shadow->color), number(shadow->radius), number(shadow->offset.width()),
+        .arg(testsupport::inWords(shadow->color), number(shadow->radius), number(shadow->offset.width()),
              number(shadow->offset.height()));
 }
 
@@ -121,7 +121,7 @@ QString inWords(const TextLook &look)
 {
     return QStringList{"frame " + inWords(look.frame),
                        "text '" + look.text + '\'',
-                       "font " + inWords(look.font),
+                       "font " + fontInWords(look.font),
                        "text colour " + inWords(look.textColor),
                        "background " + inWords(look.background),
                        "alignment " + QString::number(static_cast<int>(look.alignment)),
@@ -137,7 +137,7 @@ QString inWords(const InputLook &look)
     return QStringList{"frame " + inWords(look.frame),
                        "identifier " + look.identifier,
                        "parent " + look.parentIdentifier,
-                       "font " + inWords(look.font),
+                       "font " + fontInWords(look.font),
                        "background " + inWords(look.background),
                        "mask " + QString::number(look.mask),
                        "bordered " + yesNo(look.bordered),
@@ -156,7 +156,7 @@ QString inWords(const ButtonLook &look)
     return QStringList{"frame " + inWords(look.frame),
                        "title '" + look.title + '\'',
                        "identifier " + look.identifier,
-                       "font " + inWords(look.font),
+                       "font " + fontInWords(look.font),
                        "mask " + QString::number(look.mask),
                        "action " + QString::fromLatin1(look.action),
                        "bezel " + QString::number(static_cast<int>(look.bezel)),
@@ -165,7 +165,7 @@ QString inWords(const ButtonLook &look)
                        "bordered " + yesNo(look.bordered),
                        "enabled " + yesNo(look.enabled),
                        "layered " + yesNo(look.layered),
-                       "shadow " + inWords(look.shadow)}
+                       "shadow " + shadowInWords(look.shadow)}
         .join("; ");
 }
 

@@ -19,7 +19,7 @@ namespace testsupport {
 struct TextLook
 {
     platform::Rect frame;
-    QString text;
+    QString text{};
     platform::Font font{};
     platform::Color textColor = platform::Color::black();
     platform::Color background = platform::Color::clear();
@@ -34,15 +34,15 @@ struct TextLook
 struct InputLook
 {
     platform::Rect frame;
-    QString identifier;
-    QString parentIdentifier;
+    QString identifier{};
+    QString parentIdentifier{};
     platform::Font font{};
     platform::Color background = platform::Color::white();
     unsigned mask = 0;
     bool bordered = true;
     bool editable = true;
     QByteArray action = "checkInput:";
-    QString text;
+    QString text{};
     bool enabled = true;
     int lines = 1;
     bool centredVertically = true;
@@ -52,8 +52,8 @@ struct InputLook
 struct ButtonLook
 {
     platform::Rect frame;
-    QString title;
-    QString identifier;
+    QString title{};
+    QString identifier{};
     platform::Font font{};
     unsigned mask = 0;
     QByteArray action = "confirmBtnClicked:";
@@ -63,7 +63,7 @@ struct ButtonLook
     bool bordered = true;
     bool enabled = true;
     bool layered = false;
-    std::optional<platform::Shadow> shadow;
+    std::optional<platform::Shadow> shadow{};
 };
 
 [[nodiscard]] TextLook lookOf(const platform::TextField *label);
