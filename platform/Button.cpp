@@ -11,6 +11,16 @@ namespace {
 constexpr int SpaceBesideTitle = 8;
 constexpr int SpaceOfCheckMark = 24;
 
+/// Takes a press anywhere in its frame, not only on its mark and title.
+class WideCheckBox : public QCheckBox
+{
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    bool hitButton(const QPoint &position) const override { return rect().contains(position); }
+};
+
 } // namespace
 
 Button::Button(QWidget *parent)
@@ -29,7 +39,7 @@ void Button::makeInner()
 {
     delete m_inner;
     if (m_type == Type::Switch) {
-        m_inner = new QCheckBox(this);
+        m_inner = new WideCheckBox(this);
         m_inner->setChecked(state() == On);
     } else {
         m_inner = new QPushButton(this);

@@ -9,7 +9,7 @@ namespace station {
 namespace {
 
 constexpr int FrameWidth = 3;
-constexpr int TextMargin = 10;
+constexpr int TextMargin = 4;
 
 QFont cellFont(const QStyleOptionViewItem &option, bool bold)
 {
@@ -92,8 +92,8 @@ void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     } else {
         const QVariant foreground = index.data(Qt::ForegroundRole);
         const QColor color = foreground.isValid() ? foreground.value<QBrush>().color() : QColor(Qt::black);
-        paintText(painter, option.rect.adjusted(TextMargin, 0, -4, 0), color, index.data().toString(),
-                  Qt::AlignLeft);
+        paintText(painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), color,
+                  index.data().toString(), Qt::AlignLeft);
     }
     if (highlighted)
         paintFrame(painter, option.rect, index);

@@ -9,7 +9,10 @@ namespace {
 
 constexpr int RowHeight = 36;
 constexpr int TextPixels = 16;
-constexpr int StateWidth = 124;
+constexpr int StateWidth = 118;
+constexpr int ColumnPadding = 4;
+constexpr int WidestColumn = 140;
+constexpr int WidestMinimum = 280;
 constexpr int VisibleRows = 8;
 
 } // namespace
@@ -38,12 +41,12 @@ void StatusTable::setLook()
     verticalHeader()->setDefaultSectionSize(RowHeight);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    horizontalHeader()->setMinimumSectionSize(48);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    horizontalHeader()->setMinimumSectionSize(40);
     horizontalHeader()->setStretchLastSection(true);
     resizeColumnsToContents();
     for (int column = 0; column < StatusModel::StateColumn; ++column)
-        setColumnWidth(column, qMin(columnWidth(column) + 14, 140));
+        setColumnWidth(column, qMin(columnWidth(column) + ColumnPadding, WidestColumn));
     setColumnWidth(StatusModel::StateColumn, StateWidth);
 }
 
@@ -62,7 +65,7 @@ QSize StatusTable::sizeHint() const
 
 QSize StatusTable::minimumSizeHint() const
 {
-    return {qMin(columnsWidth(), 300), horizontalHeader()->height() + RowHeight};
+    return {qMin(columnsWidth(), WidestMinimum), horizontalHeader()->height() + RowHeight};
 }
 
 } // namespace station

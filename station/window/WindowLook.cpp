@@ -83,8 +83,9 @@ QLabel *statusLabel()
     label->setFont(windowFont(18));
     label->setContentsMargins(18, 0, 10, 0);
     label->setTextFormat(Qt::PlainText);
-    // A long status must not widen the window.
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    // A long status must not widen the window: it takes the room that there is.
+    label->setMinimumWidth(1);
+    label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     return label;
 }
 

@@ -75,7 +75,7 @@ protected:
 
     QWidget window;
     Context context;
-    platform::View *root = nullptr;
+    QPointer<platform::View> root;
     platform::ScrollView *scroll = nullptr;
     platform::SplitView *split = nullptr;
     QStringList pressed;

@@ -1,5 +1,6 @@
 #include "platform/MainQueue.h"
 #include "tests/operator/OperatorFixture.h"
+#include "tests/support/Wait.h"
 
 #include <QTimer>
 
@@ -87,10 +88,9 @@ TEST_F(Typing, BurstLeavesNoRoomForOtherWorkOfTheMainThread)
         platform::MainQueue::async([&] { seen.append(entered.join(',')); });
         target->setStringValue({});
     });
-    runs("operator.type('a\\nb\\nc\\n') operator.sleep(0)");
-    QCoreApplication::processEvents();
+    runs("operator.type('a\\nb\\nc\\n')");
+    ASSERT_TRUE(testsupport::waitUntil([&] { return seen.size() == 6; }));
     EXPECT_EQ(entered, QStringList({"a", "b", "c"}));
-    ASSERT_FALSE(seen.isEmpty());
     for (const QString &line : seen)
         EXPECT_EQ(line, "a,b,c");
 }

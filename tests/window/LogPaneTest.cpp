@@ -1,10 +1,12 @@
 #include "station/window/LogPane.h"
 
 #include "platform/MainQueue.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTime>
 
 #include <gtest/gtest.h>
 
@@ -62,6 +64,7 @@ TEST_F(LogPaneTest, ShowsLinesOfOtherThreads)
 
 TEST_F(LogPaneTest, TellsLevelsApartByColour)
 {
+    testsupport::expectError("wrong");
     log("plain");
     log("details", KVKLogLevel::Debug);
     log("wrong", KVKLogLevel::Error);

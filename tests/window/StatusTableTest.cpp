@@ -30,6 +30,7 @@ protected:
         KVKColorEngine::setProviders([](const Value &index) { return onlyOne(index, blue); },
                                      [](const Value &index) { return onlyOne(index, yellow); });
         table.resize(400, 300);
+        table.show();
     }
     ~StatusTableTest() override { KVKColorEngine::setProviders({}, {}); }
 
