@@ -1,0 +1,49 @@
+#pragma once
+
+#include "kovan/KovanLuaSequencer/KVKLabels.h"
+#include "platform/Error.h"
+#include "platform/Value.h"
+
+#include <QMetaMethod>
+#include <QObject>
+
+#include <stdexcept>
+#include <vector>
+
+/// One function that a plug-in offers to Lua, bound to its method.
+///
+/// Thread: call() on any thread that the plug-in allows; the context must outlive every call.
+class KVKBoundFunction
+{
+public:
+    KVKBoundFunction(QObject *context, QString name, const QMetaMethod &method, std::vector<KVKArgType> arguments);
+
+    [[nodiscard]] const QString &name() const { return m_name; }
+    [[nodiscard]] const std::vector<KVKArgType> &arguments() const { return m_arguments; }
+
+    /// Calls the method on this thread. Exceptions of the method come through.
+    /// Requires: as many arguments as arguments(), a dictionary where one is asked for.
+    [[nodiscard]] platform::Value call(const platform::Array &arguments, platform::Error *error) const;
+
+private:
+    QObject *m_context;
+    QString m_name;
+    QMetaMethod m_method;
+    std::vector<KVKArgType> m_arguments;
+};
+
+/// A function table that does not fit its plug-in. The text names the entry and what is wrong with it.
+class KVKFunctionTableError : public std::runtime_error
+{
+public:
+    explicit KVKFunctionTableError(const QString &text)
+        : std::runtime_error(text.toStdString())
+    {
+    }
+};
+
+/// Binds a plug-in's function table to the invokable methods of its context, by labels alone.
+///
+/// A method is found by the first word of its selector and the number of its arguments; the last one takes the error.
+/// Errors: throws KVKFunctionTableError for an entry that is no list of labels, or names no such method. Thread: any.
+[[nodiscard]] std::vector<KVKBoundFunction> KVKBindFunctions(QObject *context, const platform::Dictionary &table);

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "kovan/KovanLuaSequencer/KVKFunctionTable.h"
+#include "platform/Error.h"
+#include "platform/Value.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// How a sequence ended.
+enum class KVKLuaOutcome {
+    Passed,  ///< It returned true, nothing, or any other value than false.
+    Failed,  ///< It returned false.
+    Erred,   ///< It could not be loaded, or raised an error.
+    Stopped, ///< The host stopped it.
+};
+
+/// One call of a plug-in's function, as it ended.
+struct KVKLuaCall
+{
+    QString name;
+    platform::Array arguments;
+    platform::Value result;
+    std::optional<platform::Error> error;
+};
+
+/// The end of a sequence.
+struct KVKLuaEnd
+{
+    KVKLuaOutcome outcome = KVKLuaOutcome::Passed;
+    platform::Value value; ///< What it returned.
+    QString message;       ///< Why it erred, with file and line; empty otherwise.
+};
+
+/// Told what a sequence does. Called on the sequence's thread; must not throw.
+class KVKLuaSequenceObserver
+{
+public:
+    virtual ~KVKLuaSequenceObserver() = default;
+
+    virtual void sequenceCalled(const KVKLuaCall &call) = 0;
+    /// The last word of a sequence; its thread ends right after.
+    virtual void sequenceEnded(const KVKLuaEnd &end) = 0;
+};
+
+/// A Lua script with a state and a thread of its own, which calls the functions of plug-ins.
+///
+/// The script sees the functions and constants under their own names, the globals that it is given, `log(text)` and
+/// `sleep(seconds)`. A function returns its result and an error (nil, or a table with domain, code and message).
+///
+/// Thread: made, started and destroyed by one thread; requestStop() and hasEnded() on any.
+/// Ownership: the observer and the functions' contexts must outlive the sequence; so must whatever its calls wait for,
+/// since the destructor waits for the thread.
+class KVKLuaSequence
+{
+public:
+    struct Description
+    {
+        QString scriptPath;
+        platform::Dictionary globals; ///< Constants of plug-ins included.
+        std::vector<KVKBoundFunction> functions;
+    };
+
+    KVKLuaSequence(Description description, KVKLuaSequenceObserver &observer);
+    /// Requests the stop and joins the thread.
+    ~KVKLuaSequence();
+    KVKLuaSequence(const KVKLuaSequence &) = delete;
+    KVKLuaSequence &operator=(const KVKLuaSequence &) = delete;
+
+    /// Called once.
+    void start();
+    /// Ends the script at its next instruction, and a sleep at once. A call into a plug-in goes on until the plug-in
+    /// ends it.
+    void requestStop();
+    [[nodiscard]] bool hasEnded() const;
+
+private:
+    struct Run;
+    std::shared_ptr<Run> m_run;
+};
