@@ -23,7 +23,7 @@ class ConfirmationTest : public testsupport::PluginFixture
 TEST_F(ConfirmationTest, AnotherSenderIsRefused)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for ");
     TextField sender;
     plugin().confirmBtnClicked(&sender);
     settle();
@@ -36,7 +36,7 @@ TEST_F(ConfirmationTest, AnotherSenderIsRefused)
 TEST_F(ConfirmationTest, NoSenderIsRefused)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for ");
     plugin().confirmBtnClicked(nullptr);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: (null)"));
@@ -66,7 +66,7 @@ TEST_F(ConfirmationTest, TheMainThreadIsNotHeldUp)
 TEST_F(ConfirmationTest, AButtonWithoutAPanelChangesNothing)
 {
     start();
-    expectErrors();
+    expectError("no parent view found");
     Button lost;
     lost.setIdentifier(Identifier("Pass"));
     lost.setTitle("OK");
@@ -128,7 +128,7 @@ TEST_F(ConfirmationTest, OkWithAnInvalidEntryKeepsTheCallWaitingAndRecordsThePre
     config.insert("length", 3);
     auto &call = showView(0, config);
     ASSERT_TRUE(waitForPanel("0"));
-    expectErrors();
+    expectError("Invalid input: 0-SN = AB");
     type("AB");
     press("0", "OK");
     EXPECT_FALSE(call.finished());
@@ -193,7 +193,7 @@ TEST_F(ConfirmationTest, OkOnAGroupThatIsOffIsRefusedAndLogged)
     ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
     plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
-    expectErrors();
+    expectError("Inputs are valid. But group is disabled.");
     press("G1", "OK");
     EXPECT_FALSE(call.finished());
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, job + ": Inputs are valid. But group is disabled."));

@@ -49,7 +49,7 @@ TEST_F(InputCheckTest, AnEntryIsStoredUnderItsFieldsNameAndTheFieldTurnsWhite)
 TEST_F(InputCheckTest, AnEntryThatIsTooShortIsRejectedAndSelected)
 {
     ask({{"length", 10}});
-    expectErrors();
+    expectError("Invalid input: 0-SN = ");
     scan("123456789");
     expectRejected(field("0-SN"), "123456789");
     EXPECT_EQ(record("0"), (Dictionary{{"length", 10}}));
@@ -59,7 +59,7 @@ TEST_F(InputCheckTest, AnEntryThatIsTooShortIsRejectedAndSelected)
 TEST_F(InputCheckTest, AnEntryThatIsTooLongIsRejected)
 {
     ask({{"length", 10}});
-    expectErrors();
+    expectError("Invalid input: 0-SN = ");
     scan("12345678901");
     expectRejected(field("0-SN"), "12345678901");
 }
@@ -74,7 +74,7 @@ TEST_F(InputCheckTest, AnEntryOfTheExactLengthIsAccepted)
 TEST_F(InputCheckTest, TheNextEntryReplacesARejectedOneAndTheFieldTurnsWhiteAgain)
 {
     ask({{"length", 3}});
-    expectErrors();
+    expectError("Invalid input: 0-SN = ");
     scan("AB");
     scan("XYZ");
     EXPECT_EQ(record("0").value("SN"), Value("XYZ"));
@@ -99,7 +99,7 @@ TEST_F(InputCheckTest, ANegativeLengthMeansAnyLength)
 TEST_F(InputCheckTest, WithALengthTheEmptyEntryIsRejected)
 {
     ask({{"length", 3}});
-    expectErrors();
+    expectError("Invalid input: 0-SN = ");
     scan("");
     EXPECT_EQ(field("0-SN")->backgroundColor(), Color::standardRed());
     EXPECT_FALSE(record("0").contains("SN"));
@@ -127,7 +127,7 @@ TEST_F(InputCheckTest, ALengthThatIsTextCounts)
 {
     ask({});
     plugin().setSavedData({{"0", Dictionary{{"length", "3"}}}});
-    expectErrors();
+    expectError("Invalid input: 0-SN = ");
     field("0-SN")->setStringValue("AB");
     EXPECT_FALSE(plugin().checkInput(field("0-SN")));
     field("0-SN")->setStringValue("ABC");
@@ -165,7 +165,7 @@ TEST_F(InputCheckTest, WithoutRegisteredFieldsNothingIsStored)
 TEST_F(InputCheckTest, AButtonIsNoInputField)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for ");
     platform::Button button;
     button.setIdentifier(Identifier("Pass"));
     EXPECT_FALSE(plugin().checkInput(&button));
@@ -177,7 +177,7 @@ TEST_F(InputCheckTest, AButtonIsNoInputField)
 TEST_F(InputCheckTest, APlainTextFieldIsNoInputField)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for ");
     TextField plain;
     plain.setIdentifier(Identifier("G1-S1"));
     EXPECT_FALSE(plugin().checkInput(&plain));
@@ -189,7 +189,7 @@ TEST_F(InputCheckTest, APlainTextFieldIsNoInputField)
 TEST_F(InputCheckTest, NothingIsNoInputField)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for ");
     EXPECT_FALSE(plugin().checkInput(nullptr));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: (null)"));
 }

@@ -75,7 +75,7 @@ TEST_F(SharedInputTest, TheRaisedOpacityFollowsTheSetting)
 TEST_F(SharedInputTest, AnEntryOfAWrongLengthIsRejectedInTheSharedField)
 {
     ask({"S1"}, 3);
-    expectErrors();
+    expectError("Invalid input: G1-SharedInput = AB");
     scan("AB");
     EXPECT_EQ(shared()->backgroundColor(), Color::standardRed());
     EXPECT_EQ(shared()->selectedText(), "AB");
@@ -88,7 +88,8 @@ TEST_F(SharedInputTest, ADuplicateIsRejectedAndLoggedWithThePendingSlot)
 {
     ask({"S1", "S2"});
     scan("ABC");
-    expectErrors();
+    expectError("Duplicated input detected: S2 = ABC");
+    expectError("Invalid input: G1-SharedInput = ABC");
     scan("ABC");
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": Duplicated input detected: S2 = ABC"));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": Invalid input: G1-SharedInput = ABC"));
@@ -124,7 +125,7 @@ TEST_F(SharedInputTest, WithEverySlotFilledAnEntryOfAWrongLengthIsRejected)
 {
     ask({"S1"}, 3);
     scan("ABC");
-    expectErrors();
+    expectError("Invalid input: G1-SharedInput = XY");
     shared()->setStringValue("XY");
     EXPECT_FALSE(plugin().checkInput(shared()));
     EXPECT_EQ(shared()->backgroundColor(), Color::standardRed());
@@ -134,7 +135,8 @@ TEST_F(SharedInputTest, WithEverySlotFilledADuplicateIsRejectedWithoutASlotsName
 {
     ask({"S1"});
     scan("ABC");
-    expectErrors();
+    expectError("Duplicated input detected: (null) = ABC");
+    expectError("Invalid input: G1-SharedInput = ABC");
     shared()->setStringValue("ABC");
     EXPECT_FALSE(plugin().checkInput(shared()));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": Duplicated input detected: (null) = ABC"));

@@ -34,7 +34,7 @@ TEST_F(ConditionLookUpTest, WithoutAnyConditionALookUpIsAnError)
     station.systemGroups = Array{};
     station.systemSlots = Array{};
     start();
-    expectErrors();
+    expectError("no conidtion found for: G1");
     EXPECT_EQ(plugin().getCondition(plugin().panelKey("G1")), nullptr);
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Error, "-[InteractiveView getCondition:]: no conidtion found for: G1"));

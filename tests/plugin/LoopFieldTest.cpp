@@ -142,7 +142,7 @@ TEST_F(LoopFieldTest, AfterTheEntryTheInsertionPointStandsBehindTheNumber)
 TEST_F(LoopFieldTest, AnotherSenderIsRefused)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for -[InteractiveView configLoop:]");
     platform::Button button;
     plugin().configLoop(&button);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
@@ -153,7 +153,7 @@ TEST_F(LoopFieldTest, AnotherSenderIsRefused)
 TEST_F(LoopFieldTest, APlainTextFieldIsRefusedToo)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for -[InteractiveView configLoop:]");
     TextField plain;
     plain.setIdentifier(platform::Identifier("Loop"));
     plain.setStringValue("3");
@@ -166,7 +166,7 @@ TEST_F(LoopFieldTest, APlainTextFieldIsRefusedToo)
 TEST_F(LoopFieldTest, NoSenderIsRefusedToo)
 {
     start();
-    expectErrors();
+    expectError("Invalid call for -[InteractiveView configLoop:]");
     plugin().configLoop(nullptr);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView configLoop:] from sender: (null)"));

@@ -303,4 +303,30 @@ Dictionary PluginFixture::status(const QString &panelKey)
     return plugin().enableStatus().value(panelKey).toMap();
 }
 
+int PluginFixture::timesLogged(KVKLogLevel level, const QString &line) const
+{
+    const int times = log.count(level, line);
+    EXPECT_GE(times, 0) << "the two logs do not agree about: " << line.toStdString();
+    return times;
+}
+
+::testing::AssertionResult PluginFixture::loggedOnce(KVKLogLevel level, const QString &line) const
+{
+    const int times = timesLogged(level, line);
+    if (times == 1)
+        return ::testing::AssertionSuccess();
+    ::testing::AssertionResult failure = ::testing::AssertionFailure();
+    failure << "logged " << times << " times: " << line.toStdString() << "\nthere is:\n";
+    for (const LogRecorder::Line &other : log.proxyLines())
+        failure << "    " << other.message.toStdString() << '\n';
+    return failure;
+}
+
+int PluginFixture::timesLoggedFrom(const QString &beginning) const
+{
+    const std::vector<LogRecorder::Line> lines = log.proxyLines();
+    return static_cast<int>(std::ranges::count_if(
+        lines, [&](const LogRecorder::Line &line) { return line.message.startsWith(beginning); }));
+}
+
 } // namespace testsupport

@@ -5,6 +5,7 @@
 #include "platform/View.h"
 #include "plugin/InteractiveView.h"
 #include "tests/support/LogRecorder.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/Printing.h"
 #include "tests/support/SequencerCall.h"
 
@@ -104,14 +105,14 @@ protected:
     platform::Dictionary record(const QString &panelKey);
     platform::Dictionary status(const QString &panelKey);
 
-    /// Lets the test go on past lines at error level, which fail it otherwise.
-    void expectErrors();
+    /// Announces lines at error level that hold the text; others fail the test.
+    static void expectError(const QString &part) { testsupport::expectError(part); }
     /// Whether exactly one such line was written, to both places.
-    ::testing::AssertionResult loggedOnce(KVKLogLevel level, const QString &line);
+    ::testing::AssertionResult loggedOnce(KVKLogLevel level, const QString &line) const;
     /// How many lines with this text both places have; fails the test when they disagree.
-    int timesLogged(KVKLogLevel level, const QString &line);
+    int timesLogged(KVKLogLevel level, const QString &line) const;
     /// How many lines of any level the proxy has got that begin like this.
-    int timesLoggedFrom(const QString &beginning);
+    int timesLoggedFrom(const QString &beginning) const;
 
     Station station;
     LogRecorder log;
