@@ -1,5 +1,6 @@
 #include "station/operator/OperatorFunctions.h"
 
+#include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 #include "station/operator/LuaArguments.h"
 #include "station/operator/OperatorActions.h"
 #include "station/operator/OperatorFailure.h"
@@ -8,7 +9,6 @@
 #include <lua.hpp>
 
 #include <exception>
-#include <limits>
 
 namespace station {
 namespace {
@@ -51,13 +51,13 @@ int click(lua_State *state)
 int tree(lua_State *state)
 {
     const auto identifier = LuaArguments(state, "operator.tree").optionalText(1, "identifier");
-    pushValue(state, actionsOf(state).tree(identifier));
+    KVKLuaPush(state, actionsOf(state).tree(identifier));
     return 1;
 }
 
 int property(lua_State *state)
 {
-    pushValue(state, actionsOf(state).property(LuaArguments(state, "operator.property").text(1, "name")));
+    KVKLuaPush(state, actionsOf(state).property(LuaArguments(state, "operator.property").text(1, "name")));
     return 1;
 }
 
@@ -67,7 +67,7 @@ int log(lua_State *state)
     platform::Array lines;
     for (const QString &line : actionsOf(state).log(count))
         lines.append(line);
-    pushValue(state, lines);
+    KVKLuaPush(state, lines);
     return 1;
 }
 

@@ -52,7 +52,8 @@ void StationWindow::makeToolBar(const QString &stationName)
     bar->addWidget(m_status);
     addToolBar(bar);
     for (QAction *action : {m_run, m_stop}) {
-        QWidget *button = bar->widgetForAction(action);
+        auto *button = qobject_cast<QToolButton *>(bar->widgetForAction(action));
+        button->setAutoRaise(false);
         button->setFocusPolicy(Qt::NoFocus);
         button->setMinimumSize(92, 38);
     }

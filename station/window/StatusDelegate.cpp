@@ -35,12 +35,12 @@ void paintText(QPainter *painter, const QRect &rect, const QColor &color, const 
 void paintBadge(QPainter *painter, const QRect &rect, const QModelIndex &index)
 {
     const auto state = static_cast<SystemState>(index.data(StatusModel::StateRole).toInt());
-    const QRect badge = rect.adjusted(6, 5, -8, -6);
+    const QRect badge = rect.adjusted(4, 5, -6, -6);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(QColor(255, 255, 255, 150), 1.0));
     painter->setBrush(StatusDelegate::badgeColor(state));
     painter->drawRoundedRect(badge, 5.0, 5.0);
-    paintText(painter, badge.adjusted(8, 0, -8, 0), Qt::white, index.data().toString(), Qt::AlignLeft);
+    paintText(painter, badge.adjusted(7, 0, -5, 0), Qt::white, index.data().toString(), Qt::AlignLeft);
 }
 
 /// The frame runs along the whole row; each cell paints its piece of it.
@@ -93,7 +93,7 @@ void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
         const QVariant foreground = index.data(Qt::ForegroundRole);
         const QColor color = foreground.isValid() ? foreground.value<QBrush>().color() : QColor(Qt::black);
         paintText(painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), color,
-                  index.data().toString(), Qt::AlignLeft);
+                  index.data().toString(), Qt::AlignHCenter);
     }
     if (highlighted)
         paintFrame(painter, option.rect, index);

@@ -9,10 +9,10 @@ namespace {
 
 constexpr int RowHeight = 36;
 constexpr int TextPixels = 16;
-constexpr int StateWidth = 118;
+constexpr int StateWidth = 106;
 constexpr int ColumnPadding = 4;
 constexpr int WidestColumn = 140;
-constexpr int WidestMinimum = 280;
+constexpr int WidestMinimum = 250;
 constexpr int VisibleRows = 8;
 
 } // namespace
