@@ -212,6 +212,9 @@ void InteractiveView::finishPanel(PanelDrawing &drawing)
     drawing.made.release(); // NOLINT(bugprone-unused-return-value): the split view owns it from here
     m_splitView->addSubview(drawing.container);
     unhideUI(drawing.plan.panelKey);
+    // Only now: a container that was just made had no window before, where a field takes no focus.
+    if (!drawing.plan.isGroupPanel() && !drawing.fields.isEmpty())
+        drawing.fields.last()->becomeFirstResponder();
 }
 
 } // namespace interactive

