@@ -191,6 +191,11 @@ TEST_F(LabelTest, APanelForSomethingElseKeepsTheEarlierFocusOrder)
 class ImpossiblePanelTest : public testsupport::PluginFixture
 {
 protected:
+    void SetUp() override
+    {
+        expectError("-[InteractiveView showInteractiveView:systemIndex:config:error:]: ");
+    }
+
     void expectProblem(testsupport::SequencerCall &call)
     {
         EXPECT_EQ(call.result(), Value());
@@ -203,6 +208,7 @@ TEST_F(ImpossiblePanelTest, AStationWithoutSlotsIsAnError)
 {
     station.systemGroups = Array{};
     station.systemSlots = Array{};
+    expectError("no conidtion found for: 0");
     expectProblem(showView(0, {{"button", Array{"No", "Yes"}}}));
 }
 
