@@ -1,0 +1,6 @@
+operator.waitForPanel("G1", 20)
+operator.waitForPanel("G2", 20)
+operator.click({ panel = "G2", title = "Closed" })
+operator.click({ panel = "G1", title = "Half" })
+operator.waitForPanelGone("G1", 20)
+operator.waitForPanelGone("G2", 20)

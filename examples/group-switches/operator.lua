@@ -1,0 +1,6 @@
+operator.waitForPanel("G1", 20)
+operator.click({ panel = "G1", switch = "S2" })
+operator.click({ panel = "G1", switch = "S4" })
+operator.click({ panel = "G1", switch = "S4" })
+operator.click({ panel = "G1", title = "OK" })
+operator.waitForPanelGone("G1", 20)

@@ -1,0 +1,1 @@
+-- Nothing is asked here: the sequence alone learns of the refusal.

@@ -1,0 +1,3 @@
+local value, problem = getData(systemIndex)
+log(problem.message)
+return value == nil and problem.code == 201

@@ -1,0 +1,2 @@
+local answer, problem = showGroupView(groupNumber, { title = "Switch is no list", switch = "S1" })
+return answer == nil and problem == nil

@@ -1,0 +1,6 @@
+operator.waitForPanel("0", 20)
+operator.waitForPanel("1", 20)
+operator.click({ panel = "0", title = "Yes" })
+operator.click({ panel = "1", title = "No" })
+operator.waitForPanelGone("0", 20)
+operator.waitForPanelGone("1", 20)

@@ -1,0 +1,209 @@
+#include "tests/end_to_end/StationRun.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+using testsupport::StationRun;
+
+namespace {
+
+constexpr const char *GoodStation = "[station]\nname = \"Test\"\ngroups = [\"G1\"]\nslots = [\"S1\"]\n";
+
+/// A configuration that is refused, and what the line says beside the file.
+struct WrongConfig
+{
+    const char *name;
+    const char *toml;
+    const char *says;
+};
+
+void PrintTo(const WrongConfig &wrong, std::ostream *stream)
+{
+    *stream << wrong.name;
+}
+
+class RefusedConfiguration : public ::testing::TestWithParam<WrongConfig>
+{};
+
+TEST_P(RefusedConfiguration, IsToldInOneLineWithFileLineAndKey)
+{
+    StationRun station;
+    station.config(GetParam().toml).run();
+    EXPECT_EQ(station.status(), 2);
+    const QString line = station.errorLine();
+    EXPECT_TRUE(line.contains(station.path("station.toml") + ":" + GetParam().says)) << line.toStdString();
+    EXPECT_FALSE(QFile::exists(station.path("results.jsonl"))) << "nothing has run";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, RefusedConfiguration,
+    ::testing::Values(
+        WrongConfig{"UnknownKey", "[station]\nname = \"A\"\ngroups = [\"G\"]\nslots = [\"S\"]\ncolour = 1\n",
+                    "5: key 'station.colour'"},
+        WrongConfig{"UnknownTable",
+                    "[station]\ngroups = [\"G\"]\nslots = [\"S\"]\n[stations]\nname = \"A\"\n",
+                    "4: key 'stations'"},
+        WrongConfig{"NoToml", "[station]\nname = \"A\ngroups = [\"G\"]\n", "2: "},
+        WrongConfig{"WrongType", "[station]\nname = \"A\"\ngroups = \"G\"\nslots = [\"S\"]\n",
+                    "3: key 'station.groups'"},
+        WrongConfig{"NoSlots", "[station]\ngroups = [\"G\"]\n", "1: key 'station.slots'"},
+        WrongConfig{"GroupTwice", "[station]\ngroups = [\"G\", \"G\"]\nslots = [\"S\"]\n",
+                    "2: key 'station.groups'"},
+        WrongConfig{"MappingsOfDifferentLength",
+                    "[station]\nsystem_groups = [\"G\", \"G\"]\nsystem_slots = [\"S\"]\n",
+                    "3: key 'station.system_slots'"},
+        WrongConfig{"NoSuchSystem",
+                    "[station]\ngroups = [\"G\"]\nslots = [\"S\"]\n[[system]]\nindex = 1\ntext = \"red\"\n",
+                    "5: key 'system.index'"},
+        WrongConfig{
+            "NoSuchColour",
+            "[station]\ngroups = [\"G\"]\nslots = [\"S\"]\n[[system]]\nindex = 0\ntext = \"reddish\"\n",
+            "6: key 'system.text'"},
+        WrongConfig{"NoSuchScript",
+                    "[station]\ngroups = [\"G\"]\nslots = [\"S\"]\n[[sequence]]\nscript = \"none.lua\"\n",
+                    "5: key 'sequence.script'"},
+        WrongConfig{"WrongKindOfSequence",
+                    "[station]\ngroups = [\"G\"]\nslots = [\"S\"]\n[[sequence]]\nscript = \"station.toml\"\n"
+                    "per = \"slot\"\n",
+                    "6: key 'sequence.per'"}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+/// A plug-in that is refused, and what the line says beside its path.
+struct WrongPlugin
+{
+    const char *name;
+    const char *says;
+};
+
+void PrintTo(const WrongPlugin &wrong, std::ostream *stream)
+{
+    *stream << wrong.name;
+}
+
+class RefusedPlugin : public ::testing::TestWithParam<WrongPlugin>
+{};
+
+TEST_P(RefusedPlugin, IsToldInOneLineWithItsPath)
+{
+    const QString path = QStringLiteral(BROKEN_PLUGINS_PATH "/lib%1.so").arg(GetParam().name);
+    ASSERT_TRUE(QFile::exists(path)) << path.toStdString();
+    StationRun station;
+    station.config(GoodStation).plugin(path).run();
+    EXPECT_EQ(station.status(), 2);
+    const QString line = station.errorLine();
+    EXPECT_TRUE(line.contains(path)) << line.toStdString();
+    EXPECT_TRUE(line.contains(GetParam().says)) << line.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, RefusedPlugin,
+                         ::testing::Values(WrongPlugin{"WrongVersion", "InteractiveView/9.0"},
+                                           WrongPlugin{"ThrowsWhileLoading", "no licence for this station"},
+                                           WrongPlugin{"MissingFunction", "measure"},
+                                           WrongPlugin{"OtherObject", "OtherObject"},
+                                           WrongPlugin{"NoPlugin", "NoPlugin"}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST(StartFailure, APluginThatIsNotThereIsToldWithItsPath)
+{
+    StationRun station;
+    station.config(GoodStation).plugin("/nowhere/libNothing.so").run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_TRUE(station.errorLine().contains("/nowhere/libNothing.so")) << station.errors().toStdString();
+}
+
+TEST(StartFailure, ATextFileIsNoPlugin)
+{
+    StationRun station;
+    const QString path = station.file("libText.so", "no library at all\n");
+    station.config(GoodStation).plugin(path).run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_TRUE(station.errorLine().contains(path)) << station.errors().toStdString();
+}
+
+TEST(StartFailure, AConfigurationThatIsNotThereIsToldWithItsPath)
+{
+    StationRun station;
+    station.config(GoodStation).argument("--config").argument("/nowhere/station.toml").run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_TRUE(station.errorLine().contains("/nowhere/station.toml")) << station.errors().toStdString();
+}
+
+TEST(StartFailure, ASequenceOfTheCommandLineThatIsNotThereIsToldWithItsPath)
+{
+    StationRun station;
+    station.config(GoodStation).argument("--sequence").argument("/nowhere/sequence.lua").run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_TRUE(station.errorLine().contains("/nowhere/sequence.lua")) << station.errors().toStdString();
+}
+
+TEST(StartFailure, AnOptionThatDoesNotExistIsNamed)
+{
+    StationRun station;
+    station.config(GoodStation).argument("--no-such-option").run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_TRUE(station.errorLine().contains("no-such-option")) << station.errors().toStdString();
+}
+
+TEST(StartFailure, AResultsFileThatCannotBeWrittenIsToldWithItsPath)
+{
+    StationRun station;
+    station.config(GoodStation).argument("--results").argument("/nowhere/results.jsonl").run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_TRUE(station.errorLine().contains("/nowhere/results.jsonl")) << station.errors().toStdString();
+}
+
+/// A sequence that goes wrong, and what the line says beside the script.
+struct WrongSequence
+{
+    const char *name;
+    const char *lua;
+    const char *outcome;
+    const char *says;
+};
+
+void PrintTo(const WrongSequence &wrong, std::ostream *stream)
+{
+    *stream << wrong.name;
+}
+
+class FailingSequence : public ::testing::TestWithParam<WrongSequence>
+{};
+
+TEST_P(FailingSequence, IsToldInOneLineAndInTheResults)
+{
+    StationRun station;
+    station.perSystem(GetParam().lua).run();
+    EXPECT_EQ(station.status(), 1);
+    const QString line = station.errorLine();
+    EXPECT_TRUE(line.contains("sequence1.lua")) << line.toStdString();
+    EXPECT_TRUE(line.contains(GetParam().says)) << line.toStdString();
+    EXPECT_EQ(station.outcome(0), GetParam().outcome);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, FailingSequence,
+    ::testing::Values(WrongSequence{"ReturnsFalse", "return false", "failed", "failed"},
+                      WrongSequence{"RaisesAnError", "\nerror('the fixture is open')", "erred",
+                                    "sequence1.lua:2: the fixture is open"},
+                      WrongSequence{"IsNoLua", "x = = 1", "erred", "sequence1.lua:1: "},
+                      WrongSequence{"CallsWhatIsNotThere", "showViews(1, {})", "erred", "showViews"},
+                      WrongSequence{"GivesTooFewArguments", "showView(systemIndex)", "erred", "showView"},
+                      WrongSequence{"GivesAWrongArgument", "showView(systemIndex, 'SN')", "erred",
+                                    "argument 2"},
+                      WrongSequence{"NamesAGroupBeyondTheStation", "showGroupView(3, {})", "erred", "3"}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(OperatorFailure, AFailedScriptEndsTheRunAndIsToldInOneLine)
+{
+    StationRun station;
+    station.perSystem(R"(return showView(systemIndex, { input = { "SN" } }) ~= nil)");
+    station.operatorDoes(R"(operator.waitForPanel("7", 0.2))");
+    station.run();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_TRUE(station.errors().contains("operator.lua:1: no panel \"7\" within 0.2 s"))
+        << station.errors().toStdString();
+    EXPECT_EQ(station.outcome(0), "stopped");
+}
+
+} // namespace

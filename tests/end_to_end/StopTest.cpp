@@ -1,0 +1,88 @@
+#include "tests/end_to_end/StationRun.h"
+
+#include <QDateTime>
+
+#include <gtest/gtest.h>
+
+using testsupport::StationRun;
+
+namespace {
+
+/// Eight systems that have answered one question each and wait with a second one.
+constexpr const char *AskTwice = R"(
+    assert(showView(systemIndex, { input = { "SN" } }).SN == "n" .. systemIndex)
+    showView(systemIndex, { button = { "No", "Yes" } })
+)";
+
+/// Answers the first questions, waits for the second ones, and gives the sign that all of them are there.
+constexpr const char *AnswerOnce = R"(
+    for index = 0, 7 do
+        local key = tostring(index)
+        operator.waitForPanel(key, 30)
+        operator.click(key .. "-SN")
+        operator.scan("n" .. key)
+        operator.click({ panel = key, title = "OK" })
+        operator.waitForPanelGone(key, 30)
+    end
+    for index = 0, 7 do operator.waitForPanel(tostring(index), 30) end
+)";
+
+StationRun &prepare(StationRun &station)
+{
+    return station.groups({"G1", "G2"}).slotNames({"S1", "S2", "S3", "S4"}).perSystem(AskTwice);
+}
+
+/// Every sequence was stopped, with the first answer and the interrupted call in the results.
+void expectEightStopped(const StationRun &station)
+{
+    EXPECT_EQ(station.status(), 1);
+    for (int system = 0; system < 8; ++system) {
+        const QString subject = QString::number(system);
+        EXPECT_EQ(station.outcome(system), "stopped");
+        const QList<QJsonObject> calls = station.calls("showView", subject);
+        ASSERT_EQ(calls.size(), 2) << station.everything().toStdString();
+        EXPECT_EQ(calls.first().value("result").toObject().value("SN").toString(), "n" + subject);
+        EXPECT_TRUE(calls.last().value("result").isNull());
+        const QString message = calls.last().value("error").toObject().value("message").toString();
+        EXPECT_TRUE(message.contains("The station stopped while waiting for the operator: " + subject))
+            << message.toStdString();
+    }
+}
+
+QDateTime timeOf(const QJsonObject &line)
+{
+    return QDateTime::fromString(line.value("time").toString(), Qt::ISODateWithMs);
+}
+
+class EndOfTheRun : public ::testing::TestWithParam<const char *>
+{};
+
+TEST_P(EndOfTheRun, StopsEightWaitingCallsWithinASecondAndKeepsAllResults)
+{
+    StationRun station;
+    prepare(station).plugin(QStringLiteral(BROKEN_PLUGINS_PATH "/libWindowEnds.so"));
+    station.argument("--plugin").argument(QStringLiteral(PLUGIN_PATH));
+    // The sequence of the station waits for the operator's sign, an entry in the loop field.
+    station.perStation(
+        QStringLiteral("while getLoopConfig().LoopMax ~= 1 do sleep(0.02) end %1()").arg(GetParam()));
+    station.operatorDoes(QLatin1String(AnswerOnce) + R"(operator.click("Loop") operator.scan("1"))");
+    station.run();
+    expectEightStopped(station);
+    const QList<QJsonObject> asked = station.calls(GetParam(), "");
+    ASSERT_EQ(asked.size(), 1) << station.everything().toStdString();
+    EXPECT_LT(timeOf(asked.first()).msecsTo(timeOf(station.results().last())), 1000);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, EndOfTheRun, ::testing::Values("pressStop", "closeWindow"),
+                         [](const auto &info) { return std::string(info.param); });
+
+TEST(Stop, AFailedOperatorEndsEightWaitingCallsAndAllResultsAreKept)
+{
+    StationRun station;
+    prepare(station).operatorDoes(QLatin1String(AnswerOnce) + "error('enough')");
+    station.run();
+    expectEightStopped(station);
+    EXPECT_TRUE(station.errors().contains("enough")) << station.errors().toStdString();
+}
+
+} // namespace
