@@ -2,7 +2,17 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace platform {
+
+namespace {
+
+constexpr double CornerRadius = 5.0;
+constexpr double MinimumInset = 1.0;
+const QColor BorderColor(0, 0, 0, 40);
+
+} // namespace
 
 Box::Box(QWidget *parent)
     : View(parent)
@@ -29,14 +39,21 @@ void Box::layout()
         m_contentView->setFrame(bounds());
 }
 
+/// Tiles stand side by side, so that a shadow outside the bounds would lie under the neighbours.
+QRectF Box::shadowOutline() const
+{
+    const double inset = shadow() ? std::max(MinimumInset, shadow()->reach()) : MinimumInset;
+    return QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+}
+
 void Box::paintEvent(QPaintEvent *event)
 {
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor(0, 0, 0, 40), 1.0));
+        painter.setPen(QPen(BorderColor, 1.0));
         painter.setBrush(m_fillColor.toQColor());
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 5.0, 5.0);
+        painter.drawRoundedRect(shadowOutline().adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
     }
     View::paintEvent(event);
 }

@@ -4,7 +4,8 @@
 
 namespace platform {
 
-/// A filled rectangle with a content view that covers it; what belongs into the box goes into the content view.
+/// A filled rectangle with a content view that covers it; what belongs into the box goes into the content
+/// view. The fill stays inside the bounds, far enough to leave room for the box's own shadow.
 ///
 /// Thread: the main thread. Ownership: the box owns its content view, which is there from the start.
 class Box : public View
@@ -21,6 +22,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void layout() override;
+    [[nodiscard]] QRectF shadowOutline() const override;
 
 private:
     View *m_contentView = nullptr;

@@ -11,15 +11,34 @@ namespace {
 constexpr int SpaceBesideTitle = 8;
 constexpr int SpaceOfCheckMark = 24;
 
-/// Takes a press anywhere in its frame, not only on its mark and title.
-class WideCheckBox : public QCheckBox
+/// Takes a press anywhere in its frame, not only on its mark and title; a press on a mixed one sets it on.
+class SwitchBox : public QCheckBox
 {
 public:
     using QCheckBox::QCheckBox;
 
 protected:
     bool hitButton(const QPoint &position) const override { return rect().contains(position); }
+    void nextCheckState() override
+    {
+        const bool wasOn = checkState() == Qt::Checked;
+        setTristate(false);
+        setChecked(!wasOn);
+    }
 };
+
+Qt::CheckState checkState(Button::State state)
+{
+    switch (state) {
+    case Button::On:
+        return Qt::Checked;
+    case Button::Mixed:
+        return Qt::PartiallyChecked;
+    case Button::Off:
+        break;
+    }
+    return Qt::Unchecked;
+}
 
 } // namespace
 
@@ -37,18 +56,25 @@ Button::Button(const Rect &frame)
 
 void Button::makeInner()
 {
-    delete m_inner;
-    if (m_type == Type::Switch) {
-        m_inner = new WideCheckBox(this);
-        m_inner->setChecked(state() == On);
-    } else {
-        m_inner = new QPushButton(this);
+    // Later than at once, since it may be an action of the button that changes its kind.
+    if (m_inner) {
+        giveUpFocus();
+        m_inner->hide();
+        m_inner->disconnect(this);
+        m_inner->deleteLater();
     }
+    if (m_type == Type::Switch)
+        m_inner = new SwitchBox(this);
+    else
+        m_inner = new QPushButton(this);
     // A click must not take the focus from the field that is being typed into.
     m_inner->setFocusPolicy(Qt::TabFocus);
     connect(m_inner, &QAbstractButton::clicked, this, &Button::clicked);
-    fontChanged();
-    layout();
+    showState();
+    showBorder();
+    m_inner->setFont(font().toQFont());
+    m_inner->setGeometry(rect());
+    showTitle();
     m_inner->show();
 }
 
@@ -57,6 +83,27 @@ void Button::clicked()
     if (m_type == Type::Switch)
         m_state = m_inner->isChecked() ? On : Off;
     sendAction();
+}
+
+void Button::showState()
+{
+    auto *box = qobject_cast<QCheckBox *>(m_inner);
+    if (!box)
+        return;
+    box->setTristate(state() == Mixed);
+    box->setCheckState(checkState(state()));
+}
+
+void Button::showBorder()
+{
+    if (auto *push = qobject_cast<QPushButton *>(m_inner))
+        push->setFlat(!m_bordered);
+}
+
+void Button::setBordered(bool bordered)
+{
+    m_bordered = bordered;
+    showBorder();
 }
 
 void Button::setTitle(const QString &title)
@@ -72,7 +119,7 @@ void Button::showTitle()
         m_inner->fontMetrics().elidedText(m_title, Qt::ElideRight, std::max(0, m_inner->width() - space));
     // An ampersand in a title is a character, not the mark of a shortcut.
     m_inner->setText(QString(shown).replace(QLatin1Char('&'), QStringLiteral("&&")));
-    m_inner->setToolTip(shown == m_title ? QString() : m_title);
+    setToolTip(shown == m_title ? QString() : m_title);
 }
 
 void Button::setButtonType(Type type)
@@ -86,21 +133,17 @@ void Button::setButtonType(Type type)
 void Button::setState(State state)
 {
     m_state = state;
-    if (m_type == Type::Switch)
-        m_inner->setChecked(state == On);
+    showState();
 }
 
 bool Button::becomeFirstResponder()
 {
-    if (!isEnabled())
-        return false;
-    m_inner->setFocus(Qt::OtherFocusReason);
-    return m_inner->hasFocus();
+    return takeFocus(m_inner);
 }
 
 bool Button::isFirstResponder() const
 {
-    return m_inner->hasFocus();
+    return window()->focusWidget() == m_inner;
 }
 
 QWidget *Button::focusTarget()

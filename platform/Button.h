@@ -32,10 +32,10 @@ public:
     [[nodiscard]] BezelStyle bezelStyle() const { return m_bezelStyle; }
     void setBezelStyle(BezelStyle style) { m_bezelStyle = style; }
     [[nodiscard]] bool isBordered() const { return m_bordered; }
-    void setBordered(bool bordered) { m_bordered = bordered; }
+    void setBordered(bool bordered);
     /// Thread: any.
     [[nodiscard]] State state() const { return static_cast<State>(m_state.load()); }
-    /// Changes the state without sending the action.
+    /// Changes the state without sending the action. A switch shows it; a press takes a mixed one to on.
     void setState(State state);
 
     bool becomeFirstResponder() override;
@@ -50,6 +50,8 @@ private:
     void makeInner();
     void clicked();
     void showTitle();
+    void showState();
+    void showBorder();
 
     QAbstractButton *m_inner = nullptr;
     QString m_title;

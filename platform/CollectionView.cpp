@@ -1,6 +1,7 @@
 #include "platform/CollectionView.h"
 
 #include <QMouseEvent>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -8,6 +9,12 @@
 namespace platform {
 
 CollectionView::~CollectionView() = default;
+
+void CollectionView::setBackgroundColors(const QList<Color> &colors)
+{
+    m_backgroundColors = colors;
+    update();
+}
 
 void CollectionView::setFlowLayout(const FlowLayout &flow)
 {
@@ -29,6 +36,7 @@ void CollectionView::setContent(const Array &content)
         item->deleteLater();
     }
     m_items.clear();
+    m_selection.clear();
     m_content = content;
     for (const Value &object : content) {
         CollectionViewItem *item = m_factory();
@@ -46,35 +54,64 @@ CollectionViewItem *CollectionView::itemAtIndex(qint64 index) const
     return index >= 0 && index < itemCount() ? m_items[static_cast<std::size_t>(index)] : nullptr;
 }
 
+/// At least one item stands in a row, however narrow the view.
+int CollectionView::itemsInRow() const
+{
+    const double pitch = m_layout.itemSize.width() + m_layout.minimumInteritemSpacing;
+    const double room = bounds().width() - m_layout.sectionInset[1] - m_layout.sectionInset[3] +
+                        m_layout.minimumInteritemSpacing;
+    if (pitch <= 0.0 || room < pitch)
+        return 1;
+    return static_cast<int>(
+        std::min(std::floor(room / pitch), static_cast<double>(std::max(1, itemCount()))));
+}
+
 void CollectionView::layout()
 {
-    const auto &[top, left, bottom, right] = m_layout.sectionInset;
+    const double top = m_layout.sectionInset[0];
+    const double left = m_layout.sectionInset[1];
     const double pitch = m_layout.itemSize.width() + m_layout.minimumInteritemSpacing;
-    const double available = bounds().width() - left - right + m_layout.minimumInteritemSpacing;
-    const int perRow = pitch > 0.0 ? std::max(1, static_cast<int>(std::floor(available / pitch))) : 1;
+    const int perRow = itemsInRow();
     for (int i = 0; i < itemCount(); ++i) {
         View *view = m_items[static_cast<std::size_t>(i)]->view();
         if (!view)
             continue;
+        const int row = i / perRow;
         const double x = left + pitch * (i % perRow);
-        const double y = bounds().height() - top - m_layout.itemSize.height() * (i / perRow + 1);
+        const double y = bounds().height() - top - m_layout.itemSize.height() * (row + 1);
         view->setFrame({Point(x, y), m_layout.itemSize});
     }
+}
+
+void CollectionView::paintEvent(QPaintEvent *event)
+{
+    if (!m_backgroundColors.isEmpty())
+        QPainter(this).fillRect(rect(), m_backgroundColors.first().toQColor());
+    View::paintEvent(event);
+}
+
+std::optional<int> CollectionView::itemAt(const QPoint &position) const
+{
+    for (int i = 0; i < itemCount(); ++i) {
+        const View *view = m_items[static_cast<std::size_t>(i)]->view();
+        if (view && view->isVisible() && view->geometry().contains(position))
+            return i;
+    }
+    return std::nullopt;
 }
 
 void CollectionView::mousePressEvent(QMouseEvent *event)
 {
     event->ignore();
-    if (!m_selectable)
+    const std::optional<int> pressed = itemAt(event->position().toPoint());
+    if (!m_selectable || event->button() != Qt::LeftButton || !pressed)
         return;
-    for (int i = 0; i < itemCount(); ++i) {
-        const View *view = m_items[static_cast<std::size_t>(i)]->view();
-        if (!view || !view->geometry().contains(event->position().toPoint()))
-            continue;
-        const std::set<int> wanted{i};
-        m_selection = m_delegate ? m_delegate->collectionViewShouldSelectItemsAtIndexPaths(this, wanted) : wanted;
-        event->accept();
-    }
+    event->accept();
+    const std::set<int> wanted{*pressed};
+    const std::set<int> allowed =
+        m_delegate ? m_delegate->collectionViewShouldSelectItemsAtIndexPaths(this, wanted) : wanted;
+    if (allowed.contains(*pressed))
+        m_selection = wanted;
 }
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include "platform/View.h"
 
 #include <functional>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -39,14 +40,15 @@ class CollectionViewDelegate
 public:
     virtual ~CollectionViewDelegate() = default;
     /// Of the items (by index) that a person is about to select, those that may be.
-    [[nodiscard]] virtual std::set<int> collectionViewShouldSelectItemsAtIndexPaths(CollectionView *view,
-                                                                                     const std::set<int> &indexes) = 0;
+    [[nodiscard]] virtual std::set<int>
+    collectionViewShouldSelectItemsAtIndexPaths(CollectionView *view, const std::set<int> &indexes) = 0;
 };
 
 /// Lays out items by index, left to right, top to bottom, each made from the registered interface file.
 ///
 /// Shapes and units: as many items in a row as the width holds (at least one), rows from the upper edge
-/// downwards without a gap. Positions follow when the view is resized.
+/// downwards without a gap. Positions follow when the view is resized. A press on an item selects it when the
+/// view is selectable and the delegate, if there is one, allows it; otherwise the selection stays.
 /// Thread: the main thread. Ownership: owns its items; the delegate must outlive the view.
 class CollectionView : public View
 {
@@ -73,7 +75,8 @@ public:
     void registerItem(ItemFactory factory, const QString &itemIdentifier);
     [[nodiscard]] QString itemIdentifier() const { return m_itemIdentifier; }
     [[nodiscard]] const Array &content() const { return m_content; }
-    /// Makes one item for each object. Requires: an item was registered.
+    /// Makes one item for each object; former items go, and nothing is selected. Requires: an item was
+    /// registered.
     void setContent(const Array &content);
     [[nodiscard]] int itemCount() const { return static_cast<int>(m_items.size()); }
     /// The item, or null when there is none of that index.
@@ -85,13 +88,19 @@ public:
     [[nodiscard]] CollectionViewDelegate *delegate() const { return m_delegate; }
     [[nodiscard]] const std::set<int> &selectionIndexes() const { return m_selection; }
     [[nodiscard]] QList<Color> backgroundColors() const { return m_backgroundColors; }
-    void setBackgroundColors(const QList<Color> &colors) { m_backgroundColors = colors; }
+    /// The first one is painted behind the items.
+    void setBackgroundColors(const QList<Color> &colors);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void layout() override;
 
 private:
+    [[nodiscard]] int itemsInRow() const;
+    /// The item whose view is at a position of the widget (origin at the upper left).
+    [[nodiscard]] std::optional<int> itemAt(const QPoint &position) const;
+
     FlowLayout m_layout;
     ItemFactory m_factory;
     QString m_itemIdentifier;

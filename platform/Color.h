@@ -26,11 +26,17 @@ struct Color
     [[nodiscard]] static constexpr Color clear() { return {0.0, 0.0, 0.0, 0.0}; }
     [[nodiscard]] static constexpr Color standardRed() { return {1.0, 0.0, 0.0, 1.0}; }
     [[nodiscard]] static constexpr Color lightGray() { return {2.0 / 3.0, 2.0 / 3.0, 2.0 / 3.0, 1.0}; }
-    [[nodiscard]] static constexpr Color systemGray() { return {142.0 / 255.0, 142.0 / 255.0, 147.0 / 255.0, 1.0}; }
+    [[nodiscard]] static constexpr Color systemGray()
+    {
+        return {142.0 / 255.0, 142.0 / 255.0, 147.0 / 255.0, 1.0};
+    }
     [[nodiscard]] static constexpr Color systemYellow() { return {1.0, 204.0 / 255.0, 0.0, 1.0}; }
     [[nodiscard]] static constexpr Color systemBlue() { return {0.0, 122.0 / 255.0, 1.0, 1.0}; }
     /// The background of a window.
-    [[nodiscard]] static constexpr Color windowBackground() { return {236.0 / 255.0, 236.0 / 255.0, 236.0 / 255.0, 1.0}; }
+    [[nodiscard]] static constexpr Color windowBackground()
+    {
+        return {236.0 / 255.0, 236.0 / 255.0, 236.0 / 255.0, 1.0};
+    }
     /// The text of a label.
     [[nodiscard]] static constexpr Color label() { return {0.0, 0.0, 0.0, 0.85}; }
 

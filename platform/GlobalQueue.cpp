@@ -1,5 +1,7 @@
 #include "platform/GlobalQueue.h"
 
+#include "platform/MainQueue.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <deque>
@@ -16,6 +18,8 @@ class Pool
 public:
     Pool()
     {
+        // What is made first goes last: jobs may use the main queue up to their end.
+        static_cast<void>(MainQueue::isMainThread());
         constexpr unsigned FewestWorkers = 4;
         const unsigned count = std::max(FewestWorkers, std::thread::hardware_concurrency());
         for (unsigned i = 0; i < count; ++i)
@@ -53,10 +57,12 @@ private:
             m_changed.wait(lock, [this] { return m_ending || !m_jobs.empty(); });
             if (m_ending)
                 return;
-            const std::function<void()> job = std::move(m_jobs.front());
+            std::function<void()> job = std::move(m_jobs.front());
             m_jobs.pop_front();
             lock.unlock();
             job();
+            // What the job held goes before the lock comes back: it may submit jobs in its turn.
+            job = nullptr;
             lock.lock();
         }
     }

@@ -4,8 +4,7 @@ namespace platform {
 
 Identifier::Identifier(const QString &text)
     : m_text(std::make_shared<const QString>(text))
-{
-}
+{}
 
 bool Identifier::isNull() const
 {

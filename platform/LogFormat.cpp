@@ -15,8 +15,7 @@ LogArgument::LogArgument(const char *text)
 
 LogArgument::LogArgument(const QString &text)
     : m_content(text)
-{
-}
+{}
 
 LogArgument::LogArgument(const Identifier &identifier)
 {
@@ -32,18 +31,15 @@ LogArgument::LogArgument(const Value &value)
 
 LogArgument::LogArgument(const Dictionary &value)
     : m_content(description(value))
-{
-}
+{}
 
 LogArgument::LogArgument(const Array &value)
     : m_content(description(value))
-{
-}
+{}
 
 LogArgument::LogArgument(double number)
     : m_content(number)
-{
-}
+{}
 
 QString LogArgument::asText() const
 {

@@ -25,11 +25,9 @@ public:
     LogArgument(const Array &value);
     LogArgument(double number);
     template <class Integer>
-        requires std::is_integral_v<Integer>
-    LogArgument(Integer number)
+    requires std::is_integral_v<Integer> LogArgument(Integer number)
         : m_content(static_cast<qint64>(number))
-    {
-    }
+    {}
 
     [[nodiscard]] QString asText() const;
     [[nodiscard]] qint64 asInteger() const;

@@ -4,8 +4,8 @@
 #include <QEvent>
 #include <QObject>
 
-#include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -35,6 +35,7 @@ struct Queue
     std::deque<MainQueue::Job> jobs;
     bool serving = false;
     bool wakePosted = false;
+    std::uint64_t wakes = 0;
     std::thread::id mainThread;
     std::unique_ptr<Waker> waker;
 };
@@ -58,6 +59,15 @@ public:
     bool event(QEvent *event) override;
 };
 
+/// Sees to it that the event loop looks for jobs. Requires: the queue's lock.
+void postWake()
+{
+    if (!queue().serving || queue().wakePosted)
+        return;
+    queue().wakePosted = true;
+    QCoreApplication::postEvent(queue().waker.get(), new QEvent(Waker::eventType()), Qt::HighEventPriority);
+}
+
 /// The next job, or none.
 MainQueue::Job takeJob()
 {
@@ -66,13 +76,28 @@ MainQueue::Job takeJob()
         return {};
     MainQueue::Job job = std::move(queue().jobs.front());
     queue().jobs.pop_front();
+    // The job may run an event loop of its own, and that has to serve those behind it.
+    if (!queue().jobs.empty())
+        postWake();
     return job;
+}
+
+/// The exception of a job has nowhere to go from here; ending at once keeps its place in the report.
+void perform(const MainQueue::Job &job) noexcept
+{
+    job();
 }
 
 void runWaitingJobs()
 {
     while (const MainQueue::Job job = takeJob())
-        job();
+        perform(job);
+}
+
+std::uint64_t wakesSoFar()
+{
+    const std::lock_guard lock(queue().mutex);
+    return queue().wakes;
 }
 
 bool Waker::event(QEvent *event)
@@ -95,10 +120,7 @@ bool submit(MainQueue::Job job)
         return false;
     queue().jobs.push_back(std::move(job));
     queue().arrived.notify_all();
-    if (!queue().wakePosted) {
-        queue().wakePosted = true;
-        QCoreApplication::postEvent(queue().waker.get(), new QEvent(Waker::eventType()), Qt::HighEventPriority);
-    }
+    postWake();
     return true;
 }
 
@@ -152,7 +174,7 @@ void MainQueue::run(Job job)
             problem = std::current_exception();
         }
         const std::lock_guard lock(completion->mutex);
-        completion->problem = problem;
+        completion->problem = std::move(problem);
         completion->done = true;
         completion->changed.notify_all();
     });
@@ -160,28 +182,31 @@ void MainQueue::run(Job job)
         throw std::runtime_error("the main queue does not serve");
     std::unique_lock lock(completion->mutex);
     completion->changed.wait(lock, [&] { return completion->done; });
-    if (completion->problem)
-        std::rethrow_exception(completion->problem);
+    // Taken out, so that the exception ends on this thread and not with what the main thread still holds.
+    if (const std::exception_ptr problem = std::move(completion->problem))
+        std::rethrow_exception(problem);
 }
 
 void MainQueue::drainUntil(const std::function<bool()> &condition)
 {
-    while (!condition()) {
+    while (true) {
+        // Counted before the look, so that a wake() between the look and the sleep ends the sleep.
+        const std::uint64_t seen = wakesSoFar();
+        if (condition())
+            return;
         if (const Job job = takeJob()) {
-            job();
+            perform(job);
             continue;
         }
         std::unique_lock lock(queue().mutex);
-        // Whoever makes the condition true takes the lock in wake() afterwards, so nothing slips between the look and
-        // the sleep; the short sleep is only there for a condition that was true before the first look.
-        if (queue().jobs.empty())
-            queue().arrived.wait_for(lock, std::chrono::milliseconds(20));
+        queue().arrived.wait(lock, [seen] { return !queue().jobs.empty() || queue().wakes != seen; });
     }
 }
 
 void MainQueue::wake()
 {
     const std::lock_guard lock(queue().mutex);
+    ++queue().wakes;
     queue().arrived.notify_all();
 }
 

@@ -9,10 +9,11 @@
 namespace platform {
 
 /// The queue of work for the main thread, the one that owns every view. The main thread is the one that runs
-/// the QCoreApplication; the queue serves whenever that thread's event loop runs, or inside drain().
+/// the QCoreApplication; the queue serves whenever that thread's event loop runs, or inside drainUntil().
 ///
-/// Jobs run in the order in which they were submitted. Built on the standard library's primitives, so that a
-/// thread checker sees every hand-over.
+/// Jobs run in the order in which they were submitted; an event loop or a drainUntil() that a job runs serves
+/// the jobs behind it. Built on the standard library's primitives, so that a thread checker sees every
+/// hand-over.
 class MainQueue
 {
 public:
@@ -24,12 +25,14 @@ public:
     /// QCoreApplication was made. Requires: a QCoreApplication.
     static void attach();
     /// Runs what is left in the queue and stops serving; jobs submitted later are refused (see below).
-    /// Called before the QCoreApplication goes. Requires: the main thread.
+    /// Requires: the main thread; called before the QCoreApplication goes and before the process ends, since
+    /// nobody else ends the wait of a sync().
     static void detach();
 
     [[nodiscard]] static bool isMainThread();
 
-    /// Submits a job and returns at once. Thread: any. A job submitted after detach() is dropped.
+    /// Submits a job and returns at once. Thread: any. A job submitted before attach() or after detach() is
+    /// dropped. An exception that leaves the job ends the process.
     static void async(Job job);
 
     /// Runs a job on the main thread and returns when it is done, with its result; an exception from the job

@@ -20,8 +20,7 @@ public:
         explicit Guard(Monitored &owner)
             : m_lock(owner.m_mutex)
             , m_value(&owner.m_value)
-        {
-        }
+        {}
         T *operator->() const { return m_value; }
         T &operator*() const { return *m_value; }
 
@@ -33,8 +32,7 @@ public:
     Monitored() = default;
     explicit Monitored(T value)
         : m_value(std::move(value))
-    {
-    }
+    {}
     Monitored(const Monitored &) = delete;
     Monitored &operator=(const Monitored &) = delete;
 
@@ -53,8 +51,7 @@ private:
 
 /// A lock that guards no single value but an operation.
 struct Nothing
-{
-};
+{};
 using Monitor = Monitored<Nothing>;
 
 } // namespace platform

@@ -12,6 +12,7 @@ namespace platform {
 namespace {
 
 constexpr int ScrollerWidth = 12;
+constexpr int PointsPerClick = 20;
 constexpr double PointsPerWheelStep = 60.0;
 constexpr double AngleUnitsPerWheelStep = 120.0;
 
@@ -44,6 +45,8 @@ ScrollView::ScrollView(const Rect &frame)
 
 void ScrollView::setDocumentView(View *document)
 {
+    if (m_documentView && m_documentView != document)
+        m_documentView->removeFromSuperview();
     m_documentView = document;
     m_contentView->addSubview(document);
     placeDocument();
@@ -91,10 +94,12 @@ Rect ScrollView::documentVisibleRect() const
     if (!m_documentView)
         return {};
     const Size clip = m_contentView->frame().size();
-    return {m_offset.x(), m_documentView->frame().height() - m_offset.y() - clip.height(), clip.width(), clip.height()};
+    return {m_offset.x(), m_documentView->frame().height() - m_offset.y() - clip.height(), clip.width(),
+            clip.height()};
 }
 
-/// The document's size is the larger of what it asks for and the clip; its upper left corner keeps the offset.
+/// The document's size is the larger of what it asks for and the clip; its upper left corner keeps the
+/// offset.
 void ScrollView::placeDocument()
 {
     if (!m_documentView)
@@ -103,51 +108,58 @@ void ScrollView::placeDocument()
     const Size size = m_wantedSize.expandedTo(clip);
     m_offset = {std::clamp(m_offset.x(), 0.0, size.width() - clip.width()),
                 std::clamp(m_offset.y(), 0.0, size.height() - clip.height())};
-    const Rect frame(-m_offset.x(), clip.height() - size.height() + m_offset.y(), size.width(), size.height());
+    const Rect frame(-m_offset.x(), clip.height() - size.height() + m_offset.y(), size.width(),
+                     size.height());
     m_documentView->setFrame(frame);
 }
 
 void ScrollView::updateScrollers()
 {
     const Size clip = m_contentView->frame().size();
-    const auto range = [](double wanted, double visible) { return static_cast<int>(std::ceil(wanted - visible)); };
-    const int vertical = std::max(0, range(m_wantedSize.height(), clip.height()));
-    const int horizontal = std::max(0, range(m_wantedSize.width(), clip.width()));
-    const QSignalBlocker blockVertical(m_vertical);
-    const QSignalBlocker blockHorizontal(m_horizontal);
-    m_vertical->setRange(0, vertical);
-    m_vertical->setPageStep(static_cast<int>(clip.height()));
-    m_vertical->setSingleStep(static_cast<int>(PointsPerWheelStep / 3.0));
-    m_vertical->setValue(static_cast<int>(std::lround(m_offset.y())));
-    m_horizontal->setRange(0, horizontal);
-    m_horizontal->setPageStep(static_cast<int>(clip.width()));
-    m_horizontal->setValue(static_cast<int>(std::lround(m_offset.x())));
-    m_vertical->setVisible(m_hasVerticalScroller && vertical > 0);
-    m_horizontal->setVisible(m_hasHorizontalScroller && horizontal > 0);
-    m_vertical->setGeometry(width() - ScrollerWidth, 0, ScrollerWidth, height());
-    m_horizontal->setGeometry(0, height() - ScrollerWidth, width(), ScrollerWidth);
+    updateScroller(m_vertical, m_wantedSize.height() - clip.height(), m_offset.y(), clip.height());
+    updateScroller(m_horizontal, m_wantedSize.width() - clip.width(), m_offset.x(), clip.width());
+    const bool vertical = m_hasVerticalScroller && m_vertical->maximum() > 0;
+    const bool horizontal = m_hasHorizontalScroller && m_horizontal->maximum() > 0;
+    // Where both are shown they leave the corner between them free.
+    m_vertical->setGeometry(width() - ScrollerWidth, 0, ScrollerWidth,
+                            height() - (horizontal ? ScrollerWidth : 0));
+    m_horizontal->setGeometry(0, height() - ScrollerWidth, width() - (vertical ? ScrollerWidth : 0),
+                              ScrollerWidth);
+    m_vertical->setVisible(vertical);
+    m_horizontal->setVisible(horizontal);
     m_vertical->raise();
     m_horizontal->raise();
 }
 
+void ScrollView::updateScroller(QScrollBar *scroller, double range, double offset, double page)
+{
+    const QSignalBlocker blocker(scroller);
+    scroller->setRange(0, m_documentView ? std::max(0, static_cast<int>(std::ceil(range))) : 0);
+    scroller->setPageStep(static_cast<int>(page));
+    scroller->setSingleStep(PointsPerClick);
+    scroller->setValue(static_cast<int>(std::lround(offset)));
+}
+
 void ScrollView::layout()
 {
-    if (m_contentView->frame() != bounds())
-        m_contentView->setFrame(bounds());
+    m_contentView->setFrame(bounds());
     placeDocument();
     updateScrollers();
 }
 
 void ScrollView::wheelEvent(QWheelEvent *event)
 {
-    const QPointF step = event->pixelDelta().isNull()
-                             ? QPointF(event->angleDelta()) * PointsPerWheelStep / AngleUnitsPerWheelStep
-                             : QPointF(event->pixelDelta());
+    event->ignore();
+    if (!m_documentView)
+        return;
+    // Pixels are exact only where a gesture's phases are told with them.
+    const bool isGesture = event->phase() != Qt::NoScrollPhase && !event->pixelDelta().isNull();
     const Point before = m_offset;
-    m_offset -= step;
+    m_offset -= isGesture ? QPointF(event->pixelDelta())
+                          : QPointF(event->angleDelta()) * PointsPerWheelStep / AngleUnitsPerWheelStep;
     placeDocument();
     updateScrollers();
-    event->setAccepted(m_documentView && m_offset != before);
+    event->setAccepted(m_offset != before);
 }
 
 } // namespace platform

@@ -9,9 +9,12 @@ namespace platform {
 /// Shows a part of a document view that may be larger than itself.
 ///
 /// The content view is the window onto the document; the document is a subview of it. The document is never
-/// smaller than the content view: it grows with it, and keeps the size it was given when that is larger.
-/// Scrollers appear where they are allowed and needed, over the document's edge.
-/// Thread: the main thread. Ownership: owns content view and document view.
+/// smaller than the content view: it grows with it, and keeps the size it asks for when that is larger.
+/// Scrollers appear where they are allowed and needed, over the document's edge. The wheel scrolls with or
+/// without them, and goes on to whoever holds the view when there is nothing left to scroll. When the view is
+/// resized the document's upper left visible corner stays where it is.
+/// Without a document nothing scrolls: the content view fills the bounds, and its subviews keep to their
+/// masks. Thread: the main thread. Ownership: owns content view and document view.
 class ScrollView : public View
 {
     Q_OBJECT
@@ -23,6 +26,7 @@ public:
 
     [[nodiscard]] View *contentView() const { return m_contentView; }
     [[nodiscard]] View *documentView() const { return m_documentView; }
+    /// Puts the document into the content view; a former document is removed. Requires: not null.
     void setDocumentView(View *document);
     /// The size that the document asks for; the content view's size where that is larger is used instead.
     void setDocumentSize(const Size &size);
@@ -49,6 +53,7 @@ protected:
 private:
     void placeDocument();
     void updateScrollers();
+    void updateScroller(QScrollBar *scroller, double range, double offset, double page);
 
     View *m_contentView = nullptr;
     QPointer<View> m_documentView;

@@ -25,14 +25,14 @@ struct SerialQueue::State
 
 SerialQueue::SerialQueue()
     : m_state(std::make_shared<State>())
-{
-}
+{}
 
 SerialQueue::~SerialQueue()
 {
+    std::deque<std::function<void()>> dropped;
     {
         const std::lock_guard lock(m_state->mutex);
-        m_state->jobs.clear();
+        dropped.swap(m_state->jobs);
     }
     if (MainQueue::isMainThread()) {
         MainQueue::drainUntil([this] { return m_state->isIdle(); });
@@ -56,10 +56,12 @@ void SerialQueue::runNext(const std::shared_ptr<State> &state)
 {
     std::unique_lock lock(state->mutex);
     if (!state->jobs.empty()) {
-        const std::function<void()> job = std::move(state->jobs.front());
+        std::function<void()> job = std::move(state->jobs.front());
         state->jobs.pop_front();
         lock.unlock();
         job();
+        // What the job held goes before the queue counts as idle, and without its lock.
+        job = nullptr;
         lock.lock();
     }
     if (!state->jobs.empty()) {

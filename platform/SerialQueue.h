@@ -7,9 +7,10 @@ namespace platform {
 
 /// A queue whose jobs run on the global queue's threads one after another, in the order of submission.
 ///
-/// Thread: async() from any. An exception must not leave a job. The destructor drops what has not begun and
-/// returns when the running job has ended; on the main thread it serves the MainQueue meanwhile, since the job
-/// may be waiting for a block there.
+/// Thread: async() from any; destroyed on any but by one of its own jobs, and before the process's static
+/// objects go. An exception must not leave a job. The destructor drops what has not begun and
+/// returns when the running job has ended; on the main thread it serves the MainQueue meanwhile, since the
+/// job may be waiting for a block there.
 class SerialQueue
 {
 public:

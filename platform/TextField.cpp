@@ -1,53 +1,62 @@
 #include "platform/TextField.h"
 
-#include <QApplication>
+#include "platform/TextLines.h"
+
+#include <QCoreApplication>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 
-#include <algorithm>
+#include <cmath>
 
 namespace platform {
 
 namespace {
 
-constexpr double FocusBorderWidth = 2.0;
+constexpr double CornerRadius = 4.0;
+constexpr double DisabledOpacity = 0.5;
+/// Room between the border, or the edge of a label, and the text.
+constexpr double PaddingInFrame = 4.0;
+constexpr double PaddingOfLabel = 2.0;
+/// A line editor without a frame keeps this to its own left and right.
+constexpr double PaddingOfEditor = 2.0;
 const QColor BorderColor(130, 130, 130);
 const QColor FocusColor(0, 95, 204);
 
-Qt::Alignment horizontal(TextAlignment alignment)
+Qt::AlignmentFlag horizontal(TextAlignment alignment)
 {
     switch (alignment) {
     case TextAlignment::Right:
         return Qt::AlignRight;
     case TextAlignment::Center:
         return Qt::AlignHCenter;
-    case TextAlignment::Justified:
-        return Qt::AlignJustify;
     case TextAlignment::Left:
+    case TextAlignment::Justified:
     case TextAlignment::Natural:
         break;
     }
     return Qt::AlignLeft;
 }
 
-/// A key that writes or ends an entry; not one that moves the focus or only modifies others.
+bool isReturn(const QKeyEvent *event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+/// A key that writes or ends an entry; not one that moves the focus, is a shortcut or only modifies others.
 bool isEntryKey(const QKeyEvent *event)
 {
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Backspace:
-    case Qt::Key_Delete:
+    if (isReturn(event) || event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete)
         return true;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-    case Qt::Key_Escape:
-        return false;
-    default:
-        return !event->text().isEmpty() && event->text().front().isPrint();
-    }
+    const QList<uint> characters = event->text().toUcs4();
+    return !characters.isEmpty() && QChar::isPrint(characters.front());
+}
+
+QColor faded(QColor color)
+{
+    color.setAlphaF(static_cast<float>(color.alphaF() * DisabledOpacity));
+    return color;
 }
 
 } // namespace
@@ -74,29 +83,27 @@ QString TextField::stringValue() const
 
 void TextField::setStringValue(const QString &text)
 {
-    m_text = text;
     if (m_editor)
         m_editor->setText(text);
-    update();
+    else
+        m_text = text;
+    textChanged();
 }
 
 void TextField::setEditable(bool editable)
 {
-    if (editable == m_editable)
+    if (editable == isEditable())
         return;
-    m_editable = editable;
-    if (editable) {
+    if (editable)
         makeEditor();
-    } else {
-        m_text = m_editor->text();
-        delete m_editor;
-        m_editor = nullptr;
-    }
-    update();
+    else
+        dropEditor();
+    textChanged();
 }
 
 void TextField::makeEditor()
 {
+    const bool hadFocus = isFirstResponder();
     m_editor = new QLineEdit(this);
     m_editor->setFrame(false);
     m_editor->setContextMenuPolicy(Qt::NoContextMenu);
@@ -109,6 +116,19 @@ void TextField::makeEditor()
     styleEditor();
     layout();
     m_editor->show();
+    if (hadFocus)
+        becomeFirstResponder();
+}
+
+/// Later than at once, since it may be an action of the editor that makes the field read-only.
+void TextField::dropEditor()
+{
+    giveUpFocus();
+    m_text = m_editor->text();
+    m_editor->hide();
+    m_editor->disconnect(this);
+    m_editor->deleteLater();
+    m_editor = nullptr;
 }
 
 /// Return ends the entry; what is still there afterwards is selected, so that the next entry replaces it.
@@ -116,7 +136,7 @@ void TextField::endEntry()
 {
     const QPointer<TextField> self(this);
     sendAction();
-    if (self && m_editor && m_editor->hasFocus() && !m_editor->text().isEmpty())
+    if (self && isFirstResponder() && m_editor)
         m_editor->selectAll();
 }
 
@@ -136,6 +156,7 @@ void TextField::styleEditor()
     QPalette palette = m_editor->palette();
     palette.setColor(QPalette::Base, Qt::transparent);
     palette.setColor(QPalette::Text, m_textColor.toQColor());
+    palette.setColor(QPalette::Disabled, QPalette::Text, faded(m_textColor.toQColor()));
     m_editor->setPalette(palette);
     m_editor->setAlignment(horizontal(m_alignment) | Qt::AlignVCenter);
 }
@@ -143,7 +164,7 @@ void TextField::styleEditor()
 void TextField::setBordered(bool bordered)
 {
     m_bordered = bordered;
-    update();
+    textChanged();
 }
 
 void TextField::setDrawsBackground(bool draws)
@@ -175,7 +196,7 @@ void TextField::setAlignment(TextAlignment alignment)
 void TextField::setMaximumNumberOfLines(int lines)
 {
     m_maximumNumberOfLines = lines;
-    update();
+    textChanged();
 }
 
 void TextField::setCell(std::unique_ptr<TextFieldCell> cell)
@@ -183,7 +204,6 @@ void TextField::setCell(std::unique_ptr<TextFieldCell> cell)
     m_cell = std::move(cell);
     m_cell->setFont(font());
     layout();
-    update();
 }
 
 void TextField::fontChanged()
@@ -200,15 +220,18 @@ QRectF TextField::toWidget(const Rect &rect) const
 
 void TextField::layout()
 {
-    if (m_editor)
-        m_editor->setGeometry(toWidget(m_cell->editingFrame(bounds())).toAlignedRect().adjusted(3, 0, -3, 0));
+    if (m_editor) {
+        const double padding = PaddingInFrame - PaddingOfEditor;
+        const QRectF area = toWidget(m_cell->editingFrame(bounds())).adjusted(padding, 0.0, -padding, 0.0);
+        m_editor->setGeometry(area.toAlignedRect());
+    }
+    textChanged();
 }
 
 void TextField::selectText()
 {
-    if (!becomeFirstResponder() || !m_editor)
-        return;
-    m_editor->selectAll();
+    if (becomeFirstResponder() && m_editor)
+        m_editor->selectAll();
 }
 
 QString TextField::selectedText() const
@@ -218,23 +241,22 @@ QString TextField::selectedText() const
 
 QLineEdit *TextField::currentEditor() const
 {
-    return m_editor && m_editor->hasFocus() ? m_editor : nullptr;
+    return isFirstResponder() ? m_editor : nullptr;
 }
 
 bool TextField::becomeFirstResponder()
 {
-    if (!isEnabled())
+    if (!takeFocus(focusTarget()))
         return false;
-    QWidget *target = focusTarget();
-    target->setFocus(Qt::OtherFocusReason);
     if (m_editor)
         m_editor->selectAll();
-    return target->hasFocus();
+    return true;
 }
 
 bool TextField::isFirstResponder() const
 {
-    return m_editor ? m_editor->hasFocus() : hasFocus();
+    const QWidget *focused = window()->focusWidget();
+    return focused && (focused == m_editor || focused == this);
 }
 
 QWidget *TextField::focusTarget()
@@ -246,16 +268,22 @@ QWidget *TextField::focusTarget()
 
 void TextField::keyPressEvent(QKeyEvent *event)
 {
-    if (!isEntryKey(event)) {
-        event->ignore();
+    if (!m_editor && isEntryKey(event)) {
+        handOn(event);
         return;
     }
+    // The editor passes on what it does not use, and Return, which has ended the entry.
+    event->setAccepted(m_editor && isReturn(event));
+}
+
+void TextField::handOn(QKeyEvent *event)
+{
     for (View *view = nextResponder(); view; view = view->nextResponder()) {
         auto *field = qobject_cast<TextField *>(view);
-        if (!field || !field->m_editor || !field->isEnabled())
+        if (!field || !field->isEditable() || !field->becomeFirstResponder())
             continue;
-        field->becomeFirstResponder();
-        QApplication::sendEvent(field->m_editor, event);
+        QCoreApplication::sendEvent(field->m_editor, event);
+        event->accept();
         return;
     }
     event->ignore();
@@ -265,42 +293,64 @@ void TextField::paintEvent(QPaintEvent *event)
 {
     Control::paintEvent(event);
     QPainter painter(this);
-    const QRectF whole(rect());
-    if (m_drawsBackground)
-        painter.fillRect(whole, m_backgroundColor.toQColor());
-    if (isFirstResponder() && (m_bordered || m_cell->isBezeled())) {
-        painter.setPen(QPen(FocusColor, FocusBorderWidth));
-        painter.drawRect(whole.adjusted(1.0, 1.0, -1.0, -1.0));
-    } else if (m_bordered || m_cell->isBezeled()) {
-        painter.setPen(QPen(BorderColor, 1.0));
-        painter.drawRect(whole.adjusted(0.5, 0.5, -0.5, -0.5));
-    }
+    paintFrame(painter);
     if (!m_editor)
         paintText(painter);
 }
 
-void TextField::paintText(QPainter &painter)
+bool TextField::hasFrame() const
 {
-    const QFont textFont = font().toQFont();
-    const QFontMetricsF metrics(textFont);
-    QRectF area = toWidget(m_cell->drawingFrame(bounds()));
-    if (m_bordered || m_cell->isBezeled())
-        area.adjust(4.0, 0.0, -4.0, 0.0);
-    painter.setFont(textFont);
-    QColor color = m_textColor.toQColor();
-    if (!isEnabled())
-        color.setAlphaF(color.alphaF() * 0.5F);
-    painter.setPen(color);
+    return m_bordered || m_cell->isBezeled();
+}
 
-    const bool oneLine = m_maximumNumberOfLines == 1 || area.height() < 2.0 * metrics.height();
-    const bool centred = m_cell->centersVertically() || area.height() < metrics.height();
-    const Qt::Alignment alignment = horizontal(m_alignment) | (centred || oneLine ? Qt::AlignVCenter : Qt::AlignTop);
-    if (oneLine) {
-        const QString shown = metrics.elidedText(m_text, Qt::ElideRight, area.width());
-        painter.drawText(area, int(alignment | Qt::TextSingleLine | Qt::TextDontClip), shown);
-        return;
+/// Background and border; the border of the field that takes the keys stands out.
+void TextField::paintFrame(QPainter &painter) const
+{
+    const bool takesKeys = m_editor && m_editor->hasFocus();
+    const double width = takesKeys ? 2.0 : 1.0;
+    const double inset = hasFrame() ? width / 2.0 : 0.0;
+    const bool rounded = m_cell->isBezeled() && m_cell->bezelStyle() == TextFieldCell::BezelStyle::Rounded;
+    const double radius = rounded ? CornerRadius : 0.0;
+    painter.setRenderHint(QPainter::Antialiasing, rounded);
+    painter.setBrush(m_drawsBackground ? QBrush(m_backgroundColor.toQColor()) : QBrush(Qt::NoBrush));
+    painter.setPen(hasFrame() ? QPen(takesKeys || hasFocus() ? FocusColor : BorderColor, width)
+                              : QPen(Qt::NoPen));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+QRectF TextField::textArea() const
+{
+    const double padding = hasFrame() ? PaddingInFrame : PaddingOfLabel;
+    return toWidget(m_cell->drawingFrame(bounds())).adjusted(padding, 0.0, -padding, 0.0);
+}
+
+TextLines TextField::textLines() const
+{
+    return TextLines::broken(m_text, font().toQFont(), textArea().size(), m_maximumNumberOfLines);
+}
+
+void TextField::textChanged()
+{
+    setToolTip(m_editor || textLines().isWhole ? QString() : m_text);
+    update();
+}
+
+void TextField::paintText(QPainter &painter) const
+{
+    const TextLines text = textLines();
+    const QRectF area = textArea();
+    const bool roomForMore = area.height() >= text.height + text.lineHeight;
+    const bool centred = m_cell->centersVertically() || !roomForMore;
+    const double top = area.top() + (centred ? (area.height() - text.height) / 2.0 : 0.0);
+    painter.setFont(font().toQFont());
+    painter.setPen(isEnabled() ? m_textColor.toQColor() : faded(m_textColor.toQColor()));
+    for (qsizetype i = 0; i < text.lines.size(); ++i) {
+        const double upper = top + static_cast<double>(i) * text.lineSpacing;
+        const QRectF line(area.left(), std::round(upper), area.width(), text.lineHeight);
+        painter.drawText(line,
+                         horizontal(m_alignment) | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
+                         text.lines[i]);
     }
-    painter.drawText(area, int(alignment | Qt::TextWordWrap), m_text);
 }
 
 } // namespace platform

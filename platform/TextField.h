@@ -9,19 +9,23 @@ class QLineEdit;
 
 namespace platform {
 
+struct TextLines;
+
 /// The platform's text alignments, with its numbers.
 enum class TextAlignment { Left = 0, Right = 1, Center = 2, Justified = 3, Natural = 4 };
 
 /// A line of text that can be edited, or a label of one or more lines.
 ///
-/// Editable, it holds a QLineEdit (its field editor) inside the rectangle that its cell names; Return sends the
-/// action, and afterwards selects the text that is still there, so that the next entry replaces it. Not
-/// editable, it paints its text, word-wrapped when there is room for more than one line, elided with an ellipsis
-/// (and a tool tip with the whole text) where it does not fit.
-/// A key that arrives at a read-only or disabled field that has the focus travels along the next-responder chain
-/// to the first enabled editable field, which takes the focus and the key.
+/// Editable, it holds a QLineEdit (its field editor) inside the rectangle that its cell names; Return sends
+/// the action, and afterwards selects the text that is still there, so that the next entry replaces it. Not
+/// editable, it paints its text, word-wrapped when there is room for more than one line, elided with an
+/// ellipsis (and a tool tip with the whole text) where it does not fit. A line that is higher than the field
+/// is centred in it. A character, Return, Backspace or Delete that arrives at a read-only field that has the
+/// focus travels along the next-responder chain to the first editable field that can take the focus; that one
+/// gets it and the key, so that no character is lost. All other keys go on to whoever holds the field.
 ///
-/// Thread: the main thread.
+/// Thread: the main thread. Ownership: the field owns its cell and its editor; the editor goes when the field
+/// is made read-only.
 class TextField : public Control
 {
     Q_OBJECT
@@ -34,7 +38,7 @@ public:
     /// Replaces the text; the cursor goes to its end. Sends no action.
     void setStringValue(const QString &text);
 
-    [[nodiscard]] bool isEditable() const { return m_editable; }
+    [[nodiscard]] bool isEditable() const { return m_editor != nullptr; }
     void setEditable(bool editable);
     [[nodiscard]] bool isBordered() const { return m_bordered; }
     void setBordered(bool bordered);
@@ -54,10 +58,10 @@ public:
     /// Takes ownership; the field's font goes to the cell. Requires: not null.
     void setCell(std::unique_ptr<TextFieldCell> cell);
 
-    /// Takes the focus and selects the whole text.
+    /// Asks for the focus and selects the whole text when the field has it.
     void selectText();
     [[nodiscard]] QString selectedText() const;
-    /// The editor while the field is being edited (it has the focus and is editable), otherwise null.
+    /// The editor while the field is being edited (it is editable and first responder), otherwise null.
     [[nodiscard]] QLineEdit *currentEditor() const;
 
     bool becomeFirstResponder() override;
@@ -70,20 +74,27 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void fontChanged() override;
     void layout() override;
-    /// Whether a press of the mouse is handled by the field editor; a subclass that decides itself says false.
+    /// Whether a press of the mouse is handled by the field editor; a subclass that decides itself says
+    /// false.
     [[nodiscard]] virtual bool editorTakesMouse() const { return true; }
 
 private:
     void makeEditor();
+    void dropEditor();
     void styleEditor();
     void endEntry();
-    void paintText(QPainter &painter);
+    void textChanged();
+    void handOn(QKeyEvent *event);
+    [[nodiscard]] bool hasFrame() const;
     [[nodiscard]] QRectF toWidget(const Rect &rect) const;
+    [[nodiscard]] QRectF textArea() const;
+    [[nodiscard]] TextLines textLines() const;
+    void paintFrame(QPainter &painter) const;
+    void paintText(QPainter &painter) const;
 
     std::unique_ptr<TextFieldCell> m_cell;
     QLineEdit *m_editor = nullptr;
-    QString m_text;
-    bool m_editable = false;
+    QString m_text; ///< While there is no editor, which holds the text otherwise.
     bool m_bordered = false;
     bool m_drawsBackground = false;
     int m_maximumNumberOfLines = 0;

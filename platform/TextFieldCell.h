@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// Where a text field puts its text. The field paints border and background over its whole bounds and asks its
-/// cell for the rectangle of the text: for drawing, for editing and for selecting.
+/// Where a text field puts its text. The field paints border and background over its whole bounds and asks
+/// its cell for the rectangle of the text: for drawing, for editing and for selecting.
 ///
 /// Shapes and units: rectangles in points inside the field, bottom-left origin.
 /// Thread: the main thread. Ownership: a field owns its cell.
@@ -22,7 +22,8 @@ public:
     [[nodiscard]] virtual Rect drawingFrame(const Rect &frame) const { return frame; }
     [[nodiscard]] virtual Rect editingFrame(const Rect &frame) const { return frame; }
     [[nodiscard]] virtual Rect selectionFrame(const Rect &frame) const { return frame; }
-    /// Whether text is centred in the drawing frame's height; otherwise it begins at its upper edge.
+    /// Whether text is centred in the drawing frame's height; otherwise it begins at its upper edge, unless
+    /// the frame has no room for a further line: then it is centred all the same.
     [[nodiscard]] virtual bool centersVertically() const { return false; }
 
     [[nodiscard]] std::optional<Font> font() const { return m_font; }

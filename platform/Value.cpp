@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -57,6 +59,14 @@ QString describeDecimal(double number)
     return QString::number(number, 'g', QLocale::FloatingPointShortest);
 }
 
+/// A float has fewer digits to tell than the decimal number that it converts to.
+QString describeFloat(float number)
+{
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    return describeDecimal(QLocale::c().toDouble(QString::fromLatin1(text.data(), end - text.data())));
+}
+
 QString describeArray(const Array &array)
 {
     QStringList texts;
@@ -108,8 +118,9 @@ QString description(const Value &value)
     case QMetaType::Bool:
         return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
     case QMetaType::Double:
-    case QMetaType::Float:
         return describeDecimal(value.toDouble());
+    case QMetaType::Float:
+        return describeFloat(value.toFloat());
     case QMetaType::QVariantList:
         return describeArray(value.toList());
     case QMetaType::QStringList:
@@ -147,6 +158,7 @@ qint64 integerValue(const Value &value)
     case QMetaType::Double:
     case QMetaType::Float:
         return saturated(value.toDouble());
+    case QMetaType::ULong:
     case QMetaType::ULongLong:
         return value.toULongLong() > static_cast<quint64>(std::numeric_limits<qint64>::max())
                    ? std::numeric_limits<qint64>::max()
@@ -180,6 +192,8 @@ double decimalValue(const QString &text)
 bool isNumber(const Value &value)
 {
     switch (value.metaType().id()) {
+    case QMetaType::Short:
+    case QMetaType::UShort:
     case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::Long:

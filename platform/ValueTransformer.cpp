@@ -30,7 +30,8 @@ Value ValueTransformer::reverseTransformedValue(const Value &) const
     throw std::logic_error("this value transformer allows no reverse transformation");
 }
 
-void ValueTransformer::setValueTransformer(std::shared_ptr<const ValueTransformer> transformer, const QString &name)
+void ValueTransformer::setValueTransformer(std::shared_ptr<const ValueTransformer> transformer,
+                                           const QString &name)
 {
     registry().lock()->insert(name, std::move(transformer));
 }

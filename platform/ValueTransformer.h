@@ -10,8 +10,8 @@ namespace platform {
 
 /// Turns a value into another one, for views that name the transformer they want by a word.
 ///
-/// Thread: transformers keep no state; any. The registry is filled before any view that names a transformer is
-/// made, and locked within.
+/// Thread: transformers keep no state; any. The registry is filled before any view that names a transformer
+/// is made, and locked within.
 class ValueTransformer
 {
 public:

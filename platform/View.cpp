@@ -1,10 +1,9 @@
 #include "platform/View.h"
 
-#include <QApplication>
 #include <QPainter>
-#include <QPainterPath>
 #include <QResizeEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace platform {
@@ -30,15 +29,26 @@ Extent distributed(Extent extent, double difference, bool minMargin, bool length
 
 int rounded(double coordinate)
 {
-    return static_cast<int>(std::lround(std::clamp(coordinate, -double(QWIDGETSIZE_MAX), double(QWIDGETSIZE_MAX))));
+    constexpr double limit = QWIDGETSIZE_MAX;
+    return static_cast<int>(std::lround(std::clamp(coordinate, -limit, limit)));
+}
+
+/// QRectF's and QSizeF's own comparisons take nearly equal for equal; frames are kept exactly.
+bool isSame(const Size &a, const Size &b)
+{
+    return a.width() == b.width() && a.height() == b.height();
+}
+
+bool isSame(const Rect &a, const Rect &b)
+{
+    return a.x() == b.x() && a.y() == b.y() && isSame(a.size(), b.size());
 }
 
 } // namespace
 
 View::View(QWidget *parent)
     : QWidget(parent)
-{
-}
+{}
 
 View::View(const Rect &frame)
     : QWidget(nullptr)
@@ -75,7 +85,8 @@ void View::addSubview(View *view)
 
 void View::removeFromSuperview()
 {
-    giveUpFocus();
+    if (!parentWidget())
+        return;
     hide();
     setParent(nullptr);
     deleteLater();
@@ -94,15 +105,14 @@ View *View::viewWithTag(int tag)
 
 void View::setFrame(const Rect &frame)
 {
-    const Size oldSize = m_frame.size();
+    const Rect old = m_frame;
     m_frame = frame;
+    // Also for a frame that stays: the superview's height decides where the widget is.
     placeWidget();
-    if (oldSize != frame.size()) {
-        resizeSubviews(oldSize);
-        layout();
-        update();
-    }
-    Q_EMIT frameChanged();
+    if (!isSame(old.size(), frame.size()))
+        sizeChanged(old.size());
+    if (!isSame(old, frame))
+        Q_EMIT frameChanged();
 }
 
 void View::setFrameOrigin(const Point &origin)
@@ -110,40 +120,49 @@ void View::setFrameOrigin(const Point &origin)
     setFrame({origin, m_frame.size()});
 }
 
+/// The size of the widget of a root, whose place is the business of whoever holds it.
+QSize View::widgetSize() const
+{
+    return {std::max(0, rounded(m_frame.width())), std::max(0, rounded(m_frame.height()))};
+}
+
 /// Rounds edges, not sizes, so that neighbours meet.
 void View::placeWidget()
 {
-    const View *parent = superview();
-    const int left = rounded(m_frame.x());
-    const int right = rounded(m_frame.x() + m_frame.width());
-    int top = 0;
-    int bottom = rounded(m_frame.height());
-    if (parent) {
-        top = rounded(parent->m_frame.height() - m_frame.y() - m_frame.height());
-        bottom = rounded(parent->m_frame.height() - m_frame.y());
-    }
     m_placing = true;
-    setGeometry(left, top, std::max(0, right - left), std::max(0, bottom - top));
+    if (const View *around = superview()) {
+        const double height = around->m_frame.height();
+        const int left = rounded(m_frame.x());
+        const int right = rounded(m_frame.x() + m_frame.width());
+        const int upper = rounded(height - (m_frame.y() + m_frame.height()));
+        const int lower = rounded(height - m_frame.y());
+        setGeometry(left, upper, std::max(0, right - left), std::max(0, lower - upper));
+        updateShadowArea();
+    } else {
+        resize(widgetSize());
+    }
     m_placing = false;
 }
 
 void View::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    // A root is sized by the widget that holds it; every other view by its frame.
-    if (m_placing || superview() || !parentWidget())
+    // A root is sized by the widget or the window system that holds it, every other view by its frame. A size
+    // that is no more than the frame's own, rounded, does not cost a root its fractions.
+    if (m_placing || superview() || event->size() == widgetSize())
         return;
     const Size oldSize = m_frame.size();
     m_frame.setSize(event->size());
-    resizeSubviews(oldSize);
-    layout();
+    sizeChanged(oldSize);
     Q_EMIT frameChanged();
 }
 
-void View::resizeSubviews(const Size &oldSize)
+void View::sizeChanged(const Size &oldSize)
 {
     for (View *view : subviews())
         view->resizeWithSuperview(oldSize, m_frame.size());
+    layout();
+    update();
 }
 
 void View::resizeWithSuperview(const Size &oldSuperSize, const Size &newSuperSize)
@@ -151,24 +170,18 @@ void View::resizeWithSuperview(const Size &oldSuperSize, const Size &newSuperSiz
     const unsigned mask = m_autoresizingMask;
     const Extent x = distributed({m_frame.x(), m_frame.width()}, newSuperSize.width() - oldSuperSize.width(),
                                  mask & MinXMargin, mask & WidthSizable, mask & MaxXMargin);
-    const Extent y = distributed({m_frame.y(), m_frame.height()}, newSuperSize.height() - oldSuperSize.height(),
-                                 mask & MinYMargin, mask & HeightSizable, mask & MaxYMargin);
-    // The frame may stay as it is, but the distance to the superview's upper edge has changed with its height.
+    const Extent y =
+        distributed({m_frame.y(), m_frame.height()}, newSuperSize.height() - oldSuperSize.height(),
+                    mask & MinYMargin, mask & HeightSizable, mask & MaxYMargin);
     setFrame({x.begin, y.begin, x.length, y.length});
 }
 
-void View::giveUpFocus()
+void View::setVisible(bool visible)
 {
-    QWidget *focused = QApplication::focusWidget();
-    if (focused && (focused == this || isAncestorOf(focused)))
-        focused->clearFocus();
-}
-
-void View::setHidden(bool hidden)
-{
-    if (hidden)
+    if (!visible)
         giveUpFocus();
-    QWidget::setHidden(hidden);
+    QWidget::setVisible(visible);
+    updateShadowArea();
 }
 
 void View::setEnabled(bool enabled)
@@ -199,8 +212,22 @@ void View::setCornerRadius(double radius)
 void View::setShadow(const std::optional<Shadow> &shadow)
 {
     m_shadow = shadow;
-    if (View *parent = superview())
-        parent->update();
+    update();
+    if (View *around = superview())
+        around->update();
+}
+
+/// The superview paints the shadow, so it must do so again where the view came, went or moved.
+void View::updateShadowArea()
+{
+    View *around = superview();
+    if (m_shadow && around)
+        around->update();
+}
+
+QRectF View::shadowOutline() const
+{
+    return QRectF(rect());
 }
 
 bool View::becomeFirstResponder()
@@ -213,6 +240,32 @@ bool View::isFirstResponder() const
     return false;
 }
 
+/// A view that was not added to a window's tree yet, or was removed from it, has no window but itself.
+bool View::isInWindow() const
+{
+    const QWidget *top = window();
+    return top->isVisible() || !qobject_cast<const View *>(top);
+}
+
+bool View::takeFocus(QWidget *target)
+{
+    if (!isEnabled() || !isInWindow() || !isVisibleTo(window()))
+        return false;
+    target->setFocus(Qt::OtherFocusReason);
+    return window()->focusWidget() == target;
+}
+
+void View::giveUpFocus()
+{
+    QWidget *top = window();
+    QWidget *focused = top->focusWidget();
+    if (top == this || !focused || (focused != this && !isAncestorOf(focused)))
+        return;
+    focused->clearFocus();
+    // Qt looks for another field to give the focus to when a window without any becomes active.
+    top->setFocus(Qt::OtherFocusReason);
+}
+
 View *View::nextResponder() const
 {
     return m_nextResponder ? m_nextResponder.data() : superview();
@@ -221,7 +274,7 @@ View *View::nextResponder() const
 void View::setNextKeyView(View *next)
 {
     m_nextKeyView = next;
-    if (next)
+    if (next && next->window() == window())
         QWidget::setTabOrder(focusTarget(), next->focusTarget());
 }
 
@@ -251,13 +304,15 @@ void View::paintShadows(QPainter &painter)
             continue;
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setBrush(Qt::NoBrush);
-        const double reach = 2.0 * shadow->radius;
-        const QRectF outline = QRectF(view->geometry()).translated(shadow->offset.width(), -shadow->offset.height());
+        const double reach = shadow->reach();
+        const QRectF outline = view->shadowOutline().translated(view->x() + shadow->offset.width(),
+                                                                view->y() - shadow->offset.height());
         for (double distance = 0.5; distance < reach; distance += 1.0) {
             const double strength = 1.0 - distance / reach;
-            painter.setPen(QPen(shadow->color.withAlphaComponent(shadow->color.alpha * strength * 0.6).toQColor(), 1.0));
-            painter.drawRoundedRect(outline.adjusted(-distance, -distance, distance, distance), 3.0 + distance,
-                                    3.0 + distance);
+            painter.setPen(
+                QPen(shadow->color.withAlphaComponent(shadow->color.alpha * strength * 0.6).toQColor(), 1.0));
+            painter.drawRoundedRect(outline.adjusted(-distance, -distance, distance, distance),
+                                    3.0 + distance, 3.0 + distance);
         }
     }
 }

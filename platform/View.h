@@ -38,20 +38,24 @@ struct Shadow
     double radius = 3.0;
     Size offset;
 
+    /// How far the light reaches beyond the view.
+    [[nodiscard]] double reach() const { return 2.0 * radius; }
+
     friend bool operator==(const Shadow &, const Shadow &) = default;
 };
 
 /// A rectangle of the window that places its subviews by their frames.
 ///
-/// Shapes and units: frames are doubles in points with a bottom-left origin, kept exactly beside the widget and
-/// rounded only when handed to Qt. A view made by Qt Designer's compiler takes its frame from the `frame`
+/// Shapes and units: frames are doubles in points with a bottom-left origin, kept exactly beside the widget
+/// and rounded only when handed to Qt. A view made by Qt Designer's compiler takes its frame from the `frame`
 /// property, not from a geometry.
 /// Thread: the main thread, except where stated.
 /// Ownership: a superview owns its subviews. removeFromSuperview() takes a view out of the tree at once and
 /// deletes it when control returns to the event loop; whoever remembers a view holds a QPointer, and a view
 /// without a superview counts as gone.
-/// Focus: hiding, disabling or removing the view that has the focus leaves nobody with the focus; it never
-/// moves on to another field by itself.
+/// Focus: hiding, disabling or removing the view that has the focus, or a view around it, gives the focus to
+/// the window, so that no view has it; it never moves on to another field by itself, also not when the window
+/// becomes active again. Who has the focus is a matter of each window, whether it is the active one or not.
 class View : public QWidget
 {
     Q_OBJECT
@@ -69,11 +73,13 @@ public:
     [[nodiscard]] QList<View *> subviews() const;
     /// Takes ownership and puts the view on top, shown unless it was hidden.
     void addSubview(View *view);
+    /// Nothing for a view that nobody holds.
     void removeFromSuperview();
     /// This view or the first view below it, depth first, with the tag; null when there is none.
     [[nodiscard]] View *viewWithTag(int tag);
 
     // Geometry
+    /// A root keeps the size it was given until Qt resizes its widget to another one.
     [[nodiscard]] Rect frame() const { return m_frame; }
     void setFrame(const Rect &frame);
     void setFrameOrigin(const Point &origin);
@@ -90,11 +96,15 @@ public:
     void setTag(int tag) { m_tag = tag; }
 
     // Visibility and look
-    void setHidden(bool hidden);
+    /// Hides the view, also one that was not shown yet, or shows it. isHidden() tells whether it was hidden
+    /// itself; a view inside a hidden one is not visible either.
+    void setHidden(bool hidden) { setVisible(!hidden); }
+    void setVisible(bool visible) override;
     void setEnabled(bool enabled);
     /// A view that is passed through lets clicks reach what lies below it; it must have no subviews.
     void setPassesClicksThrough(bool passes);
-    /// Whether the view has a drawing layer of its own (as the platform means it; kept, and asked by no painter).
+    /// Whether the view has a drawing layer of its own (as the platform means it; kept, and asked by no
+    /// painter).
     [[nodiscard]] bool wantsLayer() const { return m_wantsLayer; }
     void setWantsLayer(bool wants) { m_wantsLayer = wants; }
     /// The colour painted behind the view's content; nothing is painted when absent.
@@ -109,22 +119,24 @@ public:
     void setShadow(const std::optional<Shadow> &shadow);
 
     // Focus
-    /// Asks for the focus; true when the view has it afterwards. A plain view refuses.
+    /// Asks for the focus; true when the view has it afterwards. A plain view refuses, and so does one that
+    /// is disabled, hidden or in no window; the focus then stays where it is.
     virtual bool becomeFirstResponder();
+    /// Whether the view has its window's focus.
     [[nodiscard]] virtual bool isFirstResponder() const;
     /// Who gets the events that this view does not use: the one set, otherwise the superview.
     [[nodiscard]] View *nextResponder() const;
     void setNextResponder(View *next) { m_nextResponder = next; }
     /// The responder set explicitly, or null.
     [[nodiscard]] View *explicitNextResponder() const { return m_nextResponder; }
-    /// Sets the view that Tab goes to from this one.
+    /// Sets the view that Tab goes to from this one. Requires: both are in the same window or tree.
     virtual void setNextKeyView(View *next);
     [[nodiscard]] View *nextKeyView() const { return m_nextKeyView; }
     /// The widget that has the focus when this view is first responder.
     [[nodiscard]] virtual QWidget *focusTarget();
 
 signals:
-    /// Sent after the frame has changed, and the subviews' with it.
+    /// Sent after the frame has changed, and the subviews' with it; not for a frame that stays the same.
     void frameChanged();
 
 protected:
@@ -132,12 +144,20 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     /// Called after the view's size has changed and its subviews were resized.
     virtual void layout() {}
+    /// What the view's shadow surrounds, in the widget's coordinates (origin at the upper left).
+    [[nodiscard]] virtual QRectF shadowOutline() const;
+    /// Gives the window's focus to a widget of this view, under the conditions of becomeFirstResponder().
+    bool takeFocus(QWidget *target);
+    /// Leaves nobody with the focus when this view or a view in it has it.
+    void giveUpFocus();
 
 private:
+    [[nodiscard]] bool isInWindow() const;
+    [[nodiscard]] QSize widgetSize() const;
     void placeWidget();
-    void resizeSubviews(const Size &oldSize);
+    void sizeChanged(const Size &oldSize);
     void resizeWithSuperview(const Size &oldSuperSize, const Size &newSuperSize);
-    void giveUpFocus();
+    void updateShadowArea();
     void paintShadows(QPainter &painter);
 
     Rect m_frame;
