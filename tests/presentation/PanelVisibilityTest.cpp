@@ -1,0 +1,261 @@
+#include "platform/Button.h"
+#include "tests/support/PanelFixture.h"
+
+using platform::Array;
+using platform::Dictionary;
+using platform::Identifier;
+using platform::View;
+
+namespace {
+
+const Dictionary entry{{"input", Array{"SN"}}, {"button", Array{"Cancel", "OK"}}};
+const Dictionary groupEntry{{"input", Array{"S1", "S2"}}};
+
+/// Taking panels away, hiding them and bringing them back.
+class PanelVisibilityTest : public testsupport::PanelFixture
+{
+protected:
+    Identifier key(const QString &text) { return plugin().panelKey(text); }
+    /// A bare panel in the split view.
+    View *addPane(const Identifier &identifier)
+    {
+        auto *made = new View(platform::Rect(0, 0, 100, 50));
+        made->setIdentifier(identifier);
+        plugin().splitView()->addSubview(made);
+        return made;
+    }
+};
+
+TEST_F(PanelVisibilityTest, ResettingDataForgetsTheRecordAndTheFields)
+{
+    drawGroup(0, groupEntry);
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
+    plugin().resetData(key("G1"));
+    EXPECT_EQ(platform::description(plugin().savedData()), "{G2 = {S1 = B}}");
+    EXPECT_FALSE(plugin().hasResponders("G1"));
+}
+
+TEST_F(PanelVisibilityTest, ResettingDataInLoopModeForgetsTheFieldsAlone)
+{
+    drawGroup(0, groupEntry);
+    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    plugin().setIsLoopEnabled(true);
+    plugin().resetData(key("G1"));
+    EXPECT_EQ(platform::description(plugin().savedData()), "{G1 = {S1 = A}}");
+    EXPECT_FALSE(plugin().hasResponders("G1"));
+}
+
+TEST_F(PanelVisibilityTest, ResettingDataLeavesOtherPanelsTheScreenAndTheSwitchesAlone)
+{
+    drawGroup(0, groupEntry);
+    drawGroup(1, groupEntry);
+    const Dictionary status = plugin().enableStatus();
+    plugin().resetData(key("G1"));
+    EXPECT_TRUE(plugin().hasResponders("G2"));
+    EXPECT_EQ(panes(), (QStringList{"G1", "G2"}));
+    EXPECT_EQ(plugin().enableStatus(), status);
+}
+
+TEST_F(PanelVisibilityTest, ResettingAGroupPanelTakesItAwayWithItsOverview)
+{
+    drawGroup(0, groupEntry);
+    drawGroup(1, groupEntry);
+    plugin().resetUI(key("G1"));
+    EXPECT_EQ(panes(), QStringList{"G2"});
+    EXPECT_EQ(plugin().collection("G1"), nullptr);
+    EXPECT_NE(plugin().collection("G2"), nullptr);
+}
+
+TEST_F(PanelVisibilityTest, ResettingAPanelLogsWhatIsTakenAway)
+{
+    drawGroup(0, {});
+    plugin().resetUI(key("G1"));
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Default,
+                   "G1 removed with subViews (<TextField: (null)>, <ScrollView: (null)>, <Button: Pass>)"));
+}
+
+TEST_F(PanelVisibilityTest, ResettingTakesAwayTheFirstPanelOfThatInstanceAndStops)
+{
+    View *first = addPane(key("9"));
+    View *second = addPane(key("9"));
+    plugin().resetUI(key("9"));
+    EXPECT_EQ(first->superview(), nullptr);
+    EXPECT_EQ(second->superview(), plugin().splitView());
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "9 removed with subViews ()"));
+}
+
+TEST_F(PanelVisibilityTest, ResettingByAnEqualTextOfAnotherInstanceTakesNothingAway)
+{
+    addPane(key("9"));
+    plugin().resetUI(Identifier("9"));
+    EXPECT_EQ(panes(), QStringList{"9"});
+}
+
+TEST_F(PanelVisibilityTest, ResettingAGroupTakesAwayEveryPanelThatBeginsWithItsName)
+{
+    drawSlot(0, entry);
+    drawSlot(1, entry);
+    addPane(Identifier("G1-other"));
+    addPane(Identifier("G10-group"));
+    drawSlot(4, entry);
+    ASSERT_EQ(panes(), (QStringList{"G1-group", "G1-group", "G1-other", "G10-group", "G2-group"}));
+    plugin().resetUI(key("G1"));
+    EXPECT_EQ(panes(), (QStringList{"G10-group", "G2-group"}));
+    EXPECT_EQ(plugin().collection("G1"), nullptr);
+    EXPECT_NE(plugin().collection("G2"), nullptr);
+    EXPECT_EQ(timesLoggedFrom("G1-group removed"), 0);
+}
+
+TEST_F(PanelVisibilityTest, OnlyAGroupsNameTakesAwayWhatBeginsWithIt)
+{
+    addPane(Identifier("9-group"));
+    plugin().resetUI(key("9"));
+    EXPECT_EQ(panes(), QStringList{"9-group"});
+}
+
+TEST_F(PanelVisibilityTest, ResettingASlotPanelEmptiesItsTileAlone)
+{
+    drawSlot(0, entry);
+    drawSlot(1, entry);
+    drawSlot(4, entry);
+    plugin().resetUI(key("0"));
+    ASSERT_NE(content("G1", 0), nullptr);
+    EXPECT_TRUE(content("G1", 0)->subviews().isEmpty());
+    EXPECT_FALSE(content("G1", 1)->subviews().isEmpty());
+    EXPECT_FALSE(content("G2", 0)->subviews().isEmpty());
+    EXPECT_NE(plugin().collection("G1"), nullptr);
+    EXPECT_FALSE(box("G1", 0)->isHidden());
+}
+
+TEST_F(PanelVisibilityTest, ResettingASlotPanelByAnEqualTextOfAnotherInstanceKeepsItsTile)
+{
+    drawSlot(0, entry);
+    plugin().resetUI(Identifier("0"));
+    EXPECT_FALSE(content("G1", 0)->subviews().isEmpty());
+}
+
+TEST_F(PanelVisibilityTest, ResettingKeepsTheConditions)
+{
+    auto &call = showView(0, entry);
+    ASSERT_TRUE(waitForPanel("0"));
+    const auto condition = plugin().getCondition(key("0"));
+    ASSERT_NE(condition, nullptr);
+    press("0", "Cancel");
+    ASSERT_TRUE(call.waitUntilFinished());
+    plugin().resetUI(key("0"));
+    plugin().resetUI(key("G1"));
+    EXPECT_EQ(plugin().getCondition(key("0")), condition);
+    EXPECT_NE(plugin().getCondition(key("G1")), nullptr);
+}
+
+TEST_F(PanelVisibilityTest, ResettingANullIdentifierTakesNothingAway)
+{
+    addPane(Identifier());
+    drawSlot(0, entry);
+    plugin().resetUI(Identifier());
+    EXPECT_EQ(panes(), (QStringList{"(null)", "G1-group"}));
+    EXPECT_FALSE(content("G1", 0)->subviews().isEmpty());
+}
+
+TEST_F(PanelVisibilityTest, HidingByIdentifierHidesTheFirstPanelOfThatInstance)
+{
+    View *first = addPane(key("9"));
+    View *second = addPane(key("9"));
+    plugin().hideUIWithIdentifier(key("9"));
+    EXPECT_TRUE(first->isHidden());
+    EXPECT_FALSE(second->isHidden());
+}
+
+TEST_F(PanelVisibilityTest, HidingByIdentifierCanBeAskedForByASequence)
+{
+    drawGroup(0, groupEntry);
+    auto &call = onSequencer([this](platform::Error *) {
+        plugin().hideUIWithIdentifier(key("G1"));
+        return platform::Value();
+    });
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_TRUE(pane("G1")->isHidden());
+}
+
+TEST_F(PanelVisibilityTest, HidingHidesEveryPanelOfThatInstance)
+{
+    View *first = addPane(key("9"));
+    View *other = addPane(key("8"));
+    View *second = addPane(key("9"));
+    plugin().hideUI(key("9"));
+    EXPECT_TRUE(first->isHidden());
+    EXPECT_TRUE(second->isHidden());
+    EXPECT_FALSE(other->isHidden());
+}
+
+TEST_F(PanelVisibilityTest, AnEqualTextOfAnotherInstanceHidesNothingAndShowsAll)
+{
+    View *first = addPane(key("9"));
+    View *second = addPane(Identifier("9"));
+    plugin().hideUI(Identifier("9"));
+    plugin().hideUIWithIdentifier(Identifier("9"));
+    EXPECT_FALSE(first->isHidden());
+    EXPECT_FALSE(second->isHidden());
+
+    first->setHidden(true);
+    second->setHidden(true);
+    plugin().unhideUI(Identifier("9"));
+    EXPECT_FALSE(first->isHidden());
+    EXPECT_FALSE(second->isHidden());
+}
+
+TEST_F(PanelVisibilityTest, AHiddenPanelComesBackAsItWasWithTheFocusInItsLastField)
+{
+    drawGroup(0, groupEntry);
+    drawGroup(1, groupEntry);
+    field("G1-S1")->setStringValue("A");
+    plugin().hideUI(key("G1"));
+    EXPECT_TRUE(pane("G1")->isHidden());
+    EXPECT_TRUE(plugin().hasResponders("G1"));
+    plugin().unhideUI(key("G1"));
+    EXPECT_FALSE(pane("G1")->isHidden());
+    EXPECT_EQ(field("G1-S1")->stringValue(), "A");
+    EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
+}
+
+TEST_F(PanelVisibilityTest, ShowingAPanelWithoutFieldsMakesItVisibleAlone)
+{
+    drawGroup(0, groupEntry);
+    ASSERT_TRUE(field("G1-SharedInput")->isFirstResponder());
+    View *plain = addPane(key("G2"));
+    plain->setHidden(true);
+    plugin().unhideUI(key("G2"));
+    EXPECT_FALSE(plain->isHidden());
+    EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
+}
+
+TEST_F(PanelVisibilityTest, ShowingAPanelShowsNoOther)
+{
+    View *other = addPane(key("G1-group"));
+    other->setHidden(true);
+    addPane(key("G1"));
+    plugin().unhideUI(key("G1"));
+    EXPECT_TRUE(other->isHidden());
+}
+
+TEST_F(PanelVisibilityTest, NoneOfTheFiveChangesTheSwitches)
+{
+    drawGroup(0, groupEntry);
+    const Dictionary status = plugin().enableStatus();
+    plugin().hideUIWithIdentifier(key("G1"));
+    plugin().hideUI(key("G1"));
+    plugin().unhideUI(key("G1"));
+    plugin().resetData(key("G1"));
+    plugin().resetUI(key("G1"));
+    EXPECT_EQ(plugin().enableStatus(), status);
+}
+
+TEST_F(PanelVisibilityTest, TheKeyOfAPanelIsOneInstance)
+{
+    EXPECT_TRUE(key("G1").isSameInstance(key("G1")));
+    EXPECT_FALSE(key("G1").isSameInstance(Identifier("G1")));
+    EXPECT_EQ(key("G1"), Identifier("G1"));
+}
+
+} // namespace
