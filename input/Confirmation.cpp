@@ -21,6 +21,14 @@ const QString OkTitle = QStringLiteral("OK");
 const QString ClearTitle = QStringLiteral("Clear");
 const QString CancelTitle = QStringLiteral("Cancel");
 
+/// A field that is gone left the window with its panel, and counts as what it was.
+bool endsInInputField(const InteractiveView::Responders &fields)
+{
+    return !fields.isEmpty() && MainQueue::sync([&] {
+        return !fields.last() || qobject_cast<MouseTrackedTextField *>(fields.last().data());
+    });
+}
+
 } // namespace
 
 /// One press of a button, as things stood when it was pressed.
@@ -127,7 +135,7 @@ bool InteractiveView::checkAllInputs(const platform::Identifier &key)
     const Responders fields = responders(key.text());
     const platform::Value record = m_savedData.lock()->value(key.text());
     if (isGroupView(key)) {
-        if (fields.isEmpty())
+        if (!endsInInputField(fields))
             return true;
         if (!entries::holdsAnySlot(record.toMap(), m_systemIndexToSlotMapping))
             return false;

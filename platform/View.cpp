@@ -27,10 +27,12 @@ Extent distributed(Extent extent, double difference, bool minMargin, bool length
     return {extent.begin + (minMargin ? share : 0.0), extent.length + (length ? share : 0.0)};
 }
 
+/// Rounds to whole pixels. The hair makes an edge that two neighbours reach by different sums round alike.
 int rounded(double coordinate)
 {
     constexpr double limit = QWIDGETSIZE_MAX;
-    return static_cast<int>(std::lround(std::clamp(coordinate, -limit, limit)));
+    constexpr double hair = 1e-6;
+    return static_cast<int>(std::floor(std::clamp(coordinate, -limit, limit) + 0.5 + hair));
 }
 
 /// QRectF's and QSizeF's own comparisons take nearly equal for equal; frames are kept exactly.

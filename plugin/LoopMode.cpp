@@ -100,6 +100,8 @@ void InteractiveView::configLoop(platform::View *sender)
 
 platform::Value InteractiveView::setLoop(const platform::Value &loopMaximum, platform::Error *)
 {
+    if (!isViewLoaded())
+        return qlonglong{0};
     {
         const auto savedData = m_savedData.lock();
         platform::Dictionary record = savedData->value(keys::Loop).toMap();

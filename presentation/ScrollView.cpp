@@ -1,13 +1,18 @@
 #include "presentation/ScrollView.h"
 
+#include <QCoreApplication>
 #include <QWheelEvent>
 
 namespace interactive {
 
 void ScrollView::wheelEvent(QWheelEvent *event)
 {
-    // An ignored wheel event goes on to the parent widget, which is the next responder of a scroll view in a
-    // panel.
+    if (platform::View *next = explicitNextResponder()) {
+        QCoreApplication::sendEvent(next, event);
+        event->accept();
+        return;
+    }
+    // An ignored wheel event goes on to the parent widget, the next responder where no other was set.
     event->ignore();
 }
 

@@ -1,10 +1,10 @@
 #include "kovan/KovanLogging/KVKLogging.h"
 
-#include <algorithm>
-#include <exception>
-#include <utility>
-
 #include <spdlog/sinks/null_sink.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -21,12 +21,22 @@ spdlog::level::level_enum systemLevel(KVKLogLevel level)
     return spdlog::level::info;
 }
 
+/// The message goes as data: what looks like a placeholder in it is text of an operator or a script.
+void writeToSystemLog(KVKLogLevel level, const std::string &message)
+{
+    try {
+        KVKLogGetAnchor()->logger()->log(systemLevel(level), spdlog::string_view_t(message));
+    } catch (...) {
+        // The logger reports ordinary exceptions of its sinks itself; no other may keep the line from the proxy.
+    }
+}
+
 } // namespace
 
 KVKLogAnchor::KVKLogAnchor()
-    : m_logger(std::make_shared<spdlog::logger>("interactive", std::make_shared<spdlog::sinks::null_sink_mt>()))
-{
-}
+    : m_logger(
+          std::make_shared<spdlog::logger>("interactive", std::make_shared<spdlog::sinks::null_sink_mt>()))
+{}
 
 std::shared_ptr<spdlog::logger> KVKLogAnchor::logger() const
 {
@@ -40,16 +50,16 @@ void KVKLogAnchor::setLogger(std::shared_ptr<spdlog::logger> logger)
     m_logger = std::move(logger);
 }
 
-void KVKLogProxy::proxyLogMessage(KVKLogLevel level, const char *format, const platform::LogArguments &arguments)
+void KVKLogProxy::proxyLogMessage(KVKLogLevel level, const char *format,
+                                  const platform::LogArguments &arguments)
 {
     const Line line{level, platform::formatMessage(format, arguments)};
     const std::lock_guard lock(m_mutex);
     for (const auto &entry : m_sinks) {
         try {
             entry.second(line);
-        } catch (const std::exception &) {
-            // One receiver's trouble must not keep the line from the others; it has nobody else to tell.
-            continue;
+        } catch (...) {
+            // One receiver's trouble must not keep the line from the others, and whoever logs cannot mend it.
         }
     }
 }
@@ -82,6 +92,6 @@ KVKLogProxy *KVKLogGetProxy()
 void KVKLogEvent(KVKLogLevel level, const char *format, const platform::LogArguments &arguments)
 {
     const std::string message = platform::formatMessage(format, arguments).toStdString();
-    KVKLogGetAnchor()->logger()->log(systemLevel(level), spdlog::string_view_t(message));
+    writeToSystemLog(level, message);
     KVKLogGetProxy()->proxyLogMessage(level, format, arguments);
 }

@@ -2,12 +2,12 @@
 
 #include "platform/LogFormat.h"
 
+#include <spdlog/logger.h>
+
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
-
-#include <spdlog/logger.h>
 
 /// The three levels at which plug-ins log.
 enum class KVKLogLevel { Default, Debug, Error };
@@ -20,7 +20,8 @@ class KVKLogAnchor
 public:
     KVKLogAnchor();
 
-    /// The system log's handle. Never null. The program that hosts the plug-ins chooses where it writes.
+    /// The system log's handle. Never null. The program that hosts the plug-ins chooses where it writes; until
+    /// it does so, nowhere.
     [[nodiscard]] std::shared_ptr<spdlog::logger> logger() const;
     /// Host: replaces the handle. Requires: not null.
     void setLogger(std::shared_ptr<spdlog::logger> logger);
@@ -47,7 +48,8 @@ public:
     /// Expands the format (see platform::formatMessage) and hands the line to the host.
     void proxyLogMessage(KVKLogLevel level, const char *format, const platform::LogArguments &arguments);
 
-    /// Host: adds a receiver of lines; it must not log itself.
+    /// Host: adds a receiver of lines. It must neither log itself nor add or remove receivers; an exception
+    /// that leaves it is dropped.
     SinkId addSink(Sink sink);
     /// Host: after the return the sink is not called any more.
     void removeSink(SinkId id);
@@ -63,5 +65,8 @@ private:
 [[nodiscard]] KVKLogProxy *KVKLogGetProxy();
 
 /// Writes one event to both places: first the system log's handle at the level (default is its "info"), then
-/// the log proxy, with the same format and arguments.
+/// the log proxy, with the same format and arguments. What fails in one place does not keep the line from the
+/// other.
+///
+/// Thread: any. Errors: throws std::invalid_argument for a format that is wrong (see platform::formatMessage).
 void KVKLogEvent(KVKLogLevel level, const char *format, const platform::LogArguments &arguments);

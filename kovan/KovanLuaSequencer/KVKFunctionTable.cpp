@@ -18,8 +18,8 @@ QMetaType typeOf(KVKArgType type)
 bool takes(const QMetaMethod &method, const std::vector<KVKArgType> &arguments)
 {
     const int count = static_cast<int>(arguments.size());
-    if (method.parameterCount() != count + 1
-        || method.parameterMetaType(count) != QMetaType::fromType<platform::Error *>())
+    if (method.parameterCount() != count + 1 ||
+        method.parameterMetaType(count) != QMetaType::fromType<platform::Error *>())
         return false;
     for (int i = 0; i < count; ++i) {
         if (method.parameterMetaType(i) != typeOf(arguments[static_cast<std::size_t>(i)]))
@@ -76,19 +76,18 @@ KVKBoundFunction::KVKBoundFunction(QObject *context, QString name, const QMetaMe
     , m_name(std::move(name))
     , m_method(method)
     , m_arguments(std::move(arguments))
-{
-}
+{}
 
 platform::Value KVKBoundFunction::call(const platform::Array &arguments, platform::Error *error) const
 {
-    // What a meta call takes: the place of the result, then of each argument. Dictionaries are kept beside, since a
-    // method that takes one wants the dictionary itself and not the value around it.
+    // What a meta call takes: the place of the result, then of each argument. Dictionaries are kept beside,
+    // since a method that takes one wants the dictionary itself and not the value around it.
     std::vector<platform::Value> values(arguments.cbegin(), arguments.cend());
     std::vector<platform::Dictionary> dictionaries(m_arguments.size());
     const QMetaType resultType = m_method.returnMetaType();
     const bool givesValue = resultType == QMetaType::fromType<platform::Value>();
-    platform::Value result = givesValue || resultType.id() == QMetaType::Void ? platform::Value()
-                                                                              : platform::Value(resultType);
+    platform::Value result =
+        givesValue || resultType.id() == QMetaType::Void ? platform::Value() : platform::Value(resultType);
     std::vector<void *> places;
     places.push_back(givesValue ? static_cast<void *>(&result) : result.data());
     for (std::size_t i = 0; i < m_arguments.size(); ++i) {

@@ -16,7 +16,8 @@
 class KVKBoundFunction
 {
 public:
-    KVKBoundFunction(QObject *context, QString name, const QMetaMethod &method, std::vector<KVKArgType> arguments);
+    KVKBoundFunction(QObject *context, QString name, const QMetaMethod &method,
+                     std::vector<KVKArgType> arguments);
 
     [[nodiscard]] const QString &name() const { return m_name; }
     [[nodiscard]] const std::vector<KVKArgType> &arguments() const { return m_arguments; }
@@ -38,12 +39,13 @@ class KVKFunctionTableError : public std::runtime_error
 public:
     explicit KVKFunctionTableError(const QString &text)
         : std::runtime_error(text.toStdString())
-    {
-    }
+    {}
 };
 
 /// Binds a plug-in's function table to the invokable methods of its context, by labels alone.
 ///
-/// A method is found by the first word of its selector and the number of its arguments; the last one takes the error.
-/// Errors: throws KVKFunctionTableError for an entry that is no list of labels, or names no such method. Thread: any.
-[[nodiscard]] std::vector<KVKBoundFunction> KVKBindFunctions(QObject *context, const platform::Dictionary &table);
+/// A method is found by the first word of its selector and the number of its arguments; the last one takes
+/// the error. Errors: throws KVKFunctionTableError for an entry that is no list of labels, or names no such
+/// method. Thread: any.
+[[nodiscard]] std::vector<KVKBoundFunction> KVKBindFunctions(QObject *context,
+                                                             const platform::Dictionary &table);

@@ -4,13 +4,14 @@
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 
+#include <lua.hpp>
+
 #include <chrono>
 #include <cmath>
 
-#include <lua.hpp>
-
-// Lua reports errors by a jump that runs no destructors. Every function here therefore does its work in a C++ function
-// that catches all exceptions and leaves an error text on the stack, and raises the Lua error after that has returned.
+// Lua reports errors by a jump that runs no destructors. Every function here therefore does its work in a C++
+// function that catches all exceptions and leaves an error text on the stack, and raises the Lua error after
+// that has returned.
 
 namespace {
 
@@ -33,8 +34,7 @@ class ArgumentError : public std::runtime_error
 public:
     explicit ArgumentError(const QString &text)
         : std::runtime_error(text.toStdString())
-    {
-    }
+    {}
 };
 
 QString nameOf(KVKArgType type)
@@ -63,7 +63,8 @@ platform::Array readArguments(lua_State *state, const KVKBoundFunction &function
     const int wanted = static_cast<int>(function.arguments().size());
     const int given = lua_gettop(state);
     if (given > wanted) {
-        throw ArgumentError(QStringLiteral("%1: takes %2 arguments, got %3").arg(function.name()).arg(wanted).arg(given));
+        throw ArgumentError(
+            QStringLiteral("%1: takes %2 arguments, got %3").arg(function.name()).arg(wanted).arg(given));
     }
     platform::Array arguments;
     for (int position = 1; position <= wanted; ++position)
@@ -90,6 +91,7 @@ bool callFunction(lua_State *state)
     const KVKBoundFunction &function = scope.functions()[index];
     KVKLuaCall call;
     call.name = function.name();
+    scope.observer().sequenceCalls(call.name);
     try {
         call.arguments = readArguments(state, function);
         platform::Error error;
@@ -149,8 +151,8 @@ int refusedFunction(lua_State *state)
     return luaL_error(state, "%s is not available to a sequence", lua_tostring(state, lua_upvalueindex(1)));
 }
 
-/// Ends the script once it is stopped. From then on every instruction is looked at, so that a script that catches the
-/// error does not get far.
+/// Ends the script once it is stopped. From then on every instruction is looked at, so that a script that
+/// catches the error does not get far.
 void endWhenStopped(lua_State *state, lua_Debug *)
 {
     if (!scopeOf(state).isStopped())
@@ -175,8 +177,7 @@ void refuse(lua_State *state, const char *library, const char *function)
 KVKLuaScope::KVKLuaScope(const std::vector<KVKBoundFunction> &functions, KVKLuaSequenceObserver &observer)
     : m_functions(functions)
     , m_observer(observer)
-{
-}
+{}
 
 void KVKLuaScope::stop()
 {

@@ -34,6 +34,6 @@ private:
     std::condition_variable m_changed;
 };
 
-/// Gives a state the functions of the scope, `log` and `sleep`; takes from it what would end or block the process; ends
-/// its script soon after the scope was stopped.
+/// Gives a state the functions of the scope, `log` and `sleep`; takes from it what would end or block the
+/// process; ends its script soon after the scope was stopped.
 void KVKLuaBind(lua_State *state, KVKLuaScope &scope);

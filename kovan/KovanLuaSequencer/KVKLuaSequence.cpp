@@ -6,11 +6,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <lua.hpp>
+
 #include <atomic>
 #include <thread>
 #include <utility>
-
-#include <lua.hpp>
 
 struct KVKLuaSequence::Run
 {
@@ -18,8 +18,7 @@ struct KVKLuaSequence::Run
         : description(std::move(given))
         , observer(told)
         , scope(description.functions, observer)
-    {
-    }
+    {}
 
     Description description;
     KVKLuaSequenceObserver &observer;
@@ -56,8 +55,8 @@ bool load(lua_State *state, const QString &path)
     }
     const QByteArray source = file.readAll();
     const QByteArray chunk = '@' + QFileInfo(path).fileName().toUtf8();
-    return luaL_loadbufferx(state, source.constData(), static_cast<std::size_t>(source.size()), chunk.constData(), "t")
-           == LUA_OK;
+    return luaL_loadbufferx(state, source.constData(), static_cast<std::size_t>(source.size()),
+                            chunk.constData(), "t") == LUA_OK;
 }
 
 void setGlobals(lua_State *state, const platform::Dictionary &globals)
@@ -115,8 +114,7 @@ KVKLuaEnd run(const KVKLuaSequence::Description &description, KVKLuaScope &scope
 
 KVKLuaSequence::KVKLuaSequence(Description description, KVKLuaSequenceObserver &observer)
     : m_run(std::make_shared<Run>(std::move(description), observer))
-{
-}
+{}
 
 KVKLuaSequence::~KVKLuaSequence()
 {

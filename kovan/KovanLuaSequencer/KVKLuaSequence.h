@@ -41,6 +41,9 @@ class KVKLuaSequenceObserver
 public:
     virtual ~KVKLuaSequenceObserver() = default;
 
+    /// A call of a plug-in's function begins.
+    virtual void sequenceCalls(const QString &name) = 0;
+    /// It has ended, or was refused before it began.
     virtual void sequenceCalled(const KVKLuaCall &call) = 0;
     /// The last word of a sequence; its thread ends right after.
     virtual void sequenceEnded(const KVKLuaEnd &end) = 0;
@@ -48,12 +51,13 @@ public:
 
 /// A Lua script with a state and a thread of its own, which calls the functions of plug-ins.
 ///
-/// The script sees the functions and constants under their own names, the globals that it is given, `log(text)` and
-/// `sleep(seconds)`. A function returns its result and an error (nil, or a table with domain, code and message).
+/// The script sees the functions and constants under their own names, the globals that it is given,
+/// `log(text)` and `sleep(seconds)`. A function returns its result and an error (nil, or a table with domain,
+/// code and message).
 ///
 /// Thread: made, started and destroyed by one thread; requestStop() and hasEnded() on any.
-/// Ownership: the observer and the functions' contexts must outlive the sequence; so must whatever its calls wait for,
-/// since the destructor waits for the thread.
+/// Ownership: the observer and the functions' contexts must outlive the sequence; so must whatever its calls
+/// wait for, since the destructor waits for the thread.
 class KVKLuaSequence
 {
 public:
@@ -72,8 +76,8 @@ public:
 
     /// Called once.
     void start();
-    /// Ends the script at its next instruction, and a sleep at once. A call into a plug-in goes on until the plug-in
-    /// ends it.
+    /// Ends the script at its next instruction, and a sleep at once. A call into a plug-in goes on until the
+    /// plug-in ends it.
     void requestStop();
     [[nodiscard]] bool hasEnded() const;
 

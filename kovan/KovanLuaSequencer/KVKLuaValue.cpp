@@ -14,8 +14,7 @@ class Reader
 public:
     explicit Reader(lua_State *state)
         : m_state(state)
-    {
-    }
+    {}
 
     platform::Value read(int index, const QString &path, int depth)
     {
@@ -101,8 +100,8 @@ private:
         lua_pushnil(m_state);
         while (lua_next(m_state, table) != 0) {
             lua_pop(m_state, 1);
-            const bool counts = lua_isinteger(m_state, -1) && lua_tointeger(m_state, -1) >= 1
-                                && lua_tointeger(m_state, -1) <= length;
+            const bool counts = lua_isinteger(m_state, -1) && lua_tointeger(m_state, -1) >= 1 &&
+                                lua_tointeger(m_state, -1) <= length;
             whole = whole && counts;
             ++keys;
         }
@@ -135,8 +134,7 @@ public:
     explicit StackKeeper(lua_State *state)
         : m_state(state)
         , m_top(lua_gettop(state))
-    {
-    }
+    {}
     ~StackKeeper() { lua_settop(m_state, m_top); }
     StackKeeper(const StackKeeper &) = delete;
     StackKeeper &operator=(const StackKeeper &) = delete;
@@ -175,7 +173,8 @@ void KVKLuaPush(lua_State *state, const platform::Value &value)
         lua_pushnil(state);
     } else if (value.metaType() == QMetaType::fromType<bool>()) {
         lua_pushboolean(state, value.toBool() ? 1 : 0);
-    } else if (value.metaType() == QMetaType::fromType<double>() || value.metaType() == QMetaType::fromType<float>()) {
+    } else if (value.metaType() == QMetaType::fromType<double>() ||
+               value.metaType() == QMetaType::fromType<float>()) {
         lua_pushnumber(state, value.toDouble());
     } else if (platform::isNumber(value)) {
         lua_pushinteger(state, value.toLongLong());

@@ -12,21 +12,20 @@ class KVKLuaValueError : public std::runtime_error
 public:
     explicit KVKLuaValueError(const QString &text)
         : std::runtime_error(text.toStdString())
-    {
-    }
+    {}
 };
 
-/// Reads the Lua value at a stack index: nil, boolean, integer, number, text (UTF-8), a table with the keys 1 to n or an
-/// empty one as an array, any other table as a dictionary (number keys in decimal digits).
+/// Reads the Lua value at a stack index: nil, boolean, integer, number, text (UTF-8), a table with the keys 1
+/// to n or an empty one as an array, any other table as a dictionary (number keys in decimal digits).
 ///
 /// `path` names the value in errors ("config"). The stack is left as it was.
-/// Errors: throws KVKLuaValueError for functions, userdata, threads, text that is not UTF-8, keys that are neither text
-/// nor number, tables that contain themselves or are nested more than 64 deep. Never raises a Lua error.
-/// Thread: the state's.
+/// Errors: throws KVKLuaValueError for functions, userdata, threads, text that is not UTF-8, keys that are
+/// neither text nor number, tables that contain themselves or are nested more than 64 deep. Never raises a
+/// Lua error. Thread: the state's.
 [[nodiscard]] platform::Value KVKLuaToValue(lua_State *state, int index, const QString &path);
 
-/// The same for a table that is to be a dictionary: an empty one is an empty dictionary, one with the keys 1 to n has
-/// these as its keys. Requires: the value is a table.
+/// The same for a table that is to be a dictionary: an empty one is an empty dictionary, one with the keys 1
+/// to n has these as its keys. Requires: the value is a table.
 [[nodiscard]] platform::Dictionary KVKLuaToDictionary(lua_State *state, int index, const QString &path);
 
 /// Pushes a value; nothing is nil. Integers, numbers, booleans and texts stay what they are.

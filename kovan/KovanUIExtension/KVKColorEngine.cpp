@@ -16,7 +16,8 @@ platform::Monitored<Providers> &providers()
     return instance;
 }
 
-std::optional<platform::Color> ask(const KVKColorEngine::Provider &provider, const platform::Value &systemIndex)
+std::optional<platform::Color> ask(const KVKColorEngine::Provider &provider,
+                                   const platform::Value &systemIndex)
 {
     return provider ? provider(systemIndex) : std::nullopt;
 }

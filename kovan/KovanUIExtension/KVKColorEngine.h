@@ -17,10 +17,11 @@ public:
     KVKColorEngine() = delete;
 
     /// The colour of the system (a number), or nothing when the host has none for it.
-    [[nodiscard]] static std::optional<platform::Color> backgroundColorForIndex(const platform::Value &systemIndex);
+    [[nodiscard]] static std::optional<platform::Color>
+    backgroundColorForIndex(const platform::Value &systemIndex);
     [[nodiscard]] static std::optional<platform::Color> textColorForIndex(const platform::Value &systemIndex);
 
-    /// Host: sets where the colours come from; an empty provider has none. Providers are called on the thread that
-    /// asks.
+    /// Host: sets where the colours come from; an empty provider has none. Providers are called on the thread
+    /// that asks.
     static void setProviders(Provider background, Provider text);
 };

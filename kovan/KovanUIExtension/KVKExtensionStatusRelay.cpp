@@ -10,14 +10,19 @@ KVKExtensionStatusRelay *KVKExtensionStatusRelay::sharedStatusRelay()
 
 void KVKExtensionStatusRelay::startHighlightingForSystemIndex(quint64 systemIndex)
 {
-    if (m_handler)
-        m_handler(systemIndex, true);
+    pass(systemIndex, true);
 }
 
 void KVKExtensionStatusRelay::stopHighlightingForSystemIndex(quint64 systemIndex)
 {
-    if (m_handler)
-        m_handler(systemIndex, false);
+    pass(systemIndex, false);
+}
+
+void KVKExtensionStatusRelay::pass(quint64 systemIndex, bool highlighted) const
+{
+    // A copy, since the handler may set another one.
+    if (const Handler handler = m_handler)
+        handler(systemIndex, highlighted);
 }
 
 void KVKExtensionStatusRelay::setHandler(Handler handler)

@@ -22,5 +22,7 @@ public:
     void setHandler(Handler handler);
 
 private:
+    void pass(quint64 systemIndex, bool highlighted) const;
+
     Handler m_handler;
 };

@@ -41,6 +41,8 @@ public:
     /// window that was asked to close meanwhile closes now.
     void setRunning(bool running);
     [[nodiscard]] bool isRunning() const { return m_running; }
+    /// Whether the window was asked to close and waits for the sequences to end.
+    [[nodiscard]] bool isClosing() const { return m_closing; }
     /// The text beside Run and Stop.
     void setStatus(const QString &text);
     [[nodiscard]] QString status() const;

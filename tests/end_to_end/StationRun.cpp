@@ -157,6 +157,7 @@ void StationRun::finish()
         m_process.waitForFinished();
     }
     m_errors = QString::fromUtf8(m_process.readAllStandardError());
+    m_output = QString::fromUtf8(m_process.readAllStandardOutput());
     const bool ended = m_process.exitStatus() == QProcess::NormalExit;
     m_status = ended ? m_process.exitCode() : -1;
     if (!inTime)

@@ -54,6 +54,8 @@ public:
     [[nodiscard]] QString errors() const { return m_errors; }
     /// What stands in the error stream when it is one line; otherwise the test fails.
     [[nodiscard]] QString errorLine() const;
+    /// What the station has printed: its answers.
+    [[nodiscard]] QString output() const { return m_output; }
     [[nodiscard]] QString log() const;
     [[nodiscard]] QString path(const QString &name) const;
 
@@ -88,6 +90,7 @@ private:
     QProcess m_process;
     int m_status = -1;
     QString m_errors;
+    QString m_output;
 };
 
 } // namespace testsupport

@@ -60,8 +60,7 @@ class EndOfTheRun : public ::testing::TestWithParam<const char *>
 TEST_P(EndOfTheRun, StopsEightWaitingCallsWithinASecondAndKeepsAllResults)
 {
     StationRun station;
-    prepare(station).plugin(QStringLiteral(BROKEN_PLUGINS_PATH "/libWindowEnds.so"));
-    station.argument("--plugin").argument(QStringLiteral(PLUGIN_PATH));
+    prepare(station).argument("--plugin").argument(QStringLiteral(FIXTURE_PLUGINS_PATH "/libWindowEnds.so"));
     // The sequence of the station waits for the operator's sign, an entry in the loop field.
     station.perStation(
         QStringLiteral("while getLoopConfig().LoopMax ~= 1 do sleep(0.02) end %1()").arg(GetParam()));

@@ -204,6 +204,23 @@ TEST_F(ConfirmationTest, OkOnAGroupThatIsOffIsRefusedAndLogged)
     EXPECT_EQ(call.result(), Value(Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
 }
 
+TEST_F(ConfirmationTest, OkOnAGroupThatWasSwitchedOffBeforeItsCallWaitsUntilItIsOnAgain)
+{
+    click(groupButton("G1"));
+    ASSERT_EQ(groupButton("G1")->state(), Button::Off);
+    auto &call = showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    expectError(job + ": Inputs are valid. But group is disabled.");
+    press("G1", "OK");
+    EXPECT_FALSE(call.finished());
+
+    click(groupButton("G1"));
+    EXPECT_TRUE(isOpen("G1"));
+    press("G1", "OK");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
+}
+
 TEST_F(ConfirmationTest, OkOnAGroupThatIsOffWithInvalidEntriesSaysNothingOfTheGroup)
 {
     auto &call = showGroup(0, {{"input", Array{"S1"}}});

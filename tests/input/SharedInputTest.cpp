@@ -176,6 +176,16 @@ TEST_F(SharedInputTest, WhenThePendingSlotHasNoFieldNothingIsStored)
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
 }
 
+TEST_F(SharedInputTest, WithoutARecordOneIsMadeEvenWhenTheSlotHasNoField)
+{
+    ask({"S1", "S2"});
+    plugin().setSavedData({});
+    field("G1-S1")->setEnabled(false);
+    shared()->setStringValue("ABC");
+    EXPECT_TRUE(plugin().checkInput(shared()));
+    EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{}}}));
+}
+
 TEST_F(SharedInputTest, ARecordWithoutALengthGetsNone)
 {
     ask({"S1", "S2"}, 3);

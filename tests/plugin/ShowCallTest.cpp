@@ -39,6 +39,16 @@ TEST_F(ShowCallTest, TheCallForAGroupIsLoggedWithoutASystemIndex)
         loggedOnce(KVKLogLevel::Default, called + ", systemIndex: (null), config: {input = (S1, S2)}"));
 }
 
+TEST_F(ShowCallTest, NothingIsDoneOrLoggedBeforeTheSharedCall)
+{
+    start();
+    log.clear();
+    showView(0, question);
+    ASSERT_TRUE(waitForPanel("0"));
+    EXPECT_EQ(log.proxyLines().front().message, called + ", systemIndex: 0, config: {button = (No, Yes)}");
+    EXPECT_EQ(timesLoggedFrom("Called: "), 1);
+}
+
 TEST_F(ShowCallTest, AGroupsPanelIsKeyedByTheGroupOfThatNumberAmongTheDistinctOnes)
 {
     station.systemGroups = Array{"B", "B", "A", "A"};

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QTest>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -39,7 +40,9 @@ void turnWheel(QWidget *over, int angle)
     const QPointF centre = over->rect().center();
     QWheelEvent event(centre, over->mapToGlobal(centre), {}, {0, angle}, Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
-    QApplication::sendEvent(over, &event);
+    // As if it came from a mouse: only such events travel up the tree.
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(over, &event);
 }
 
 /// A scroll view of 100 points that shows a document of 400.

@@ -1,0 +1,108 @@
+#include "station/CommandLine.h"
+
+#include "station/StationError.h"
+#include "station/Version.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace station {
+
+namespace {
+
+const QCommandLineOption Config(QStringLiteral("config"),
+                                QStringLiteral("The station's configuration (TOML)."),
+                                QStringLiteral("FILE"));
+const QCommandLineOption
+    Sequence(QStringLiteral("sequence"),
+             QStringLiteral("A Lua sequence to run for each system, instead of those of the "
+                            "configuration. May be given several times."),
+             QStringLiteral("FILE"));
+const QCommandLineOption
+    OperatorScript(QStringLiteral("operator"),
+                   QStringLiteral("A Lua script that takes the operator's place. The sequences "
+                                  "start by themselves, and the station ends with them."),
+                   QStringLiteral("FILE"));
+const QCommandLineOption
+    Headless(QStringLiteral("headless"),
+             QStringLiteral("Needs no display. The sequences start by themselves, each answer "
+                            "is printed, and the station ends with them."));
+const QCommandLineOption
+    Results(QStringLiteral("results"),
+            QStringLiteral("Where each call and each end of a sequence is written (JSON lines)."),
+            QStringLiteral("FILE"));
+const QCommandLineOption Log(QStringLiteral("log"), QStringLiteral("Where the log's lines are written."),
+                             QStringLiteral("FILE"));
+const QCommandLineOption
+    Plugin(QStringLiteral("plugin"),
+           QStringLiteral("A plug-in's library, loaded instead of those of the configuration, or "
+                          "a folder to look for these in first. May be given several times."),
+           QStringLiteral("PATH"));
+
+void requireFile(const QString &option, const QString &path)
+{
+    if (!QFileInfo(path).isFile())
+        throw StationError(QStringLiteral("--%1: there is no file %2").arg(option, path));
+}
+
+CommandLine valuesOf(const QCommandLineParser &parser)
+{
+    CommandLine line;
+    line.config = parser.value(Config);
+    line.sequences = parser.values(Sequence);
+    line.operatorScript = parser.value(OperatorScript);
+    line.results = parser.value(Results);
+    line.log = parser.value(Log);
+    line.plugins = parser.values(Plugin);
+    line.headless = parser.isSet(Headless);
+    return line;
+}
+
+void check(const CommandLine &line, const QCommandLineParser &parser)
+{
+    if (!parser.positionalArguments().isEmpty())
+        throw StationError(
+            QStringLiteral("does not take '%1'; see --help").arg(parser.positionalArguments().first()));
+    if (line.config.isEmpty())
+        throw StationError(QStringLiteral("needs --config FILE; see --help"));
+    requireFile(QStringLiteral("config"), line.config);
+    for (const QString &sequence : line.sequences)
+        requireFile(QStringLiteral("sequence"), sequence);
+    if (!line.operatorScript.isEmpty())
+        requireFile(QStringLiteral("operator"), line.operatorScript);
+    for (const QString &plugin : line.plugins) {
+        if (!QFileInfo::exists(plugin))
+            throw StationError(QStringLiteral("--plugin: there is no %1").arg(plugin));
+    }
+}
+
+} // namespace
+
+std::optional<CommandLine> readCommandLine(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Runs Lua test sequences for the systems of a station and asks its operator for input."));
+    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin});
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    if (!parser.parse(arguments))
+        throw StationError(parser.errorText().replace(QLatin1Char('\n'), QLatin1Char(' ')) +
+                           QStringLiteral("; see --help"));
+    if (parser.isSet(help)) {
+        QTextStream(stdout)
+            << parser.helpText()
+            << "\nExit status: 0 every sequence passed, 1 one did not, 2 the station could not start.\n";
+        return std::nullopt;
+    }
+    if (parser.isSet(version)) {
+        QTextStream(stdout) << "station " << Version << '\n';
+        return std::nullopt;
+    }
+    const CommandLine line = valuesOf(parser);
+    check(line, parser);
+    return line;
+}
+
+} // namespace station

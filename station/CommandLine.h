@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace station {
+
+/// What the station was asked to do.
+struct CommandLine
+{
+    QString config;
+    QStringList sequences; ///< Run for each system, instead of the configuration's.
+    QString operatorScript;
+    QString results;
+    QString log;
+    QStringList
+        plugins; ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
+    bool headless = false;
+};
+
+/// Reads the arguments (the program's name first). Prints the help or the version itself, and returns nothing
+/// then.
+///
+/// Errors: throws StationError for a wrong usage.
+[[nodiscard]] std::optional<CommandLine> readCommandLine(const QStringList &arguments);
+
+} // namespace station

@@ -1,0 +1,62 @@
+#include "station/LogFile.h"
+
+#include "station/StationError.h"
+
+#include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/sinks/stdout_sinks.h>
+
+namespace station {
+
+namespace {
+
+spdlog::level::level_enum fileLevel(KVKLogLevel level)
+{
+    switch (level) {
+    case KVKLogLevel::Debug:
+        return spdlog::level::debug;
+    case KVKLogLevel::Error:
+        return spdlog::level::err;
+    case KVKLogLevel::Default:
+        break;
+    }
+    return spdlog::level::info;
+}
+
+void showSystemErrors()
+{
+    auto logger =
+        std::make_shared<spdlog::logger>("station", std::make_shared<spdlog::sinks::stderr_sink_mt>());
+    logger->set_pattern("station: %v");
+    logger->set_level(spdlog::level::critical);
+    KVKLogGetAnchor()->setLogger(logger);
+}
+
+} // namespace
+
+LogFile::LogFile(const QString &path)
+{
+    showSystemErrors();
+    if (path.isEmpty())
+        return;
+    try {
+        auto sink = std::make_shared<spdlog::sinks::basic_file_sink_mt>(path.toStdString(), true);
+        m_file = std::make_shared<spdlog::logger>("log", sink);
+    } catch (const spdlog::spdlog_ex &problem) {
+        throw StationError(QStringLiteral("--log: %1").arg(QString::fromUtf8(problem.what())));
+    }
+    m_file->set_pattern("%Y-%m-%dT%H:%M:%S.%e %l [%t] %v");
+    m_file->set_level(spdlog::level::trace);
+    m_file->flush_on(spdlog::level::trace);
+    m_sink = KVKLogGetProxy()->addSink([file = m_file](const KVKLogProxy::Line &line) {
+        const std::string text = line.message.toStdString();
+        file->log(fileLevel(line.level), spdlog::string_view_t(text));
+    });
+}
+
+LogFile::~LogFile()
+{
+    if (m_file)
+        KVKLogGetProxy()->removeSink(m_sink);
+}
+
+} // namespace station

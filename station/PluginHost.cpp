@@ -1,0 +1,94 @@
+#include "station/PluginHost.h"
+
+#include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
+#include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
+#include "station/StationError.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonObject>
+
+namespace station {
+
+namespace {
+
+[[noreturn]] void refuse(const QString &path, const QString &why)
+{
+    throw StationError(QStringLiteral("plug-in %1: %2").arg(path, why));
+}
+
+/// Looks at what the library says of itself, before any of its code runs.
+void checkMetaData(const QPluginLoader &loader, const QString &path)
+{
+    const QString found = loader.metaData().value(QStringLiteral("IID")).toString();
+    const QString wanted = QStringLiteral(KVKExtensionInteractiveView_iid);
+    if (found.isEmpty())
+        refuse(path, QStringLiteral("is not a plug-in"));
+    if (found != wanted)
+        refuse(path, QStringLiteral("offers the interface %1, this station needs %2").arg(found, wanted));
+}
+
+QObject *makeInstance(QPluginLoader &loader, const QString &path)
+{
+    try {
+        QObject *instance = loader.instance();
+        if (!instance)
+            refuse(path, loader.errorString());
+        return instance;
+    } catch (const StationError &) {
+        throw;
+    } catch (const std::exception &problem) {
+        refuse(path, QStringLiteral("failed while loading: %1").arg(QString::fromUtf8(problem.what())));
+    }
+}
+
+} // namespace
+
+LoadedPlugin::LoadedPlugin(const QString &path)
+    : m_loader(std::make_unique<QPluginLoader>(path))
+    , m_path(path)
+    , m_name(QFileInfo(path).completeBaseName())
+{
+    checkMetaData(*m_loader, path);
+    QObject *instance = makeInstance(*m_loader, path);
+    m_extension = qobject_cast<KVKExtensionInteractiveView *>(instance);
+    m_interruption = qobject_cast<KVKExtensionInterruption *>(instance);
+    m_controller = qobject_cast<platform::ViewController *>(instance);
+    if (!m_extension)
+        refuse(path,
+               QStringLiteral("does not implement %1").arg(QStringLiteral(KVKExtensionInteractiveView_iid)));
+    if (!m_controller)
+        refuse(path, QStringLiteral("its root object is no view controller"));
+}
+
+std::vector<KVKBoundFunction> LoadedPlugin::bindFunctions() const
+{
+    QObject *context = m_extension->pluginContext();
+    if (!context)
+        refuse(m_path, QStringLiteral("has no context for its functions"));
+    try {
+        return KVKBindFunctions(context, m_extension->pluginFunctionTable());
+    } catch (const KVKFunctionTableError &problem) {
+        refuse(m_path, QString::fromUtf8(problem.what()));
+    }
+}
+
+QString findPlugin(const QString &plugin, const QStringList &folders)
+{
+    if (plugin.contains(QLatin1Char('/'))) {
+        if (!QFileInfo(plugin).isFile())
+            refuse(plugin, QStringLiteral("there is no such file"));
+        return plugin;
+    }
+    for (const QString &folder : folders) {
+        for (const QString &pattern : {QStringLiteral("lib%1.so"), QStringLiteral("%1.so"),
+                                       QStringLiteral("lib%1.dylib"), QStringLiteral("%1.dll")}) {
+            const QString path = QDir(folder).absoluteFilePath(pattern.arg(plugin));
+            if (QFileInfo(path).isFile())
+                return QDir::cleanPath(path);
+        }
+    }
+    refuse(plugin, QStringLiteral("not found in %1").arg(folders.join(QStringLiteral(", "))));
+}
+
+} // namespace station

@@ -1,0 +1,114 @@
+#include "station/ResultsFile.h"
+
+#include "station/StationError.h"
+
+#include <QDateTime>
+#include <QJsonDocument>
+#include <QTextStream>
+
+namespace station {
+
+namespace {
+
+QJsonObject begun(const ResultOwner &owner)
+{
+    QJsonObject line{{QStringLiteral("time"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)},
+                     {QStringLiteral("sequence"), owner.sequence}};
+    if (owner.system.isValid())
+        line.insert(QStringLiteral("system"), QJsonValue::fromVariant(owner.system));
+    if (owner.group.isValid())
+        line.insert(QStringLiteral("group"), QJsonValue::fromVariant(owner.group));
+    return line;
+}
+
+QJsonValue errorValue(const std::optional<platform::Error> &error)
+{
+    if (!error)
+        return QJsonValue::Null;
+    return QJsonObject{{QStringLiteral("domain"), error->domain},
+                       {QStringLiteral("code"), error->code},
+                       {QStringLiteral("message"), error->localizedDescription}};
+}
+
+QString readableCall(const ResultOwner &owner, const KVKLuaCall &call)
+{
+    const QString answer = call.error ? QStringLiteral("error: ") + call.error->localizedDescription
+                                      : platform::description(call.result);
+    return QStringLiteral("%1: %2 -> %3").arg(owner.name(), call.name, answer);
+}
+
+} // namespace
+
+QString ResultOwner::name() const
+{
+    if (system.isValid())
+        return QStringLiteral("system %1").arg(platform::description(system));
+    if (group.isValid())
+        return QStringLiteral("group %1").arg(platform::description(group));
+    return QStringLiteral("station");
+}
+
+QString outcomeText(KVKLuaOutcome outcome)
+{
+    switch (outcome) {
+    case KVKLuaOutcome::Passed:
+        return QStringLiteral("passed");
+    case KVKLuaOutcome::Failed:
+        return QStringLiteral("failed");
+    case KVKLuaOutcome::Erred:
+        return QStringLiteral("erred");
+    case KVKLuaOutcome::Stopped:
+        return QStringLiteral("stopped");
+    }
+    return {};
+}
+
+ResultsFile::ResultsFile(const QString &path, bool printsAnswers)
+    : m_file(path)
+    , m_prints(printsAnswers)
+{
+    if (!path.isEmpty() && !m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        throw StationError(QStringLiteral("--results: %1: %2").arg(path, m_file.errorString()));
+}
+
+void ResultsFile::writeCall(const ResultOwner &owner, const KVKLuaCall &call)
+{
+    QJsonObject line = begun(owner);
+    line.insert(QStringLiteral("call"), call.name);
+    line.insert(QStringLiteral("result"), QJsonValue::fromVariant(call.result));
+    line.insert(QStringLiteral("error"), errorValue(call.error));
+    write(line, readableCall(owner, call));
+}
+
+void ResultsFile::writeEnd(const ResultOwner &owner, const KVKLuaEnd &end)
+{
+    QJsonObject line = begun(owner);
+    line.insert(QStringLiteral("outcome"), outcomeText(end.outcome));
+    line.insert(QStringLiteral("value"), QJsonValue::fromVariant(end.value));
+    line.insert(QStringLiteral("message"), end.message);
+    QString readable = QStringLiteral("%1: %2").arg(owner.name(), outcomeText(end.outcome));
+    if (!end.message.isEmpty())
+        readable += QStringLiteral(", ") + end.message;
+    write(line, readable);
+}
+
+bool ResultsFile::hasFailed()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_failed;
+}
+
+void ResultsFile::write(const QJsonObject &line, const QString &readable)
+{
+    const QByteArray bytes = QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
+    const std::lock_guard lock(m_mutex);
+    if (m_file.isOpen() && (m_file.write(bytes) != bytes.size() || !m_file.flush()) && !m_failed) {
+        m_failed = true;
+        QTextStream(stderr) << "station: results are lost: " << m_file.fileName() << ": "
+                            << m_file.errorString() << Qt::endl;
+    }
+    if (m_prints)
+        QTextStream(stdout) << readable << Qt::endl;
+}
+
+} // namespace station

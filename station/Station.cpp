@@ -1,0 +1,271 @@
+#include "station/Station.h"
+
+#include "kovan/KovanUIExtension/KVKColorEngine.h"
+#include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
+#include "station/StationError.h"
+#include "station/StopSignal.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QTextStream>
+
+#include <cstdlib>
+
+namespace station {
+
+namespace {
+
+constexpr std::chrono::milliseconds StopLimit{1000};
+constexpr std::chrono::milliseconds BetweenIdleLooks{500};
+constexpr int IdleLooksBeforeStop = 10;
+constexpr QSize HeadlessSize{1440, 900};
+
+platform::Array toArray(const QStringList &texts)
+{
+    platform::Array array;
+    for (const QString &text : texts)
+        array.append(text);
+    return array;
+}
+
+StationConfig configurationFor(const CommandLine &line)
+{
+    StationConfig config = readStationConfig(line.config);
+    if (!line.sequences.isEmpty()) {
+        config.sequences.clear();
+        for (const QString &script : line.sequences)
+            config.sequences.append({script, SequenceKind::System});
+    }
+    return config;
+}
+
+SystemState stateOf(KVKLuaOutcome outcome)
+{
+    switch (outcome) {
+    case KVKLuaOutcome::Passed:
+        return SystemState::Passed;
+    case KVKLuaOutcome::Failed:
+        return SystemState::Failed;
+    case KVKLuaOutcome::Erred:
+        return SystemState::Erred;
+    case KVKLuaOutcome::Stopped:
+        return SystemState::Stopped;
+    }
+    return SystemState::Idle;
+}
+
+void sayOnError(const QString &text)
+{
+    QTextStream(stderr) << "station: " << text << Qt::endl;
+}
+
+} // namespace
+
+Station::Station(const CommandLine &commandLine)
+    : m_commandLine(commandLine)
+    , m_config(configurationFor(commandLine))
+    , m_log(commandLine.log)
+    , m_results(commandLine.results, commandLine.headless || !commandLine.operatorScript.isEmpty())
+{
+    serveConfiguration();
+    loadPlugins();
+    makeWindow();
+    makeRunner();
+    makeOperator();
+    connectRun();
+}
+
+Station::~Station()
+{
+    // The operator and the sequences go first: they use everything else.
+    m_operator.reset();
+    m_runner.reset();
+    KVKColorEngine::setProviders(nullptr, nullptr);
+}
+
+void Station::serveConfiguration()
+{
+    KVKConfigEngine *engine = KVKConfigEngine::sharedConfigEngine();
+    engine->setStatusTableCustomRowColorEnabled(m_config.customRowColor);
+    engine->setSystemIndexToGroupMapping(toArray(m_config.systemGroups));
+    engine->setSystemIndexToSlotMapping(toArray(m_config.systemSlots));
+    const auto provider = [colors = m_config.colors](platform::Color SystemColors::*part) {
+        return [colors, part](const platform::Value &index) -> std::optional<platform::Color> {
+            const auto found = colors.constFind(index.toInt());
+            return found == colors.constEnd() ? std::nullopt : std::optional(*found.*part);
+        };
+    };
+    KVKColorEngine::setProviders(provider(&SystemColors::background), provider(&SystemColors::text));
+}
+
+void Station::loadPlugins()
+{
+    const QString here = QCoreApplication::applicationDirPath();
+    QStringList folders;
+    QStringList libraries;
+    for (const QString &path : m_commandLine.plugins)
+        (QFileInfo(path).isDir() ? folders : libraries).append(QFileInfo(path).absoluteFilePath());
+    folders += {here + QStringLiteral("/../lib"), here + QStringLiteral("/../lib/interactive-station"), here};
+    for (const QString &plugin : libraries.isEmpty() ? m_config.plugins : libraries)
+        m_plugins.emplace_back(findPlugin(plugin, folders));
+    if (m_plugins.empty())
+        throw StationError(QStringLiteral("%1: key 'plugins': names no plug-in").arg(m_commandLine.config));
+}
+
+void Station::makeWindow()
+{
+    m_window = std::make_unique<StationWindow>(m_config.name, m_config.systems());
+    for (const LoadedPlugin &plugin : m_plugins) {
+        platform::View *view = plugin.controller()->view();
+        m_window->addPluginView(plugin.name(), view,
+                                {plugin.extension()->minWidthHint(), plugin.extension()->minHeightHint()});
+    }
+    if (m_commandLine.headless)
+        m_window->resize(HeadlessSize);
+}
+
+void Station::makeRunner()
+{
+    std::vector<KVKBoundFunction> functions;
+    platform::Dictionary constants;
+    QList<KVKExtensionInterruption *> interruptions;
+    for (const LoadedPlugin &plugin : m_plugins) {
+        for (const KVKBoundFunction &function : plugin.bindFunctions())
+            functions.push_back(function);
+        constants.insert(plugin.extension()->pluginConstants());
+        if (plugin.interruption())
+            interruptions.append(plugin.interruption());
+    }
+    m_runner =
+        std::make_unique<SequenceRunner>(m_config, std::move(functions), constants, interruptions, m_results);
+}
+
+void Station::makeOperator()
+{
+    if (m_commandLine.operatorScript.isEmpty())
+        return;
+    const LoadedPlugin &plugin = m_plugins.front();
+    const OperatorStage stage{m_window.get(), plugin.controller()->view(),
+                              plugin.extension()->pluginContext()};
+    m_operatorDone = false;
+    m_operator = std::make_unique<OperatorScript>(
+        m_commandLine.operatorScript, stage,
+        [this](bool ok, const QString &message) { operatorEnded(ok, message); });
+}
+
+void Station::connectRun()
+{
+    connect(m_window.get(), &StationWindow::runRequested, this, &Station::startRun);
+    connect(m_window.get(), &StationWindow::stopRequested, this, &Station::stopRun);
+    connect(m_runner.get(), &SequenceRunner::sequenceEnded, this, &Station::sequenceEnded);
+    // Queued, so that the last sequence is not taken away inside its own report.
+    connect(m_runner.get(), &SequenceRunner::allEnded, this, &Station::runEnded, Qt::QueuedConnection);
+    m_idleWait.setInterval(BetweenIdleLooks);
+    connect(&m_idleWait, &QTimer::timeout, this, &Station::lookForIdleWait);
+    m_stuck.setSingleShot(true);
+    m_stuck.setInterval(StopLimit);
+    connect(&m_stuck, &QTimer::timeout, this, &Station::reportStuck);
+}
+
+int Station::run()
+{
+    const StopSignal signal([this] {
+        stopRun();
+        m_window->close();
+    });
+    m_window->show();
+    m_window->activateWindow();
+    if (endsByItself()) {
+        startRun();
+        if (m_operator)
+            m_operator->start();
+    }
+    QApplication::exec();
+    return m_runner->allPassed() && !m_operatorFailed && !m_results.hasFailed() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+bool Station::endsByItself() const
+{
+    return m_commandLine.headless || m_operator;
+}
+
+void Station::startRun()
+{
+    for (const SystemRow &row : m_config.systems())
+        m_window->setSystemState(row.index, SystemState::Running);
+    m_window->setRunning(true);
+    m_window->setStatus(QStringLiteral("Running"));
+    m_runner->start();
+}
+
+void Station::stopRun()
+{
+    if (!m_runner->isRunning())
+        return;
+    m_window->setStatus(QStringLiteral("Stopping"));
+    m_stuck.start();
+    m_runner->stop();
+}
+
+void Station::sequenceEnded(const QList<int> &systems, const KVKLuaEnd &end)
+{
+    for (const int system : systems)
+        m_window->setSystemState(system, stateOf(end.outcome), end.message);
+}
+
+void Station::runEnded()
+{
+    m_stuck.stop();
+    m_idleWait.stop();
+    m_window->setStatus(m_runner->allPassed() ? QStringLiteral("All passed")
+                                              : QStringLiteral("Not all passed"));
+    m_window->setRunning(false);
+    endWhenDone();
+}
+
+void Station::operatorEnded(bool ok, const QString &message)
+{
+    m_operatorDone = true;
+    if (!ok) {
+        m_operatorFailed = true;
+        sayOnError(QStringLiteral("operator: %1").arg(message));
+        stopRun();
+    } else if (m_runner->isRunning()) {
+        m_idleLooks = 0;
+        m_idleWait.start();
+    }
+    endWhenDone();
+}
+
+void Station::endWhenDone()
+{
+    if (endsByItself() && m_operatorDone && !m_runner->isRunning())
+        QApplication::quit();
+}
+
+/// With the operator's script over, a sequence that waits for an answer would wait for ever.
+void Station::lookForIdleWait()
+{
+    m_idleLooks = m_runner->isWaiting() ? m_idleLooks + 1 : 0;
+    if (m_idleLooks < IdleLooksBeforeStop)
+        return;
+    m_idleWait.stop();
+    m_operatorFailed = true;
+    sayOnError(QStringLiteral("operator: the script has ended, but %1 still waits for an answer")
+                   .arg(m_runner->runningNames().join(QStringLiteral(", "))));
+    stopRun();
+}
+
+/// A sequence that is inside a library function (a child process, an endless search) cannot be ended from
+/// outside. What it would have to say is lost; all that was said is written.
+void Station::reportStuck()
+{
+    const QString names = m_runner->runningNames().join(QStringLiteral(", "));
+    sayOnError(QStringLiteral("does not end when stopped: %1").arg(names));
+    m_window->setStatus(QStringLiteral("Does not end: ") + names);
+    if (endsByItself() || !m_window->isVisible() || m_window->isClosing())
+        std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace station

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "station/CommandLine.h"
+#include "station/LogFile.h"
+#include "station/PluginHost.h"
+#include "station/ResultsFile.h"
+#include "station/SequenceRunner.h"
+#include "station/StationConfig.h"
+#include "station/operator/OperatorScript.h"
+#include "station/window/StationWindow.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+namespace station {
+
+/// The whole program: configuration, plug-ins, window, sequences, and the simulated operator where one is
+/// given.
+///
+/// Thread: the main thread. Requires: a QApplication, platform::MainQueue attached.
+class Station : public QObject
+{
+    Q_OBJECT
+public:
+    /// Errors: throws StationError when the station cannot start.
+    explicit Station(const CommandLine &commandLine);
+    ~Station() override;
+
+    /// Shows the window and serves it until the end. Returns the exit status: 0 when every sequence passed, 1
+    /// when one did not or the operator's script failed.
+    int run();
+
+private:
+    void serveConfiguration();
+    void loadPlugins();
+    void makeRunner();
+    void makeWindow();
+    void makeOperator();
+    void connectRun();
+
+    void startRun();
+    void stopRun();
+    void sequenceEnded(const QList<int> &systems, const KVKLuaEnd &end);
+    void runEnded();
+    void operatorEnded(bool ok, const QString &message);
+    void endWhenDone();
+    void lookForIdleWait();
+    void reportStuck();
+    /// Whether the program ends with its sequences, since no person presses Run again.
+    [[nodiscard]] bool endsByItself() const;
+
+    CommandLine m_commandLine;
+    StationConfig m_config;
+    LogFile m_log;
+    ResultsFile m_results;
+    std::vector<LoadedPlugin> m_plugins;
+    std::unique_ptr<SequenceRunner> m_runner;
+    std::unique_ptr<StationWindow> m_window;
+    std::unique_ptr<OperatorScript> m_operator;
+    QTimer m_idleWait; ///< Looks whether sequences wait for an operator whose script is over.
+    QTimer m_stuck;    ///< Runs out when a stopped sequence does not end.
+    bool m_operatorDone = true;
+    bool m_operatorFailed = false;
+    int m_idleLooks = 0;
+};
+
+} // namespace station

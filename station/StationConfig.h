@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/Color.h"
+#include "station/window/SystemRow.h"
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+namespace station {
+
+/// Whom a sequence is run for.
+enum class SequenceKind { System, Group, Station };
+
+/// A script of the configuration.
+struct SequenceEntry
+{
+    QString script; ///< Absolute path.
+    SequenceKind kind = SequenceKind::System;
+};
+
+/// The colours a system is shown in.
+struct SystemColors
+{
+    platform::Color background;
+    platform::Color text;
+};
+
+/// A station as its configuration describes it.
+///
+/// Thread: a plain value.
+struct StationConfig
+{
+    QString name;
+    QStringList systemGroups; ///< Element i is the group of system i.
+    QStringList systemSlots;  ///< Element i is the slot name of system i.
+    bool customRowColor = false;
+    QMap<int, SystemColors> colors; ///< Every system has an entry.
+    QList<SequenceEntry> sequences;
+    QStringList plugins; ///< Absolute paths, or bare names.
+
+    /// The distinct groups, in order.
+    [[nodiscard]] QStringList groups() const;
+    [[nodiscard]] QList<SystemRow> systems() const;
+};
+
+/// Reads a station's configuration (TOML).
+///
+/// Errors: throws StationError with one line that names the file, the line and the key.
+[[nodiscard]] StationConfig readStationConfig(const QString &path);
+
+} // namespace station

@@ -1,0 +1,62 @@
+#include "platform/MainQueue.h"
+#include "station/CommandLine.h"
+#include "station/Station.h"
+#include "station/StationError.h"
+
+#include <QApplication>
+#include <QTextStream>
+
+namespace {
+
+constexpr int CannotStart = 2;
+
+/// The arguments before there is an application, which may need a display.
+QStringList argumentsOf(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return arguments;
+}
+
+void chooseDisplay(const station::CommandLine &line)
+{
+    if (line.headless) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        return;
+    }
+#ifdef Q_OS_LINUX
+    const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
+                            qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+                            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!hasDisplay)
+        throw station::StationError(QStringLiteral("there is no display; run it with --headless"));
+#endif
+}
+
+int runStation(const station::CommandLine &line, int argc, char **argv)
+{
+    chooseDisplay(line);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("station"));
+    QApplication::setStyle(QStringLiteral("fusion"));
+    platform::MainQueue::attach();
+    struct Detach
+    {
+        ~Detach() { platform::MainQueue::detach(); }
+    } const detach;
+    return station::Station(line).run();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        const auto line = station::readCommandLine(argumentsOf(argc, argv));
+        return line ? runStation(*line, argc, argv) : EXIT_SUCCESS;
+    } catch (const std::exception &problem) {
+        QTextStream(stderr) << "station: " << QString::fromUtf8(problem.what()) << Qt::endl;
+        return CannotStart;
+    }
+}

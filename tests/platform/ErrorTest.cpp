@@ -1,0 +1,28 @@
+#include "platform/Error.h"
+
+#include "tests/support/Printing.h"
+
+#include <gtest/gtest.h>
+
+using platform::Error;
+using platform::storeError;
+
+TEST(Error, IsAbsentUntilItIsStored)
+{
+    Error error;
+    EXPECT_FALSE(error.isPresent());
+    storeError(&error, QStringLiteral("Domain"), 0, QString());
+    EXPECT_TRUE(error.isPresent());
+}
+
+TEST(Error, IsStoredWithAllItSays)
+{
+    Error error;
+    storeError(&error, QStringLiteral("Domain"), 101, QStringLiteral("why"));
+    EXPECT_EQ(error, (Error{QStringLiteral("Domain"), 101, QStringLiteral("why")}));
+}
+
+TEST(Error, NobodyNeedsToAskForIt)
+{
+    EXPECT_NO_THROW(storeError(nullptr, QStringLiteral("Domain"), 101, QStringLiteral("why")));
+}
