@@ -1,5 +1,6 @@
 #include "platform/MainQueue.h"
 #include "station/CommandLine.h"
+#include "station/QtMessages.h"
 #include "station/Station.h"
 #include "station/StationError.h"
 
@@ -37,6 +38,7 @@ void chooseDisplay(const station::CommandLine &line)
 int runStation(const station::CommandLine &line, int argc, char **argv)
 {
     chooseDisplay(line);
+    station::routeQtMessages();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("station"));
     QApplication::setStyle(QStringLiteral("fusion"));

@@ -94,10 +94,10 @@ TEST_P(ExampleRun, PassesWithTheAnswersItIsAbout)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Folders, ExampleRun, ::testing::ValuesIn(examples()), [](const auto &info) {
+INSTANTIATE_TEST_SUITE_P(Folders, ExampleRun, ::testing::ValuesIn(examples()), [](const auto &testCase) {
     std::string name;
     bool capital = true;
-    for (const char letter : std::string(info.param.folder)) {
+    for (const char letter : std::string(testCase.param.folder)) {
         const bool parts = letter == '-' || letter == '/';
         if (!parts)
             name += capital ? static_cast<char>(std::toupper(letter)) : letter;

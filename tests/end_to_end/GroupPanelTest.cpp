@@ -1,5 +1,7 @@
 #include "tests/end_to_end/StationRun.h"
 
+#include <QJsonArray>
+
 #include <gtest/gtest.h>
 
 using testsupport::StationRun;

@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "Invalid config. Value for key 'input' is not array."},
                       Refusal{"SwitchIsCheckedFirst", "showView(1, { input = 1, switch = { a = 1 } })", 0,
                               "Invalid config. Value for key 'switch' is not array."}),
-    [](const auto &info) { return std::string(info.param.name); });
+    [](const auto &testCase) { return std::string(testCase.param.name); });
 
 TEST(Refusal, ThirteenInputsAreOneTooMany)
 {

@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "[station]\ngroups = [\"G\"]\nslots = [\"S\"]\n[[sequence]]\nscript = \"station.toml\"\n"
                     "per = \"slot\"\n",
                     "6: key 'sequence.per'"}),
-    [](const auto &info) { return std::string(info.param.name); });
+    [](const auto &testCase) { return std::string(testCase.param.name); });
 
 /// A plug-in that is refused, and what the line says beside its path.
 struct WrongPlugin
@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, RefusedPlugin,
                                            WrongPlugin{"MissingFunction", "measure"},
                                            WrongPlugin{"OtherObject", "OtherObject"},
                                            WrongPlugin{"NoPlugin", "NoPlugin"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &testCase) { return std::string(testCase.param.name); });
 
 TEST(StartFailure, APluginThatIsNotThereIsToldWithItsPath)
 {
@@ -193,7 +193,7 @@ INSTANTIATE_TEST_SUITE_P(
                       WrongSequence{"GivesAWrongArgument", "showView(systemIndex, 'SN')", "erred",
                                     "argument 2"},
                       WrongSequence{"NamesAGroupBeyondTheStation", "showGroupView(3, {})", "erred", "3"}),
-    [](const auto &info) { return std::string(info.param.name); });
+    [](const auto &testCase) { return std::string(testCase.param.name); });
 
 TEST(OperatorFailure, AFailedScriptEndsTheRunAndIsToldInOneLine)
 {

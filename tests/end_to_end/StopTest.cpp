@@ -73,7 +73,7 @@ TEST_P(EndOfTheRun, StopsEightWaitingCallsWithinASecondAndKeepsAllResults)
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, EndOfTheRun, ::testing::Values("pressStop", "closeWindow"),
-                         [](const auto &info) { return std::string(info.param); });
+                         [](const auto &testCase) { return std::string(testCase.param); });
 
 TEST(Stop, AFailedOperatorEndsEightWaitingCallsAndAllResultsAreKept)
 {

@@ -1,5 +1,6 @@
 #include "tests/platform/ViewFixture.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include "tests/support/Printing.h"
 
+#include <QLocale>
 #include <QStringList>
 
 #include <gtest/gtest.h>
