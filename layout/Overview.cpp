@@ -71,22 +71,22 @@ void InteractiveView::buildOverview(PanelDrawing &drawing)
     if (!isGroupView(plan.panelKey))
         hideBoxes(*overview, m_slotCount);
     m_collections.lock()->insert(plan.groupName.text(), overview);
-    enlargeDocument(drawing);
+    enlargeDocument(drawing.geometry);
+    const platform::Rect document = m_scrollView->documentView()->frame();
+    log::debug(messages::DocumentEnlarged, {selectors::blockName(selectors::DrawUI), plan.panelKey,
+                                            document.x(), document.y(), document.width(), document.height()});
 }
 
-void InteractiveView::enlargeDocument(const PanelDrawing &drawing)
+void InteractiveView::enlargeDocument(const PanelGeometry &geometry)
 {
     const platform::View *document = m_scrollView->documentView();
     const platform::Size asked = m_scrollView->documentSize();
-    const double height = drawing.geometry.areaHeight() * static_cast<double>(m_groupCount);
+    const double height = geometry.areaHeight() * static_cast<double>(m_groupCount);
     m_scrollView->setDocumentSize(
-        {std::max(asked.width(), drawing.geometry.minimumWidth()), std::max(asked.height(), height)});
+        {std::max(asked.width(), geometry.minimumWidth()), std::max(asked.height(), height)});
     m_scrollView->resetScrollers();
     if (m_splitView->subviews().isEmpty())
         m_scrollView->scrollToPoint({0.0, document->bounds().height()});
-    const platform::Rect frame = document->frame();
-    log::debug(messages::DocumentEnlarged, {selectors::blockName(selectors::DrawUI), drawing.plan.panelKey,
-                                            frame.x(), frame.y(), frame.width(), frame.height()});
 }
 
 QString InteractiveView::describeCollections()

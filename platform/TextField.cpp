@@ -49,6 +49,10 @@ bool isEntryKey(const QKeyEvent *event)
 {
     if (isReturn(event) || event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete)
         return true;
+    // Control and a key is a command of the program, whatever character the keyboard's layout sends along;
+    // together with Alt it is how many layouts reach their third level.
+    if (event->modifiers().testFlag(Qt::ControlModifier) && !event->modifiers().testFlag(Qt::AltModifier))
+        return false;
     const QList<uint> characters = event->text().toUcs4();
     return !characters.isEmpty() && QChar::isPrint(characters.front());
 }

@@ -31,8 +31,9 @@ class TextField;
 
 namespace interactive {
 
-struct PanelPlan;
+class PanelGeometry;
 struct PanelDrawing;
+struct PanelPlan;
 struct SlotBox;
 
 /// The domain of every error that this plug-in reports.
@@ -276,7 +277,7 @@ private:
     void drawGroupHeader(PanelDrawing &drawing);
     void drawMessage(PanelDrawing &drawing);
     void buildOverview(PanelDrawing &drawing);
-    void enlargeDocument(const PanelDrawing &drawing);
+    void enlargeDocument(const PanelGeometry &geometry);
     void drawSharedInput(PanelDrawing &drawing);
     void drawButtonRow(PanelDrawing &drawing);
     void finishPanel(PanelDrawing &drawing);
@@ -300,6 +301,7 @@ private:
     // the error panel
     void drawErrorPanel(const QString &message, const platform::Dictionary &config,
                         const platform::Identifier &identifier);
+    [[nodiscard]] quint64 errorColumns(const platform::Dictionary &config) const;
     void showErrorTitle(const QString &message, const QString &title, double width);
     void fillErrorPanel(platform::View &panel, const QString &message, bool withSeparator);
 

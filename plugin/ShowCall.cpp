@@ -107,7 +107,7 @@ void ShowCall::findPanel()
         if (isWithin(groups, m_systemIndex, selectors::ShowInteractiveView, "system index"))
             m_group = groups.at(static_cast<qsizetype>(platform::integerValue(m_systemIndex)));
         else
-            log::error(messages::BeyondMapping, {methodName(), m_systemIndex, groups.size()});
+            log::standard(messages::BeyondMapping, {methodName(), m_systemIndex, groups.size()});
         m_panelKey = m_controller.panelKey(platform::description(m_systemIndex));
     }
     if (m_group.isValid())

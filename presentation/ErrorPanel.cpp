@@ -65,8 +65,8 @@ void InteractiveView::drawErrorPanel(const QString &message, const platform::Dic
     // The error panel has no fields; those of an earlier panel must not be checked when it is acknowledged.
     m_responders.lock()->remove(identifier.text());
 
-    const quint64 wanted = std::max<quint64>(plan::columns(config, m_columns, m_slotCount), 1);
-    const PanelGeometry geometry(PanelKind::Group, m_slotCount, wanted, m_splitView->frame().width());
+    const PanelGeometry geometry(PanelKind::Group, m_slotCount, errorColumns(config),
+                                 m_splitView->frame().width());
     const double width = clamped(geometry.containerWidth());
     const double height = clamped(geometry.areaHeight());
     const quint64 group = positionOf(identifier, groupNames());
@@ -74,10 +74,21 @@ void InteractiveView::drawErrorPanel(const QString &message, const platform::Dic
     auto panel = std::make_unique<platform::View>(
         platform::Rect(0.0, clamped(static_cast<double>(group) * height), width, height));
     panel->setIdentifier(identifier);
+    enlargeDocument(geometry);
     showErrorTitle(message, config::text(config::Title, config), width);
     fillErrorPanel(*panel, message, group > 0);
     m_splitView->addSubview(panel.release());
     unhideUI(identifier);
+}
+
+/// A column count that no panel could have may be the very error to be shown; its panel is drawn as if none
+/// had been given.
+quint64 InteractiveView::errorColumns(const platform::Dictionary &config) const
+{
+    const quint64 wanted = plan::columns(config, m_columns, m_slotCount);
+    if (PanelGeometry::whyNotDrawable(m_groupCount, m_slotCount, wanted, {}).isEmpty())
+        return wanted;
+    return std::max<quint64>(plan::columns({}, m_columns, m_slotCount), 1);
 }
 
 /// The title stands in the split view itself and stays there; there is one, used again by the next error.

@@ -89,8 +89,8 @@ TEST_F(ErrorPanelTest, WithoutColumnsThePanelTakesThoseOfTheLastPanel)
 TEST_F(ErrorPanelTest, InANarrowWindowThePanelIsAsWideAsItsColumns)
 {
     station.windowSize = {600, 800};
-    EXPECT_EQ(geometryOf("G1", {}), "(0, 0, 1000, 126)");
     EXPECT_EQ(geometryOf("G1", {{"column", 2}}), "(0, 0, 600, 236)");
+    EXPECT_EQ(geometryOf("G1", {}), "(0, 0, 1000, 126)");
 }
 
 TEST_F(ErrorPanelTest, TheMessageIsShownInRed)
