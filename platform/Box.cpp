@@ -10,6 +10,8 @@ namespace {
 
 constexpr double CornerRadius = 5.0;
 constexpr double MinimumInset = 1.0;
+/// Keeps the line below the text of a header that the frame's top edge reaches into.
+constexpr double TopInset = 5.0;
 const QColor BorderColor(0, 0, 0, 40);
 
 } // namespace
@@ -43,7 +45,7 @@ void Box::layout()
 QRectF Box::shadowOutline() const
 {
     const double inset = shadow() ? std::max(MinimumInset, shadow()->reach()) : MinimumInset;
-    return QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+    return QRectF(rect()).adjusted(inset, std::max(inset, TopInset), -inset, -inset);
 }
 
 void Box::paintEvent(QPaintEvent *event)

@@ -1,0 +1,15 @@
+-- Answers each group once. A panel in a later pass would wait in vain, and the run would not pass.
+local limit = 30
+
+operator.waitForPanel("G1", limit)
+operator.waitForPanel("G2", limit)
+for _, group in ipairs({ "G1", "G2" }) do
+    operator.click(group .. "-SharedInput")
+    for slot = 1, 4 do
+        operator.scan(group .. "0" .. slot)
+    end
+    operator.screenshot("build/demo/loop.png")
+    operator.click({ panel = group, title = "OK" })
+end
+operator.waitForPanelGone("G1", limit)
+operator.waitForPanelGone("G2", limit)
