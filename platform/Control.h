@@ -19,9 +19,9 @@ public:
 
     using View::View;
 
-    /// Sets whom the control tells. The selector is the action's platform name ("checkInput:"), by which tools
-    /// and tests recognise it. The action is not called once the target is gone.
-    /// Requires: target is not null.
+    /// Sets whom the control tells. The selector is the action's platform name ("checkInput:"), by which
+    /// tools and tests recognise it. The action is not called once the target is gone. Requires: target is
+    /// not null.
     void setTarget(QObject *target, const char *selector, Action action);
     /// The action's platform name; empty when the control has none.
     [[nodiscard]] QByteArray actionSelector() const { return m_selector; }

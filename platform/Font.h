@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// The system font at a size in points; a point is one device-independent pixel, so a 15 point font is 15 high.
-/// The size is kept exactly; Qt gets it rounded to whole pixels.
+/// The system font at a size in points; a point is one device-independent pixel, so a 15 point font is 15
+/// high. The size is kept exactly; Qt gets it rounded to whole pixels.
 ///
 /// Thread: a plain value.
 struct Font

@@ -4,8 +4,7 @@ namespace platform {
 
 ViewController::ViewController(QObject *parent)
     : QObject(parent)
-{
-}
+{}
 
 ViewController::~ViewController()
 {

@@ -8,8 +8,8 @@ namespace platform {
 
 /// An object that owns a view and loads it when it is first asked for.
 ///
-/// Thread: the main thread. Ownership: the controller owns its view until a parent widget takes it; a view that
-/// went with its parent is gone for the controller too.
+/// Thread: the main thread. Ownership: the controller owns its view until a parent widget takes it; a view
+/// that went with its parent is gone for the controller too.
 class ViewController : public QObject
 {
     Q_OBJECT

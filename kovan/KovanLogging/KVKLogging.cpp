@@ -27,7 +27,8 @@ void writeToSystemLog(KVKLogLevel level, const std::string &message)
     try {
         KVKLogGetAnchor()->logger()->log(systemLevel(level), spdlog::string_view_t(message));
     } catch (...) {
-        // The logger reports ordinary exceptions of its sinks itself; no other may keep the line from the proxy.
+        // The logger reports ordinary exceptions of its sinks itself; no other may keep the line from the
+        // proxy.
     }
 }
 

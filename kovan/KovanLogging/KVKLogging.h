@@ -20,8 +20,8 @@ class KVKLogAnchor
 public:
     KVKLogAnchor();
 
-    /// The system log's handle. Never null. The program that hosts the plug-ins chooses where it writes; until
-    /// it does so, nowhere.
+    /// The system log's handle. Never null. The program that hosts the plug-ins chooses where it writes;
+    /// until it does so, nowhere.
     [[nodiscard]] std::shared_ptr<spdlog::logger> logger() const;
     /// Host: replaces the handle. Requires: not null.
     void setLogger(std::shared_ptr<spdlog::logger> logger);
@@ -68,5 +68,6 @@ private:
 /// the log proxy, with the same format and arguments. What fails in one place does not keep the line from the
 /// other.
 ///
-/// Thread: any. Errors: throws std::invalid_argument for a format that is wrong (see platform::formatMessage).
+/// Thread: any. Errors: throws std::invalid_argument for a format that is wrong (see
+/// platform::formatMessage).
 void KVKLogEvent(KVKLogLevel level, const char *format, const platform::LogArguments &arguments);

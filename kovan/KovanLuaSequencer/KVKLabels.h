@@ -5,9 +5,9 @@
 
 #include <optional>
 
-// The labels by which a plug-in's function table names methods and argument types. Their text is the sequencer's own
-// business: a plug-in makes them with the first two functions and stores them, the sequencer reads them with the others.
-// Thread: any.
+// The labels by which a plug-in's function table names methods and argument types. Their text is the
+// sequencer's own business: a plug-in makes them with the first two functions and stores them, the sequencer
+// reads them with the others. Thread: any.
 
 /// The classes of arguments that a function can take from Lua.
 enum class KVKArgType { NSNumber, NSDictionary };

@@ -153,8 +153,7 @@ TEST_F(GeometryTest, AChangedFrameIsToldOnceAfterTheSubviewsFollowed)
     View *view = add({0, 0, 10, 10}, superview);
     view->setAutoresizingMask(WidthSizable);
     double widthWhenTold = 0;
-    QObject::connect(superview, &View::frameChanged, &target,
-                     [&] { widthWhenTold = view->frame().width(); });
+    QObject::connect(superview, &View::frameChanged, &target, [&] { widthWhenTold = view->frame().width(); });
     const QSignalSpy told(superview, &View::frameChanged);
     superview->setFrame({0, 0, 130, 100});
     EXPECT_EQ(told.count(), 1);
@@ -171,7 +170,8 @@ TEST_F(GeometryTest, AFrameThatStaysIsNotTold)
     EXPECT_EQ(told.count(), 0);
 }
 
-/// One axis of a view that lies at 20 and is 30 long in a superview that grows from 100 to 160 or shrinks to 70.
+/// One axis of a view that lies at 20 and is 30 long in a superview that grows from 100 to 160 or shrinks
+/// to 70.
 struct Axis
 {
     double beginGrown;

@@ -1,9 +1,9 @@
 #include "tests/support/LogRecorder.h"
 
+#include <spdlog/sinks/base_sink.h>
+
 #include <algorithm>
 #include <mutex>
-
-#include <spdlog/sinks/base_sink.h>
 
 namespace testsupport {
 
@@ -29,14 +29,14 @@ class ForwardingSink : public spdlog::sinks::base_sink<std::mutex>
 public:
     explicit ForwardingSink(std::function<void(const LogRecorder::Line &)> receiver)
         : m_receiver(std::move(receiver))
-    {
-    }
+    {}
 
 protected:
     void sink_it_(const spdlog::details::log_msg &message) override
     {
-        m_receiver({levelOf(message.level),
-                    QString::fromUtf8(message.payload.data(), static_cast<qsizetype>(message.payload.size()))});
+        m_receiver(
+            {levelOf(message.level),
+             QString::fromUtf8(message.payload.data(), static_cast<qsizetype>(message.payload.size()))});
     }
     void flush_() override {}
 
@@ -101,7 +101,8 @@ int LogRecorder::count(KVKLogLevel level, const QString &message) const
 bool LogRecorder::anyContains(const QString &part) const
 {
     const std::vector<Line> lines = proxyLines();
-    return std::any_of(lines.cbegin(), lines.cend(), [&](const Line &line) { return line.message.contains(part); });
+    return std::any_of(lines.cbegin(), lines.cend(),
+                       [&](const Line &line) { return line.message.contains(part); });
 }
 
 void LogRecorder::clear()

@@ -4,10 +4,10 @@
 
 #include <QStringList>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <mutex>
-
-#include <gtest/gtest.h>
 
 namespace testsupport {
 
@@ -40,9 +40,8 @@ class Listener : public ::testing::EmptyTestEventListener
     {
         const std::lock_guard lock(trap().mutex);
         for (const QString &error : trap().errors) {
-            const bool announced =
-                std::any_of(trap().announced.cbegin(), trap().announced.cend(),
-                            [&](const QString &part) { return error.contains(part); });
+            const bool announced = std::any_of(trap().announced.cbegin(), trap().announced.cend(),
+                                               [&](const QString &part) { return error.contains(part); });
             if (!announced)
                 ADD_FAILURE() << "an unannounced line at error level: " << error.toStdString();
         }

@@ -10,7 +10,8 @@
 
 namespace {
 
-/// The environment of every test: no display, one style, one font, one locale and time zone, and a home of its own.
+/// The environment of every test: no display, one style, one font, one locale and time zone, and a home of
+/// its own.
 void pinEnvironment(const QTemporaryDir &home)
 {
     const QByteArray path = home.path().toUtf8();
