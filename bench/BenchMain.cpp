@@ -10,6 +10,8 @@ int main(int argc, char **argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return EXIT_FAILURE;
+    // The platform without a display says again and again what it does not do.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     QApplication application(argc, argv);
     QApplication::setStyle(QStringLiteral("fusion"));
     platform::MainQueue::attach();

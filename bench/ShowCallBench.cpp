@@ -26,8 +26,8 @@ void questionRoundTrip(benchmark::State &state)
 }
 BENCHMARK(questionRoundTrip)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
-/// A message on a group panel, which is drawn and returns: the cost of drawing all slots of a group.
-void groupPanelDrawn(benchmark::State &state)
+/// A message on a group panel, which is drawn in place of the one before and returns at once.
+void messagePanelDrawn(benchmark::State &state)
 {
     bench::BenchStation station(static_cast<int>(state.range(0)));
     const Dictionary config{{"message", "Please wait"}, {"column", 4}};
@@ -38,6 +38,6 @@ void groupPanelDrawn(benchmark::State &state)
         });
     }
 }
-BENCHMARK(groupPanelDrawn)->Arg(4)->Arg(12)->Arg(48)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(messagePanelDrawn)->Arg(4)->Arg(12)->Arg(48)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
 } // namespace
