@@ -5,6 +5,7 @@
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "station/StationError.h"
 #include "station/StopSignal.h"
+#include "station/Version.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -106,7 +107,9 @@ void Station::loadPlugins()
     QStringList libraries;
     for (const QString &path : m_commandLine.plugins)
         (QFileInfo(path).isDir() ? folders : libraries).append(QFileInfo(path).absoluteFilePath());
-    folders += {here + QStringLiteral("/../lib"), here + QStringLiteral("/../lib/interactive-station"), here};
+    // Beside the program as it was built, and as it was installed.
+    folders +=
+        {here + QStringLiteral("/../lib"), here + QLatin1Char('/') + QLatin1String(PluginFolder), here};
     for (const QString &plugin : libraries.isEmpty() ? m_config.plugins : libraries)
         m_plugins.emplace_back(findPlugin(plugin, folders));
     if (m_plugins.empty())

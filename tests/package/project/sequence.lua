@@ -1,0 +1,1 @@
+return square(SEVEN) == 49 and showView(systemIndex, { button = { "No", "Yes" } }) == true
