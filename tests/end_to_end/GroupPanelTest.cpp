@@ -266,12 +266,13 @@ TEST(GroupPanel, EachGroupPanelKeepsItsOwnAnswerOverManyRounds)
         operator.waitForPanel("G2", 30)
         for round = 1, 10 do
             for _, key in ipairs(round % 2 == 0 and { "G1", "G2" } or { "G2", "G1" }) do
-                operator.waitForPanel(key, 30)
                 operator.click(key .. "-SharedInput")
                 local text = key .. string.format("%02d", round)
                 operator.type(text .. "\n" .. text:lower() .. "\n")
                 operator.click({ panel = key, title = "OK" })
                 operator.waitForPanelGone(key, 30)
+                -- A panel takes the focus when it opens; what is typed into the other one waits for that.
+                if round < 10 then operator.waitForPanel(key, 30) end
             end
         end
     )");
