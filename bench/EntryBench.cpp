@@ -20,7 +20,7 @@ void groupScanned(benchmark::State &state)
         entries.append(QStringLiteral("SERIALNUMBER%1\n").arg(slot, 4, 10, QLatin1Char('0')));
     }
     const Dictionary config{{"input", inputs}, {"length", 16}, {"column", 4}};
-    for (const auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         state.PauseTiming();
         station.startSequence([&] {
             platform::Error error;

@@ -9,7 +9,7 @@ void logEvent(benchmark::State &state)
 {
     std::size_t lines = 0;
     const auto sink = KVKLogGetProxy()->addSink([&lines](const KVKLogProxy::Line &) { ++lines; });
-    for (const auto _ : state)
+    for ([[maybe_unused]] const auto _ : state)
         KVKLogEvent(KVKLogLevel::Debug, "%s: %@ [%ld]", {"-[InteractiveView getCondition:]", "G1", 12});
     KVKLogGetProxy()->removeSink(sink);
     benchmark::DoNotOptimize(lines);

@@ -38,7 +38,7 @@ void callFromLua(benchmark::State &state)
         QByteArray("for i = 1, %1 do getLoopConfig() end").replace("%1", QByteArray::number(CallsPerScript)));
     script.close();
     const auto functions = KVKBindFunctions(&station.plugin(), station.plugin().pluginFunctionTable());
-    for (const auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         CallCount observer;
         KVKLuaSequence sequence({script.fileName(), {}, functions}, observer);
         sequence.start();

@@ -13,7 +13,7 @@ void questionRoundTrip(benchmark::State &state)
 {
     bench::BenchStation station(4);
     const Dictionary config{{"button", Array{"No", "Yes"}}};
-    for (const auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         station.startSequence([&] {
             platform::Error error;
             benchmark::DoNotOptimize(station.plugin().showView(0, config, &error));
@@ -31,7 +31,7 @@ void messagePanelDrawn(benchmark::State &state)
 {
     bench::BenchStation station(static_cast<int>(state.range(0)));
     const Dictionary config{{"message", "Please wait"}, {"column", 4}};
-    for (const auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         station.runSequence([&] {
             platform::Error error;
             benchmark::DoNotOptimize(station.plugin().showGroupView(0, config, &error));

@@ -50,7 +50,7 @@ void InteractiveView::drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox)
     drawSwitch(drawing, slotBox);
 }
 
-void InteractiveView::drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox)
+void InteractiveView::drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) const
 {
     const platform::Identifier &key = drawing.plan.panelKey;
     auto field = makeInputField(drawing.geometry.displayField(), key, DisplayFontSize);

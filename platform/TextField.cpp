@@ -348,12 +348,12 @@ void TextField::paintText(QPainter &painter) const
     const double top = area.top() + (centred ? (area.height() - text.height) / 2.0 : 0.0);
     painter.setFont(font().toQFont());
     painter.setPen(isEnabled() ? m_textColor.toQColor() : faded(m_textColor.toQColor()));
+    const auto flags =
+        static_cast<int>(horizontal(m_alignment) | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip);
     for (qsizetype i = 0; i < text.lines.size(); ++i) {
         const double upper = top + static_cast<double>(i) * text.lineSpacing;
         const QRectF line(area.left(), std::round(upper), area.width(), text.lineHeight);
-        painter.drawText(line,
-                         horizontal(m_alignment) | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
-                         text.lines[i]);
+        painter.drawText(line, flags, text.lines[i]);
     }
 }
 

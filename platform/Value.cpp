@@ -122,7 +122,6 @@ QString description(const Value &value)
     case QMetaType::Float:
         return describeFloat(value.toFloat());
     case QMetaType::QVariantList:
-        return describeArray(value.toList());
     case QMetaType::QStringList:
         return describeArray(value.toList());
     case QMetaType::QVariantMap:
@@ -139,7 +138,7 @@ qint64 integerValue(const QString &text)
     if (isSignAt(text, at))
         ++at;
     quint64 number = 0;
-    constexpr quint64 Largest = static_cast<quint64>(std::numeric_limits<qint64>::max());
+    constexpr auto Largest = static_cast<quint64>(std::numeric_limits<qint64>::max());
     const quint64 limit = negative ? Largest + 1 : Largest;
     for (; isDigitAt(text, at); ++at) {
         const auto digit = static_cast<quint64>(text.at(at).digitValue());

@@ -30,10 +30,10 @@ Value ValueTransformer::reverseTransformedValue(const Value &) const
     throw std::logic_error("this value transformer allows no reverse transformation");
 }
 
-void ValueTransformer::setValueTransformer(std::shared_ptr<const ValueTransformer> transformer,
+void ValueTransformer::setValueTransformer(const std::shared_ptr<const ValueTransformer> &transformer,
                                            const QString &name)
 {
-    registry().lock()->insert(name, std::move(transformer));
+    registry().lock()->insert(name, transformer);
 }
 
 std::shared_ptr<const ValueTransformer> ValueTransformer::forName(const QString &name)

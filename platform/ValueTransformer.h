@@ -25,7 +25,8 @@ public:
     [[nodiscard]] virtual Value reverseTransformedValue(const Value &value) const;
 
     /// Registers a transformer under a name for the whole process; a later one of the same name replaces it.
-    static void setValueTransformer(std::shared_ptr<const ValueTransformer> transformer, const QString &name);
+    static void setValueTransformer(const std::shared_ptr<const ValueTransformer> &transformer,
+                                    const QString &name);
     /// The transformer of that name, or null.
     [[nodiscard]] static std::shared_ptr<const ValueTransformer> forName(const QString &name);
 };

@@ -229,7 +229,7 @@ void View::updateShadowArea()
 
 QRectF View::shadowOutline() const
 {
-    return QRectF(rect());
+    return rect().toRectF();
 }
 
 bool View::becomeFirstResponder()
@@ -298,7 +298,7 @@ void View::paintEvent(QPaintEvent *)
 }
 
 /// A shadow is painted as a few rounded frames that fade outwards, twice as far as its radius.
-void View::paintShadows(QPainter &painter)
+void View::paintShadows(QPainter &painter) const
 {
     for (const View *view : subviews()) {
         const std::optional<Shadow> shadow = view->shadow();
@@ -309,7 +309,9 @@ void View::paintShadows(QPainter &painter)
         const double reach = shadow->reach();
         const QRectF outline = view->shadowOutline().translated(view->x() + shadow->offset.width(),
                                                                 view->y() - shadow->offset.height());
-        for (double distance = 0.5; distance < reach; distance += 1.0) {
+        const int frames = static_cast<int>(std::ceil(reach - 0.5));
+        for (int frame = 0; frame < frames; ++frame) {
+            const double distance = frame + 0.5;
             const double strength = 1.0 - distance / reach;
             painter.setPen(
                 QPen(shadow->color.withAlphaComponent(shadow->color.alpha * strength * 0.6).toQColor(), 1.0));

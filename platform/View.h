@@ -158,7 +158,7 @@ private:
     void sizeChanged(const Size &oldSize);
     void resizeWithSuperview(const Size &oldSuperSize, const Size &newSuperSize);
     void updateShadowArea();
-    void paintShadows(QPainter &painter);
+    void paintShadows(QPainter &painter) const;
 
     Rect m_frame;
     unsigned m_autoresizingMask = NotSizable;

@@ -288,7 +288,7 @@ private:
     [[nodiscard]] platform::TextField *drawCaption(PanelDrawing &drawing, const SlotBox &slotBox);
     [[nodiscard]] platform::TextField *drawLabelOrMessage(PanelDrawing &drawing, const SlotBox &slotBox);
     void drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox);
-    void drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox);
+    void drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) const;
     void drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox);
     void takeInitialSwitchState(const PanelDrawing &drawing, const SlotBox &slotBox,
                                 platform::Button &button);

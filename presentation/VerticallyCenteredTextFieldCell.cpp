@@ -6,7 +6,7 @@ namespace interactive {
 
 int verticalInset(double frameHeight, double lineHeight)
 {
-    const double whole = static_cast<double>(std::ceil(static_cast<float>(lineHeight)));
+    const auto whole = static_cast<double>(std::ceil(static_cast<float>(lineHeight)));
     // The 1 after the floor makes the text area two points taller than the centred line box.
     return static_cast<int>(std::floor((frameHeight - whole) * 0.5)) - 1;
 }

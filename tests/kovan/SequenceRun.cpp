@@ -1,0 +1,83 @@
+#include "tests/kovan/SequenceRun.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace testsupport {
+
+SequenceRun::SequenceRun(const QByteArray &script, const QString &name)
+{
+    addFile(name, script);
+    description.scriptPath = m_folder.filePath(name);
+}
+
+SequenceRun::~SequenceRun() = default;
+
+void SequenceRun::addFile(const QString &name, const QByteArray &text)
+{
+    QFile file(m_folder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+}
+
+void SequenceRun::start()
+{
+    m_sequence = std::make_unique<KVKLuaSequence>(description, *this);
+    m_sequence->start();
+}
+
+void SequenceRun::stop()
+{
+    m_sequence->requestStop();
+}
+
+void SequenceRun::waitFor(const std::function<bool()> &condition, const char *what)
+{
+    std::unique_lock lock(m_mutex);
+    EXPECT_TRUE(m_changed.wait_for(lock, std::chrono::seconds(60), condition)) << "in vain: " << what;
+}
+
+KVKLuaEnd SequenceRun::end()
+{
+    if (!m_sequence)
+        start();
+    waitFor([this] { return m_end.has_value(); }, "the end of the sequence");
+    m_sequence.reset();
+    return m_end.value_or(KVKLuaEnd{});
+}
+
+void SequenceRun::waitForCall(const QString &name)
+{
+    waitFor([&] { return m_begun.contains(name); }, "a call");
+}
+
+std::vector<KVKLuaCall> SequenceRun::calls() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_calls;
+}
+
+void SequenceRun::sequenceCalls(const QString &name)
+{
+    const std::lock_guard lock(m_mutex);
+    m_begun.append(name);
+    m_changed.notify_all();
+}
+
+void SequenceRun::sequenceCalled(const KVKLuaCall &call)
+{
+    const std::lock_guard lock(m_mutex);
+    m_calls.push_back(call);
+}
+
+void SequenceRun::sequenceEnded(const KVKLuaEnd &end)
+{
+    const std::lock_guard lock(m_mutex);
+    m_end = end;
+    m_changed.notify_all();
+}
+
+} // namespace testsupport
