@@ -1,0 +1,203 @@
+#include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "tests/groups/GroupFixture.h"
+
+#include <QEvent>
+
+using interactive::InteractiveView;
+using platform::Array;
+using platform::Button;
+using platform::Dictionary;
+using platform::Rect;
+using testsupport::ButtonLook;
+using testsupport::inWords;
+using testsupport::lookOf;
+
+namespace {
+
+/// The group buttons as they are made and placed.
+class GroupButtonsTest : public testsupport::GroupFixture
+{
+protected:
+    static ButtonLook groupButtonLook(const Rect &frame, const QString &group)
+    {
+        return {.frame = frame,
+                .title = group,
+                .identifier = group,
+                .font = Button().font(),
+                .mask = platform::MinXMargin | platform::MinYMargin,
+                .action = "groupBtnClicked:",
+                .bezel = Button::BezelStyle::RegularSquare,
+                .type = Button::Type::Switch,
+                .state = Button::On};
+    }
+    static QStringList frames(const QList<Button *> &buttons)
+    {
+        QStringList found;
+        for (const Button *button : buttons)
+            found.append(inWords(button->frame()));
+        return found;
+    }
+};
+
+/// A controller whose root view has a size of the test's choice from the start, and an enable status that was
+/// there before the group buttons.
+class PreparedController : public InteractiveView
+{
+public:
+    PreparedController(const Rect &rootFrame, Dictionary status)
+        : m_rootFrame(rootFrame)
+        , m_status(std::move(status))
+    {}
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        // The loop controls come into the root view right before the buttons.
+        if (event->type() == QEvent::ChildAdded && groupButtons().isEmpty() && !m_status.isEmpty())
+            setEnableStatus(m_status);
+        return InteractiveView::eventFilter(watched, event);
+    }
+
+protected:
+    platform::View *loadView() override
+    {
+        platform::View *root = InteractiveView::loadView();
+        root->setFrame(m_rootFrame);
+        root->installEventFilter(this);
+        return root;
+    }
+
+private:
+    Rect m_rootFrame;
+    Dictionary m_status;
+};
+
+void configureStation(const Array &groups, const Array &slotNames)
+{
+    KVKConfigEngine::sharedConfigEngine()->setSystemIndexToGroupMapping(groups);
+    KVKConfigEngine::sharedConfigEngine()->setSystemIndexToSlotMapping(slotNames);
+}
+
+TEST_F(GroupButtonsTest, AreCheckBoxesThatBearTheirGroupsNameAndAreOn)
+{
+    const QList<Button *> made = plugin().groupButtons();
+    ASSERT_EQ(made.size(), 2);
+    const double y = plugin().rootView()->frame().height() - 30;
+    EXPECT_EQ(lookOf(made[0]), groupButtonLook({1280.0 - 192, y, 80, 30}, "G1"));
+    EXPECT_EQ(lookOf(made[1]), groupButtonLook({1280.0 - 96, y, 80, 30}, "G2"));
+    for (const Button *button : made) {
+        EXPECT_EQ(button->target(), &plugin());
+        EXPECT_EQ(button->superview(), plugin().rootView());
+        EXPECT_FALSE(button->isHidden());
+    }
+}
+
+TEST_F(GroupButtonsTest, StandBesideOneAnotherAtTheUpperRightEdge)
+{
+    configureStation({"A", "B", "C"}, {"S1", "S1", "S1"});
+    PreparedController controller({0, 0, 800, 600}, {});
+    ASSERT_NE(controller.view(), nullptr);
+    EXPECT_EQ(frames(controller.groupButtons()),
+              (QStringList{"(512, 570, 80, 30)", "(608, 570, 80, 30)", "(704, 570, 80, 30)"}));
+}
+
+TEST_F(GroupButtonsTest, StandWhereTheyBelongInARootViewOfAnySize)
+{
+    configureStation({"A", "B"}, {"S1", "S1"});
+    PreparedController narrow({0, 0, 100.5, 20.25}, {});
+    ASSERT_NE(narrow.view(), nullptr);
+    EXPECT_EQ(frames(narrow.groupButtons()), (QStringList{"(-91.5, -9.75, 80, 30)", "(4.5, -9.75, 80, 30)"}));
+}
+
+TEST_F(GroupButtonsTest, KeepTheirDistanceFromTheUpperRightCornerWhenTheWindowChanges)
+{
+    station.groups = {"A", "B", "C"};
+    station.windowSize = {800, 600};
+    start();
+    ASSERT_EQ(plugin().rootView()->frame().size(), QSizeF(800, 600));
+    EXPECT_EQ(frames(plugin().groupButtons()),
+              (QStringList{"(512, 570, 80, 30)", "(608, 570, 80, 30)", "(704, 570, 80, 30)"}));
+    plugin().rootView()->setFrame({0, 0, 900, 650});
+    EXPECT_EQ(frames(plugin().groupButtons()),
+              (QStringList{"(612, 620, 80, 30)", "(708, 620, 80, 30)", "(804, 620, 80, 30)"}));
+}
+
+TEST_F(GroupButtonsTest, StandCloserAfterARelayoutAndKeepTheirHeightInTheView)
+{
+    station.groups = {"A", "B", "C"};
+    station.windowSize = {800, 600};
+    plugin().relayoutGroupButtons(800);
+    EXPECT_EQ(frames(plugin().groupButtons()),
+              (QStringList{"(536, 570, 80, 30)", "(624, 570, 80, 30)", "(712, 570, 80, 30)"}));
+}
+
+TEST_F(GroupButtonsTest, ARelayoutRestoresTheSizeAndShowsWhatWasHiddenButLeavesEachAtItsOwnY)
+{
+    plugin().groupButtons().first()->setFrame({3, 7.5, 10, 11});
+    plugin().groupButtons().first()->setHidden(true);
+    const QString y = QString::number(plugin().rootView()->frame().height() - 30);
+    plugin().relayoutGroupButtons(500);
+    EXPECT_EQ(frames(plugin().groupButtons()),
+              (QStringList{"(324, 7.5, 80, 30)", "(412, " + y + ", 80, 30)"}));
+    EXPECT_FALSE(plugin().groupButtons().first()->isHidden());
+}
+
+TEST_F(GroupButtonsTest, AreMadeOnce)
+{
+    const QList<Button *> made = plugin().groupButtons();
+    const auto condition = plugin().getCondition(key("G1"));
+    plugin().setEnableStatus({});
+    plugin().setupGroupButtons();
+    EXPECT_EQ(plugin().groupButtons(), made);
+    EXPECT_EQ(plugin().getCondition(key("G1")), condition);
+    EXPECT_EQ(plugin().enableStatus(), Dictionary());
+    EXPECT_EQ(buttons(plugin().rootView()).count(made.first()), 1);
+}
+
+TEST_F(GroupButtonsTest, EachGroupGetsTheSlotsThatItsOwnSystemsHave)
+{
+    configureStation({"A", "A", "B", "B"}, {"S1", "S2", "T1", "T2"});
+    PreparedController controller({0, 0, 800, 600}, {});
+    ASSERT_NE(controller.view(), nullptr);
+    // Four distinct slot names: the first group takes them all, nothing is left for the second one.
+    EXPECT_EQ(platform::description(controller.enableStatus()),
+              "{A = {S1 = 1; S2 = 1; T1 = 1; T2 = 1}; B = {}}");
+}
+
+TEST_F(GroupButtonsTest, ANewGroupsSlotsAreOnByTheNumberOne)
+{
+    const platform::Value state = status("G2").value("S3");
+    EXPECT_EQ(state.typeId(), QMetaType::LongLong);
+    EXPECT_EQ(state.toLongLong(), 1);
+}
+
+TEST_F(GroupButtonsTest, AGroupThatHasAStatusKeepsItsSlotsFlags)
+{
+    configureStation({"A", "A", "B", "B"}, {"S1", "S2", "S1", "S2"});
+    PreparedController controller({0, 0, 800, 600}, {{"A", Dictionary{{"S1", -1}}}});
+    ASSERT_NE(controller.view(), nullptr);
+    EXPECT_EQ(platform::description(controller.enableStatus()), "{A = {S1 = -1}; B = {S1 = 1; S2 = 1}}");
+}
+
+TEST_F(GroupButtonsTest, AGroupThatHasAStatusGetsItsButtonAndConditionAllTheSame)
+{
+    configureStation({"A"}, {"S1"});
+    PreparedController controller({0, 0, 800, 600}, {{"A", Dictionary{{"S1", -1}}}});
+    ASSERT_NE(controller.view(), nullptr);
+    ASSERT_EQ(controller.groupButtons().size(), 1);
+    EXPECT_EQ(controller.groupButtons().first()->state(), Button::On);
+    EXPECT_NE(controller.getCondition(controller.panelKey("A")), nullptr);
+}
+
+TEST_F(GroupButtonsTest, AShowCallLetsItsGroupBeSwitchedAndItsConfirmationNoMore)
+{
+    groupButton("G1")->setEnabled(false);
+    auto &call = showGroup(0, {{"switch", Array{"S1", "S2"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_TRUE(groupButton("G1")->isEnabled());
+    press("G1", "OK");
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_FALSE(groupButton("G1")->isEnabled());
+    EXPECT_TRUE(groupButton("G2")->isEnabled());
+}
+
+} // namespace

@@ -1,0 +1,143 @@
+#include "tests/groups/GroupFixture.h"
+
+using platform::Array;
+using platform::Button;
+using platform::Color;
+using platform::Dictionary;
+
+namespace {
+
+const Dictionary allSlots{{"input", Array{"S1", "S2", "S3", "S4"}}};
+const Color own{0.2, 0.4, 0.6, 0.8};
+
+/// The switches of a drawn group panel under the operator's mouse.
+class SwitchPanelTest : public testsupport::GroupFixture
+{
+protected:
+    SwitchPanelTest()
+    {
+        station.customColors = true;
+        station.backgrounds = {{6, own}};
+    }
+    void clickSwitch(const QString &group, int i) { click(switchOf(content(group, i))); }
+};
+
+TEST_F(SwitchPanelTest, SwitchingASlotOffDisablesAndEmptiesItsFieldAndPaintsItsBoxLikeTheWindow)
+{
+    drawGroup(1, allSlots);
+    field("G2-S3")->setStringValue("A");
+    clickSwitch("G2", 2);
+    EXPECT_EQ(switchOf(content("G2", 2))->state(), Button::Off);
+    EXPECT_FALSE(field("G2-S3")->isEnabled());
+    EXPECT_EQ(field("G2-S3")->stringValue(), "");
+    EXPECT_EQ(box("G2", 2)->fillColor(), Color::windowBackground());
+}
+
+TEST_F(SwitchPanelTest, SwitchingASlotOnEnablesItsFieldAndPaintsItsBoxInItsOwnFaintColour)
+{
+    drawGroup(1, allSlots);
+    clickSwitch("G2", 2);
+    clickSwitch("G2", 2);
+    EXPECT_EQ(switchOf(content("G2", 2))->state(), Button::On);
+    EXPECT_TRUE(field("G2-S3")->isEnabled());
+    EXPECT_EQ(field("G2-S3")->stringValue(), "");
+    EXPECT_EQ(box("G2", 2)->fillColor(), own.withAlphaComponent(0.3));
+}
+
+TEST_F(SwitchPanelTest, SwitchingASlotLeavesTheOthersAsTheyAre)
+{
+    drawGroup(1, allSlots);
+    field("G2-S2")->setStringValue("B");
+    const Color before = box("G2", 1)->fillColor();
+    clickSwitch("G2", 2);
+    EXPECT_TRUE(field("G2-S2")->isEnabled());
+    EXPECT_EQ(field("G2-S2")->stringValue(), "B");
+    EXPECT_EQ(box("G2", 1)->fillColor(), before);
+    EXPECT_EQ(switchOf(content("G2", 1))->state(), Button::On);
+}
+
+TEST_F(SwitchPanelTest, ASlotThatIsOffIsAbsentFromTheGroupsStatusAndTrueOnceItIsOnAgain)
+{
+    drawGroup(1, allSlots);
+    clickSwitch("G2", 2);
+    EXPECT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = 1; S4 = 1}");
+    clickSwitch("G2", 2);
+    EXPECT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = 1; S3 = 1; S4 = 1}");
+    EXPECT_EQ(status("G2").value("S3").typeId(), QMetaType::Bool);
+    EXPECT_EQ(platform::description(status("G1")), "{S1 = 1; S2 = 1; S3 = 1; S4 = 1}");
+}
+
+TEST_F(SwitchPanelTest, ASlotThatTookNoInputTakesItOnceItWasSwitchedOffAndOn)
+{
+    drawGroup(1, {{"input", Array{"S1", "S3"}}});
+    ASSERT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = -1; S3 = 1; S4 = -1}");
+    Button *hiddenSwitch = switchOf(content("G2", 3));
+    hiddenSwitch->setState(Button::On);
+    plugin().switchBtnClicked(hiddenSwitch);
+    EXPECT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = -1; S3 = 1; S4 = 1}");
+}
+
+TEST_F(SwitchPanelTest, WhatWasEnteredIsDiscardedOnTheWayOffAndNotBroughtBack)
+{
+    drawGroup(1, allSlots);
+    plugin().setSavedData({{"G2", Dictionary{{"length", 2}, {"S2", "B"}, {"S3", "C"}}}});
+    clickSwitch("G2", 2);
+    EXPECT_EQ(platform::description(record("G2")), "{S2 = B; length = 2}");
+    clickSwitch("G2", 2);
+    EXPECT_EQ(platform::description(record("G2")), "{S2 = B; length = 2}");
+    EXPECT_EQ(field("G2-S3")->stringValue(), "");
+}
+
+TEST_F(SwitchPanelTest, WhatCameInMeanwhileIsDiscardedOnTheWayOnToo)
+{
+    drawGroup(1, allSlots);
+    clickSwitch("G2", 2);
+    plugin().setSavedData({{"G2", Dictionary{{"S3", "C"}}}});
+    clickSwitch("G2", 2);
+    EXPECT_TRUE(plugin().savedData().contains("G2"));
+    EXPECT_EQ(record("G2"), Dictionary());
+}
+
+TEST_F(SwitchPanelTest, OnASwitchPanelTheBoxIsPaintedThoughThereIsNoField)
+{
+    drawGroup(1, {{"switch", Array{"S1", "S2", "S3", "S4"}}});
+    ASSERT_TRUE(inputs(content("G2", 2)).isEmpty());
+    clickSwitch("G2", 2);
+    EXPECT_EQ(box("G2", 2)->fillColor(), Color::windowBackground());
+    EXPECT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = 1; S4 = 1}");
+    clickSwitch("G2", 2);
+    EXPECT_EQ(box("G2", 2)->fillColor(), own.withAlphaComponent(0.3));
+}
+
+TEST_F(SwitchPanelTest, TheBoxTakesTheOpacityOfTheMoment)
+{
+    drawGroup(1, allSlots);
+    clickSwitch("G2", 2);
+    plugin().setBackgroundAlpha(0.75);
+    clickSwitch("G2", 2);
+    EXPECT_EQ(box("G2", 2)->fillColor(), own.withAlphaComponent(0.75));
+}
+
+TEST_F(SwitchPanelTest, EverySlotOfAPanelCanBeSwitchedOff)
+{
+    drawGroup(1, allSlots);
+    for (int i = 0; i < 4; ++i)
+        clickSwitch("G2", i);
+    EXPECT_TRUE(plugin().enableStatus().contains("G2"));
+    EXPECT_EQ(status("G2"), Dictionary());
+}
+
+TEST_F(SwitchPanelTest, TheWholeEnableStatusIsLogged)
+{
+    drawGroup(1, allSlots);
+    log.clear();
+    clickSwitch("G2", 2);
+    EXPECT_EQ(logged(), QStringList{"default: -[InteractiveView switchBtnClicked:]: enable status: {G1 = {S1 "
+                                    "= 1; S2 = 1; S3 = 1; S4 = 1}; G2 = {S1 = 1; S2 = 1; S4 = 1}}"});
+    log.clear();
+    clickSwitch("G2", 2);
+    EXPECT_EQ(logged(), QStringList{"default: -[InteractiveView switchBtnClicked:]: enable status: {G1 = {S1 "
+                                    "= 1; S2 = 1; S3 = 1; S4 = 1}; G2 = {S1 = 1; S2 = 1; S3 = 1; S4 = 1}}"});
+}
+
+} // namespace
