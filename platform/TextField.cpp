@@ -339,13 +339,21 @@ void TextField::textChanged()
     update();
 }
 
+double TextField::spaceAbove(const TextLines &text, double height) const
+{
+    using enum TextFieldCell::VerticalPlacement;
+    const double space = height - text.height;
+    const TextFieldCell::VerticalPlacement placement = m_cell->verticalPlacement();
+    if (placement == Centered || space < text.lineHeight)
+        return space / 2.0;
+    return placement == Lower ? space : 0.0;
+}
+
 void TextField::paintText(QPainter &painter) const
 {
     const TextLines text = textLines();
     const QRectF area = textArea();
-    const bool roomForMore = area.height() >= text.height + text.lineHeight;
-    const bool centred = m_cell->centersVertically() || !roomForMore;
-    const double top = area.top() + (centred ? (area.height() - text.height) / 2.0 : 0.0);
+    const double top = area.top() + spaceAbove(text, area.height());
     painter.setFont(font().toQFont());
     painter.setPen(isEnabled() ? m_textColor.toQColor() : faded(m_textColor.toQColor()));
     const auto flags =

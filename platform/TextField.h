@@ -89,6 +89,8 @@ private:
     [[nodiscard]] QRectF toWidget(const Rect &rect) const;
     [[nodiscard]] QRectF textArea() const;
     [[nodiscard]] TextLines textLines() const;
+    /// Between the upper edge of an area of this height and the text.
+    [[nodiscard]] double spaceAbove(const TextLines &text, double height) const;
     void paintFrame(QPainter &painter) const;
     void paintText(QPainter &painter) const;
 

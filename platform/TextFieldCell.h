@@ -16,15 +16,16 @@ class TextFieldCell
 {
 public:
     enum class BezelStyle { Square = 0, Rounded = 1 };
+    enum class VerticalPlacement { Upper, Centered, Lower };
 
     virtual ~TextFieldCell() = default;
 
     [[nodiscard]] virtual Rect drawingFrame(const Rect &frame) const { return frame; }
     [[nodiscard]] virtual Rect editingFrame(const Rect &frame) const { return frame; }
     [[nodiscard]] virtual Rect selectionFrame(const Rect &frame) const { return frame; }
-    /// Whether text is centred in the drawing frame's height; otherwise it begins at its upper edge, unless
-    /// the frame has no room for a further line: then it is centred all the same.
-    [[nodiscard]] virtual bool centersVertically() const { return false; }
+    /// Where text stands in the drawing frame's height. Where the frame has no room for a further line, it is
+    /// centred all the same.
+    [[nodiscard]] virtual VerticalPlacement verticalPlacement() const { return VerticalPlacement::Upper; }
 
     [[nodiscard]] std::optional<Font> font() const { return m_font; }
     void setFont(const std::optional<Font> &font) { m_font = font; }

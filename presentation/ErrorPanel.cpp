@@ -30,6 +30,13 @@ quint64 positionOf(const platform::Identifier &name, const platform::Array &grou
     return static_cast<quint64>(std::numeric_limits<qint64>::max());
 }
 
+/// The title's line crosses the upper half of the message's frame.
+class BelowTitleCell : public platform::TextFieldCell
+{
+public:
+    [[nodiscard]] VerticalPlacement verticalPlacement() const override { return VerticalPlacement::Lower; }
+};
+
 /// What the toolkit takes as a coordinate.
 double clamped(double coordinate)
 {
@@ -111,6 +118,7 @@ void InteractiveView::fillErrorPanel(platform::View &panel, const QString &messa
     const platform::Size size = panel.frame().size();
     platform::TextField *text =
         makeLabel({16.0, 62.0, size.width(), 46.0}, platform::Font::system(FontSize), message);
+    text->setCell(std::make_unique<BelowTitleCell>());
     text->setTextColor(platform::Color::standardRed());
     text->setAutoresizingMask(platform::WidthSizable | platform::MinYMargin | platform::HeightSizable);
     panel.addSubview(text);

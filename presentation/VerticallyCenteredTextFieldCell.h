@@ -19,7 +19,7 @@ public:
     [[nodiscard]] platform::Rect drawingFrame(const platform::Rect &frame) const override;
     [[nodiscard]] platform::Rect editingFrame(const platform::Rect &frame) const override;
     [[nodiscard]] platform::Rect selectionFrame(const platform::Rect &frame) const override;
-    [[nodiscard]] bool centersVertically() const override { return true; }
+    [[nodiscard]] VerticalPlacement verticalPlacement() const override { return VerticalPlacement::Centered; }
 };
 
 /// The inset for a frame and a line of these heights, in points.

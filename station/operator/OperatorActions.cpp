@@ -19,6 +19,8 @@ using platform::Value;
 using platform::View;
 
 constexpr double SecondsForActivation = 10.0;
+/// What of its surroundings is on the picture of a view, in points.
+constexpr int PictureMargin = 6;
 
 QString secondsText(double seconds)
 {
@@ -139,9 +141,19 @@ Value OperatorActions::property(const QString &name)
     });
 }
 
-void OperatorActions::screenshot(const QString &path)
+void OperatorActions::screenshot(const QString &path, const std::optional<QString> &identifier)
 {
-    MainQueue::sync([&] { savePicture(window()->grab(), path); });
+    MainQueue::sync([&] {
+        QRect part = window()->rect();
+        if (identifier) {
+            const View *view = firstWithIdentifier(root(), *identifier);
+            if (!view || !view->isVisible())
+                throw OperatorFailure(QStringLiteral("no view \"%1\" can be seen").arg(*identifier));
+            const QRect frame(view->mapTo(window(), QPoint(0, 0)), view->size());
+            part &= frame.adjusted(-PictureMargin, -PictureMargin, PictureMargin, PictureMargin);
+        }
+        savePicture(window()->grab(part), path);
+    });
 }
 
 QSize OperatorActions::resize(const QSize &size)

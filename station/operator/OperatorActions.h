@@ -33,7 +33,8 @@ public:
     [[nodiscard]] platform::Value tree(const std::optional<QString> &identifier);
     [[nodiscard]] platform::Value property(const QString &name);
     [[nodiscard]] QStringList log(qint64 count) const { return m_log.last(count); }
-    void screenshot(const QString &path);
+    /// Of the whole window, or of the part of it that the first view with the identifier takes up.
+    void screenshot(const QString &path, const std::optional<QString> &identifier);
     /// The size that the window then has, which is larger when its content needs more.
     QSize resize(const QSize &size);
     void sleep(double seconds) { m_wait.sleep(seconds); }

@@ -73,7 +73,8 @@ int log(lua_State *state)
 
 int screenshot(lua_State *state)
 {
-    actionsOf(state).screenshot(LuaArguments(state, "operator.screenshot").text(1, "path"));
+    const LuaArguments arguments(state, "operator.screenshot");
+    actionsOf(state).screenshot(arguments.text(1, "path"), arguments.optionalText(2, "identifier"));
     return 0;
 }
 

@@ -22,6 +22,25 @@ TEST_F(Picture, ShowsTheWholeWindowAndMakesItsFolders)
     EXPECT_EQ(image.pixelColor(2, 2), QColor(Qt::red));
 }
 
+TEST_F(Picture, ShowsAViewWithALittleOfItsSurroundings)
+{
+    const QString file = path("view.png");
+    auto *patch = new platform::View(platform::Rect(100, 100, 40, 20));
+    patch->setIdentifier(platform::Identifier(QStringLiteral("patch")));
+    patch->setLayerBackgroundColor(platform::Color::standardRed());
+    root->addSubview(patch);
+    runs("operator.screenshot('" + file + "', 'patch')");
+    const QImage image(file);
+    EXPECT_EQ(image.size(), QSize(52, 32) * window.devicePixelRatio());
+    EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::red));
+    EXPECT_NE(image.pixelColor(2, 2), QColor(Qt::red));
+    EXPECT_EQ(fails("operator.screenshot('" + file + "', 'nothing')"),
+              "operator.lua:1: no view \"nothing\" can be seen");
+    patch->setHidden(true);
+    EXPECT_EQ(fails("operator.screenshot('" + file + "', 'patch')"),
+              "operator.lua:1: no view \"patch\" can be seen");
+}
+
 TEST_F(Picture, ThatCannotBeWrittenFails)
 {
     QFile blocker(path("file"));

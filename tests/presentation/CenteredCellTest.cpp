@@ -77,7 +77,7 @@ TEST(CenteredCellTest, TextIsDrawnEditedAndSelectedInTheAdjustedFrame)
     EXPECT_EQ(cell.drawingFrame(frame), adjusted);
     EXPECT_EQ(cell.editingFrame(frame), adjusted);
     EXPECT_EQ(cell.selectionFrame(frame), adjusted);
-    EXPECT_TRUE(cell.centersVertically());
+    EXPECT_EQ(cell.verticalPlacement(), platform::TextFieldCell::VerticalPlacement::Centered);
 }
 
 TEST(CenteredCellTest, TheEditorOfAFieldStandsInTheAdjustedFrame)

@@ -1,0 +1,47 @@
+-- The panels that the documents show. Each is opened by `call` with `config`; `act` is what the operator does before
+-- the picture is taken, `close` the button that ends the call.
+local slots = { "S1", "S2" }
+
+local function switchSecond()
+    operator.click({ panel = "G1", switch = "S2" })
+end
+
+return {
+    { name = "message-group", call = "showGroupView", config = { message = "Please wait until the oven is warm" } },
+    -- The message stays up until the next panel of its group, which has the same key.
+    { name = "button-group", call = "showGroupView", close = "Off", config = { button = { "Red", "Green", "Off" } },
+      act = function()
+          while not operator.tree("G1-0-Red") do
+              operator.sleep(0.01)
+          end
+      end },
+    { name = "input-slot", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, button = { "Cancel", "OK" } } },
+    { name = "input-group", call = "showGroupView", close = "Cancel", config = { input = slots },
+      act = function() operator.scan("SN26001") end },
+    { name = "duplicate", call = "showGroupView", close = "Cancel", config = { input = slots },
+      act = function() operator.type("SN26001\nSN26001\n") end },
+    -- A slot that is switched off stays off on later panels, so it is switched on again.
+    { name = "switch", call = "showGroupView", close = "Cancel", config = { switch = slots },
+      act = switchSecond, after = switchSecond },
+    { name = "button-slot", call = "showView", close = "Yes", config = { button = { "No", "Yes" } } },
+    { name = "length", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, length = 8, button = { "Cancel", "OK" } },
+      act = function() operator.scan("SN2600") end },
+    { name = "label", call = "showView", close = "Cancel",
+      config = { input = { "IMEI" }, label = "IMEI", button = { "Cancel", "OK" } } },
+    { name = "column", call = "showGroupView", close = "Cancel", config = { input = slots, column = 1 } },
+    { name = "message-slot", call = "showView", close = "Done",
+      config = { message = "Close the lid of the fixture", button = { "Done" }, column = 2 } },
+    { name = "messageFont", call = "showView", close = "Yes",
+      config = { message = "Is the green lamp of the door lit?", messageFont = 11, button = { "No", "Yes" } } },
+    { name = "messageColor", call = "showView", close = "OK",
+      config = { message = "High voltage!", messageColor = "red", button = { "OK" } } },
+    { name = "messageAlignment", call = "showView", close = "OK",
+      config = { message = "Left", messageAlignment = 0, button = { "OK" } } },
+    { name = "backgroundAlpha", call = "showView", close = "OK", config = { backgroundAlpha = 0.9, button = { "OK" } } },
+    { name = "drawShadow", call = "showView", close = "OK",
+      config = { backgroundAlpha = 0.3, drawShadow = true, button = { "OK" } } },
+    { name = "title", call = "showGroupView", close = "OK",
+      config = { title = "Second scan", input = { "S9" }, column = 2 } },
+}
