@@ -1,206 +1,107 @@
-#include "tests/groups/GroupFixture.h"
+#include "platform/Button.h"
+#include "platform/SplitView.h"
+#include "tests/support/PanelFixture.h"
 
 using platform::Array;
 using platform::Button;
-using platform::Dictionary;
-using platform::Identifier;
-using platform::View;
 
 namespace {
 
-const Dictionary groupEntry{{"input", Array{"S1", "S2"}}};
+constexpr auto Standard = KVKLogLevel::Default;
+constexpr auto Debug = KVKLogLevel::Debug;
 
-/// What a press of a group button does.
-class GroupButtonClickTest : public testsupport::GroupFixture
+/// What a click on a group's check box does.
+class GroupButtonClickTest : public testsupport::PanelFixture
 {
 protected:
-    /// The click of an operator on a group's button, and what it logs.
-    QStringList loggedByClickOn(const QString &group)
+    void drawBoth()
     {
-        log.clear();
-        click(groupButton(group));
-        return logged();
-    }
-    /// A call of the handler with the button in that state, as its own click would have left it.
-    QStringList loggedByCallFor(Button *button, Button::State state)
-    {
-        button->setState(state);
-        log.clear();
-        plugin().groupBtnClicked(button);
-        return logged();
+        drawGroup(0, {{"input", Array{"S1"}}});
+        drawGroup(1, {{"input", Array{"S1"}}});
     }
 };
 
-TEST_F(GroupButtonClickTest, SwitchingAGroupOffHidesItsPanelAndSaysSo)
+TEST_F(GroupButtonClickTest, SwitchesAGroupOffAndHidesItsPanel)
 {
-    View *pane = addPane(key("G1"));
-    EXPECT_EQ(
-        loggedByClickOn("G1"),
-        (QStringList{"debug: -[InteractiveView groupBtnClicked:]: viewIdentifier G1 button G1 new state: 0",
-                     "default: -[InteractiveView groupBtnClicked:]: group set to off: G1"}));
+    drawBoth();
+    click(groupButton("G1"));
     EXPECT_EQ(groupButton("G1")->state(), Button::Off);
-    EXPECT_TRUE(pane->isHidden());
-}
-
-TEST_F(GroupButtonClickTest, SwitchingAGroupOnShowsItsPanelAgain)
-{
-    View *pane = addPane(key("G2"));
-    click(groupButton("G2"));
-    ASSERT_TRUE(pane->isHidden());
-    EXPECT_EQ(
-        loggedByClickOn("G2"),
-        QStringList{"debug: -[InteractiveView groupBtnClicked:]: viewIdentifier G2 button G2 new state: 1"});
-    EXPECT_EQ(groupButton("G2")->state(), Button::On);
-    EXPECT_FALSE(pane->isHidden());
-}
-
-TEST_F(GroupButtonClickTest, SwitchingAGroupLeavesTheOthersPanelsAlone)
-{
-    View *own = addPane(key("G1"));
-    View *other = addPane(key("G2"));
-    View *slotPanels = addPane(Identifier("G1-group"));
-    click(groupButton("G1"));
-    EXPECT_TRUE(own->isHidden());
-    EXPECT_FALSE(other->isHidden());
-    EXPECT_FALSE(slotPanels->isHidden());
-}
-
-TEST_F(GroupButtonClickTest, ADrawnPanelGoesAndComesBackWithTheFocusInItsSharedField)
-{
-    drawGroup(0, groupEntry);
-    drawGroup(1, groupEntry);
-    field("G1-S1")->setStringValue("A");
-    click(groupButton("G1"));
-    ASSERT_NE(pane("G1"), nullptr);
     EXPECT_TRUE(pane("G1")->isHidden());
+    EXPECT_FALSE(pane("G2")->isHidden());
+    EXPECT_TRUE(
+        loggedOnce(Debug, "-[InteractiveView groupBtnClicked:]: viewIdentifier G1 button G1 new state: 0"));
+    EXPECT_TRUE(loggedOnce(Standard, "-[InteractiveView groupBtnClicked:]: group set to off: G1"));
+}
+
+TEST_F(GroupButtonClickTest, SwitchesAGroupOnAndShowsItsPanelAgain)
+{
+    drawBoth();
     click(groupButton("G1"));
+    click(groupButton("G1"));
+    EXPECT_EQ(groupButton("G1")->state(), Button::On);
     EXPECT_FALSE(pane("G1")->isHidden());
-    EXPECT_EQ(field("G1-S1")->stringValue(), "A");
-    EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
+    EXPECT_TRUE(
+        loggedOnce(Debug, "-[InteractiveView groupBtnClicked:]: viewIdentifier G1 button G1 new state: 1"));
+    EXPECT_EQ(timesLogged(Standard, "-[InteractiveView groupBtnClicked:]: group set to off: G1"), 1);
 }
 
-TEST_F(GroupButtonClickTest, TheLastGroupThatIsOnStaysOnAndItsPanelShown)
+TEST_F(GroupButtonClickTest, TheLastGroupStaysOnAndShown)
 {
-    View *pane = addPane(key("G2"));
-    click(groupButton("G1"));
-    EXPECT_EQ(loggedByClickOn("G2"),
-              (QStringList{
-                  "debug: -[InteractiveView groupBtnClicked:]: viewIdentifier G2 button G2 new state: 0",
-                  "debug: -[InteractiveView groupBtnClicked:]: Cannot disable all groups, re-enabled current "
-                  "group: G2"}));
-    EXPECT_EQ(groupButton("G2")->state(), Button::On);
-    EXPECT_EQ(groupButton("G1")->state(), Button::Off);
-    EXPECT_FALSE(pane->isHidden());
-}
-
-TEST_F(GroupButtonClickTest, TheRefusedPressShowsTheGroupsPanelAgain)
-{
-    View *pane = addPane(key("G2"));
-    click(groupButton("G1"));
-    pane->setHidden(true);
+    drawBoth();
     click(groupButton("G2"));
-    EXPECT_FALSE(pane->isHidden());
+    click(groupButton("G1"));
+    EXPECT_EQ(groupButton("G1")->state(), Button::On);
+    EXPECT_FALSE(pane("G1")->isHidden());
+    EXPECT_TRUE(
+        loggedOnce(Debug, "-[InteractiveView groupBtnClicked:]: viewIdentifier G1 button G1 new state: 0"));
+    EXPECT_TRUE(loggedOnce(Debug,
+                           "-[InteractiveView groupBtnClicked:]: Cannot disable all groups, re-enabled "
+                           "current group: G1"));
+    EXPECT_EQ(timesLogged(Standard, "-[InteractiveView groupBtnClicked:]: group set to off: G1"), 0);
+    EXPECT_EQ(groupButton("G2")->state(), Button::Off);
 }
 
-TEST_F(GroupButtonClickTest, TheOnlyGroupOfAStationCannotBeSwitchedOff)
+TEST_F(GroupButtonClickTest, TheLastGroupIsShownAgainWhenItWasHidden)
 {
     station.groups = {"G1"};
+    drawGroup(0, {{"input", Array{"S1"}}});
+    plugin().hideUI(pane("G1")->identifier());
+    ASSERT_TRUE(pane("G1")->isHidden());
+    click(groupButton("G1"));
+    EXPECT_FALSE(pane("G1")->isHidden());
+}
+
+TEST_F(GroupButtonClickTest, LeavesTheStatusOfTheSlotsAlone)
+{
+    drawBoth();
+    const platform::Dictionary before = plugin().enableStatus();
     click(groupButton("G1"));
     click(groupButton("G1"));
-    EXPECT_EQ(groupButton("G1")->state(), Button::On);
-    EXPECT_TRUE(plugin().isGroupOn(key("G1")));
+    EXPECT_EQ(plugin().enableStatus(), before);
 }
 
-TEST_F(GroupButtonClickTest, AGroupThatIsNeitherOnNorOffDoesNotCountAsOn)
-{
-    groupButton("G1")->setState(Button::Mixed);
-    click(groupButton("G2"));
-    EXPECT_EQ(groupButton("G2")->state(), Button::On);
-}
-
-TEST_F(GroupButtonClickTest, AMixedStateIsLoggedAsItIsAndHidesLikeOff)
-{
-    View *pane = addPane(key("G1"));
-    EXPECT_EQ(
-        loggedByCallFor(groupButton("G1"), Button::Mixed),
-        (QStringList{"debug: -[InteractiveView groupBtnClicked:]: viewIdentifier G1 button G1 new state: -1",
-                     "default: -[InteractiveView groupBtnClicked:]: group set to off: G1"}));
-    EXPECT_TRUE(pane->isHidden());
-}
-
-TEST_F(GroupButtonClickTest, TheLogNamesTheTitleBesideTheGroup)
-{
-    groupButton("G1")->setTitle("Upper row");
-    EXPECT_EQ(
-        loggedByCallFor(plugin().groupButtons().first(), Button::On),
-        QStringList{"debug: -[InteractiveView groupBtnClicked:]: viewIdentifier G1 button Upper row new "
-                    "state: 1"});
-}
-
-TEST_F(GroupButtonClickTest, TheRefusalNamesTheTitle)
-{
-    groupButton("G2")->setState(Button::Off);
-    Button *last = groupButton("G1");
-    last->setTitle("Upper row");
-    EXPECT_TRUE(loggedByCallFor(last, Button::Off)
-                    .contains("debug: -[InteractiveView groupBtnClicked:]: Cannot disable all groups, "
-                              "re-enabled current group: Upper row"));
-}
-
-TEST_F(GroupButtonClickTest, AGroupNamedWithAHyphenIsHandledUnderWhatStandsBeforeIt)
+TEST_F(GroupButtonClickTest, TheKeyIsWhatStandsBeforeTheFirstHyphen)
 {
     station.groups = {"A-1", "B"};
-    View *whole = addPane(key("A-1"));
-    View *part = addPane(key("A"));
-    EXPECT_EQ(
-        loggedByClickOn("A-1"),
-        (QStringList{"debug: -[InteractiveView groupBtnClicked:]: viewIdentifier A button A-1 new state: 0",
-                     "default: -[InteractiveView groupBtnClicked:]: group set to off: A"}));
-    // Hiding asks for the very instance, which a part of another text never is; showing compares the text.
-    EXPECT_FALSE(whole->isHidden());
-    EXPECT_FALSE(part->isHidden());
-    part->setHidden(true);
-    whole->setHidden(true);
     click(groupButton("A-1"));
-    EXPECT_FALSE(part->isHidden());
-    EXPECT_TRUE(whole->isHidden());
+    EXPECT_TRUE(
+        loggedOnce(Debug, "-[InteractiveView groupBtnClicked:]: viewIdentifier A button A-1 new state: 0"));
+    EXPECT_TRUE(loggedOnce(Standard, "-[InteractiveView groupBtnClicked:]: group set to off: A"));
 }
 
-TEST_F(GroupButtonClickTest, SwitchingAGroupDoesNotTouchItsSlots)
+TEST_F(GroupButtonClickTest, AnythingButAButtonIsToldAndIgnored)
 {
-    const Dictionary before = plugin().enableStatus();
-    click(groupButton("G1"));
-    EXPECT_EQ(plugin().enableStatus(), before);
-    click(groupButton("G1"));
-    EXPECT_EQ(plugin().enableStatus(), before);
-}
-
-TEST_F(GroupButtonClickTest, AButtonThatIsDisabledTakesNoClick)
-{
-    plugin().enableGroupButton(false, key("G1"));
-    EXPECT_EQ(loggedByClickOn("G1"), QStringList());
-    EXPECT_EQ(groupButton("G1")->state(), Button::On);
-}
-
-TEST_F(GroupButtonClickTest, AnythingButAButtonIsRefusedWithAnError)
-{
-    expectError("Invalid call for");
-    View *pane = addPane(key("G1"));
-    log.clear();
-    plugin().groupBtnClicked(pane);
-    EXPECT_EQ(logged(), QStringList{"error: Invalid call for -[InteractiveView groupBtnClicked:] from "
-                                    "sender: <View: G1>"});
-    EXPECT_FALSE(pane->isHidden());
-}
-
-TEST_F(GroupButtonClickTest, NoSenderIsRefusedWithAnError)
-{
-    expectError("Invalid call for");
-    start();
-    log.clear();
+    plugin();
+    expectError("Invalid call for -[InteractiveView groupBtnClicked:]");
+    platform::View view;
+    view.setIdentifier(platform::Identifier(QStringLiteral("G1")));
+    plugin().groupBtnClicked(&view);
     plugin().groupBtnClicked(nullptr);
-    EXPECT_EQ(logged(), QStringList{"error: Invalid call for -[InteractiveView groupBtnClicked:] from "
-                                    "sender: (null)"});
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "Invalid call for -[InteractiveView groupBtnClicked:] from sender: <View: G1>"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "Invalid call for -[InteractiveView groupBtnClicked:] from sender: (null)"));
+    EXPECT_EQ(groupButton("G1")->state(), Button::On);
 }
 
 } // namespace

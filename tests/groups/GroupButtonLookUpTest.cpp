@@ -3,14 +3,14 @@
 #include <atomic>
 
 using interactive::InteractiveView;
-using platform::Array;
 using platform::Button;
 using platform::Identifier;
 using platform::View;
 
 namespace {
 
-/// What the rest of the plug-in asks about, and does to, a group's button.
+/// Look-ups of group buttons from unusual sides: identifiers of any kind, before the view is loaded, on other
+/// threads.
 class GroupButtonLookUpTest : public testsupport::GroupFixture
 {
 protected:
@@ -30,26 +30,6 @@ protected:
         return found;
     }
 };
-
-TEST_F(GroupButtonLookUpTest, AGroupIsOnUnlessItsButtonIsOff)
-{
-    const std::pair<Button::State, bool> cases[] = {
-        {Button::On, true}, {Button::Off, false}, {Button::Mixed, true}};
-    for (const auto &[state, expected] : cases) {
-        groupButton("G2")->setState(state);
-        EXPECT_EQ(plugin().isGroupOn(key("G2")), expected) << state;
-        EXPECT_TRUE(plugin().isGroupOn(key("G1"))) << state;
-    }
-}
-
-TEST_F(GroupButtonLookUpTest, TheStateOfAGroupIsItsButtons)
-{
-    for (const Button::State state : {Button::On, Button::Off, Button::Mixed}) {
-        groupButton("G2")->setState(state);
-        EXPECT_EQ(plugin().getGroupButtonState(key("G2")), state);
-        EXPECT_EQ(plugin().getGroupButtonState(key("G1")), 1);
-    }
-}
 
 TEST_F(GroupButtonLookUpTest, AnUnknownGroupCountsAsOn)
 {
@@ -82,52 +62,12 @@ TEST_F(GroupButtonLookUpTest, BeforeTheViewIsLoadedEveryGroupIsOnAndNoneIsAGroup
     EXPECT_TRUE(unloaded.groupButtons().isEmpty());
 }
 
-TEST_F(GroupButtonLookUpTest, AGroupNamedWithAHyphenIsFoundUnderWhatStandsBeforeIt)
-{
-    nameGroupsWithHyphens();
-    EXPECT_EQ(testsupport::identifierOf(plugin().groupButtons().first()), "A-1");
-    groupButton("A-1")->setState(Button::Off);
-    EXPECT_FALSE(plugin().isGroupOn(Identifier("A")));
-    EXPECT_EQ(plugin().getGroupButtonState(Identifier("A")), 0);
-    EXPECT_TRUE(plugin().isGroupOn(Identifier("A-1")));
-    EXPECT_EQ(plugin().getGroupButtonState(Identifier("A-1")), 1);
-}
-
-TEST_F(GroupButtonLookUpTest, AGroupNamedWithAHyphenIsAGroupViewUnderItsWholeNameAlone)
-{
-    nameGroupsWithHyphens();
-    EXPECT_TRUE(plugin().isGroupView(Identifier("A-1")));
-    EXPECT_TRUE(plugin().isGroupView(Identifier("A-2")));
-    EXPECT_FALSE(plugin().isGroupView(Identifier("A")));
-}
-
-TEST_F(GroupButtonLookUpTest, EnablingChangesTheFirstButtonThatMatches)
-{
-    nameGroupsWithHyphens();
-    plugin().enableGroupButton(false, Identifier("A"));
-    EXPECT_EQ(enabled(), (QList<bool>{false, true, true}));
-    plugin().enableGroupButton(false, Identifier("B"));
-    EXPECT_EQ(enabled(), (QList<bool>{false, true, false}));
-    plugin().enableGroupButton(true, Identifier("A"));
-    EXPECT_EQ(enabled(), (QList<bool>{true, true, false}));
-    EXPECT_EQ(states(), (QList<int>{1, 1, 1}));
-}
-
 TEST_F(GroupButtonLookUpTest, EnablingAnUnknownGroupChangesNothing)
 {
     nameGroupsWithHyphens();
     for (const Identifier &unknown : {Identifier("X"), Identifier("A-1"), Identifier("")})
         plugin().enableGroupButton(false, unknown);
     EXPECT_EQ(enabled(), (QList<bool>{true, true, true}));
-}
-
-TEST_F(GroupButtonLookUpTest, TurningOffAndOnChangesTheFirstButtonThatMatches)
-{
-    nameGroupsWithHyphens();
-    plugin().turnOnGroupButton(false, Identifier("A"));
-    EXPECT_EQ(states(), (QList<int>{0, 1, 1}));
-    plugin().turnOnGroupButton(true, Identifier("A"));
-    EXPECT_EQ(states(), (QList<int>{1, 1, 1}));
 }
 
 TEST_F(GroupButtonLookUpTest, TurningAGroupOffHidesNothingAndLogsNothing)
@@ -142,12 +82,6 @@ TEST_F(GroupButtonLookUpTest, TurningAGroupOffHidesNothingAndLogsNothing)
     plugin().turnOnGroupButton(true, key("G1"));
     EXPECT_TRUE(pane->isHidden());
     EXPECT_EQ(logged(), QStringList());
-}
-
-TEST_F(GroupButtonLookUpTest, TurningAnUnknownGroupOffChangesNothing)
-{
-    plugin().turnOnGroupButton(false, Identifier("X"));
-    EXPECT_EQ(states(), (QList<int>{1, 1}));
 }
 
 TEST_F(GroupButtonLookUpTest, ASequenceCanAskWhileTheOperatorSwitches)
@@ -168,48 +102,6 @@ TEST_F(GroupButtonLookUpTest, ASequenceCanAskWhileTheOperatorSwitches)
         plugin().turnOnGroupButton(i % 2 == 0, key("G1"));
     stop = true;
     EXPECT_EQ(call.result(), platform::Value(true));
-}
-
-TEST_F(GroupButtonLookUpTest, TheParentsIdentifierIsTheVeryInstance)
-{
-    View *parent = addPane(key("G1"));
-    auto *child = new Button(platform::Rect(0, 0, 10, 10));
-    parent->addSubview(child);
-    log.clear();
-    EXPECT_TRUE(plugin().getParentIdentifier(child).isSameInstance(key("G1")));
-    EXPECT_EQ(logged(), QStringList());
-}
-
-TEST_F(GroupButtonLookUpTest, NoViewHasNoParentAndIsNotLogged)
-{
-    start();
-    log.clear();
-    EXPECT_TRUE(plugin().getParentIdentifier(nullptr).isNull());
-    EXPECT_EQ(logged(), QStringList());
-}
-
-TEST_F(GroupButtonLookUpTest, AParentWithoutAnIdentifierCountsAsNone)
-{
-    expectError("no parent view found");
-    View *parent = addPane(Identifier());
-    auto *child = new Button(platform::Rect(0, 0, 10, 10));
-    child->setIdentifier(Identifier("G1-0-OK"));
-    parent->addSubview(child);
-    log.clear();
-    EXPECT_TRUE(plugin().getParentIdentifier(child).isNull());
-    EXPECT_EQ(logged(), QStringList{"error: -[InteractiveView getParentIdentifier:]: <Button: "
-                                    "G1-0-OK>(G1-0-OK), no parent view found"});
-}
-
-TEST_F(GroupButtonLookUpTest, AViewOutsideTheTreeHasNoParent)
-{
-    expectError("no parent view found");
-    start();
-    View alone;
-    log.clear();
-    EXPECT_TRUE(plugin().getParentIdentifier(&alone).isNull());
-    EXPECT_EQ(logged(), QStringList{"error: -[InteractiveView getParentIdentifier:]: <View: "
-                                    "(null)>((null)), no parent view found"});
 }
 
 } // namespace

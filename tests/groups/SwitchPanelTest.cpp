@@ -10,7 +10,7 @@ namespace {
 const Dictionary allSlots{{"input", Array{"S1", "S2", "S3", "S4"}}};
 const Color own{0.2, 0.4, 0.6, 0.8};
 
-/// The switches of a drawn group panel under the operator's mouse.
+/// The switches of a drawn group panel or switch panel under the operator's mouse.
 class SwitchPanelTest : public testsupport::GroupFixture
 {
 protected:
@@ -21,17 +21,6 @@ protected:
     }
     void clickSwitch(const QString &group, int i) { click(switchOf(content(group, i))); }
 };
-
-TEST_F(SwitchPanelTest, SwitchingASlotOffDisablesAndEmptiesItsFieldAndPaintsItsBoxLikeTheWindow)
-{
-    drawGroup(1, allSlots);
-    field("G2-S3")->setStringValue("A");
-    clickSwitch("G2", 2);
-    EXPECT_EQ(switchOf(content("G2", 2))->state(), Button::Off);
-    EXPECT_FALSE(field("G2-S3")->isEnabled());
-    EXPECT_EQ(field("G2-S3")->stringValue(), "");
-    EXPECT_EQ(box("G2", 2)->fillColor(), Color::windowBackground());
-}
 
 TEST_F(SwitchPanelTest, SwitchingASlotOnEnablesItsFieldAndPaintsItsBoxInItsOwnFaintColour)
 {
@@ -116,15 +105,6 @@ TEST_F(SwitchPanelTest, TheBoxTakesTheOpacityOfTheMoment)
     plugin().setBackgroundAlpha(0.75);
     clickSwitch("G2", 2);
     EXPECT_EQ(box("G2", 2)->fillColor(), own.withAlphaComponent(0.75));
-}
-
-TEST_F(SwitchPanelTest, EverySlotOfAPanelCanBeSwitchedOff)
-{
-    drawGroup(1, allSlots);
-    for (int i = 0; i < 4; ++i)
-        clickSwitch("G2", i);
-    EXPECT_TRUE(plugin().enableStatus().contains("G2"));
-    EXPECT_EQ(status("G2"), Dictionary());
 }
 
 TEST_F(SwitchPanelTest, TheWholeEnableStatusIsLogged)

@@ -1,276 +1,201 @@
-#include "tests/groups/GroupFixture.h"
+#include "platform/Box.h"
+#include "platform/Button.h"
+#include "tests/support/PanelFixture.h"
 
 using interactive::MouseTrackedTextField;
 using platform::Array;
-using platform::Box;
 using platform::Button;
 using platform::Color;
 using platform::Dictionary;
 using platform::Identifier;
-using platform::Rect;
-using platform::TextField;
-using platform::View;
+using platform::Value;
 
 namespace {
 
-const Color third{0.1, 0.2, 0.3, 1.0};
-const Color fourth{0.5, 0.6, 0.7, 1.0};
+const Array allSlots{"S1", "S2", "S3", "S4"};
 
-/// The switch handler with switches of any identifier in surroundings of any kind.
-class SwitchTest : public testsupport::GroupFixture
+/// What a click on a slot's switch does.
+class SwitchTest : public testsupport::PanelFixture
 {
 protected:
     SwitchTest()
     {
         station.customColors = true;
-        station.backgrounds = {{3, third}, {4, fourth}};
-    }
-    void SetUp() override
-    {
-        m_box = std::make_unique<Box>(Rect(0, 0, 250, 64));
-        m_box->setFillColor(Color::black());
-    }
-    void TearDown() override
-    {
-        m_box.reset();
-        GroupFixture::TearDown();
+        for (int system = 0; system < 8; ++system)
+            station.backgrounds.insert(system, {0.1 * system, 0.5, 0.25, 1.0});
     }
 
-    /// A switch in the content of the box.
-    Button *addSwitch(const Identifier &identifier)
+    Button *slotSwitch(const QString &group, int slot) { return buttons(content(group, slot)).value(0); }
+    MouseTrackedTextField *slotField(const QString &group, int slot)
     {
-        auto *made = new Button(Rect(0, 0, 30, 30));
-        made->setButtonType(Button::Type::Switch);
-        made->setIdentifier(identifier);
-        m_box->contentView()->addSubview(made);
-        return made;
+        return inputs(content(group, slot)).value(0);
     }
-    MouseTrackedTextField *addField(int tag, const platform::Value &systemIndex)
+    QString statusText(const QString &key) { return platform::description(status(key)); }
+    /// A switch made by hand in a box, as the panel builder would have made it.
+    Button *handMade(platform::Box &around, const QString &identifier, platform::View *tagged,
+                     Button::State state)
     {
-        auto *made = new MouseTrackedTextField(Rect(40, 0, 100, 20));
-        made->setTag(tag);
-        made->setSystemIndex(systemIndex);
-        made->setStringValue("typed");
-        m_box->contentView()->addSubview(made);
-        return made;
-    }
-    /// A click that has brought the switch into that state.
-    void flip(Button *button, Button::State state)
-    {
+        auto *button = new Button(around.contentView());
+        button->setButtonType(Button::Type::Switch);
+        button->setIdentifier(Identifier(identifier));
         button->setState(state);
-        plugin().switchBtnClicked(button);
+        if (tagged)
+            around.contentView()->addSubview(tagged);
+        return button;
     }
-    Color fill() const { return m_box->fillColor(); }
-
-    std::unique_ptr<Box> m_box;
 };
 
-TEST_F(SwitchTest, AnythingButAButtonIsIgnoredInSilence)
+TEST_F(SwitchTest, OffTakesTheSlotOutAndEmptiesItsField)
 {
+    drawGroup(1, {{"input", allSlots}});
+    slotField("G2", 2)->setStringValue("4711");
+    click(slotSwitch("G2", 2));
+    EXPECT_EQ(slotSwitch("G2", 2)->state(), Button::Off);
+    EXPECT_EQ(statusText("G2"), "{S1 = 1; S2 = 1; S4 = 1}");
+    EXPECT_FALSE(slotField("G2", 2)->isEnabled());
+    EXPECT_EQ(slotField("G2", 2)->stringValue(), "");
+    EXPECT_EQ(box("G2", 2)->fillColor(), Color::windowBackground());
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Default,
+                   "-[InteractiveView switchBtnClicked:]: enable status: {G1 = {S1 = 1; S2 = 1; S3 = 1; "
+                   "S4 = 1}; G2 = {S1 = 1; S2 = 1; S4 = 1}}"));
+}
+
+TEST_F(SwitchTest, OnPutsItBackInItsColourButNotWhatWasEntered)
+{
+    drawGroup(1, {{"input", allSlots}});
+    click(slotSwitch("G2", 2));
+    slotField("G2", 2)->setStringValue("4711");
+    click(slotSwitch("G2", 2));
+    EXPECT_EQ(statusText("G2"), "{S1 = 1; S2 = 1; S3 = 1; S4 = 1}");
+    EXPECT_EQ(status("G2").value("S3"), Value(true));
+    EXPECT_TRUE(slotField("G2", 2)->isEnabled());
+    EXPECT_EQ(slotField("G2", 2)->stringValue(), "");
+    EXPECT_EQ(box("G2", 2)->fillColor(), plugin().bgColor(6).withAlphaComponent(plugin().backgroundAlpha()));
+}
+
+TEST_F(SwitchTest, ForgetsWhatWasEnteredInBothDirectionsAndNothingElse)
+{
+    drawGroup(0, {{"input", allSlots}});
+    const Dictionary record{{"S1", "a"}, {"S2", "b"}, {"length", 1}};
+    const Dictionary other{{"S2", "c"}};
+    plugin().setSavedData({{"G1", record}, {"G2", other}});
+    click(slotSwitch("G1", 1));
+    EXPECT_EQ(platform::description(plugin().savedData()), "{G1 = {S1 = a; length = 1}; G2 = {S2 = c}}");
+    plugin().setSavedData({{"G1", record}, {"G2", other}});
+    click(slotSwitch("G1", 1));
+    EXPECT_EQ(platform::description(plugin().savedData()), "{G1 = {S1 = a; length = 1}; G2 = {S2 = c}}");
+}
+
+TEST_F(SwitchTest, WithoutARecordNothingIsStored)
+{
+    drawGroup(0, {{"input", allSlots}});
+    plugin().setSavedData({});
+    click(slotSwitch("G1", 1));
+    EXPECT_EQ(plugin().savedData(), Dictionary{});
+}
+
+TEST_F(SwitchTest, AGroupsStatusIsKeptUnderTheStationsSlotNames)
+{
+    platform::Box around{platform::Rect(0, 0, 100, 100)};
+    plugin();
+    plugin().switchBtnClicked(handMade(around, "G1-102-Third", nullptr, Button::Off));
+    EXPECT_EQ(statusText("G1"), "{S1 = 1; S2 = 1; S4 = 1}");
+    plugin().switchBtnClicked(handMade(around, "G1-102-Third", nullptr, Button::On));
+    EXPECT_EQ(statusText("G1"), "{S1 = 1; S2 = 1; S3 = 1; S4 = 1}");
+}
+
+TEST_F(SwitchTest, AViewThatIsNoGroupHasAStatusUnderTheSwitchsOwnSlotKey)
+{
+    platform::Box around{platform::Rect(0, 0, 100, 100)};
+    plugin();
+    plugin().switchBtnClicked(handMade(around, "3-103-door-left", nullptr, Button::On));
+    EXPECT_EQ(statusText("3"), "{door-left = 1}");
+}
+
+TEST_F(SwitchTest, TheFirstClickInAViewMakesItsStatus)
+{
+    platform::Box around{platform::Rect(0, 0, 100, 100)};
+    plugin();
+    plugin().switchBtnClicked(handMade(around, "3-103-door", nullptr, Button::Off));
+    EXPECT_TRUE(plugin().enableStatus().contains("3"));
+    EXPECT_EQ(statusText("3"), "{}");
+}
+
+TEST_F(SwitchTest, AnythingButOnTakesTheSlotOut)
+{
+    platform::Box around{platform::Rect(0, 0, 100, 100)};
+    plugin();
+    plugin().switchBtnClicked(handMade(around, "G1-100-S1", nullptr, Button::Mixed));
+    EXPECT_EQ(statusText("G1"), "{S2 = 1; S3 = 1; S4 = 1}");
+    EXPECT_EQ(around.fillColor(), Color::windowBackground());
+}
+
+TEST_F(SwitchTest, AnIdentifierWithoutHyphensIsKeyTagAndSlotAlike)
+{
+    platform::Box around{platform::Rect(0, 0, 100, 100)};
+    plugin();
+    plugin().setSavedData({{"door", Dictionary{{"door", "x"}, {"y", "z"}}}});
+    plugin().switchBtnClicked(handMade(around, "door", nullptr, Button::On));
+    EXPECT_EQ(statusText("door"), "{door = 1}");
+    EXPECT_EQ(platform::description(record("door")), "{y = z}");
+}
+
+TEST_F(SwitchTest, TheTagFindsTheFieldAndTheFieldKnowsItsSystem)
+{
+    platform::Box around{platform::Rect(0, 0, 100, 100)};
+    plugin();
+    auto *field = new MouseTrackedTextField;
+    field->setTag(101);
+    field->setSystemIndex(6);
+    field->setStringValue("x");
+    plugin().switchBtnClicked(handMade(around, "G1-101-S2", field, Button::On));
+    EXPECT_EQ(field->stringValue(), "");
+    EXPECT_EQ(around.fillColor(), plugin().bgColor(6).withAlphaComponent(plugin().backgroundAlpha()));
+}
+
+TEST_F(SwitchTest, WhereTheTagIsOfAnotherViewTheBoxTakesTheSwitchsSystem)
+{
+    platform::Box around{platform::Rect(0, 0, 100, 100)};
+    plugin();
+    auto *label = new platform::TextField;
+    label->setTag(101);
+    label->setStringValue("kept");
+    plugin().switchBtnClicked(handMade(around, "G1-101-S2", label, Button::On));
+    EXPECT_EQ(label->stringValue(), "kept");
+    EXPECT_TRUE(label->isEnabled());
+    EXPECT_EQ(around.fillColor(), plugin().bgColor(1).withAlphaComponent(plugin().backgroundAlpha()));
+}
+
+TEST_F(SwitchTest, OutsideABoxOnlyTheRecordsChange)
+{
+    plugin();
+    platform::View parent;
+    auto *button = new Button(&parent);
+    button->setIdentifier(Identifier(QStringLiteral("G1-100-S1")));
+    button->setState(Button::Off);
+    plugin().switchBtnClicked(button);
+    EXPECT_EQ(statusText("G1"), "{S2 = 1; S3 = 1; S4 = 1}");
+}
+
+TEST_F(SwitchTest, AnythingButAButtonIsIgnoredWithoutALine)
+{
+    plugin();
     const Dictionary before = plugin().enableStatus();
-    View *pane = addPane(Identifier("G1-100-S1"));
-    log.clear();
-    plugin().switchBtnClicked(pane);
+    platform::View view;
+    view.setIdentifier(Identifier(QStringLiteral("G1-100-S1")));
+    plugin().switchBtnClicked(&view);
     plugin().switchBtnClicked(nullptr);
     EXPECT_EQ(plugin().enableStatus(), before);
-    EXPECT_EQ(logged(), QStringList());
+    EXPECT_EQ(timesLoggedFrom("-[InteractiveView switchBtnClicked:]"), 0);
 }
 
-TEST_F(SwitchTest, AGroupsStatusIsKeptUnderTheStationsSlotNameAndTheRecordUnderTheSwitchsOwn)
+TEST_F(SwitchTest, EverySlotOfAPanelMayBeSwitchedOff)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S3", "A"}, {"Other", "B"}}}});
-    Button *button = addSwitch(Identifier("G1-102-Other"));
-    flip(button, Button::Off);
-    EXPECT_EQ(platform::description(status("G1")), "{S1 = 1; S2 = 1; S4 = 1}");
-    EXPECT_EQ(platform::description(record("G1")), "{S3 = A}");
-    flip(button, Button::On);
-    EXPECT_EQ(platform::description(status("G1")), "{S1 = 1; S2 = 1; S3 = 1; S4 = 1}");
-}
-
-TEST_F(SwitchTest, TheSlotNameIsThatOfTheVerySystem)
-{
-    station.systemGroups = Array{"G1", "G2", "G1", "G2"};
-    station.systemSlots = Array{"A", "B", "C", "D"};
-    plugin().setEnableStatus({});
-    flip(addSwitch(Identifier("G2-103-X")), Button::On);
-    EXPECT_EQ(platform::description(plugin().enableStatus()), "{G2 = {D = 1}}");
-}
-
-TEST_F(SwitchTest, ASystemPanelsStatusIsKeptUnderTheSwitchsOwnName)
-{
-    plugin().setEnableStatus({});
-    flip(addSwitch(Identifier("3-103-SN")), Button::On);
-    EXPECT_EQ(platform::description(plugin().enableStatus()), "{3 = {SN = 1}}");
-    EXPECT_EQ(status("3").value("SN").typeId(), QMetaType::Bool);
-}
-
-TEST_F(SwitchTest, TheFirstSwitchOnMakesAStatusOfThatSlotAlone)
-{
-    Button *button = addSwitch(Identifier("3-103-SN"));
-    ASSERT_FALSE(plugin().enableStatus().contains("3"));
-    flip(button, Button::On);
-    EXPECT_EQ(platform::description(status("3")), "{SN = 1}");
-}
-
-TEST_F(SwitchTest, TheFirstSwitchOffMakesAnEmptyStatus)
-{
-    flip(addSwitch(Identifier("3-103-SN")), Button::Off);
-    EXPECT_TRUE(plugin().enableStatus().contains("3"));
-    EXPECT_EQ(status("3"), Dictionary());
-}
-
-TEST_F(SwitchTest, ANameWithHyphensBelongsToTheSlotWhole)
-{
-    plugin().setSavedData({{"3", Dictionary{{"SN-2-b", "A"}, {"SN", "B"}}}});
-    flip(addSwitch(Identifier("3-103-SN-2-b")), Button::On);
-    EXPECT_EQ(platform::description(status("3")), "{SN-2-b = 1}");
-    EXPECT_EQ(platform::description(record("3")), "{SN = B}");
-}
-
-TEST_F(SwitchTest, ASwitchOfAGroupThatIsNamedWithAHyphenBelongsToNoGroup)
-{
-    station.groups = {"A-1"};
-    flip(addSwitch(Identifier("A-1-102-S3")), Button::On);
-    EXPECT_EQ(platform::description(plugin().enableStatus()),
-              "{A = {102-S3 = 1}; A-1 = {S1 = 1; S2 = 1; S3 = 1; S4 = 1}}");
-}
-
-TEST_F(SwitchTest, WithoutARecordNoneIsMade)
-{
-    Button *button = addSwitch(Identifier("G1-102-S3"));
-    flip(button, Button::Off);
-    flip(button, Button::On);
-    EXPECT_EQ(plugin().savedData(), Dictionary());
-}
-
-TEST_F(SwitchTest, TheSlotsDataIsDiscardedInBothDirections)
-{
-    Button *button = addSwitch(Identifier("G1-102-S3"));
-    for (const Button::State state : {Button::On, Button::Off}) {
-        plugin().setSavedData(
-            {{"G1", Dictionary{{"S3", "A"}, {"S4", "B"}}}, {"G2", Dictionary{{"S3", "C"}}}});
-        flip(button, state);
-        EXPECT_EQ(platform::description(plugin().savedData()), "{G1 = {S4 = B}; G2 = {S3 = C}}");
-    }
-}
-
-TEST_F(SwitchTest, AMixedStateIsNotOn)
-{
-    MouseTrackedTextField *field = addField(103, 3);
-    flip(addSwitch(Identifier("G1-103-S4")), Button::Mixed);
-    EXPECT_FALSE(status("G1").contains("S4"));
-    EXPECT_FALSE(field->isEnabled());
-    EXPECT_EQ(fill(), Color::windowBackground());
-}
-
-TEST_F(SwitchTest, TheFieldWithTheTagIsTheOneThatIsSwitched)
-{
-    MouseTrackedTextField *other = addField(102, 2);
-    MouseTrackedTextField *own = addField(103, 3);
-    Button *button = addSwitch(Identifier("3-103-SN"));
-    flip(button, Button::Off);
-    EXPECT_FALSE(own->isEnabled());
-    EXPECT_EQ(own->stringValue(), "");
-    EXPECT_TRUE(other->isEnabled());
-    EXPECT_EQ(other->stringValue(), "typed");
-    own->setStringValue("typed");
-    flip(button, Button::On);
-    EXPECT_TRUE(own->isEnabled());
-    EXPECT_EQ(own->stringValue(), "");
-}
-
-TEST_F(SwitchTest, TheBoxTakesTheColourOfTheFieldsSystem)
-{
-    addField(103, 4);
-    flip(addSwitch(Identifier("3-103-SN")), Button::On);
-    EXPECT_EQ(fill(), fourth.withAlphaComponent(0.3));
-}
-
-TEST_F(SwitchTest, WithoutAFieldTheBoxTakesTheColourOfTheTagsSystem)
-{
-    Button *button = addSwitch(Identifier("3-103-SN"));
-    flip(button, Button::On);
-    EXPECT_EQ(fill(), third.withAlphaComponent(0.3));
-    flip(button, Button::Off);
-    EXPECT_EQ(fill(), Color::windowBackground());
-}
-
-TEST_F(SwitchTest, APlainFieldWithTheTagIsLeftAloneAndTheBoxPaintedAllTheSame)
-{
-    auto *plain = new TextField(Rect(40, 0, 100, 20));
-    plain->setTag(103);
-    plain->setStringValue("typed");
-    m_box->contentView()->addSubview(plain);
-    Button *button = addSwitch(Identifier("3-103-SN"));
-    flip(button, Button::Off);
-    EXPECT_TRUE(plain->isEnabled());
-    EXPECT_EQ(plain->stringValue(), "typed");
-    EXPECT_EQ(fill(), Color::windowBackground());
-    flip(button, Button::On);
-    EXPECT_EQ(fill(), third.withAlphaComponent(0.3));
-}
-
-TEST_F(SwitchTest, WithoutABoxAroundItTheFieldIsSwitchedAlone)
-{
-    View *container = addPane(key("3"));
-    auto *field = new MouseTrackedTextField(Rect(40, 0, 100, 20));
-    field->setTag(103);
-    container->addSubview(field);
-    auto *button = new Button(Rect(0, 0, 30, 30));
-    button->setIdentifier(Identifier("3-103-SN"));
-    container->addSubview(button);
-    flip(button, Button::Off);
-    EXPECT_FALSE(field->isEnabled());
-}
-
-TEST_F(SwitchTest, ASwitchThatNobodyHoldsChangesTheStatusAlone)
-{
-    Button alone;
-    alone.setIdentifier(Identifier("G1-102-S3"));
-    flip(&alone, Button::Off);
-    EXPECT_EQ(platform::description(status("G1")), "{S1 = 1; S2 = 1; S4 = 1}");
-}
-
-TEST_F(SwitchTest, ASwitchWithoutAnIdentifierTouchesNeitherFieldNorBox)
-{
-    MouseTrackedTextField *field = addField(0, 3);
-    flip(addSwitch(Identifier()), Button::Off);
-    EXPECT_TRUE(field->isEnabled());
-    EXPECT_EQ(field->stringValue(), "typed");
-    EXPECT_EQ(fill(), Color::black());
-}
-
-TEST_F(SwitchTest, AnIdentifierWithoutAHyphenIsPanelTagAndSlotAlike)
-{
-    plugin().setEnableStatus({});
-    plugin().setSavedData({{"X", Dictionary{{"X", "A"}, {"Y", "B"}}}});
-    flip(addSwitch(Identifier("X")), Button::On);
-    EXPECT_EQ(platform::description(plugin().enableStatus()), "{X = {X = 1}}");
-    EXPECT_EQ(platform::description(record("X")), "{Y = B}");
-    // The tag is 0, which is nobody's system.
-    EXPECT_EQ(fill(), Color::white().withAlphaComponent(0.3));
-}
-
-TEST_F(SwitchTest, AnIdentifierOfAGroupWithoutAHyphenIsKeptUnderItsOwnName)
-{
-    flip(addSwitch(Identifier("G1")), Button::On);
-    EXPECT_EQ(platform::description(status("G1")), "{G1 = 1; S1 = 1; S2 = 1; S3 = 1; S4 = 1}");
-}
-
-TEST_F(SwitchTest, ATagIsReadUpToItsFirstCharacterThatIsNoDigit)
-{
-    MouseTrackedTextField *field = addField(103, 3);
-    flip(addSwitch(Identifier("3-103x-SN")), Button::Off);
-    EXPECT_FALSE(field->isEnabled());
-}
-
-TEST_F(SwitchTest, TheWholeStatusIsLoggedForASystemPanel)
-{
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", -1}}}});
-    log.clear();
-    flip(addSwitch(Identifier("3-103-SN")), Button::On);
-    EXPECT_EQ(logged(), QStringList{"default: -[InteractiveView switchBtnClicked:]: enable status: {3 = {SN "
-                                    "= 1}; G1 = {S1 = -1}}"});
+    drawGroup(0, {{"input", allSlots}});
+    for (int slot = 0; slot < 4; ++slot)
+        click(slotSwitch("G1", slot));
+    EXPECT_EQ(statusText("G1"), "{}");
 }
 
 } // namespace

@@ -14,8 +14,8 @@ using testsupport::lookOf;
 
 namespace {
 
-/// The group buttons as they are made and placed.
-class GroupButtonsTest : public testsupport::GroupFixture
+/// The group buttons as they are made, in root views of any size and beside what is there already.
+class GroupButtonSetUpTest : public testsupport::GroupFixture
 {
 protected:
     static ButtonLook groupButtonLook(const Rect &frame, const QString &group)
@@ -77,7 +77,7 @@ void configureStation(const Array &groups, const Array &slotNames)
     KVKConfigEngine::sharedConfigEngine()->setSystemIndexToSlotMapping(slotNames);
 }
 
-TEST_F(GroupButtonsTest, AreCheckBoxesThatBearTheirGroupsNameAndAreOn)
+TEST_F(GroupButtonSetUpTest, AreCheckBoxesThatBearTheirGroupsNameAndAreOn)
 {
     const QList<Button *> made = plugin().groupButtons();
     ASSERT_EQ(made.size(), 2);
@@ -91,7 +91,7 @@ TEST_F(GroupButtonsTest, AreCheckBoxesThatBearTheirGroupsNameAndAreOn)
     }
 }
 
-TEST_F(GroupButtonsTest, StandBesideOneAnotherAtTheUpperRightEdge)
+TEST_F(GroupButtonSetUpTest, StandBesideOneAnotherAtTheUpperRightEdge)
 {
     configureStation({"A", "B", "C"}, {"S1", "S1", "S1"});
     PreparedController controller({0, 0, 800, 600}, {});
@@ -100,7 +100,7 @@ TEST_F(GroupButtonsTest, StandBesideOneAnotherAtTheUpperRightEdge)
               (QStringList{"(512, 570, 80, 30)", "(608, 570, 80, 30)", "(704, 570, 80, 30)"}));
 }
 
-TEST_F(GroupButtonsTest, StandWhereTheyBelongInARootViewOfAnySize)
+TEST_F(GroupButtonSetUpTest, StandWhereTheyBelongInARootViewOfAnySize)
 {
     configureStation({"A", "B"}, {"S1", "S1"});
     PreparedController narrow({0, 0, 100.5, 20.25}, {});
@@ -108,40 +108,7 @@ TEST_F(GroupButtonsTest, StandWhereTheyBelongInARootViewOfAnySize)
     EXPECT_EQ(frames(narrow.groupButtons()), (QStringList{"(-91.5, -9.75, 80, 30)", "(4.5, -9.75, 80, 30)"}));
 }
 
-TEST_F(GroupButtonsTest, KeepTheirDistanceFromTheUpperRightCornerWhenTheWindowChanges)
-{
-    station.groups = {"A", "B", "C"};
-    station.windowSize = {800, 600};
-    start();
-    ASSERT_EQ(plugin().rootView()->frame().size(), QSizeF(800, 600));
-    EXPECT_EQ(frames(plugin().groupButtons()),
-              (QStringList{"(512, 570, 80, 30)", "(608, 570, 80, 30)", "(704, 570, 80, 30)"}));
-    plugin().rootView()->setFrame({0, 0, 900, 650});
-    EXPECT_EQ(frames(plugin().groupButtons()),
-              (QStringList{"(612, 620, 80, 30)", "(708, 620, 80, 30)", "(804, 620, 80, 30)"}));
-}
-
-TEST_F(GroupButtonsTest, StandCloserAfterARelayoutAndKeepTheirHeightInTheView)
-{
-    station.groups = {"A", "B", "C"};
-    station.windowSize = {800, 600};
-    plugin().relayoutGroupButtons(800);
-    EXPECT_EQ(frames(plugin().groupButtons()),
-              (QStringList{"(536, 570, 80, 30)", "(624, 570, 80, 30)", "(712, 570, 80, 30)"}));
-}
-
-TEST_F(GroupButtonsTest, ARelayoutRestoresTheSizeAndShowsWhatWasHiddenButLeavesEachAtItsOwnY)
-{
-    plugin().groupButtons().first()->setFrame({3, 7.5, 10, 11});
-    plugin().groupButtons().first()->setHidden(true);
-    const QString y = QString::number(plugin().rootView()->frame().height() - 30);
-    plugin().relayoutGroupButtons(500);
-    EXPECT_EQ(frames(plugin().groupButtons()),
-              (QStringList{"(324, 7.5, 80, 30)", "(412, " + y + ", 80, 30)"}));
-    EXPECT_FALSE(plugin().groupButtons().first()->isHidden());
-}
-
-TEST_F(GroupButtonsTest, AreMadeOnce)
+TEST_F(GroupButtonSetUpTest, ASecondSetUpLeavesConditionsAndStatusAlone)
 {
     const QList<Button *> made = plugin().groupButtons();
     const auto condition = plugin().getCondition(key("G1"));
@@ -153,32 +120,14 @@ TEST_F(GroupButtonsTest, AreMadeOnce)
     EXPECT_EQ(buttons(plugin().rootView()).count(made.first()), 1);
 }
 
-TEST_F(GroupButtonsTest, EachGroupGetsTheSlotsThatItsOwnSystemsHave)
-{
-    configureStation({"A", "A", "B", "B"}, {"S1", "S2", "T1", "T2"});
-    PreparedController controller({0, 0, 800, 600}, {});
-    ASSERT_NE(controller.view(), nullptr);
-    // Four distinct slot names: the first group takes them all, nothing is left for the second one.
-    EXPECT_EQ(platform::description(controller.enableStatus()),
-              "{A = {S1 = 1; S2 = 1; T1 = 1; T2 = 1}; B = {}}");
-}
-
-TEST_F(GroupButtonsTest, ANewGroupsSlotsAreOnByTheNumberOne)
+TEST_F(GroupButtonSetUpTest, ANewGroupsSlotsAreOnByTheNumberOne)
 {
     const platform::Value state = status("G2").value("S3");
     EXPECT_EQ(state.typeId(), QMetaType::LongLong);
     EXPECT_EQ(state.toLongLong(), 1);
 }
 
-TEST_F(GroupButtonsTest, AGroupThatHasAStatusKeepsItsSlotsFlags)
-{
-    configureStation({"A", "A", "B", "B"}, {"S1", "S2", "S1", "S2"});
-    PreparedController controller({0, 0, 800, 600}, {{"A", Dictionary{{"S1", -1}}}});
-    ASSERT_NE(controller.view(), nullptr);
-    EXPECT_EQ(platform::description(controller.enableStatus()), "{A = {S1 = -1}; B = {S1 = 1; S2 = 1}}");
-}
-
-TEST_F(GroupButtonsTest, AGroupThatHasAStatusGetsItsButtonAndConditionAllTheSame)
+TEST_F(GroupButtonSetUpTest, AGroupThatHasAStatusGetsItsButtonAndConditionAllTheSame)
 {
     configureStation({"A"}, {"S1"});
     PreparedController controller({0, 0, 800, 600}, {{"A", Dictionary{{"S1", -1}}}});
@@ -188,7 +137,7 @@ TEST_F(GroupButtonsTest, AGroupThatHasAStatusGetsItsButtonAndConditionAllTheSame
     EXPECT_NE(controller.getCondition(controller.panelKey("A")), nullptr);
 }
 
-TEST_F(GroupButtonsTest, AShowCallLetsItsGroupBeSwitchedAndItsConfirmationNoMore)
+TEST_F(GroupButtonSetUpTest, AShowCallLetsItsGroupBeSwitchedAndItsConfirmationNoMore)
 {
     groupButton("G1")->setEnabled(false);
     auto &call = showGroup(0, {{"switch", Array{"S1", "S2"}}});
