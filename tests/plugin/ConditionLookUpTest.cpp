@@ -68,4 +68,16 @@ TEST_F(ConditionLookUpTest, AGroupPanelWaitsOnTheConditionMadeAtStartUp)
     EXPECT_TRUE(call.waitUntilFinished());
 }
 
+TEST_F(ConditionLookUpTest, TheLineAboutAFoundConditionNamesKeyIntegerAndCondition)
+{
+    showView(3, {{"button", Array{"No", "Yes"}}});
+    ASSERT_TRUE(waitForPanel("3"));
+    log.clear();
+    const auto condition = plugin().getCondition(plugin().panelKey("3"));
+    const auto address = reinterpret_cast<quintptr>(condition.get()); // NOLINT: an address to show
+    EXPECT_TRUE(loggedOnce(
+        KVKLogLevel::Debug,
+        QString("-[InteractiveView getCondition:]: 3 [3] conidtion: <Condition: 0x%1>").arg(address, 0, 16)));
+}
+
 } // namespace

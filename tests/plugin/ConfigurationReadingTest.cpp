@@ -188,6 +188,26 @@ TEST_F(LabelTest, APanelForSomethingElseKeepsTheEarlierFocusOrder)
     EXPECT_TRUE(focusOrderLivesUntilDrawing({{"input", Array{"S1"}}, {"label", "MAC"}}));
 }
 
+TEST_F(LabelTest, AnEmptyLabelIsReadAsSerialNumbers)
+{
+    EXPECT_FALSE(focusOrderLivesUntilDrawing({{"input", Array{"S1"}}, {"label", ""}}));
+}
+
+TEST_F(LabelTest, ASystemsPanelForgetsTheEarlierFocusOrderWhateverItsLabel)
+{
+    plugin().setResponders("0", {});
+    bool lives = true;
+    KVKLogProxy *proxy = KVKLogGetProxy();
+    const KVKLogProxy::SinkId sink = proxy->addSink([&](const KVKLogProxy::Line &line) {
+        if (line.message.startsWith("Entered: "))
+            lives = plugin().hasResponders("0");
+    });
+    showView(0, {{"input", Array{"SN"}}, {"label", "MAC"}});
+    EXPECT_TRUE(waitForPanel("0"));
+    proxy->removeSink(sink);
+    EXPECT_FALSE(lives);
+}
+
 class ImpossiblePanelTest : public testsupport::PluginFixture
 {
 protected:
@@ -234,6 +254,16 @@ TEST_F(ImpossiblePanelTest, AfterwardsAPossiblePanelIsDrawn)
     ASSERT_TRUE(waitForPanel("0"));
     press("0", "Yes");
     EXPECT_EQ(call.result(), Value(true));
+}
+
+TEST_F(ImpossiblePanelTest, TheErrorAndTheLogSayWhatIsWrong)
+{
+    const QString problem = "Invalid config. Value for key 'column' is -1: a panel takes 1 to 67108 columns.";
+    auto &call = showView(0, {{"button", Array{"No", "Yes"}}, {"column", -1}});
+    EXPECT_EQ(call.error(), (Error{interactive::InteractivePluginErrorDomain, 402, problem}));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "-[InteractiveView showInteractiveView:systemIndex:config:error:]: " + problem));
+    EXPECT_TRUE(highlights.empty());
 }
 
 } // namespace

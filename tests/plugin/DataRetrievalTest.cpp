@@ -144,4 +144,13 @@ TEST_F(DataRetrievalTest, AnAnswerLeavesTheErrorAsItWas)
     EXPECT_EQ(error, (Error{"elsewhere", 7, "kept"}));
 }
 
+TEST_F(DataRetrievalTest, TheTextsOfAWrongIndexAreWhole)
+{
+    const QString method = "-[InteractiveView getData:error:]: ";
+    EXPECT_EQ(getData(8).thrown<std::out_of_range>(),
+              method + "system index 8 is out of range, there are 8 (0 to 7)");
+    EXPECT_EQ(getData(2.5).thrown<std::invalid_argument>(),
+              method + "system index must be an integer, got 2.5");
+}
+
 } // namespace

@@ -133,4 +133,15 @@ TEST_F(InterruptionTest, ACallerWithoutAPlaceForAnErrorGetsNothing)
     EXPECT_EQ(call.result(), Value());
 }
 
+TEST_F(InterruptionTest, TheErrorNamesTheMethodAndThePanel)
+{
+    auto &call = showView(3, question);
+    ASSERT_TRUE(waitForPanel("3"));
+    plugin().interruptWaitingCalls();
+    EXPECT_EQ(call.error(),
+              (Error{interactive::InteractivePluginErrorDomain, 401,
+                     "-[InteractiveView showInteractiveView:systemIndex:config:error:]: The station stopped "
+                     "while waiting for the operator: 3"}));
+}
+
 } // namespace

@@ -7,6 +7,8 @@
 #include <QLayout>
 #include <QLineEdit>
 
+#include <memory>
+
 using platform::Color;
 using platform::Dictionary;
 using platform::Font;
@@ -170,6 +172,44 @@ TEST_F(LoopFieldTest, NoSenderIsRefusedToo)
     plugin().configLoop(nullptr);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView configLoop:] from sender: (null)"));
+}
+
+TEST_F(LoopFieldTest, TheCaptionIsAPlainLabelWithoutAName)
+{
+    TextField *label = caption();
+    ASSERT_NE(label, nullptr);
+    EXPECT_EQ(qobject_cast<interactive::MouseTrackedTextField *>(label), nullptr);
+    EXPECT_TRUE(label->identifier().isNull());
+    EXPECT_EQ(label->superview(), plugin().rootView());
+}
+
+TEST_F(LoopFieldTest, WithoutARootViewTheFieldIsMadeAsIfItHadNoHeight)
+{
+    interactive::InteractiveView unloaded;
+    unloaded.setupLoopButton();
+    const std::unique_ptr<TextField> field(unloaded.loopNumberField());
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->frame(), Rect(80.0, -26.0, 80.0, 22.5));
+    EXPECT_EQ(field->superview(), nullptr);
+}
+
+TEST_F(LoopFieldTest, AnEmptyEntryGivesZeroAndTurnsLoopModeOff)
+{
+    enter("5");
+    plugin().loopNumberField()->setStringValue("");
+    enter("");
+    EXPECT_EQ(loopRecord().value("LoopMax"), platform::Value(0));
+    EXPECT_FALSE(plugin().isLoopEnabled());
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Default, "-[InteractiveView configLoop:]: viewIdentifier Loop value: "));
+}
+
+TEST_F(LoopFieldTest, AStationWithoutGroupsHasAMaximumAndNoCounts)
+{
+    station.systemGroups = platform::Array{};
+    station.systemSlots = platform::Array{};
+    enter("4");
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 4}}));
 }
 
 } // namespace

@@ -225,4 +225,79 @@ TEST_F(LoopModeTest, WithoutItsFieldTheMaximumIsStoredAsGivenAndNothingElseChang
     EXPECT_FALSE(plugin().isLoopEnabled());
 }
 
+TEST_F(LoopModeTest, TheAnswersAreNumbers)
+{
+    EXPECT_TRUE(platform::isNumber(setLoop(2)));
+    EXPECT_TRUE(platform::isNumber(isLoopFinished(0)));
+    EXPECT_TRUE(platform::isNumber(isLoopFinished(0)));
+}
+
+TEST_F(LoopModeTest, AskingForTheEndNeverGivesAnError)
+{
+    interactive::InteractiveView &target = plugin();
+    auto &call = onSequencer([&target](Error *error) { return target.isLoopFinished(1, error); });
+    EXPECT_EQ(call.result(), Value(1));
+    EXPECT_FALSE(call.error().isPresent());
+}
+
+TEST_F(LoopModeTest, AGroupThatDoesNotExistIsCountedUntilItsEnd)
+{
+    setLoop(2);
+    EXPECT_EQ(isLoopFinished(7), Value(0));
+    EXPECT_EQ(loopRecord().value("LoopCount_7"), Value(1));
+    interactive::InteractiveView &target = plugin();
+    const QString text = onSequencer([&target](Error *error) {
+                             return target.isLoopFinished(7, error);
+                         }).thrown<std::out_of_range>();
+    EXPECT_EQ(text, "-[InteractiveView isLoopFinished:error:]: group number 7 is out of range, there are 2 "
+                    "(0 to 1)");
+    EXPECT_EQ(loopRecord().value("LoopCount_7"), Value(2));
+}
+
+TEST_F(LoopModeTest, ANumberWithAFractionIsShownAsItIsAndCountsAsItsWholePart)
+{
+    setLoop(2.5);
+    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "2.5");
+    EXPECT_EQ(loopRecord().value("LoopMax"), Value(2));
+    EXPECT_TRUE(plugin().isLoopEnabled());
+}
+
+TEST_F(LoopModeTest, SettingTheLoopTakesTheFocusFromNoEntry)
+{
+    showView(0, {{"input", Array{"SN"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    type("12");
+    setLoop(3);
+    type("34");
+    EXPECT_EQ(field("0-SN")->stringValue(), "1234");
+}
+
+TEST_F(LoopModeTest, SettingTheLoopKeepsWhatElseTheLoopRecordHolds)
+{
+    plugin().setSavedData({{"Loop", Dictionary{{"Operator", "N. N."}}}});
+    setLoop(3);
+    EXPECT_EQ(loopRecord().value("Operator"), Value("N. N."));
+}
+
+TEST_F(LoopModeTest, NoPassIsLostWhileTheMaximumIsBeingSet)
+{
+    start();
+    // Without the field setting the maximum resets no count.
+    delete plugin().loopNumberField();
+    setLoop(100000);
+    interactive::InteractiveView &target = plugin();
+    auto &counting = onSequencer([&target](Error *error) {
+        for (int pass = 0; pass < 500; ++pass)
+            target.isLoopFinished(0, error);
+        return Value(true);
+    });
+    auto &setting = onSequencer([&target](Error *error) {
+        for (int i = 0; i < 500; ++i)
+            target.setLoop(100000 + i, error);
+        return Value(true);
+    });
+    ASSERT_TRUE(counting.waitUntilFinished() && setting.waitUntilFinished());
+    EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 100499}, {"LoopCount_0", 500}}));
+}
+
 } // namespace

@@ -88,4 +88,26 @@ TEST_F(LoopShortCutTest, TheEarlierPanelIsTakenAwayBeforeTheStoredAnswerIsGiven)
     EXPECT_EQ(panel("G1"), nullptr);
 }
 
+TEST_F(LoopShortCutTest, ASwitchPanelThatWasNotConfirmedGivesItsRecordAndItsErrorAgain)
+{
+    plugin().setIsLoopEnabled(true);
+    plugin().setSavedData({{"G1", Dictionary{{"clickedButton", "G1-9-Retry"}}}});
+    auto &call = showGroup(0, {{"switch", Array{"S1"}}});
+    EXPECT_EQ(call.result(), Value(Dictionary{{"clickedButton", "G1-9-Retry"}}));
+    EXPECT_EQ(call.error(), (Error{interactive::InteractivePluginErrorDomain, 301,
+                                   method + ": User canceld interactive view: G1"}));
+}
+
+TEST_F(LoopShortCutTest, TheFocusOrderOfASystemIsForgottenAndThatOfAGroupIsNot)
+{
+    plugin().setIsLoopEnabled(true);
+    plugin().setSavedData({{"0", Dictionary{{"SN", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
+    plugin().setResponders("0", {});
+    plugin().setResponders("G2", {});
+    ASSERT_TRUE(showView(0, {{"input", Array{"SN"}}}).waitUntilFinished());
+    ASSERT_TRUE(showGroup(1, {{"input", Array{"S1"}}}).waitUntilFinished());
+    EXPECT_FALSE(plugin().hasResponders("0"));
+    EXPECT_TRUE(plugin().hasResponders("G2"));
+}
+
 } // namespace

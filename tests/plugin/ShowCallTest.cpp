@@ -1,4 +1,5 @@
 #include "kovan/KovanLogging/KVKLogging.h"
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/Button.h"
 #include "platform/MainQueue.h"
 #include "platform/SplitView.h"
@@ -243,6 +244,42 @@ TEST_F(ShowCallTest, AGroupsCallHighlightsNothing)
     press("G1", "Cancel");
     ASSERT_TRUE(call.waitUntilFinished());
     EXPECT_TRUE(highlights.empty());
+}
+
+TEST_F(ShowCallTest, TheHighlightBeginsBeforeThePanelIsThereAndEndsWhenItIsGone)
+{
+    start();
+    std::vector<std::pair<bool, bool>> openAt;
+    KVKExtensionStatusRelay::sharedStatusRelay()->setHandler(
+        [&](quint64, bool highlighted) { openAt.emplace_back(highlighted, isOpen("5")); });
+    auto &call = showView(5, question);
+    ASSERT_TRUE(waitForPanel("5"));
+    press("5", "Yes");
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_EQ(openAt, (std::vector<std::pair<bool, bool>>{{true, false}, {false, false}}));
+}
+
+TEST_F(ShowCallTest, TheRangeExceptionNamesTheMethodTheValueAndTheRange)
+{
+    EXPECT_EQ(showGroup(7, {{"input", Array{"S1"}}}).thrown<std::out_of_range>(),
+              method + ": group number 7 is out of range, there are 2 (0 to 1)");
+}
+
+TEST_F(ShowCallTest, AGroupOfAStationWithoutGroupsIsARangeException)
+{
+    station.systemGroups = Array{};
+    station.systemSlots = Array{};
+    EXPECT_EQ(showGroup(0, {{"input", Array{"S1"}}}).thrown<std::out_of_range>(),
+              method + ": group number 0 is out of range, there are none");
+}
+
+TEST_F(ShowCallTest, ANumberThatIsNoIntegerIsRefused)
+{
+    EXPECT_EQ(showGroup(0.5, question).thrown<std::invalid_argument>(),
+              method + ": group number must be an integer, got 0.5");
+    EXPECT_EQ(showView("0", question).thrown<std::invalid_argument>(),
+              method + ": system index must be an integer, got 0");
+    EXPECT_TRUE(plugin().splitView()->subviews().isEmpty());
 }
 
 } // namespace

@@ -224,4 +224,39 @@ TEST_F(StartUpTest, TheGroupButtonsBearThePanelKeysThemselves)
         EXPECT_TRUE(button->identifier().isSameInstance(plugin().panelKey(button->title())));
 }
 
+TEST_F(StartUpTest, WhatWasSetBeforeTheViewWasLoadedDoesNotCount)
+{
+    start();
+    interactive::InteractiveView controller;
+    controller.setIsLoopEnabled(true);
+    controller.setDrawShadow(true);
+    controller.setBackgroundAlpha(0.9);
+    controller.setCustomColorEnabled(true);
+    controller.setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    controller.setEnableStatus({{"9", Dictionary{{"S1", 1}}}});
+    controller.setResponders("G1", {});
+    QWidget window;
+    controller.view()->setParent(&window);
+
+    EXPECT_FALSE(controller.isLoopEnabled());
+    EXPECT_FALSE(controller.drawShadow());
+    EXPECT_EQ(controller.backgroundAlpha(), 0.3);
+    EXPECT_FALSE(controller.customColorEnabled());
+    EXPECT_EQ(controller.savedData(), Dictionary());
+    EXPECT_EQ(controller.enableStatus(), (Dictionary{{"G1", allSlotsOn}, {"G2", allSlotsOn}}));
+    EXPECT_FALSE(controller.hasResponders("G1"));
+}
+
+TEST_F(StartUpTest, TheLoopControlsAreMadeBeforeTheGroupButtons)
+{
+    QStringList order;
+    for (platform::View *view : plugin().rootView()->subviews()) {
+        if (auto *button = qobject_cast<platform::Button *>(view))
+            order.append(button->title());
+        if (auto *field = qobject_cast<platform::TextField *>(view))
+            order.append(field->stringValue());
+    }
+    EXPECT_EQ(order, (QStringList{"Loop:", "0", "G1", "G2"}));
+}
+
 } // namespace

@@ -205,4 +205,15 @@ TEST_F(WaitTest, OnTheMainThreadAlsoACallThatWouldNotWaitReturnsAnError)
     EXPECT_TRUE(error.isPresent());
 }
 
+TEST_F(WaitTest, TheErrorOfACallOnTheMainThreadSaysWhy)
+{
+    Error error;
+    static_cast<void>(plugin().showView(3, question, &error));
+    EXPECT_EQ(
+        error,
+        (Error{interactive::InteractivePluginErrorDomain, 403,
+               "-[InteractiveView showInteractiveView:systemIndex:config:error:]: Must not be called on "
+               "the main thread, where it would wait for itself: 3"}));
+}
+
 } // namespace
