@@ -20,6 +20,11 @@ Monitored<Registry> &registry()
 
 } // namespace
 
+QMetaType ValueTransformer::transformedValueClass() const
+{
+    return {};
+}
+
 bool ValueTransformer::allowsReverseTransformation() const
 {
     return false;

@@ -2,6 +2,7 @@
 
 #include "platform/Value.h"
 
+#include <QMetaType>
 #include <QString>
 
 #include <memory>
@@ -17,6 +18,8 @@ class ValueTransformer
 public:
     virtual ~ValueTransformer() = default;
 
+    /// The type of the transformed values; an invalid one when they may be of any type.
+    [[nodiscard]] virtual QMetaType transformedValueClass() const;
     /// The transformed value, or nothing.
     [[nodiscard]] virtual Value transformedValue(const Value &value) const = 0;
     /// Whether reverseTransformedValue() may be called; false unless a transformer says otherwise.

@@ -12,6 +12,11 @@ constexpr double BackgroundOpacity = 0.3;
 
 } // namespace
 
+QMetaType SystemIndexToBackgroundColorValueTransformer::transformedValueClass() const
+{
+    return QMetaType::fromType<platform::Color>();
+}
+
 platform::Value
 SystemIndexToBackgroundColorValueTransformer::transformedValue(const platform::Value &systemIndex) const
 {
@@ -19,6 +24,11 @@ SystemIndexToBackgroundColorValueTransformer::transformedValue(const platform::V
         return {};
     const auto color = KVKColorEngine::backgroundColorForIndex(systemIndex);
     return color ? QVariant::fromValue(color->withAlphaComponent(BackgroundOpacity)) : platform::Value();
+}
+
+QMetaType SystemIndexToTextColorValueTransformer::transformedValueClass() const
+{
+    return QMetaType::fromType<platform::Color>();
 }
 
 platform::Value

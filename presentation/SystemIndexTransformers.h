@@ -15,6 +15,7 @@ class SystemIndexToBackgroundColorValueTransformer : public platform::ValueTrans
 public:
     inline static const QString Name = QStringLiteral("SystemIndexToBackgroundColorValueTransformer");
 
+    [[nodiscard]] QMetaType transformedValueClass() const override;
     [[nodiscard]] platform::Value transformedValue(const platform::Value &systemIndex) const override;
 };
 
@@ -27,6 +28,7 @@ class SystemIndexToTextColorValueTransformer : public platform::ValueTransformer
 public:
     inline static const QString Name = QStringLiteral("SystemIndexToTextColorValueTransformer");
 
+    [[nodiscard]] QMetaType transformedValueClass() const override;
     [[nodiscard]] platform::Value transformedValue(const platform::Value &systemIndex) const override;
 };
 

@@ -76,6 +76,11 @@ TEST(ValueTransformer, OneThatAllowsReverseGivesIt)
     EXPECT_EQ(negating.reverseTransformedValue(5), Value(-5));
 }
 
+TEST(ValueTransformer, OneThatDoesNotSayWhatItGivesMayGiveAnything)
+{
+    EXPECT_FALSE(Negating().transformedValueClass().isValid());
+}
+
 TEST(ValueTransformer, MayBeRegisteredAndFoundOnManyThreads)
 {
     std::atomic<int> found = 0;

@@ -98,4 +98,12 @@ TEST_F(TransformersTest, OneSharedInstanceStaysRegistered)
     EXPECT_EQ(ValueTransformer::forName("SystemIndexToTextColorValueTransformer"), text);
 }
 
+TEST_F(TransformersTest, BothGiveColours)
+{
+    for (const auto &transformer : {background, text})
+        EXPECT_EQ(transformer->transformedValueClass(), QMetaType::fromType<Color>());
+    EXPECT_EQ(background->transformedValue(3).metaType(), QMetaType::fromType<Color>());
+    EXPECT_EQ(text->transformedValue(3).metaType(), QMetaType::fromType<Color>());
+}
+
 } // namespace
