@@ -9,7 +9,9 @@ namespace interactive {
 bool MouseTrackedTextField::event(QEvent *event)
 {
     // A disabled widget gets no mouse handlers; a press on a field that is switched off is told all the same.
-    if (!isEnabled() && event->type() == QEvent::MouseButtonPress) {
+    const bool isPress =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (!isEnabled() && isPress) {
         mousePressEvent(static_cast<QMouseEvent *>(event));
         return true;
     }

@@ -133,4 +133,30 @@ TEST_F(MouseTrackedTextFieldTest, TheFieldLooksLikeAnyTextField)
     EXPECT_EQ(picture(tracked), picture(plain));
 }
 
+TEST_F(MouseTrackedTextFieldTest, AClickOnADisabledFieldIsNotifiedToo)
+{
+    field->setEnabled(false);
+    click(field);
+    ASSERT_EQ(notifications.size(), 1u);
+    EXPECT_EQ(notifications[0].object, field);
+}
+
+TEST_F(MouseTrackedTextFieldTest, BothPressesOfADoubleClickAreNotified)
+{
+    for (const bool enabled : {true, false}) {
+        notifications.clear();
+        field->setEnabled(enabled);
+        QTest::mouseDClick(root.windowHandle(), Qt::LeftButton, {},
+                           field->mapTo(&root, field->rect().center()));
+        EXPECT_EQ(notifications.size(), 2u) << (enabled ? "enabled" : "disabled");
+    }
+}
+
+TEST_F(MouseTrackedTextFieldTest, ADisabledFieldDoesNotTakeTheFocus)
+{
+    field->setEnabled(false);
+    EXPECT_FALSE(field->becomeFirstResponder());
+    EXPECT_TRUE(other->isFirstResponder());
+}
+
 } // namespace
