@@ -3,11 +3,14 @@
 #include "tests/support/Looks.h"
 #include "tests/support/Wait.h"
 
+#include <QImage>
 #include <QLineEdit>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 using interactive::verticalInset;
 using interactive::VerticallyCenteredTextFieldCell;
@@ -97,6 +100,49 @@ TEST(CenteredCellTest, TheEditorOfAFieldStandsInTheAdjustedFrame)
     ASSERT_GT(inset, 2);
     EXPECT_EQ(field->currentEditor()->geometry().top(), inset);
     EXPECT_EQ(field->currentEditor()->geometry().height(), 40 - 2 * inset);
+}
+
+/// A label of 146 by 40 points with the text and the kind of cell, as it is painted on white.
+template <class Cell>
+QImage pictureOf(const QString &text)
+{
+    platform::TextField field(Rect(0.0, 0.0, 146.0, 40.0));
+    field.setCell(std::make_unique<Cell>());
+    field.setFont(Font::system(12));
+    field.setBordered(true);
+    field.setStringValue(text);
+    QImage image(146, 40, QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    field.render(&image, {}, {}, QWidget::DrawChildren);
+    return image;
+}
+
+/// The upper and lower row of a picture in which there is something inside the border.
+std::pair<int, int> inkedRows(const QImage &image)
+{
+    std::pair<int, int> rows{image.height(), -1};
+    for (int y = 3; y < image.height() - 3; ++y) {
+        for (int x = 3; x < image.width() - 3; ++x) {
+            if (image.pixelColor(x, y) == QColor(Qt::white))
+                continue;
+            rows = {std::min(rows.first, y), y};
+        }
+    }
+    return rows;
+}
+
+TEST(CenteredCellTest, BorderAndBackgroundUseTheFullFrame)
+{
+    EXPECT_EQ(pictureOf<VerticallyCenteredTextFieldCell>({}), pictureOf<platform::TextFieldCell>({}));
+}
+
+TEST(CenteredCellTest, TheTextOfALabelIsPaintedInTheAdjustedFrame)
+{
+    const int inset = verticalInset(40.0, Font::system(12).boundingHeight());
+    const auto [top, bottom] = inkedRows(pictureOf<VerticallyCenteredTextFieldCell>("SN"));
+    EXPECT_GE(top, inset);
+    EXPECT_LT(bottom, 40 - inset);
+    EXPECT_LT(inkedRows(pictureOf<platform::TextFieldCell>("SN")).first, inset);
 }
 
 } // namespace

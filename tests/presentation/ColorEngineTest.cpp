@@ -67,4 +67,11 @@ TEST(ColorEngineTest, NothingHasNoColour)
     EXPECT_EQ(ColorEngine::colorForName(QString()), std::nullopt);
 }
 
+TEST(ColorEngineTest, EveryLetterThatHasALowerCaseIsFolded)
+{
+    // The sign for kelvin is an upper case k; a dotted capital i becomes more than an i.
+    EXPECT_EQ(ColorEngine::colorForName(u"BLAC\u212A"_qs), (Color{0.0, 0.0, 0.0, 1.0}));
+    EXPECT_EQ(ColorEngine::colorForName(u"WH\u0130TE"_qs), std::nullopt);
+}
+
 } // namespace

@@ -320,4 +320,42 @@ TEST_F(ErrorPanelTest, APanelWiderThanTheWindowCanBeScrolledTo)
     EXPECT_EQ(call.result(), Value(true));
 }
 
+TEST_F(ErrorPanelTest, WithoutAnIdentifierBothLinesAreWhole)
+{
+    testsupport::expectError(message);
+    ASSERT_TRUE(showError({}, Identifier()).waitUntilFinished());
+    const QString method = "-[InteractiveView showError:config:identifier:]";
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, "Called: " + method + ", message: " + message));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": no panel to show the message on: " + message));
+}
+
+TEST_F(ErrorPanelTest, ThePanelLiesAboveTheTitle)
+{
+    for (int i = 0; i < 2; ++i) {
+        SequencerCall &call = showError({}, "G2");
+        ASSERT_TRUE(waitForPanel("G2"));
+        EXPECT_EQ(panes(), (QStringList{"(null)", "G2"}));
+        press("G2", "OK");
+        ASSERT_TRUE(call.waitUntilFinished());
+    }
+}
+
+TEST_F(ErrorPanelTest, EveryPanelOfThatTextIsShown)
+{
+    auto *hidden = new View(platform::Rect(0, 0, 10, 10));
+    hidden->setIdentifier(Identifier("X"));
+    hidden->setHidden(true);
+    plugin().splitView()->addSubview(hidden);
+    showError({}, "X");
+    ASSERT_TRUE(testsupport::waitUntil([&] { return panes().count("X") == 2; }));
+    EXPECT_FALSE(hidden->isHidden());
+}
+
+TEST_F(ErrorPanelTest, ThePanelBearsTheVeryKeyThatItWasShownFor)
+{
+    showError({}, "G2");
+    ASSERT_TRUE(waitForPanel("G2"));
+    EXPECT_TRUE(pane("G2")->identifier().isSameInstance(plugin().panelKey("G2")));
+}
+
 } // namespace

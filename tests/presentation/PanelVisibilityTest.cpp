@@ -258,4 +258,68 @@ TEST_F(PanelVisibilityTest, TheKeyOfAPanelIsOneInstance)
     EXPECT_EQ(key("G1"), Identifier("G1"));
 }
 
+TEST_F(PanelVisibilityTest, TheWalkOverAGroupsPanelsEndsAtTheOneThatBearsItsVeryKey)
+{
+    addPane(Identifier("G1-before"));
+    addPane(key("G1"));
+    addPane(Identifier("G1-behind"));
+    plugin().resetUI(key("G1"));
+    EXPECT_EQ(panes(), QStringList{"G1-behind"});
+}
+
+TEST_F(PanelVisibilityTest, AnEqualTextOfAGroupsNameTakesItsPanelsAwayWithoutALine)
+{
+    drawGroup(0, groupEntry);
+    addPane(Identifier("G1-behind"));
+    log.clear();
+    plugin().resetUI(Identifier("G1"));
+    EXPECT_EQ(panes(), QStringList());
+    EXPECT_EQ(plugin().collection("G1"), nullptr);
+    EXPECT_EQ(timesLoggedFrom("G1"), 0);
+}
+
+TEST_F(PanelVisibilityTest, TheWalkEndsWithTheTileThatIsEmptied)
+{
+    drawSlot(0, entry);
+    addPane(key("0"));
+    plugin().resetUI(key("0"));
+    EXPECT_TRUE(content("G1", 0)->subviews().isEmpty());
+    EXPECT_EQ(panes(), (QStringList{"G1-group", "0"}));
+}
+
+TEST_F(PanelVisibilityTest, EmptyingATileIsNotLogged)
+{
+    drawSlot(0, entry);
+    log.clear();
+    plugin().resetUI(key("0"));
+    EXPECT_EQ(timesLoggedFrom("0 removed"), 0);
+    EXPECT_NE(tile("G1", 0), nullptr);
+}
+
+TEST_F(PanelVisibilityTest, ShowingAPanelWhoseLastFieldIsGoneMakesItVisibleAlone)
+{
+    drawGroup(0, groupEntry);
+    View *shown = addPane(key("9"));
+    shown->setHidden(true);
+    auto *gone = new platform::TextField(platform::Rect(0, 0, 10, 10));
+    plugin().setResponders("9", {gone});
+    delete gone;
+    plugin().unhideUI(key("9"));
+    EXPECT_FALSE(shown->isHidden());
+    EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
+}
+
+TEST_F(PanelVisibilityTest, EveryPanelOfThatTextIsShownAndItsFieldGetsTheFocus)
+{
+    drawGroup(1, groupEntry);
+    drawGroup(0, groupEntry);
+    View *first = addPane(Identifier("G2"));
+    first->setHidden(true);
+    pane("G2")->setHidden(true);
+    plugin().unhideUI(Identifier("G2"));
+    EXPECT_FALSE(first->isHidden());
+    EXPECT_FALSE(pane("G2")->isHidden());
+    EXPECT_TRUE(field("G2-SharedInput")->isFirstResponder());
+}
+
 } // namespace

@@ -151,4 +151,14 @@ TEST_F(SlotColorsTest, TheTransformersForTilesAreRegisteredAtStartUp)
     }
 }
 
+TEST_F(SlotColorsTest, ABoxIsOtherwiseAsABoxIsFromTheStart)
+{
+    const auto box = boxFor(3);
+    const Box plain;
+    EXPECT_EQ(box->fillColor(), plain.fillColor());
+    EXPECT_EQ(box->autoresizingMask(), plain.autoresizingMask());
+    EXPECT_TRUE(box->contentView()->subviews().isEmpty());
+    EXPECT_TRUE(box->identifier().isNull());
+}
+
 } // namespace
