@@ -46,6 +46,15 @@ void requireFile(const QString &option, const QString &path)
         throw StationError(QStringLiteral("--%1: there is no file %2").arg(option, path));
 }
 
+/// What the parser does not understand, in one line that can be gone on with.
+QString complaint(const QCommandLineParser &parser)
+{
+    QString text = parser.errorText().replace(QLatin1Char('\n'), QLatin1Char(' '));
+    if (text.endsWith(QLatin1Char('.')))
+        text.chop(1);
+    return text;
+}
+
 CommandLine valuesOf(const QCommandLineParser &parser)
 {
     CommandLine line;
@@ -88,8 +97,7 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(arguments))
-        throw StationError(parser.errorText().replace(QLatin1Char('\n'), QLatin1Char(' ')) +
-                           QStringLiteral("; see --help"));
+        throw StationError(complaint(parser) + QStringLiteral("; see --help"));
     if (parser.isSet(help)) {
         QTextStream(stdout)
             << parser.helpText()

@@ -9,19 +9,6 @@ namespace station {
 
 namespace {
 
-spdlog::level::level_enum fileLevel(KVKLogLevel level)
-{
-    switch (level) {
-    case KVKLogLevel::Debug:
-        return spdlog::level::debug;
-    case KVKLogLevel::Error:
-        return spdlog::level::err;
-    case KVKLogLevel::Default:
-        break;
-    }
-    return spdlog::level::info;
-}
-
 void showSystemErrors()
 {
     auto logger =
@@ -49,7 +36,7 @@ LogFile::LogFile(const QString &path)
     m_file->flush_on(spdlog::level::trace);
     m_sink = KVKLogGetProxy()->addSink([file = m_file](const KVKLogProxy::Line &line) {
         const std::string text = line.message.toStdString();
-        file->log(fileLevel(line.level), spdlog::string_view_t(text));
+        file->log(KVKLogSystemLevel(line.level), spdlog::string_view_t(text));
     });
 }
 

@@ -1,5 +1,8 @@
 #include "station/Palette.h"
 
+#include <QByteArray>
+#include <QRegularExpression>
+
 #include <array>
 
 namespace station {
@@ -13,29 +16,21 @@ constexpr platform::Color fromRgb(unsigned rgb)
 
 constexpr platform::Color DarkText = fromRgb(0x1a1a1a);
 
+/// In an order that sets neighbours apart, the last and the first included.
 constexpr std::array<platform::Color, 8> Backgrounds{
     fromRgb(0xa8cdf0), fromRgb(0xb7e1b0), fromRgb(0xf5d6a0), fromRgb(0xe3bfe8),
-    fromRgb(0xa5e0dc), fromRgb(0xf2b8b5), fromRgb(0xd6d3a8), fromRgb(0xc5c9f2),
+    fromRgb(0xa5e0dc), fromRgb(0xf2b8b5), fromRgb(0xc5c9f2), fromRgb(0xd6d3a8),
 };
-
-std::optional<double> hexByte(const QString &text, qsizetype at)
-{
-    bool ok = false;
-    const uint byte = text.mid(at, 2).toUInt(&ok, 16);
-    return ok ? std::optional(byte / 255.0) : std::nullopt;
-}
 
 std::optional<platform::Color> fromHex(const QString &text)
 {
-    if (text.size() != 7 && text.size() != 9)
+    static const QRegularExpression form(
+        QRegularExpression::anchoredPattern(QStringLiteral("#[0-9A-Fa-f]{6}([0-9A-Fa-f]{2})?")));
+    if (!form.match(text).hasMatch())
         return std::nullopt;
-    const auto red = hexByte(text, 1);
-    const auto green = hexByte(text, 3);
-    const auto blue = hexByte(text, 5);
-    const auto alpha = text.size() == 9 ? hexByte(text, 7) : std::optional(1.0);
-    if (!red || !green || !blue || !alpha)
-        return std::nullopt;
-    return platform::Color{*red, *green, *blue, *alpha};
+    const QByteArray bytes = QByteArray::fromHex(text.mid(1).toLatin1());
+    const auto part = [&bytes](qsizetype i) { return static_cast<unsigned char>(bytes.at(i)) / 255.0; };
+    return platform::Color{part(0), part(1), part(2), bytes.size() == 4 ? part(3) : 1.0};
 }
 
 } // namespace

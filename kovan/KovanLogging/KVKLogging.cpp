@@ -8,24 +8,11 @@
 
 namespace {
 
-spdlog::level::level_enum systemLevel(KVKLogLevel level)
-{
-    switch (level) {
-    case KVKLogLevel::Debug:
-        return spdlog::level::debug;
-    case KVKLogLevel::Error:
-        return spdlog::level::err;
-    case KVKLogLevel::Default:
-        break;
-    }
-    return spdlog::level::info;
-}
-
 /// The message goes as data: what looks like a placeholder in it is text of an operator or a script.
 void writeToSystemLog(KVKLogLevel level, const std::string &message)
 {
     try {
-        KVKLogGetAnchor()->logger()->log(systemLevel(level), spdlog::string_view_t(message));
+        KVKLogGetAnchor()->logger()->log(KVKLogSystemLevel(level), spdlog::string_view_t(message));
     } catch (...) {
         // The logger reports ordinary exceptions of its sinks itself; no other may keep the line from the
         // proxy.
@@ -88,6 +75,19 @@ KVKLogProxy *KVKLogGetProxy()
 {
     static KVKLogProxy proxy;
     return &proxy;
+}
+
+spdlog::level::level_enum KVKLogSystemLevel(KVKLogLevel level)
+{
+    switch (level) {
+    case KVKLogLevel::Debug:
+        return spdlog::level::debug;
+    case KVKLogLevel::Error:
+        return spdlog::level::err;
+    case KVKLogLevel::Default:
+        break;
+    }
+    return spdlog::level::info;
 }
 
 void KVKLogEvent(KVKLogLevel level, const char *format, const platform::LogArguments &arguments)

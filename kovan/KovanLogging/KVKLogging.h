@@ -12,6 +12,9 @@
 /// The three levels at which plug-ins log.
 enum class KVKLogLevel { Default, Debug, Error };
 
+/// The level of the system log that each is written at; default is its "info". Thread: any.
+[[nodiscard]] spdlog::level::level_enum KVKLogSystemLevel(KVKLogLevel level);
+
 /// The host's anchor in the system log.
 ///
 /// Thread: any.
