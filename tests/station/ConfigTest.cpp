@@ -1,0 +1,160 @@
+#include "station/Palette.h"
+#include "station/StationConfig.h"
+#include "tests/station/StationFiles.h"
+
+using platform::Color;
+using station::readStationConfig;
+using station::SequenceKind;
+using station::StationConfig;
+
+namespace {
+
+/// Configurations that are right.
+class ConfigTest : public ::testing::Test
+{
+protected:
+    StationConfig read(const QByteArray &toml) const
+    {
+        return readStationConfig(m_files.write("station.toml", toml));
+    }
+    /// "G1/S1" for each system, in order.
+    static QStringList mapping(const StationConfig &config)
+    {
+        QStringList found;
+        for (qsizetype i = 0; i < config.systemGroups.size(); ++i)
+            found.append(config.systemGroups.at(i) + "/" + config.systemSlots.value(i));
+        return found;
+    }
+    static QString inWords(const station::SystemColors &colors)
+    {
+        return colors.background.toQColor().name(QColor::HexArgb) + " " +
+               colors.text.toQColor().name(QColor::HexArgb);
+    }
+
+    testsupport::StationFiles m_files;
+};
+
+constexpr const char *TwoByTwo = "[station]\ngroups = ['G1', 'G2']\nslots = ['S1', 'S2']\n";
+
+TEST_F(ConfigTest, SystemsAreNumberedGroupByGroup)
+{
+    const StationConfig config = read("[station]\ngroups = ['B', 'A']\nslots = ['S2', 'S1', 'S3']\n");
+    EXPECT_EQ(mapping(config), (QStringList{"B/S2", "B/S1", "B/S3", "A/S2", "A/S1", "A/S3"}));
+    EXPECT_EQ(config.groups(), (QStringList{"B", "A"}));
+}
+
+TEST_F(ConfigTest, AMappingMayBeLaidOutByHand)
+{
+    const StationConfig config =
+        read("[station]\nsystem_groups = ['A', 'B', 'A']\nsystem_slots = ['S1', 'S1', 'S2']\n");
+    EXPECT_EQ(mapping(config), (QStringList{"A/S1", "B/S1", "A/S2"}));
+    EXPECT_EQ(config.groups(), (QStringList{"A", "B"}));
+}
+
+TEST_F(ConfigTest, AMappingMayBeEmpty)
+{
+    const StationConfig config = read("[station]\nsystem_groups = []\nsystem_slots = []\n");
+    EXPECT_TRUE(config.systemGroups.isEmpty());
+    EXPECT_TRUE(config.systemSlots.isEmpty());
+    EXPECT_TRUE(config.systems().isEmpty());
+    EXPECT_TRUE(config.colors.isEmpty());
+}
+
+TEST_F(ConfigTest, EachSystemHasARowOfItsOwn)
+{
+    const QList<station::SystemRow> rows = read(TwoByTwo).systems();
+    ASSERT_EQ(rows.size(), 4);
+    EXPECT_EQ(rows.at(2).index, 2);
+    EXPECT_EQ(rows.at(2).group, "G2");
+    EXPECT_EQ(rows.at(2).slotName, "S1");
+}
+
+TEST_F(ConfigTest, NamesAreKeptAsTheyAreWritten)
+{
+    const StationConfig config =
+        read("[station]\nname = 'Prüfstand \"7\"'\ngroups = [' left ']\nslots = ['槽 1']\n");
+    EXPECT_EQ(config.name, QString::fromUtf8("Prüfstand \"7\""));
+    EXPECT_EQ(mapping(config), QStringList{QString::fromUtf8(" left /槽 1")});
+}
+
+TEST_F(ConfigTest, WhatIsNotGivenHasADefault)
+{
+    const StationConfig config = read(TwoByTwo);
+    EXPECT_EQ(config.name, "Station");
+    EXPECT_FALSE(config.customRowColor);
+    EXPECT_TRUE(config.sequences.isEmpty());
+    EXPECT_EQ(config.plugins, QStringList{"InteractiveView"});
+    ASSERT_EQ(config.colors.size(), 4);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(inWords(config.colors[i]), inWords(station::defaultColors(i))) << i;
+}
+
+TEST_F(ConfigTest, TheRowsMayHaveCustomColours)
+{
+    EXPECT_TRUE(read(QByteArray(TwoByTwo) + "custom_row_color = true\n").customRowColor);
+    EXPECT_FALSE(read(QByteArray(TwoByTwo) + "custom_row_color = false\n").customRowColor);
+}
+
+TEST_F(ConfigTest, ASystemHasTheColoursItIsGiven)
+{
+    const StationConfig config =
+        read(QByteArray(TwoByTwo) + "[[system]]\nindex = 2\nbackground = '#102030'\ntext = '#405060ff'\n"
+                                    "[[system]]\nindex = 0\nbackground = 'navy'\ntext = '#ffffff80'\n");
+    EXPECT_EQ(inWords(config.colors[2]), "#ff102030 #ff405060");
+    EXPECT_EQ(inWords(config.colors[0]), "#ff000080 #80ffffff");
+    EXPECT_EQ(inWords(config.colors[1]), inWords(station::defaultColors(1)));
+}
+
+TEST_F(ConfigTest, AColourThatIsNotGivenIsThePalettes)
+{
+    const StationConfig config =
+        read(QByteArray(TwoByTwo) + "[[system]]\nindex = 3\n[[system]]\nindex = 1\ntext = 'red'\n");
+    EXPECT_EQ(inWords(config.colors[3]), inWords(station::defaultColors(3)));
+    EXPECT_EQ(config.colors[1].background, station::defaultColors(1).background);
+    EXPECT_EQ(config.colors[1].text, Color::standardRed());
+}
+
+TEST_F(ConfigTest, ASequenceRunsForEachSystemUnlessItSaysOtherwise)
+{
+    m_files.write("a.lua", "");
+    const StationConfig config =
+        read(QByteArray(TwoByTwo) + "[[sequence]]\nscript = 'a.lua'\n"
+                                    "[[sequence]]\nscript = 'a.lua'\nper = 'station'\n"
+                                    "[[sequence]]\nscript = 'a.lua'\nper = 'group'\n"
+                                    "[[sequence]]\nscript = 'a.lua'\nper = 'system'\n");
+    QList<SequenceKind> kinds;
+    for (const station::SequenceEntry &entry : config.sequences)
+        kinds.append(entry.kind);
+    EXPECT_EQ(kinds, (QList<SequenceKind>{SequenceKind::System, SequenceKind::Station, SequenceKind::Group,
+                                          SequenceKind::System}));
+}
+
+TEST_F(ConfigTest, AScriptIsFoundBesideTheConfigurationOrByItsWholePath)
+{
+    const QString beside = m_files.write("sequences/a.lua", "");
+    const StationConfig config =
+        read(QByteArray(TwoByTwo) + "[[sequence]]\nscript = 'sequences/../sequences/a.lua'\n" +
+             "[[sequence]]\nscript = '" + beside.toUtf8() + "'\n");
+    ASSERT_EQ(config.sequences.size(), 2);
+    EXPECT_EQ(config.sequences.at(0).script, beside);
+    EXPECT_EQ(config.sequences.at(1).script, beside);
+}
+
+TEST_F(ConfigTest, APluginIsANameOrAPathBesideTheConfiguration)
+{
+    const StationConfig config =
+        read("plugins = ['InteractiveView', './lib/../libB.so', '/opt/libC.so']\n" + QByteArray(TwoByTwo));
+    EXPECT_EQ(config.plugins, (QStringList{"InteractiveView", m_files.path("libB.so"), "/opt/libC.so"}));
+}
+
+TEST_F(ConfigTest, AListOfNoPluginsIsTakenAsItIs)
+{
+    EXPECT_EQ(read("plugins = []\n" + QByteArray(TwoByTwo)).plugins, QStringList());
+}
+
+TEST_F(ConfigTest, TheStationMayBeWrittenInOneLine)
+{
+    EXPECT_EQ(mapping(read("station = { groups = ['G'], slots = ['S'] }\n")), QStringList{"G/S"});
+}
+
+} // namespace

@@ -1,0 +1,208 @@
+#include "station/StationConfig.h"
+#include "tests/station/StationFiles.h"
+
+namespace {
+
+/// A configuration that is refused, and what is said after the file's path.
+struct Wrong
+{
+    const char *name;
+    QByteArray toml;
+    const char *says;
+};
+
+void PrintTo(const Wrong &wrong, std::ostream *stream)
+{
+    *stream << wrong.name;
+}
+
+class RefusedConfigTest : public ::testing::TestWithParam<Wrong>
+{
+protected:
+    testsupport::StationFiles m_files;
+};
+
+TEST_P(RefusedConfigTest, IsToldInOneLine)
+{
+    const QString path = m_files.write("station.toml", GetParam().toml);
+    const QString refusal =
+        testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
+    const QString says = QString::fromUtf8(GetParam().says).replace("$DIR", m_files.folder());
+    EXPECT_EQ(refusal, path + ":" + says);
+    EXPECT_FALSE(refusal.contains('\n'));
+}
+
+const QByteArray good = "[station]\ngroups = ['G']\nslots = ['S']\n";
+
+std::string nameOf(const ::testing::TestParamInfo<Wrong> &info)
+{
+    return info.param.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, RefusedConfigTest,
+    ::testing::Values(
+        Wrong{"UnknownTable", good + "[stations]\nname = 'A'\n",
+              "4: key 'stations': is not known here (known: station, system, sequence, plugins)"},
+        Wrong{"UnknownKey", "colour = 1\n" + good,
+              "1: key 'colour': is not known here (known: station, system, sequence, plugins)"},
+        Wrong{"UnknownKeyOfTheStation", good + "colour = 1\n",
+              "4: key 'station.colour': is not known here (known: name, groups, slots, custom_row_color, "
+              "system_groups, system_slots)"},
+        Wrong{"UnknownKeyOfASystem", good + "[[system]]\nindex = 0\n\nforeground = 'red'\n",
+              "7: key 'system.foreground': is not known here (known: index, background, text)"},
+        Wrong{"UnknownKeyOfASequence", good + "[[sequence]]\nfile = 'a.lua'\n",
+              "5: key 'sequence.file': is not known here (known: script, per)"},
+        Wrong{"KeysAreCaseSensitive", "[station]\nGroups = ['G']\nslots = ['S']\n",
+              "2: key 'station.Groups': is not known here (known: name, groups, slots, custom_row_color, "
+              "system_groups, system_slots)"},
+        Wrong{"Empty", "", "1: key 'station': is missing"},
+        Wrong{"NoStation", "\nplugins = ['A']\n", "1: key 'station': is missing"},
+        Wrong{"NoGroups", "\n[station]\nslots = ['S']\n", "2: key 'station.groups': is missing"},
+        Wrong{"NoSlots", "[station]\ngroups = ['G']\n", "1: key 'station.slots': is missing"},
+        Wrong{"NoIndex", good + "[[system]]\ntext = 'red'\n", "4: key 'system.index': is missing"},
+        Wrong{"NoScript", good + "[[sequence]]\nper = 'system'\n", "4: key 'sequence.script': is missing"}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, RefusedConfigTest,
+    ::testing::Values(
+        Wrong{"StationIsNoTable", "station = 3\n", "1: key 'station': must be a table, [station]"},
+        Wrong{"StationTwice", "[[station]]\ngroups = ['G']\n",
+              "1: key 'station': must be a table, [station]"},
+        Wrong{"NameIsNoText", good + "name = 7\n", "4: key 'station.name': must be a text"},
+        Wrong{"GroupsIsNoList", "[station]\ngroups = 'G'\nslots = ['S']\n",
+              "2: key 'station.groups': must be a list of texts"},
+        Wrong{"AGroupIsNoText", "[station]\ngroups = ['G',\n  2]\nslots = ['S']\n",
+              "3: key 'station.groups': must be a list of texts"},
+        Wrong{"ASlotIsNoText", "[station]\ngroups = ['G']\nslots = [['S']]\n",
+              "3: key 'station.slots': must be a list of texts"},
+        Wrong{"ColourSettingIsNoTruth", good + "custom_row_color = 1\n",
+              "4: key 'station.custom_row_color': must be true or false"},
+        Wrong{"ColourSettingIsText", good + "custom_row_color = 'true'\n",
+              "4: key 'station.custom_row_color': must be true or false"},
+        Wrong{"SystemIsNoListOfTables", good + "[system]\nindex = 0\n",
+              "4: key 'system': must be written as [[system]]"},
+        Wrong{"ASystemIsNoTable", "system = [0]\n" + good, "1: key 'system': must be written as [[system]]"},
+        Wrong{"SequenceIsNoListOfTables", good + "[sequence]\nscript = 'a.lua'\n",
+              "4: key 'sequence': must be written as [[sequence]]"},
+        Wrong{"IndexIsNoWholeNumber", good + "[[system]]\nindex = 0.0\n",
+              "5: key 'system.index': must be a whole number"},
+        Wrong{"IndexIsText", good + "[[system]]\nindex = '0'\n",
+              "5: key 'system.index': must be a whole number"},
+        Wrong{"BackgroundIsNoText", good + "[[system]]\nindex = 0\nbackground = 0xff0000\n",
+              "6: key 'system.background': must be a text"},
+        Wrong{"ScriptIsNoText", good + "[[sequence]]\nscript = ['a.lua']\n",
+              "5: key 'sequence.script': must be a text"},
+        Wrong{"KindIsNoText", good + "[[sequence]]\nscript = 'station.toml'\nper = 1\n",
+              "6: key 'sequence.per': must be a text"},
+        Wrong{"PluginsIsNoList", "plugins = 'InteractiveView'\n" + good,
+              "1: key 'plugins': must be a list of texts"},
+        Wrong{"APluginIsNoText", "plugins = ['InteractiveView', true]\n" + good,
+              "1: key 'plugins': must be a list of texts"}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, RefusedConfigTest,
+    ::testing::Values(
+        Wrong{"GroupTwice", "[station]\ngroups = ['G', 'H', 'G']\nslots = ['S']\n",
+              "2: key 'station.groups': holds 'G' twice"},
+        Wrong{"SlotTwice", "[station]\ngroups = ['G']\nslots = ['S', 'S']\n",
+              "3: key 'station.slots': holds 'S' twice"},
+        Wrong{"GroupWithoutName", "[station]\ngroups = ['G', '']\nslots = ['S']\n",
+              "2: key 'station.groups': holds an empty name"},
+        Wrong{"SlotWithoutName", "[station]\ngroups = ['G']\nslots = ['']\n",
+              "3: key 'station.slots': holds an empty name"},
+        Wrong{"GroupsBesideAMapping", good + "system_groups = ['G']\nsystem_slots = ['S']\n",
+              "2: key 'station.groups': cannot stand beside system_groups and system_slots"},
+        Wrong{"SlotsBesideAMapping", "[station]\nsystem_groups = ['G']\nslots = ['S']\n",
+              "3: key 'station.slots': cannot stand beside system_groups and system_slots"},
+        Wrong{"MappingWithoutSlots", "[station]\nsystem_groups = ['G']\n",
+              "2: key 'station.system_groups': needs system_slots beside it"},
+        Wrong{"MappingWithoutGroups", "[station]\nsystem_slots = ['S']\n",
+              "2: key 'station.system_slots': needs system_groups beside it"},
+        Wrong{"MappingsOfDifferentLength",
+              "[station]\nsystem_groups = ['G', 'G', 'H']\nsystem_slots = ['S']\n",
+              "3: key 'station.system_slots': has 1 entries, but system_groups has 3"},
+        Wrong{"MappedGroupWithoutName", "[station]\nsystem_groups = ['']\nsystem_slots = ['S']\n",
+              "2: key 'station.system_groups': holds an empty name"},
+        Wrong{"MappedSlotWithoutName", "[station]\nsystem_groups = ['G']\nsystem_slots = ['']\n",
+              "3: key 'station.system_slots': holds an empty name"},
+        Wrong{"SystemBeyondTheStation", good + "[[system]]\nindex = 1\n",
+              "5: key 'system.index': there is no system 1; the station has 1"},
+        Wrong{"SystemBelowTheFirst", good + "[[system]]\nindex = -1\n",
+              "5: key 'system.index': there is no system -1; the station has 1"},
+        Wrong{"SystemFarBeyond", good + "[[system]]\nindex = 4294967296\n",
+              "5: key 'system.index': there is no system 4294967296; the station has 1"},
+        Wrong{"SystemOfAnEmptyStation",
+              "[station]\nsystem_groups = []\nsystem_slots = []\n[[system]]\nindex = 0\n",
+              "5: key 'system.index': there is no system 0; the station has 0"},
+        Wrong{"SystemTwice", good + "[[system]]\nindex = 0\n[[system]]\nindex = 0\n",
+              "7: key 'system.index': system 0 is given twice"},
+        Wrong{
+            "NoColour", good + "[[system]]\nindex = 0\nbackground = 'reddish'\n",
+            "6: key 'system.background': 'reddish' is no colour; write #rrggbb, #rrggbbaa or a colour name"},
+        Wrong{"NoTextColour", good + "[[system]]\nindex = 0\ntext = '#12345'\n",
+              "6: key 'system.text': '#12345' is no colour; write #rrggbb, #rrggbbaa or a colour name"},
+        Wrong{"NoSuchScript", good + "[[sequence]]\nscript = 'sub/../none.lua'\n",
+              "5: key 'sequence.script': there is no file $DIR/none.lua"},
+        Wrong{"ScriptIsAFolder", good + "[[sequence]]\nscript = '.'\n",
+              "5: key 'sequence.script': there is no file $DIR"},
+        Wrong{"NoSuchKind", good + "[[sequence]]\nscript = 'station.toml'\nper = 'slot'\n",
+              "6: key 'sequence.per': must be \"system\", \"group\" or \"station\", not \"slot\""},
+        Wrong{"TheFirstMistakeIsTold", good + "name = 1\n[[system]]\nindex = 9\n",
+              "4: key 'station.name': must be a text"}),
+    nameOf);
+
+/// Texts that are no TOML, and the line that is named.
+struct NoToml
+{
+    const char *name;
+    QByteArray text;
+    int line;
+};
+
+void PrintTo(const NoToml &wrong, std::ostream *stream)
+{
+    *stream << wrong.name;
+}
+
+class NoTomlTest : public ::testing::TestWithParam<NoToml>
+{
+protected:
+    testsupport::StationFiles m_files;
+};
+
+TEST_P(NoTomlTest, IsToldInOneLineWithFileAndLine)
+{
+    const QString path = m_files.write("station.toml", GetParam().text);
+    const QString refusal =
+        testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
+    const QString beginning = path + ":" + QString::number(GetParam().line) + ": ";
+    EXPECT_TRUE(refusal.startsWith(beginning)) << refusal.toStdString();
+    EXPECT_GT(refusal.size(), beginning.size()) << "no reason is given";
+    EXPECT_FALSE(refusal.contains('\n')) << refusal.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, NoTomlTest,
+                         ::testing::Values(NoToml{"TextWithoutEnd", "[station]\nname = 'A\ngroups = ['G']\n",
+                                                  2},
+                                           NoToml{"ListWithoutEnd", "[station]\ngroups = ['G'\n", 2},
+                                           NoToml{"TableTwice", good + "[station]\nname = 'A'\n", 4},
+                                           NoToml{"KeyTwice", good + "slots = ['T']\n", 4},
+                                           NoToml{"NoValue", "[station]\nname =\n", 2},
+                                           NoToml{"PlainWords", "this is a letter\n", 1},
+                                           NoToml{"WrongBytes", "[station]\nname = '\xff\xfe'\n", 2}),
+                         [](const auto &testCase) { return std::string(testCase.param.name); });
+
+TEST(UnreadableConfig, IsToldWithItsPath)
+{
+    const testsupport::StationFiles files;
+    const auto refusal = [](const QString &path) {
+        return testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
+    };
+    EXPECT_EQ(refusal(files.path("none.toml")), files.path("none.toml") + ": No such file or directory");
+    EXPECT_TRUE(refusal(files.folder()).startsWith(files.folder() + ": "));
+}
+
+} // namespace

@@ -1,0 +1,259 @@
+#include "station/ResultsFile.h"
+
+#include "tests/station/StationFiles.h"
+
+#include <QDateTime>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <thread>
+#include <vector>
+
+using platform::Array;
+using platform::Dictionary;
+using platform::Error;
+using platform::Value;
+using station::ResultOwner;
+using station::ResultsFile;
+
+namespace {
+
+const ResultOwner ofSystem{"ask.lua", 3, {}};
+const ResultOwner ofGroup{"ask.lua", {}, "G1"};
+const ResultOwner ofStation{"ask.lua", {}, {}};
+
+KVKLuaCall answered(const Value &result)
+{
+    return {"showView", {}, result, std::nullopt};
+}
+
+class ResultsFileTest : public ::testing::Test
+{
+protected:
+    QString path() const { return m_files.path("results.jsonl"); }
+    QList<QJsonObject> written() const
+    {
+        QList<QJsonObject> objects;
+        for (const QString &line : m_files.lines("results.jsonl"))
+            objects.append(QJsonDocument::fromJson(line.toUtf8()).object());
+        return objects;
+    }
+    /// The line without its time, as text.
+    QByteArray onlyLine() const
+    {
+        const QList<QJsonObject> objects = written();
+        EXPECT_EQ(objects.size(), 1);
+        QJsonObject object = objects.value(0);
+        object.remove("time");
+        return QJsonDocument(object).toJson(QJsonDocument::Compact);
+    }
+    QByteArray lineOfResult(const Value &result) const
+    {
+        ResultsFile results(path(), false);
+        results.writeCall(ofSystem, answered(result));
+        return QJsonDocument(QJsonObject{{"result", written().value(0).value("result")}})
+            .toJson(QJsonDocument::Compact);
+    }
+
+    testsupport::StationFiles m_files;
+};
+
+TEST_F(ResultsFileTest, ACallIsAnObjectInALine)
+{
+    ResultsFile results(path(), false);
+    results.writeCall(ofSystem, {"showView", {3, "x"}, Dictionary{{"SN", "A1"}}, std::nullopt});
+    EXPECT_EQ(onlyLine(),
+              R"({"call":"showView","error":null,"result":{"SN":"A1"},"sequence":"ask.lua","system":3})");
+}
+
+TEST_F(ResultsFileTest, ACallOfAGroupsSequenceNamesTheGroup)
+{
+    ResultsFile results(path(), false);
+    results.writeCall(ofGroup, answered(true));
+    EXPECT_EQ(onlyLine(),
+              R"({"call":"showView","error":null,"group":"G1","result":true,"sequence":"ask.lua"})");
+}
+
+TEST_F(ResultsFileTest, ACallOfTheStationsSequenceNamesNeither)
+{
+    ResultsFile results(path(), false);
+    results.writeCall(ofStation, answered({}));
+    EXPECT_EQ(onlyLine(), R"({"call":"showView","error":null,"result":null,"sequence":"ask.lua"})");
+}
+
+TEST_F(ResultsFileTest, AnErrorIsWrittenWithDomainCodeAndMessage)
+{
+    ResultsFile results(path(), false);
+    results.writeCall(ofStation, {"getData", {}, {}, Error{"SomeDomain", 201, "not \"found\""}});
+    EXPECT_EQ(
+        onlyLine(),
+        R"({"call":"getData","error":{"code":201,"domain":"SomeDomain","message":"not \"found\""},"result":null,"sequence":"ask.lua"})");
+}
+
+TEST_F(ResultsFileTest, AnEndIsWrittenWithOutcomeValueAndMessage)
+{
+    const std::pair<KVKLuaOutcome, QByteArray> cases[] = {{KVKLuaOutcome::Passed, "passed"},
+                                                          {KVKLuaOutcome::Failed, "failed"},
+                                                          {KVKLuaOutcome::Erred, "erred"},
+                                                          {KVKLuaOutcome::Stopped, "stopped"}};
+    for (const auto &[outcome, word] : cases) {
+        ResultsFile results(path(), false);
+        results.writeEnd(ofSystem, {outcome, 7, "ask.lua:1: why"});
+        EXPECT_EQ(onlyLine(), R"({"message":"ask.lua:1: why","outcome":")" + word +
+                                  R"(","sequence":"ask.lua","system":3,"value":7})");
+    }
+}
+
+TEST_F(ResultsFileTest, AnEndWithoutValueAndMessageHasThemEmpty)
+{
+    ResultsFile results(path(), false);
+    results.writeEnd(ofGroup, {});
+    EXPECT_EQ(onlyLine(),
+              R"({"group":"G1","message":"","outcome":"passed","sequence":"ask.lua","value":null})");
+}
+
+TEST_F(ResultsFileTest, TheTimeIsThatOfTheWritingInUniversalTime)
+{
+    const auto toTheMillisecond = [] {
+        return QDateTime::fromMSecsSinceEpoch(QDateTime::currentMSecsSinceEpoch(), Qt::UTC);
+    };
+    const QDateTime before = toTheMillisecond();
+    ResultsFile results(path(), false);
+    results.writeEnd(ofSystem, {});
+    const QString text = written().value(0).value("time").toString();
+    EXPECT_TRUE(text.endsWith('Z')) << text.toStdString();
+    const QDateTime time = QDateTime::fromString(text, Qt::ISODateWithMs);
+    EXPECT_GE(time, before);
+    EXPECT_LE(time, toTheMillisecond());
+}
+
+TEST_F(ResultsFileTest, ValuesKeepTheirKinds)
+{
+    EXPECT_EQ(lineOfResult(true), R"({"result":true})");
+    EXPECT_EQ(lineOfResult(false), R"({"result":false})");
+    EXPECT_EQ(lineOfResult(QString("1")), R"({"result":"1"})");
+    EXPECT_EQ(lineOfResult(qlonglong{5}), R"({"result":5})");
+    EXPECT_EQ(lineOfResult(0.5), R"({"result":0.5})");
+    EXPECT_EQ(lineOfResult(Array{1, "a", true, Value()}), R"({"result":[1,"a",true,null]})");
+    EXPECT_EQ(lineOfResult(Dictionary()), R"({"result":{}})");
+    EXPECT_EQ(lineOfResult(Array()), R"({"result":[]})");
+    EXPECT_EQ(lineOfResult(Dictionary{{"a", Dictionary{{"b", Array{1}}}}}), R"({"result":{"a":{"b":[1]}}})");
+}
+
+TEST_F(ResultsFileTest, LargeWholeNumbersAreExact)
+{
+    EXPECT_EQ(lineOfResult(qlonglong{9007199254740993}), R"({"result":9007199254740993})");
+    EXPECT_EQ(lineOfResult(std::numeric_limits<qlonglong>::min()), R"({"result":-9223372036854775808})");
+}
+
+TEST_F(ResultsFileTest, WhateverAnOperatorTypesStaysInOneLine)
+{
+    const QString nasty = QString::fromUtf8("a\"b\\c\nd\re\tf</g>\u2028 ü 槽 😀") + QChar(0) + QChar(0x1b);
+    ResultsFile results(path(), false);
+    results.writeCall({nasty, {}, nasty}, {nasty, {}, Dictionary{{nasty, nasty}}, std::nullopt});
+    const QList<QJsonObject> objects = written();
+    ASSERT_EQ(objects.size(), 1);
+    EXPECT_EQ(objects.at(0).value("sequence").toString(), nasty);
+    EXPECT_EQ(objects.at(0).value("group").toString(), nasty);
+    EXPECT_EQ(objects.at(0).value("call").toString(), nasty);
+    EXPECT_EQ(objects.at(0).value("result").toObject().value(nasty).toString(), nasty);
+}
+
+TEST_F(ResultsFileTest, EachLineIsThereAtOnce)
+{
+    ResultsFile results(path(), false);
+    EXPECT_EQ(written().size(), 0);
+    results.writeCall(ofSystem, answered(1));
+    EXPECT_EQ(written().size(), 1);
+    results.writeEnd(ofSystem, {});
+    EXPECT_EQ(written().size(), 2);
+}
+
+TEST_F(ResultsFileTest, WhatAnEarlierRunWroteIsReplaced)
+{
+    m_files.write("results.jsonl", "an earlier run\n");
+    const ResultsFile results(path(), false);
+    EXPECT_EQ(m_files.read("results.jsonl"), "");
+}
+
+TEST_F(ResultsFileTest, LinesOfManySequencesDoNotMix)
+{
+    ResultsFile results(path(), false);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 8; ++thread) {
+        threads.emplace_back([&results, thread] {
+            for (int i = 0; i < 50; ++i)
+                results.writeCall({"s", thread, {}}, answered(QString(200, QChar('a' + thread))));
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    QMap<int, int> counts;
+    for (const QJsonObject &object : written()) {
+        const int thread = object.value("system").toInt(-1);
+        EXPECT_EQ(object.value("result").toString(), QString(200, QChar('a' + thread)));
+        ++counts[thread];
+    }
+    EXPECT_EQ(counts.size(), 8);
+    for (const int count : counts)
+        EXPECT_EQ(count, 50);
+}
+
+TEST_F(ResultsFileTest, AFileThatCannotBeWrittenIsRefusedWithItsPath)
+{
+    EXPECT_EQ(testsupport::refusalOf([] { const ResultsFile results("/nowhere/r.jsonl", false); }),
+              "--results: /nowhere/r.jsonl: No such file or directory");
+    EXPECT_TRUE(testsupport::refusalOf([this] {
+                    const ResultsFile results(m_files.folder(), false);
+                }).startsWith("--results: " + m_files.folder() + ": "));
+}
+
+TEST_F(ResultsFileTest, AFullDiskIsToldOnceAndRemembered)
+{
+    testing::internal::CaptureStderr();
+    ResultsFile results("/dev/full", false);
+    EXPECT_FALSE(results.hasFailed());
+    results.writeCall(ofSystem, answered(1));
+    EXPECT_TRUE(results.hasFailed());
+    results.writeEnd(ofSystem, {});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "station: results are lost: /dev/full: No space left on device\n");
+    EXPECT_TRUE(results.hasFailed());
+}
+
+TEST_F(ResultsFileTest, WithoutAPathNothingIsWrittenAndNothingFails)
+{
+    ResultsFile results(QString(), false);
+    testing::internal::CaptureStdout();
+    results.writeCall(ofSystem, answered(1));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_FALSE(results.hasFailed());
+}
+
+TEST_F(ResultsFileTest, AnswersArePrintedForPeopleWhereThatIsWanted)
+{
+    ResultsFile results(QString(), true);
+    testing::internal::CaptureStdout();
+    results.writeCall(ofSystem, answered(Dictionary{{"SN", "A1"}}));
+    results.writeCall(ofGroup, answered(true));
+    results.writeCall(ofStation, answered({}));
+    results.writeCall(ofStation, {"getData", {}, {}, Error{"SomeDomain", 201, "not found"}});
+    results.writeEnd(ofSystem, {KVKLuaOutcome::Passed, 7, {}});
+    results.writeEnd(ofGroup, {KVKLuaOutcome::Erred, {}, "ask.lua:1: why"});
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "system 3: showView -> {SN = A1}\n"
+                                                      "group G1: showView -> 1\n"
+                                                      "station: showView -> (null)\n"
+                                                      "station: getData -> error: not found\n"
+                                                      "system 3: passed\n"
+                                                      "group G1: erred, ask.lua:1: why\n");
+}
+
+TEST_F(ResultsFileTest, SystemZeroIsASystemLikeAnyOther)
+{
+    ResultsFile results(path(), false);
+    results.writeEnd({"ask.lua", 0, {}}, {});
+    EXPECT_EQ(written().value(0).value("system"), QJsonValue(0));
+    EXPECT_EQ((ResultOwner{"ask.lua", 0, {}}.name()), "system 0");
+}
+
+} // namespace
