@@ -3,6 +3,7 @@ local answer, problem = showView(systemIndex, {
     input = { "SN" },
     length = 8,
     button = { "Cancel", "OK" },
+    backgroundAlpha = 0.7,
 })
 if problem then
     error(problem.message)

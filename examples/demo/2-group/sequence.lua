@@ -1,5 +1,9 @@
 -- Asks for the serial numbers of all positions of the group that are switched on, then shows what it was given.
-local answer, problem = showGroupView(groupNumber, { input = { "S1", "S2", "S3", "S4" }, length = 8 })
+local answer, problem = showGroupView(groupNumber, {
+    input = { "S1", "S2", "S3", "S4" },
+    length = 8,
+    backgroundAlpha = 0.7,
+})
 if problem then
     error(problem.message)
 end

@@ -3,7 +3,11 @@ setLoop(3)
 local first, passes
 passes = 0
 repeat
-    local answer, problem = showGroupView(groupNumber, { input = { "S1", "S2", "S3", "S4" }, length = 4 })
+    local answer, problem = showGroupView(groupNumber, {
+        input = { "S1", "S2", "S3", "S4" },
+        length = 4,
+        backgroundAlpha = 0.7,
+    })
     if problem then
         error(problem.message)
     end
