@@ -173,4 +173,28 @@ TEST_F(GroupButtonPressTest, AButtonThatIsDisabledTakesNoClick)
     EXPECT_EQ(groupButton("G1")->state(), Button::On);
 }
 
+TEST_F(GroupButtonPressTest, LeavesTheStatusOfTheSlotsAlone)
+{
+    drawGroup(0, groupEntry);
+    const platform::Dictionary before = plugin().enableStatus();
+    click(groupButton("G1"));
+    click(groupButton("G1"));
+    EXPECT_EQ(plugin().enableStatus(), before);
+}
+
+TEST_F(GroupButtonPressTest, AnythingButAButtonIsToldAndIgnored)
+{
+    plugin();
+    expectError("Invalid call for -[InteractiveView groupBtnClicked:]");
+    platform::View view;
+    view.setIdentifier(platform::Identifier(QStringLiteral("G1")));
+    plugin().groupBtnClicked(&view);
+    plugin().groupBtnClicked(nullptr);
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "Invalid call for -[InteractiveView groupBtnClicked:] from sender: <View: G1>"));
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "Invalid call for -[InteractiveView groupBtnClicked:] from sender: (null)"));
+    EXPECT_EQ(groupButton("G1")->state(), Button::On);
+}
+
 } // namespace

@@ -127,12 +127,13 @@ TEST_F(GroupButtonSetUpTest, ANewGroupsSlotsAreOnByTheNumberOne)
     EXPECT_EQ(state.toLongLong(), 1);
 }
 
-TEST_F(GroupButtonSetUpTest, AGroupThatHasAStatusGetsItsButtonAndConditionAllTheSame)
+TEST_F(GroupButtonSetUpTest, AGroupThatHasAStatusKeepsItAndGetsItsButtonAndConditionAllTheSame)
 {
-    configureStation({"A"}, {"S1"});
-    PreparedController controller({0, 0, 800, 600}, {{"A", Dictionary{{"S1", -1}}}});
+    configureStation({"A", "B"}, {"S1", "S1"});
+    PreparedController controller({0, 0, 800, 600}, {{"A", Dictionary{{"kept", -1}}}});
     ASSERT_NE(controller.view(), nullptr);
-    ASSERT_EQ(controller.groupButtons().size(), 1);
+    EXPECT_EQ(platform::description(controller.enableStatus()), "{A = {kept = -1}; B = {S1 = 1}}");
+    ASSERT_EQ(controller.groupButtons().size(), 2);
     EXPECT_EQ(controller.groupButtons().first()->state(), Button::On);
     EXPECT_NE(controller.getCondition(controller.panelKey("A")), nullptr);
 }
@@ -147,6 +148,46 @@ TEST_F(GroupButtonSetUpTest, AShowCallLetsItsGroupBeSwitchedAndItsConfirmationNo
     ASSERT_TRUE(call.waitUntilFinished());
     EXPECT_FALSE(groupButton("G1")->isEnabled());
     EXPECT_TRUE(groupButton("G2")->isEnabled());
+}
+
+TEST_F(GroupButtonSetUpTest, KeepTheirDistanceToTheTopRightCorner)
+{
+    station.groups = {"A"};
+    plugin();
+    plugin().rootView()->setFrame({0, 0, 1000, 500});
+    EXPECT_EQ(frames(plugin().groupButtons()), QStringList{"(904, 470, 80, 30)"});
+}
+
+TEST_F(GroupButtonSetUpTest, RelayoutUsesASmallerPitchAndKeepsTheHeight)
+{
+    station.groups = {"A", "B", "C"};
+    plugin();
+    plugin().rootView()->setFrame({0, 0, 800, 600});
+    plugin().groupButtons().at(1)->setHidden(true);
+    plugin().groupButtons().at(2)->setFrame({1, 17, 3, 4});
+    plugin().relayoutGroupButtons(800);
+    EXPECT_EQ(frames(plugin().groupButtons()),
+              (QStringList{"(536, 570, 80, 30)", "(624, 570, 80, 30)", "(712, 17, 80, 30)"}));
+    EXPECT_FALSE(plugin().groupButtons().at(1)->isHidden());
+}
+
+TEST_F(GroupButtonSetUpTest, EveryGroupHasAConditionAndAllItsSlotsAreOn)
+{
+    station.groups = {"A", "B"};
+    station.slotNames = {"x", "y"};
+    EXPECT_NE(plugin().getCondition(key("A")), nullptr);
+    EXPECT_NE(plugin().getCondition(key("B")), nullptr);
+    EXPECT_NE(plugin().getCondition(key("A")), plugin().getCondition(key("B")));
+    EXPECT_EQ(platform::description(plugin().enableStatus()), "{A = {x = 1; y = 1}; B = {x = 1; y = 1}}");
+}
+
+TEST_F(GroupButtonSetUpTest, TheSlotsOfAGroupAreThoseOfItsStretchOfTheMapping)
+{
+    station.systemGroups = platform::Array{"A", "A", "B", "B"};
+    station.systemSlots = platform::Array{"a1", "a2", "b1", "b2"};
+    // Four slot names make four slots a group.
+    EXPECT_EQ(platform::description(status("A")), "{a1 = 1; a2 = 1; b1 = 1; b2 = 1}");
+    EXPECT_EQ(platform::description(status("B")), "{}");
 }
 
 } // namespace

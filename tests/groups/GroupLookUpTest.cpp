@@ -1,18 +1,28 @@
-#include "platform/Button.h"
-#include "tests/support/PluginFixture.h"
+#include "tests/groups/GroupFixture.h"
 
+#include <atomic>
+
+using interactive::InteractiveView;
 using platform::Button;
 using platform::Identifier;
+using platform::View;
 
 namespace {
 
 const Identifier none;
 
 /// What the rest of the plug-in asks about groups, and changes.
-class GroupLookUpTest : public testsupport::PluginFixture
+class GroupLookUpTest : public testsupport::GroupFixture
 {
 protected:
     static Identifier named(const char *text) { return Identifier(QString::fromLatin1(text)); }
+    QList<int> states()
+    {
+        QList<int> found;
+        for (const Button *button : plugin().groupButtons())
+            found.append(button->state());
+        return found;
+    }
 };
 
 TEST_F(GroupLookUpTest, AGroupIsOnUnlessItsButtonIsOff)
@@ -23,21 +33,6 @@ TEST_F(GroupLookUpTest, AGroupIsOnUnlessItsButtonIsOff)
     EXPECT_TRUE(plugin().isGroupOn(named("G2")));
     groupButton("G1")->setState(Button::Mixed);
     EXPECT_TRUE(plugin().isGroupOn(named("G1")));
-}
-
-TEST_F(GroupLookUpTest, AnUnknownGroupIsOnAndItsStateIsOne)
-{
-    EXPECT_TRUE(plugin().isGroupOn(named("G9")));
-    EXPECT_EQ(plugin().getGroupButtonState(named("G9")), 1);
-    EXPECT_TRUE(plugin().isGroupOn(none));
-    EXPECT_EQ(plugin().getGroupButtonState(none), 1);
-}
-
-TEST_F(GroupLookUpTest, WithoutButtonsEveryGroupIsOnAndNoIdentifierIsAGroups)
-{
-    interactive::InteractiveView fresh;
-    EXPECT_TRUE(fresh.isGroupOn(named("G1")));
-    EXPECT_FALSE(fresh.isGroupView(named("G1")));
 }
 
 TEST_F(GroupLookUpTest, TheStateIsTheButtons)
@@ -111,14 +106,61 @@ TEST_F(GroupLookUpTest, AnUnknownGroupChangesNothing)
     }
 }
 
-TEST_F(GroupLookUpTest, TurningAButtonRunsNoAction)
+TEST_F(GroupLookUpTest, AnUnknownGroupCountsAsOn)
 {
-    plugin();
-    plugin().turnOnGroupButton(false, named("G1"));
-    plugin().turnOnGroupButton(false, named("G2"));
-    EXPECT_EQ(timesLoggedFrom("-[InteractiveView groupBtnClicked:]"), 0);
-    EXPECT_EQ(groupButton("G1")->state(), Button::Off);
-    EXPECT_EQ(groupButton("G2")->state(), Button::Off);
+    for (Button *button : plugin().groupButtons())
+        button->setState(Button::Off);
+    for (const Identifier &unknown : {Identifier("X"), Identifier(""), Identifier(), Identifier("G1-0")}) {
+        EXPECT_TRUE(plugin().isGroupOn(unknown)) << unknown.text().toStdString();
+        EXPECT_EQ(plugin().getGroupButtonState(unknown), 1) << unknown.text().toStdString();
+        EXPECT_FALSE(plugin().isGroupView(unknown)) << unknown.text().toStdString();
+    }
+}
+
+TEST_F(GroupLookUpTest, BeforeTheViewIsLoadedEveryGroupIsOnAndNoneIsAGroupView)
+{
+    InteractiveView unloaded;
+    EXPECT_TRUE(unloaded.isGroupOn(Identifier("G1")));
+    EXPECT_EQ(unloaded.getGroupButtonState(Identifier("G1")), 1);
+    EXPECT_FALSE(unloaded.isGroupView(Identifier("G1")));
+    unloaded.enableGroupButton(false, Identifier("G1"));
+    unloaded.turnOnGroupButton(false, Identifier("G1"));
+    unloaded.relayoutGroupButtons(800);
+    EXPECT_TRUE(unloaded.groupButtons().isEmpty());
+}
+
+TEST_F(GroupLookUpTest, TurningAGroupOffHidesNothingAndLogsNothing)
+{
+    View *pane = addPane(key("G1"));
+    log.clear();
+    plugin().turnOnGroupButton(false, key("G1"));
+    plugin().turnOnGroupButton(false, key("G2"));
+    EXPECT_EQ(states(), (QList<int>{0, 0}));
+    EXPECT_FALSE(pane->isHidden());
+    pane->setHidden(true);
+    plugin().turnOnGroupButton(true, key("G1"));
+    EXPECT_TRUE(pane->isHidden());
+    EXPECT_EQ(logged(), QStringList());
+}
+
+TEST_F(GroupLookUpTest, ASequenceCanAskWhileTheOperatorSwitches)
+{
+    start();
+    std::atomic<bool> stop{false};
+    std::atomic<int> answers{0};
+    auto &call = onSequencer([&](platform::Error *) -> platform::Value {
+        bool otherIsOn = true;
+        while (!stop) {
+            static_cast<void>(plugin().isGroupOn(Identifier("G1")));
+            otherIsOn = otherIsOn && plugin().isGroupOn(Identifier("G2"));
+            ++answers;
+        }
+        return otherIsOn;
+    });
+    for (int i = 0; i < 100 || answers == 0; ++i)
+        plugin().turnOnGroupButton(i % 2 == 0, key("G1"));
+    stop = true;
+    EXPECT_EQ(call.result(), platform::Value(true));
 }
 
 } // namespace

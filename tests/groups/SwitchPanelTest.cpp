@@ -22,6 +22,18 @@ protected:
     void clickSwitch(const QString &group, int i) { click(switchOf(content(group, i))); }
 };
 
+TEST_F(SwitchPanelTest, OffTakesTheSlotOutAndEmptiesItsField)
+{
+    drawGroup(1, allSlots);
+    field("G2-S3")->setStringValue("4711");
+    clickSwitch("G2", 2);
+    EXPECT_EQ(switchOf(content("G2", 2))->state(), Button::Off);
+    EXPECT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = 1; S4 = 1}");
+    EXPECT_FALSE(field("G2-S3")->isEnabled());
+    EXPECT_EQ(field("G2-S3")->stringValue(), "");
+    EXPECT_EQ(box("G2", 2)->fillColor(), Color::windowBackground());
+}
+
 TEST_F(SwitchPanelTest, SwitchingASlotOnEnablesItsFieldAndPaintsItsBoxInItsOwnFaintColour)
 {
     drawGroup(1, allSlots);
@@ -69,11 +81,13 @@ TEST_F(SwitchPanelTest, ASlotThatTookNoInputTakesItOnceItWasSwitchedOffAndOn)
 TEST_F(SwitchPanelTest, WhatWasEnteredIsDiscardedOnTheWayOffAndNotBroughtBack)
 {
     drawGroup(1, allSlots);
-    plugin().setSavedData({{"G2", Dictionary{{"length", 2}, {"S2", "B"}, {"S3", "C"}}}});
+    plugin().setSavedData(
+        {{"G1", Dictionary{{"S3", "A"}}}, {"G2", Dictionary{{"length", 2}, {"S2", "B"}, {"S3", "C"}}}});
     clickSwitch("G2", 2);
     EXPECT_EQ(platform::description(record("G2")), "{S2 = B; length = 2}");
     clickSwitch("G2", 2);
     EXPECT_EQ(platform::description(record("G2")), "{S2 = B; length = 2}");
+    EXPECT_EQ(platform::description(record("G1")), "{S3 = A}");
     EXPECT_EQ(field("G2-S3")->stringValue(), "");
 }
 
@@ -118,6 +132,22 @@ TEST_F(SwitchPanelTest, TheWholeEnableStatusIsLogged)
     clickSwitch("G2", 2);
     EXPECT_EQ(logged(), QStringList{"default: -[InteractiveView switchBtnClicked:]: enable status: {G1 = {S1 "
                                     "= 1; S2 = 1; S3 = 1; S4 = 1}; G2 = {S1 = 1; S2 = 1; S3 = 1; S4 = 1}}"});
+}
+
+TEST_F(SwitchPanelTest, WithoutARecordNothingIsStored)
+{
+    drawGroup(0, allSlots);
+    plugin().setSavedData({});
+    clickSwitch("G1", 1);
+    EXPECT_EQ(plugin().savedData(), Dictionary{});
+}
+
+TEST_F(SwitchPanelTest, EverySlotOfAPanelMayBeSwitchedOff)
+{
+    drawGroup(0, allSlots);
+    for (int slot = 0; slot < 4; ++slot)
+        clickSwitch("G1", slot);
+    EXPECT_EQ(platform::description(status("G1")), "{}");
 }
 
 } // namespace

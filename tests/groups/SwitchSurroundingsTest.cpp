@@ -93,6 +93,13 @@ TEST_F(SwitchSurroundingsTest, TheFirstSwitchOnMakesAStatusOfThatSlotAlone)
     EXPECT_EQ(platform::description(status("3")), "{SN = 1}");
 }
 
+TEST_F(SwitchSurroundingsTest, TheFirstSwitchOffMakesAStatusWithoutSlots)
+{
+    flip(addSwitch(Identifier("3-103-SN")), Button::Off);
+    EXPECT_TRUE(plugin().enableStatus().contains("3"));
+    EXPECT_EQ(platform::description(status("3")), "{}");
+}
+
 TEST_F(SwitchSurroundingsTest, ANameWithHyphensBelongsToTheSlotWhole)
 {
     plugin().setSavedData({{"3", Dictionary{{"SN-2-b", "A"}, {"SN", "B"}}}});
@@ -226,6 +233,18 @@ TEST_F(SwitchSurroundingsTest, TheWholeStatusIsLoggedForASystemPanel)
     flip(addSwitch(Identifier("3-103-SN")), Button::On);
     EXPECT_EQ(logged(), QStringList{"default: -[InteractiveView switchBtnClicked:]: enable status: {3 = {SN "
                                     "= 1}; G1 = {S1 = -1}}"});
+}
+
+TEST_F(SwitchSurroundingsTest, AnythingButAButtonIsIgnoredWithoutALine)
+{
+    plugin();
+    const Dictionary before = plugin().enableStatus();
+    View view;
+    view.setIdentifier(Identifier(QStringLiteral("G1-100-S1")));
+    plugin().switchBtnClicked(&view);
+    plugin().switchBtnClicked(nullptr);
+    EXPECT_EQ(plugin().enableStatus(), before);
+    EXPECT_EQ(timesLoggedFrom("-[InteractiveView switchBtnClicked:]"), 0);
 }
 
 } // namespace
