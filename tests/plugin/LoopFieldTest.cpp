@@ -136,6 +136,7 @@ TEST_F(LoopFieldTest, AfterTheEntryTheInsertionPointStandsBehindTheNumber)
     field->selectText();
     type("12");
     ASSERT_NE(field->currentEditor(), nullptr);
+    field->currentEditor()->setSelection(0, 1);
     plugin().configLoop(field);
     EXPECT_EQ(field->selectedText(), "");
     EXPECT_EQ(field->currentEditor()->cursorPosition(), 2);
