@@ -143,6 +143,20 @@ TEST_F(InputCheckTest, ASingleSystemsEntryMayRepeatWhatIsStored)
     EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
 }
 
+TEST_F(InputCheckTest, AnEntryThatComesAfterTheAnswerIsIgnored)
+{
+    ask({{"length", 3}});
+    scan("ABC");
+    const Dictionary answer = record("0");
+    // The call has its answer, and takes the panel away as soon as this thread lets it.
+    plugin().getCondition(plugin().panelKey("0"))->signal();
+    field("0-SN")->setStringValue("XYZ");
+    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_EQ(record("0"), answer);
+    EXPECT_EQ(timesLogged(KVKLogLevel::Default, method + ": viewIdentifier: 0, TextField: 0-SN, SN = XYZ."),
+              0);
+}
+
 TEST_F(InputCheckTest, WithoutARecordOneIsMade)
 {
     ask({{"length", 3}});
