@@ -183,6 +183,8 @@ int Station::run()
         startRun();
         if (m_operator)
             m_operator->start();
+        else
+            m_idleWait.start();
     }
     QApplication::exec();
     return m_runner->allPassed() && !m_operatorFailed && !m_results.hasFailed() ? EXIT_SUCCESS : EXIT_FAILURE;
@@ -247,7 +249,7 @@ void Station::endWhenDone()
         QApplication::quit();
 }
 
-/// With the operator's script over, a sequence that waits for an answer would wait for ever.
+/// Without an operator, or with its script over, a sequence that waits for an answer would wait for ever.
 void Station::lookForIdleWait()
 {
     m_idleLooks = m_runner->isWaiting() ? m_idleLooks + 1 : 0;
@@ -255,8 +257,10 @@ void Station::lookForIdleWait()
         return;
     m_idleWait.stop();
     m_operatorFailed = true;
-    sayOnError(QStringLiteral("operator: the script has ended, but %1 still waits for an answer")
-                   .arg(m_runner->runningNames().join(QStringLiteral(", "))));
+    const QString why = m_operator ? QStringLiteral("the script has ended")
+                                   : QStringLiteral("there is none (--operator FILE)");
+    sayOnError(QStringLiteral("operator: %1, but an answer is waited for by %2")
+                   .arg(why, m_runner->runningNames().join(QStringLiteral(", "))));
     stopRun();
 }
 

@@ -60,7 +60,7 @@ private:
     std::unique_ptr<SequenceRunner> m_runner;
     std::unique_ptr<StationWindow> m_window;
     std::unique_ptr<OperatorScript> m_operator;
-    QTimer m_idleWait; ///< Looks whether sequences wait for an operator whose script is over.
+    QTimer m_idleWait; ///< Looks whether sequences wait for an operator that is not there or not any more.
     QTimer m_stuck;    ///< Runs out when a stopped sequence does not end.
     bool m_operatorDone = true;
     bool m_operatorFailed = false;

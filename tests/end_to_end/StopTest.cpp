@@ -84,4 +84,29 @@ TEST(Stop, AFailedOperatorEndsEightWaitingCallsAndAllResultsAreKept)
     EXPECT_TRUE(station.errors().contains("enough")) << station.errors().toStdString();
 }
 
+constexpr const char *AskOnce = "showView(systemIndex, { button = { 'No', 'Yes' } })";
+
+TEST(Stop, WithoutAnOperatorARunThatWaitsForAnAnswerIsStoppedAndSaysWhoWaits)
+{
+    StationRun station;
+    station.slotNames({"S1", "S2"}).perSystem("if systemIndex == 1 then " + QLatin1String(AskOnce) + " end");
+    station.run();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_EQ(station.errorLine(),
+              "station: operator: there is none (--operator FILE), but an answer is waited for by system 1");
+    EXPECT_EQ(station.outcome(0), "passed");
+    EXPECT_EQ(station.outcome(1), "stopped");
+}
+
+TEST(Stop, AnAnswerThatTheOperatorsScriptDoesNotGiveEndsTheRunAndSaysWhoWaits)
+{
+    StationRun station;
+    station.perSystem(AskOnce).operatorDoes("operator.waitForPanel('0', 30)");
+    station.run();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_EQ(station.errorLine(),
+              "station: operator: the script has ended, but an answer is waited for by system 0");
+    EXPECT_EQ(station.outcome(0), "stopped");
+}
+
 } // namespace
