@@ -22,7 +22,7 @@ struct PanelPlan
     /// The group's name; "(null)" for a system beyond the mapping, which has no group.
     platform::Identifier groupName;
     platform::Value systemIndex; ///< Nothing on a group panel.
-    platform::Value slot;        ///< Nothing on a group panel until its boxes are drawn.
+    platform::Value slot;        ///< Nothing on a group panel.
     quint64 groupNumber = 0;
     QString title;
     QString label;

@@ -51,11 +51,10 @@ void InteractiveView::drawSlotBoxes(PanelDrawing &drawing)
 
 void InteractiveView::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
 {
-    PanelPlan &plan = drawing.plan;
+    const PanelPlan &plan = drawing.plan;
     log::standard(messages::BoxStarted, {blockName(), plan.panelKey, slotBox.systemIndex});
     slotBox.slot =
         elementAt(m_systemIndexToSlotMapping, slotBox.systemIndex, selectors::DrawUI, "system index");
-    plan.slot = slotBox.slot;
     log::debug(messages::BoxSlot, {blockName(), slotBox.slot, plan.inputs});
 
     slotBox.box = slotBox.tile->box();

@@ -304,6 +304,19 @@ TEST_F(ConfirmationTest, TwoPressesInOneMomentEndOneCallAndHarmNothing)
     EXPECT_FALSE(plugin().savedData().contains("0"));
 }
 
+TEST_F(ConfirmationTest, APressWhoseCallIsAnsweredMeanwhileLeavesTheAnswerAsItIs)
+{
+    // A panel that nobody takes away, with this test in the place of the call that waits.
+    start();
+    plugin().drawUI({}, {}, {}, Array{"Cancel", "Yes"}, 0, {});
+    platform::Condition::Place place(*plugin().getCondition(plugin().panelKey("G1")));
+    plugin().confirmBtnClicked(button("G1", "Yes"));
+    plugin().confirmBtnClicked(button("G1", "Cancel"));
+    settle();
+    EXPECT_EQ(place.wait(), platform::Condition::Wake::Signalled);
+    EXPECT_EQ(record("G1"), (Dictionary{{"clickedButton", "Pass"}}));
+}
+
 TEST_F(ConfirmationTest, TheSwitchStatesOfASwitchPanelAreConfirmedWithoutAnyField)
 {
     auto &call = showGroup(0, {{"switch", Array{"S1", "S2", "S3", "S4"}}});

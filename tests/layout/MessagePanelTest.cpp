@@ -162,4 +162,11 @@ TEST_F(MessagePanelTest, ASystemThatIsAskedForInputIsShownNoMessage)
     EXPECT_EQ(label(content("G2", 1), "Scan it"), nullptr);
 }
 
+TEST_F(MessagePanelTest, ASystemThatIsAskedForSwitchesIsShownNoMessage)
+{
+    drawSlot(5, {{"message", "Choose"}, {"switch", Array{"door", "lamp"}}});
+    ASSERT_NE(content("G2", 1), nullptr);
+    EXPECT_EQ(label(content("G2", 1), "Choose"), nullptr);
+}
+
 } // namespace
