@@ -123,7 +123,7 @@ void StationWindow::requestStop()
         return;
     showActions();
     setStatus(QStringLiteral("Stopping …"));
-    emit stopRequested();
+    Q_EMIT stopRequested();
 }
 
 void StationWindow::showActions()

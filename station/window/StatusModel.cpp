@@ -64,7 +64,7 @@ void StatusModel::setHighlighted(quint64 systemIndex, bool highlighted)
 
 void StatusModel::rowChanged(int row)
 {
-    emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
 }
 
 int StatusModel::rowCount(const QModelIndex &parent) const
