@@ -160,6 +160,17 @@ TEST(Condition, AnInterruptionDoesNotUndoASignal)
     EXPECT_EQ(endOf(condition, place), Wake::Signalled);
 }
 
+TEST(Condition, ASignalDoesNotUndoAnInterruption)
+{
+    Condition condition;
+    Place place(condition);
+    const Condition::Ticket ticket = condition.ticket();
+    condition.interruptAll();
+    condition.signal(ticket);
+    condition.signal();
+    EXPECT_EQ(place.wait(), Wake::Interrupted);
+}
+
 TEST(Condition, AnInterruptionIsNotKeptForLaterPlaces)
 {
     Condition condition;
