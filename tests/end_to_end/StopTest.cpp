@@ -16,9 +16,10 @@ constexpr const char *AskTwice = R"(
 
 /// Answers the first questions, waits for the second ones, and gives the sign that all of them are there.
 constexpr const char *AnswerOnce = R"(
+    -- Each panel takes the focus when it opens: all are there before anything is typed.
+    for index = 0, 7 do operator.waitForPanel(tostring(index), 30) end
     for index = 0, 7 do
         local key = tostring(index)
-        operator.waitForPanel(key, 30)
         operator.click(key .. "-SN")
         operator.scan("n" .. key)
         operator.click({ panel = key, title = "OK" })
