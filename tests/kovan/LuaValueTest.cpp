@@ -94,6 +94,7 @@ TEST_F(LuaValueTest, AnyOtherTableIsADictionary)
               Value(Dictionary{{"a", qlonglong{1}}, {"b", Dictionary{{"c", "d"}}}}));
     EXPECT_EQ(read("{ 'x', n = 1 }"), Value(Dictionary{{"1", "x"}, {"n", qlonglong{1}}}));
     EXPECT_EQ(read("{ [1] = 'x', [3] = 'z' }"), Value(Dictionary{{"1", "x"}, {"3", "z"}}));
+    EXPECT_EQ(read("{ 'x', nil, 'z' }"), Value(Dictionary{{"1", "x"}, {"3", "z"}}));
     EXPECT_EQ(read("{ [1.5] = 'x' }"), Value(Dictionary{{"1.5", "x"}}));
 }
 

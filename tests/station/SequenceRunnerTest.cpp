@@ -1,0 +1,124 @@
+#include "station/SequenceRunner.h"
+
+#include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
+#include "tests/station/StationFiles.h"
+#include "tests/support/Wait.h"
+
+using station::ResultsFile;
+using station::SequenceKind;
+using station::SequenceRunner;
+using station::StationConfig;
+using testsupport::waitUntil;
+
+namespace {
+
+/// Writes down what the runner asks of a plug-in.
+class Asked : public KVKExtensionInterruption
+{
+public:
+    void interruptWaitingCalls() override { requests.append("interrupt"); }
+    void acceptCalls() override { requests.append("accept"); }
+
+    QStringList requests;
+};
+
+/// Runs of sequences that call no plug-in.
+class SequenceRunnerTest : public ::testing::Test
+{
+protected:
+    /// One sequence of the station per script.
+    std::unique_ptr<SequenceRunner> runnerOf(const QByteArrayList &scripts)
+    {
+        StationConfig config;
+        for (const QByteArray &script : scripts) {
+            const QString name = QStringLiteral("%1.lua").arg(config.sequences.size());
+            config.sequences.append({m_files.write(name, script), SequenceKind::Station});
+        }
+        auto runner = std::make_unique<SequenceRunner>(
+            config, std::vector<KVKBoundFunction>{}, platform::Dictionary{{"volts", 5}},
+            QList<KVKExtensionInterruption *>{&m_asked}, m_results);
+        QObject::connect(runner.get(), &SequenceRunner::sequenceEnded,
+                         [this](const QList<int> &, const KVKLuaEnd &end) { m_ends.append(end.outcome); });
+        QObject::connect(runner.get(), &SequenceRunner::allEnded, [this] { ++m_runs; });
+        return runner;
+    }
+    void finish(SequenceRunner &runner)
+    {
+        ASSERT_TRUE(waitUntil([&] { return !runner.isRunning(); }));
+    }
+
+    testsupport::StationFiles m_files;
+    ResultsFile m_results{QString(), false};
+    Asked m_asked;
+    QList<KVKLuaOutcome> m_ends;
+    int m_runs = 0;
+};
+
+TEST_F(SequenceRunnerTest, EachSequenceEndsOnceAndTheRunAfterTheLast)
+{
+    const auto runner = runnerOf({"return true", "return volts == 5", ""});
+    runner->start();
+    EXPECT_TRUE(runner->isRunning());
+    finish(*runner);
+    EXPECT_EQ(m_ends, QList<KVKLuaOutcome>(3, KVKLuaOutcome::Passed));
+    EXPECT_EQ(m_runs, 1);
+    EXPECT_TRUE(runner->allPassed());
+    EXPECT_EQ(runner->runningNames(), QStringList());
+}
+
+TEST_F(SequenceRunnerTest, OneThatDoesNotPassSpoilsTheRunAndNotTheNextOne)
+{
+    // The first run makes the file that lets the second one pass.
+    const QByteArray path = m_files.path("made").toUtf8();
+    const auto runner = runnerOf(
+        {"local there = io.open('" + path + "') io.open('" + path + "', 'w'):close() return there ~= nil"});
+    runner->start();
+    finish(*runner);
+    EXPECT_FALSE(runner->allPassed());
+    runner->start();
+    finish(*runner);
+    EXPECT_TRUE(runner->allPassed());
+    EXPECT_EQ(m_ends, (QList<KVKLuaOutcome>{KVKLuaOutcome::Failed, KVKLuaOutcome::Passed}));
+    EXPECT_EQ(m_runs, 2);
+}
+
+TEST_F(SequenceRunnerTest, CallsAreAcceptedAgainByTheRunAfterAStop)
+{
+    const auto runner = runnerOf({"while true do sleep(1) end"});
+    runner->start();
+    EXPECT_EQ(m_asked.requests, QStringList{"accept"});
+    runner->stop();
+    finish(*runner);
+    EXPECT_EQ(m_ends, QList<KVKLuaOutcome>{KVKLuaOutcome::Stopped});
+    EXPECT_FALSE(runner->allPassed());
+    runner->start();
+    EXPECT_EQ(m_asked.requests, (QStringList{"accept", "interrupt", "accept"}));
+}
+
+TEST_F(SequenceRunnerTest, ASecondStartDuringARunAndAStopAfterItDoNothing)
+{
+    const auto runner = runnerOf({"sleep(0.01)"});
+    runner->start();
+    runner->start();
+    finish(*runner);
+    runner->stop();
+    EXPECT_EQ(m_ends.size(), 1);
+    EXPECT_EQ(m_asked.requests, QStringList{"accept"});
+}
+
+TEST_F(SequenceRunnerTest, ARunnerThatGoesStopsWhatRuns)
+{
+    runnerOf({"while true do sleep(1) end"})->start();
+    EXPECT_EQ(m_asked.requests, (QStringList{"accept", "interrupt"}));
+}
+
+TEST_F(SequenceRunnerTest, AStationWithoutSequencesHasRunAtOnce)
+{
+    const auto runner = runnerOf({});
+    runner->start();
+    EXPECT_FALSE(runner->isRunning());
+    EXPECT_TRUE(runner->allPassed());
+    EXPECT_EQ(m_runs, 1);
+}
+
+} // namespace
