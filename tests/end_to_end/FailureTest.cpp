@@ -207,4 +207,23 @@ TEST(OperatorFailure, AFailedScriptEndsTheRunAndIsToldInOneLine)
     EXPECT_EQ(station.outcome(0), "stopped");
 }
 
+TEST(OperatorFailure, AFailedScriptSpoilsARunInWhichEverySequencePassed)
+{
+    StationRun station;
+    station.perSystem("return true").operatorDoes("error('the lamp is off')");
+    station.run();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_EQ(station.errorLine(), "station: operator: operator.lua:1: the lamp is off");
+    EXPECT_EQ(station.outcome(0), "passed");
+}
+
+TEST(ResultsFailure, ResultsThatAreLostSpoilARunInWhichEverySequencePassed)
+{
+    StationRun station;
+    station.perSystem("return true").argument("--results").argument("/dev/full");
+    station.run();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_EQ(station.errorLine(), "station: results are lost: /dev/full: No space left on device");
+}
+
 } // namespace
