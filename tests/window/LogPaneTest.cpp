@@ -4,6 +4,7 @@
 #include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTime>
@@ -132,6 +133,22 @@ TEST_F(LogPaneTest, ServesOtherEventsWhileLinesPourIn)
         waitUntil([&] { return ++turns > 3 && pane.document()->blockCount() > LogPane::LinesAtOnce; }));
     enough = true;
     flood.join();
+}
+
+TEST_F(LogPaneTest, FollowsTheLatestLineUnlessTheReaderHasScrolledAway)
+{
+    pane.resize(400, 100);
+    pane.show();
+    for (int number = 0; number < 50; ++number)
+        log(QString::number(number));
+    ASSERT_TRUE(waitForLast("49"));
+    const QScrollBar *bar = pane.verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 0);
+    EXPECT_EQ(bar->value(), bar->maximum());
+    pane.verticalScrollBar()->setValue(7);
+    log("later");
+    ASSERT_TRUE(waitForLast("later"));
+    EXPECT_EQ(bar->value(), 7);
 }
 
 TEST_F(LogPaneTest, NeverTakesTheFocus)
