@@ -85,7 +85,7 @@ Station::~Station()
     KVKColorEngine::setProviders(nullptr, nullptr);
 }
 
-void Station::serveConfiguration()
+void Station::serveConfiguration() const
 {
     KVKConfigEngine *engine = KVKConfigEngine::sharedConfigEngine();
     engine->setStatusTableCustomRowColorEnabled(m_config.customRowColor);

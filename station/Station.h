@@ -34,7 +34,7 @@ public:
     int run();
 
 private:
-    void serveConfiguration();
+    void serveConfiguration() const;
     void loadPlugins();
     void makeRunner();
     void makeWindow();

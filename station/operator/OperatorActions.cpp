@@ -127,7 +127,7 @@ Value OperatorActions::tree(const std::optional<QString> &identifier)
     });
 }
 
-Value OperatorActions::property(const QString &name)
+Value OperatorActions::property(const QString &name) const
 {
     return MainQueue::sync([&] {
         const QObject *context = m_stage.context;

@@ -31,7 +31,7 @@ public:
     /// The tree below the plug-in's view, or below the first view with the identifier; nothing when there is
     /// none.
     [[nodiscard]] platform::Value tree(const std::optional<QString> &identifier);
-    [[nodiscard]] platform::Value property(const QString &name);
+    [[nodiscard]] platform::Value property(const QString &name) const;
     [[nodiscard]] QStringList log(qint64 count) const { return m_log.last(count); }
     /// Of the whole window, or of the part of it that the first view with the identifier takes up.
     void screenshot(const QString &path, const std::optional<QString> &identifier);

@@ -81,11 +81,12 @@ int screenshot(lua_State *state)
 int extent(const LuaArguments &arguments, int position, const char *name)
 {
     const qint64 value = arguments.integer(position, name);
-    if (value < 1 || value > LargestExtent)
+    if (value < 1 || value > LargestExtent) {
         throw OperatorFailure(QStringLiteral("operator.resize: %1 must be from 1 to %2, not %3")
                                   .arg(QString::fromLatin1(name))
                                   .arg(LargestExtent)
                                   .arg(value));
+    }
     return static_cast<int>(value);
 }
 

@@ -143,7 +143,7 @@ void OperatorHands::requireOperable(const View *view) const
         throw OperatorFailure(QStringLiteral("it lies outside the window"));
     const QWidget *hit = m_window->childAt(centre);
     if (hit != view && !view->isAncestorOf(hit))
-        throw OperatorFailure(QStringLiteral("it is covered by %1").arg(widgetText(hit ? hit : m_window)));
+        throw OperatorFailure(QStringLiteral("it is covered by %1").arg(widgetText(hit ? *hit : *m_window)));
 }
 
 void OperatorHands::pressAndRelease(const QPoint &position)

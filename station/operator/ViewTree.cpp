@@ -111,16 +111,16 @@ QString className(const QObject *object)
     return name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
 }
 
-QString widgetText(const QWidget *widget)
+QString widgetText(const QWidget &widget)
 {
-    for (const QWidget *around = widget; around; around = around->parentWidget()) {
+    for (const QWidget *around = &widget; around; around = around->parentWidget()) {
         const auto *view = qobject_cast<const View *>(around);
         if (view && view->identifier().isNull())
             return className(view);
         if (view)
             return QStringLiteral("%1 \"%2\"").arg(className(view), view->identifier().text());
     }
-    return className(widget);
+    return className(&widget);
 }
 
 } // namespace station

@@ -24,6 +24,6 @@ namespace station {
 /// The class of an object, without namespaces.
 [[nodiscard]] QString className(const QObject *object);
 /// A widget as a person would name it: the view that it is or lies in, by class and identifier.
-[[nodiscard]] QString widgetText(const QWidget *widget);
+[[nodiscard]] QString widgetText(const QWidget &widget);
 
 } // namespace station

@@ -7,6 +7,11 @@
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
 
+#include <array>
+#include <atomic>
+#include <thread>
+#include <vector>
+
 using interactive::InteractiveView;
 using platform::Array;
 using platform::Dictionary;
@@ -182,6 +187,32 @@ TEST_F(WaitTest, TwoCallsForTheSamePanelShareOneConditionAndOneSignalEndsOne)
     EXPECT_NE(first.finished(), second.finished());
     plugin().getCondition(plugin().panelKey("0"))->signal();
     EXPECT_TRUE(first.waitUntilFinished() && second.waitUntilFinished());
+}
+
+TEST_F(WaitTest, TwoFirstCallsForAPanelAtTheSameMomentWaitOnOneCondition)
+{
+    start();
+    constexpr int Panels = 60;
+    std::array<std::atomic<int>, Panels> arrived{};
+    std::vector<testsupport::SequencerCall *> calls;
+    for (int i = 0; i < 2 * Panels; ++i) {
+        calls.push_back(&onSequencer([this, &here = arrived[i / 2], panel = i / 2](Error *error) {
+            ++here;
+            while (here < 2)
+                std::this_thread::yield();
+            // No system has this index, so that nobody has asked for its condition before.
+            return plugin().showView(1000 + panel, question, error);
+        }));
+    }
+    ASSERT_TRUE(testsupport::waitUntil(
+        [&] { return timesLoggedFrom("Entered: ") == static_cast<int>(calls.size()); }));
+    for (int panel = 0; panel < Panels; ++panel) {
+        const auto condition = plugin().getCondition(plugin().panelKey(QString::number(1000 + panel)));
+        condition->signal();
+        condition->signal();
+    }
+    for (testsupport::SequencerCall *call : calls)
+        EXPECT_FALSE(call->error().isPresent());
 }
 
 TEST_F(WaitTest, OnTheMainThreadAShowCallReturnsAnErrorAtOnce)
