@@ -102,7 +102,7 @@ StationRun &StationRun::plugin(const QString &path)
     return *this;
 }
 
-QString StationRun::file(const QString &name, const QString &content)
+QString StationRun::file(const QString &name, const QString &content) const
 {
     QFile made(path(name));
     EXPECT_TRUE(made.open(QIODevice::WriteOnly)) << made.errorString().toStdString();
@@ -160,11 +160,12 @@ void StationRun::finish()
     m_output = QString::fromUtf8(m_process.readAllStandardOutput());
     const bool ended = m_process.exitStatus() == QProcess::NormalExit;
     m_status = ended ? m_process.exitCode() : -1;
-    if (!inTime)
+    if (!inTime) {
         ADD_FAILURE() << "the station did not end within its limit and was killed\n"
                       << everything().toStdString();
-    else if (!ended)
+    } else if (!ended) {
         ADD_FAILURE() << "the station crashed\n" << everything().toStdString();
+    }
 }
 
 void StationRun::run()

@@ -39,7 +39,7 @@ public:
     /// Uses another plug-in; an empty path for none.
     StationRun &plugin(const QString &path);
     /// Writes a further file into the run's folder and returns its path.
-    QString file(const QString &name, const QString &content);
+    QString file(const QString &name, const QString &content) const;
 
     /// Runs the station to its end.
     void run();

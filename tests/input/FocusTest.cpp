@@ -12,7 +12,6 @@ using platform::Array;
 using platform::Dictionary;
 using platform::TextField;
 using platform::Value;
-using platform::View;
 
 namespace {
 

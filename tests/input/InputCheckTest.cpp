@@ -3,7 +3,6 @@
 #include "presentation/MouseTrackedTextField.h"
 #include "tests/support/PluginFixture.h"
 
-using interactive::MouseTrackedTextField;
 using platform::Array;
 using platform::Color;
 using platform::Dictionary;

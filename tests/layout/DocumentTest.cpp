@@ -5,7 +5,6 @@
 
 using platform::Array;
 using platform::Dictionary;
-using platform::ScrollView;
 using testsupport::inWords;
 
 namespace {

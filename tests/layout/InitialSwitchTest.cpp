@@ -1,7 +1,6 @@
 #include "tests/support/PanelFixture.h"
 
 using platform::Array;
-using platform::Button;
 using platform::Color;
 using platform::Dictionary;
 using platform::Value;

@@ -3,7 +3,6 @@
 
 using platform::Array;
 using platform::Dictionary;
-using platform::View;
 using testsupport::drawJob;
 
 namespace {

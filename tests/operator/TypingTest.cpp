@@ -88,7 +88,7 @@ TEST_F(Typing, BurstLeavesNoRoomForOtherWorkOfTheMainThread)
         platform::MainQueue::async([&] { seen.append(entered.join(',')); });
         target->setStringValue({});
     });
-    runs("operator.type('a\\nb\\nc\\n')");
+    runs(R"(operator.type('a\nb\nc\n'))");
     ASSERT_TRUE(testsupport::waitUntil([&] { return seen.size() == 6; }));
     EXPECT_EQ(entered, QStringList({"a", "b", "c"}));
     for (const QString &line : seen)

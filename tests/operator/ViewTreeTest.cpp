@@ -7,7 +7,6 @@ using platform::Button;
 using platform::Color;
 using platform::Dictionary;
 using platform::Font;
-using platform::Identifier;
 using platform::Rect;
 using platform::TextAlignment;
 using platform::TextField;

@@ -152,12 +152,10 @@ TEST_P(ConfigurationTest, IsAcceptedOrRefusedWithCodeAndMessage)
     prepare(GetParam().slotCount);
     Error error;
     check(GetParam().config, GetParam().forGroup ? Value(0) : Value(), &error);
-    if (GetParam().code == 0)
-        EXPECT_EQ(error, Error()) << error.localizedDescription.toStdString();
-    else
-        EXPECT_EQ(error,
-                  (Error{interactive::InteractivePluginErrorDomain, GetParam().code, GetParam().message}))
-            << error.code << " " << error.localizedDescription.toStdString();
+    const Error expected = GetParam().code == 0 ? Error()
+                                                : Error{interactive::InteractivePluginErrorDomain,
+                                                        GetParam().code, GetParam().message};
+    EXPECT_EQ(error, expected) << error.code << " " << error.localizedDescription.toStdString();
 }
 
 TEST_P(ConfigurationTest, IsCheckedWithoutAnyEffect)

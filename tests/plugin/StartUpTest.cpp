@@ -6,7 +6,6 @@
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
 
-using interactive::InteractiveView;
 using platform::Array;
 using platform::Color;
 using platform::Dictionary;

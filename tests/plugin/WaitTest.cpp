@@ -87,11 +87,12 @@ TEST_F(WaitTest, APressBetweenTheDrawingAndTheWaitIsNotLost)
     // sleep.
     KVKLogProxy *proxy = KVKLogGetProxy();
     const KVKLogProxy::SinkId sink = proxy->addSink([this](const KVKLogProxy::Line &line) {
-        if (line.message.startsWith("Entered: "))
-            platform::MainQueue::async([this] {
-                if (platform::Button *yes = button("0", "Yes"))
-                    yes->sendAction();
-            });
+        if (!line.message.startsWith("Entered: "))
+            return;
+        platform::MainQueue::async([this] {
+            if (platform::Button *yes = button("0", "Yes"))
+                yes->sendAction();
+        });
     });
     auto &calls = onSequencer([&target](Error *error) {
         int answered = 0;
@@ -193,21 +194,26 @@ TEST_F(WaitTest, TwoFirstCallsForAPanelAtTheSameMomentWaitOnOneCondition)
 {
     start();
     constexpr int Panels = 60;
+    // No system has such an index, so that nobody has asked for its condition before.
+    constexpr int FirstIndex = 1000;
     std::array<std::atomic<int>, Panels> arrived{};
     std::vector<testsupport::SequencerCall *> calls;
-    for (int i = 0; i < 2 * Panels; ++i) {
-        calls.push_back(&onSequencer([this, &here = arrived[i / 2], panel = i / 2](Error *error) {
+    int index = FirstIndex;
+    for (std::atomic<int> &here : arrived) {
+        const auto ask = [this, &here, index](Error *error) {
             ++here;
             while (here < 2)
                 std::this_thread::yield();
-            // No system has this index, so that nobody has asked for its condition before.
-            return plugin().showView(1000 + panel, question, error);
-        }));
+            return plugin().showView(index, question, error);
+        };
+        calls.push_back(&onSequencer(ask));
+        calls.push_back(&onSequencer(ask));
+        ++index;
     }
     ASSERT_TRUE(testsupport::waitUntil(
         [&] { return timesLoggedFrom("Entered: ") == static_cast<int>(calls.size()); }));
-    for (int panel = 0; panel < Panels; ++panel) {
-        const auto condition = plugin().getCondition(plugin().panelKey(QString::number(1000 + panel)));
+    for (index = FirstIndex; index < FirstIndex + Panels; ++index) {
+        const auto condition = plugin().getCondition(plugin().panelKey(QString::number(index)));
         condition->signal();
         condition->signal();
     }
