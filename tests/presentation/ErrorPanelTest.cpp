@@ -5,7 +5,6 @@
 #include <QWidget>
 
 using platform::Array;
-using platform::Button;
 using platform::Color;
 using platform::Dictionary;
 using platform::Error;
