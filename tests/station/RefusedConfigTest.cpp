@@ -3,6 +3,12 @@
 
 namespace {
 
+/// Why the configuration in a file is refused.
+QString refusalOfConfig(const QString &path)
+{
+    return testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
+}
+
 /// A configuration that is refused, and what is said after the file's path.
 struct Wrong
 {
@@ -25,8 +31,7 @@ protected:
 TEST_P(RefusedConfigTest, IsToldInOneLine)
 {
     const QString path = m_files.write("station.toml", GetParam().toml);
-    const QString refusal =
-        testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
+    const QString refusal = refusalOfConfig(path);
     const QString says = QString::fromUtf8(GetParam().says).replace("$DIR", m_files.folder());
     EXPECT_EQ(refusal, path + ":" + says);
     EXPECT_FALSE(refusal.contains('\n'));
@@ -176,8 +181,7 @@ protected:
 TEST_P(NoTomlTest, IsToldInOneLineWithFileAndLine)
 {
     const QString path = m_files.write("station.toml", GetParam().text);
-    const QString refusal =
-        testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
+    const QString refusal = refusalOfConfig(path);
     const QString beginning = path + ":" + QString::number(GetParam().line) + ": ";
     EXPECT_TRUE(refusal.startsWith(beginning)) << refusal.toStdString();
     EXPECT_GT(refusal.size(), beginning.size()) << "no reason is given";
@@ -198,11 +202,9 @@ INSTANTIATE_TEST_SUITE_P(Texts, NoTomlTest,
 TEST(UnreadableConfig, IsToldWithItsPath)
 {
     const testsupport::StationFiles files;
-    const auto refusal = [](const QString &path) {
-        return testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
-    };
-    EXPECT_EQ(refusal(files.path("none.toml")), files.path("none.toml") + ": No such file or directory");
-    EXPECT_TRUE(refusal(files.folder()).startsWith(files.folder() + ": "));
+    EXPECT_EQ(refusalOfConfig(files.path("none.toml")),
+              files.path("none.toml") + ": No such file or directory");
+    EXPECT_TRUE(refusalOfConfig(files.folder()).startsWith(files.folder() + ": "));
 }
 
 } // namespace
