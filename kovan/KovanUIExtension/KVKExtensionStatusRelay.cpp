@@ -29,3 +29,31 @@ void KVKExtensionStatusRelay::setHandler(Handler handler)
 {
     m_handler = std::move(handler);
 }
+
+void KVKExtensionStatusRelay::callWaits(const KVKCallWait &wait)
+{
+    WaitHandler handler;
+    {
+        const std::lock_guard lock(m_waitMutex);
+        handler = m_waitHandler;
+    }
+    if (handler)
+        handler(wait);
+}
+
+void KVKExtensionStatusRelay::showMessage(const QString &message)
+{
+    if (const MessageHandler handler = m_messageHandler)
+        handler(message);
+}
+
+void KVKExtensionStatusRelay::setWaitHandler(WaitHandler handler)
+{
+    const std::lock_guard lock(m_waitMutex);
+    m_waitHandler = std::move(handler);
+}
+
+void KVKExtensionStatusRelay::setMessageHandler(MessageHandler handler)
+{
+    m_messageHandler = std::move(handler);
+}

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,34 @@ TEST(StatusRelay, AHandlerMayPutAnotherOneInItsPlace)
     relay.startHighlightingForSystemIndex(1);
     relay.startHighlightingForSystemIndex(2);
     EXPECT_EQ(requests, (Requests{{2, true}}));
+}
+
+TEST(StatusRelay, TellsWhatACallWaitsForOnTheCallsOwnThread)
+{
+    KVKExtensionStatusRelay relay;
+    std::vector<std::pair<std::thread::id, QString>> waits;
+    relay.setWaitHandler(
+        [&](const KVKCallWait &wait) { waits.emplace_back(std::this_thread::get_id(), wait.what); });
+    std::thread::id caller;
+    std::thread call([&] {
+        caller = std::this_thread::get_id();
+        relay.callWaits({QStringLiteral("its turn"), {3}});
+        relay.callWaits({});
+    });
+    call.join();
+    ASSERT_EQ(waits.size(), 2U);
+    EXPECT_EQ(waits[0], std::make_pair(caller, QStringLiteral("its turn")));
+    EXPECT_EQ(waits[1], std::make_pair(caller, QString()));
+}
+
+TEST(StatusRelay, PassesALineForTheOperator)
+{
+    KVKExtensionStatusRelay relay;
+    relay.showMessage(QStringLiteral("nobody follows"));
+    QString line;
+    relay.setMessageHandler([&](const QString &message) { line = message; });
+    relay.showMessage(QStringLiteral("Scan refused"));
+    EXPECT_EQ(line, QStringLiteral("Scan refused"));
 }
 
 } // namespace
