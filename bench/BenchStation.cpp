@@ -3,6 +3,7 @@
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "platform/MainQueue.h"
 #include "platform/SplitView.h"
+#include "plugin/Rooms.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -95,7 +96,7 @@ void BenchStation::serveUntil(const std::function<bool()> &condition)
 
 platform::View *BenchStation::find(const QString &identifier)
 {
-    return findBelow(m_plugin->splitView(), identifier);
+    return findBelow(m_plugin->rooms().views.splitView(), identifier);
 }
 
 platform::Button *BenchStation::button(const QString &panelKey, const QString &title)

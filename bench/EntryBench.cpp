@@ -1,3 +1,5 @@
+#include "plugin/Rooms.h"
+
 #include <benchmark/benchmark.h>
 
 #include "bench/BenchStation.h"
@@ -32,7 +34,7 @@ void groupScanned(benchmark::State &state)
         for (const QString &entry : entries)
             station.type(entry);
         state.PauseTiming();
-        station.plugin().confirmBtnClicked(ok);
+        station.plugin().rooms().confirmation.confirmBtnClicked(ok);
         station.finishSequence();
         state.ResumeTiming();
     }

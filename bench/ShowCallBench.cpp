@@ -1,3 +1,5 @@
+#include "plugin/Rooms.h"
+
 #include <benchmark/benchmark.h>
 
 #include "bench/BenchStation.h"
@@ -20,7 +22,7 @@ void questionRoundTrip(benchmark::State &state)
         });
         platform::Button *yes = nullptr;
         bench::BenchStation::serveUntil([&] { return (yes = station.button("0", "Yes")) != nullptr; });
-        station.plugin().confirmBtnClicked(yes);
+        station.plugin().rooms().confirmation.confirmBtnClicked(yes);
         station.finishSequence();
     }
 }

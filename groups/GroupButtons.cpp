@@ -1,11 +1,11 @@
-#include "input/Identifiers.h"
-#include "platform/Button.h"
-#include "plugin/InteractiveView.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/Selectors.h"
+#include "groups/GroupButtons.h"
 
 #include <algorithm>
+
+#include "common/Identifiers.h"
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
 
 namespace interactive {
 
@@ -43,58 +43,76 @@ platform::Button *makeGroupButton(const platform::Point &origin, const platform:
     return button.release();
 }
 
-/// Every slot of a group, switched on.
-platform::Dictionary allSlotsOn(const platform::Array &slotMapping, quint64 slotCount, quint64 group)
+/// The slots that a group's states begin with, counted from the group's position.
+platform::Array slotsOf(const StationMap &station, quint64 group)
 {
-    platform::Dictionary status;
-    for (quint64 j = 0; j < slotCount; ++j) {
-        const quint64 system = slotCount * group + j;
+    platform::Array names;
+    for (quint64 j = 0; j < station.slotCount(); ++j) {
         // A mapping laid out by hand may be shorter than groups times slots.
-        if (system < static_cast<quint64>(slotMapping.size()))
-            status.insert(platform::description(slotMapping.at(static_cast<qsizetype>(system))),
-                          qlonglong{1});
+        const platform::Value slot = station.slotOf(static_cast<qint64>(station.slotCount() * group + j));
+        if (slot.isValid())
+            names.append(slot);
     }
-    return status;
+    return names;
 }
 
 } // namespace
 
-void InteractiveView::setupGroupButtons()
+GroupButtons::GroupButtons(const StationMap &station, SlotStates &slotStates, Waits &waits, PanelViews &views,
+                           Focus &focus)
+    : m_station(station)
+    , m_slotStates(slotStates)
+    , m_waits(waits)
+    , m_views(views)
+    , m_focus(focus)
+{}
+
+void GroupButtons::setupGroupButtons(QObject *target)
 {
-    const auto guard = m_monitor.lock();
-    if (!m_groupButtons.lock()->isEmpty())
+    if (!m_buttons.lock()->isEmpty())
         return;
-    const platform::Rect bounds = m_rootView ? m_rootView->bounds() : platform::Rect();
-    const platform::Array names = groupNames();
-    for (quint64 i = 0; i < m_groupCount; ++i) {
-        const platform::Identifier name =
-            panelKey(platform::description(names.at(static_cast<qsizetype>(i))));
-        const double x = bounds.width() - SetupPitch * static_cast<double>(m_groupCount - i);
+    platform::View *root = m_views.rootView();
+    const platform::Rect bounds = root ? root->bounds() : platform::Rect();
+    const quint64 count = m_station.groupCount();
+    for (quint64 i = 0; i < count; ++i) {
+        const platform::Value &group = m_station.groupNames().at(static_cast<qsizetype>(i));
+        const platform::Identifier name = m_waits.panelKey(platform::description(group));
+        const double x = bounds.width() - SetupPitch * static_cast<double>(count - i);
         platform::Button *button = makeGroupButton({x, bounds.height() - ButtonHeight}, name);
-        button->setTarget(this, selectors::GroupBtnClicked,
+        button->setTarget(target, selectors::GroupBtnClicked,
                           [this](platform::View *sender) { groupBtnClicked(sender); });
-        if (m_rootView)
-            m_rootView->addSubview(button);
-        m_groupButtons.lock()->append(button);
-        m_conditions.lock()->insert(name.text(), std::make_shared<platform::Condition>());
-        const auto status = m_enableStatus.lock();
-        if (!status->contains(name.text()))
-            status->insert(name.text(), allSlotsOn(m_systemIndexToSlotMapping, m_slotCount, i));
+        if (root)
+            root->addSubview(button);
+        m_buttons.lock()->append(button);
+        m_waits.makeCondition(name);
+        m_slotStates.setUp(name.text(), slotsOf(m_station, i));
     }
 }
 
-void InteractiveView::relayoutGroupButtons(double width)
+QList<platform::Button *> GroupButtons::groupButtons()
+{
+    QList<platform::Button *> buttons;
+    const auto guard = m_buttons.lock();
+    for (const QPointer<platform::Button> &button : *guard) {
+        if (button)
+            buttons.append(button);
+    }
+    return buttons;
+}
+
+void GroupButtons::relayoutGroupButtons(double width)
 {
     quint64 i = 0;
     for (platform::Button *button : groupButtons()) {
-        const double x = width - RelayoutPitch * (static_cast<double>(m_groupCount) - static_cast<double>(i));
+        const double x =
+            width - RelayoutPitch * (static_cast<double>(m_station.groupCount()) - static_cast<double>(i));
         button->setFrame({x, button->frame().y(), ButtonWidth, ButtonHeight});
         button->setHidden(false);
         ++i;
     }
 }
 
-void InteractiveView::groupBtnClicked(platform::View *sender)
+void GroupButtons::groupBtnClicked(platform::View *sender)
 {
     const QString method = selectors::bracketed(selectors::GroupBtnClicked);
     auto *button = qobject_cast<platform::Button *>(sender);
@@ -114,54 +132,35 @@ void InteractiveView::groupBtnClicked(platform::View *sender)
         log::debug(messages::LastGroupKept, {method, button->title()});
     }
     if (button->state() == platform::Button::On) {
-        unhideUI(key);
+        m_focus.unhideUI(key);
         return;
     }
-    hideUI(key);
+    m_views.hideUI(key);
     log::standard(messages::GroupOff, {method, key});
 }
 
-bool InteractiveView::isGroupOn(const platform::Identifier &identifier)
+bool GroupButtons::isGroupOn(const platform::Identifier &identifier)
 {
     const platform::Button *button = firstMatch(groupButtons(), identifier);
     return !button || button->state() != platform::Button::Off;
 }
 
-bool InteractiveView::isGroupView(const platform::Identifier &identifier)
-{
-    const QList<platform::Button *> buttons = groupButtons();
-    return std::any_of(buttons.cbegin(), buttons.cend(),
-                       [&](const platform::Button *button) { return button->identifier() == identifier; });
-}
-
-void InteractiveView::enableGroupButton(bool enable, const platform::Identifier &identifier)
+void GroupButtons::enableGroupButton(bool enable, const platform::Identifier &identifier)
 {
     if (platform::Button *button = firstMatch(groupButtons(), identifier))
         button->setEnabled(enable);
 }
 
-void InteractiveView::turnOnGroupButton(bool on, const platform::Identifier &identifier)
+void GroupButtons::turnOnGroupButton(bool on, const platform::Identifier &identifier)
 {
     if (platform::Button *button = firstMatch(groupButtons(), identifier))
         button->setState(on ? platform::Button::On : platform::Button::Off);
 }
 
-int InteractiveView::getGroupButtonState(const platform::Identifier &identifier)
+int GroupButtons::getGroupButtonState(const platform::Identifier &identifier)
 {
     const platform::Button *button = firstMatch(groupButtons(), identifier);
     return button ? button->state() : platform::Button::On;
-}
-
-platform::Identifier InteractiveView::getParentIdentifier(platform::View *view)
-{
-    if (!view)
-        return {};
-    const platform::View *parent = view->superview();
-    if (parent && !parent->identifier().isNull())
-        return parent->identifier();
-    log::error(messages::NoParentView, {selectors::bracketed(selectors::GetParentIdentifier),
-                                        log::describe(view), view->identifier()});
-    return {};
 }
 
 } // namespace interactive

@@ -1,11 +1,13 @@
-#include "input/Identifiers.h"
+#include "groups/Switches.h"
+
 #include "platform/Box.h"
 #include "platform/Button.h"
-#include "plugin/InteractiveView.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/Selectors.h"
 #include "presentation/MouseTrackedTextField.h"
+
+#include "common/Identifiers.h"
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
 
 namespace interactive {
 
@@ -29,57 +31,63 @@ SwitchName takeApart(const platform::Identifier &identifier)
 
 } // namespace
 
-void InteractiveView::switchBtnClicked(platform::View *sender)
+Switches::Switches(const StationMap &station, PanelRecords &records, SlotStates &slotStates,
+                   const PanelSettings &settings, PanelViews &views, const SlotColors &colors, Focus &focus)
+    : m_station(station)
+    , m_records(records)
+    , m_slotStates(slotStates)
+    , m_settings(settings)
+    , m_views(views)
+    , m_colors(colors)
+    , m_focus(focus)
+{}
+
+void Switches::switchBtnClicked(platform::View *sender)
 {
     auto *button = qobject_cast<platform::Button *>(sender);
     if (!button)
         return;
     const SwitchName name = takeApart(button->identifier());
-    platform::Value systemIndex = tagToSystemIndex(name.tag);
     const bool on = button->state() == platform::Button::On;
-    {
-        // Whatever was entered for the slot is discarded on every click, in both directions.
-        const auto savedData = m_savedData.lock();
-        const auto record = savedData->find(name.panelKey.text());
-        if (record != savedData->end()) {
-            platform::Dictionary changed = record->toMap();
-            changed.remove(name.slotKey);
-            *record = changed;
-        }
-    }
-    recordSwitch(name.panelKey, name.slotKey, systemIndex, on);
+    // Whatever was entered for the slot is discarded on every click, in both directions.
+    static_cast<void>(m_records.discard(name.panelKey.text(), name.slotKey));
+    recordSwitch(name.panelKey, name.slotKey, identifiers::systemOfTag(name.tag), on);
+    if (!button->identifier().isNull() && button->superview())
+        showSwitch(*button->superview(), name.panelKey, name.tag, on);
+}
 
-    platform::View *content = button->superview();
-    if (button->identifier().isNull() || !content)
-        return;
-    if (auto *field = qobject_cast<MouseTrackedTextField *>(content->viewWithTag(name.tag))) {
+void Switches::recordSwitch(const platform::Identifier &key, const QString &slotKey, qint64 systemIndex,
+                            bool on)
+{
+    // A group's states are kept under the station's slot names, whatever the switch calls the slot.
+    const platform::Value slotName = m_station.slotOf(systemIndex);
+    const bool byStation = m_views.isGroupView(key) && slotName.isValid();
+    const QString slot = byStation ? platform::description(slotName) : slotKey;
+    if (on)
+        m_slotStates.switchOn(key.text(), slot);
+    else
+        m_slotStates.switchOff(key.text(), slot);
+    log::standard(messages::EnableStatus,
+                  {selectors::bracketed(selectors::SwitchBtnClicked), platform::Value(m_slotStates.all())});
+}
+
+/// Shows the slot's state by its field and its box; a field that had the focus and takes no input any more
+/// hands it on.
+void Switches::showSwitch(platform::View &content, const platform::Identifier &key, int tag, bool on)
+{
+    platform::Value systemIndex = static_cast<qlonglong>(identifiers::systemOfTag(tag));
+    if (auto *field = qobject_cast<MouseTrackedTextField *>(content.viewWithTag(tag))) {
+        const bool hadFocus = field->isFirstResponder();
         field->setEnabled(on);
         field->setStringValue(QString());
         systemIndex = field->systemIndex();
+        if (hadFocus && !on)
+            m_focus.handOn(key);
     }
-    if (auto *box = qobject_cast<platform::Box *>(content->superview())) {
-        box->setFillColor(on ? bgColor(systemIndex).withAlphaComponent(backgroundAlpha())
-                             : platform::Color::windowBackground());
+    if (auto *box = qobject_cast<platform::Box *>(content.superview())) {
+        const PanelLook look = m_views.lookOf(key.text(), m_settings.look());
+        box->setFillColor(on ? m_colors.boxColor(systemIndex, look) : platform::Color::windowBackground());
     }
-}
-
-void InteractiveView::recordSwitch(const platform::Identifier &key, const QString &slotKey,
-                                   const platform::Value &systemIndex, bool on)
-{
-    // A group's record is kept under the station's slot names, whatever the switch calls the slot.
-    const QString slot = isGroupView(key)
-                             ? platform::description(m_systemIndexToSlotMapping.value(
-                                   static_cast<qsizetype>(platform::integerValue(systemIndex)), slotKey))
-                             : slotKey;
-    const auto enableStatus = m_enableStatus.lock();
-    platform::Dictionary status = enableStatus->value(key.text()).toMap();
-    if (on)
-        status.insert(slot, true);
-    else
-        status.remove(slot);
-    enableStatus->insert(key.text(), status);
-    log::standard(messages::EnableStatus,
-                  {selectors::bracketed(selectors::SwitchBtnClicked), platform::Value(*enableStatus)});
 }
 
 } // namespace interactive

@@ -1,18 +1,24 @@
+#include "input/Confirmation.h"
+
 #include "input/EntryRules.h"
-#include "input/Identifiers.h"
+#include "input/KeyRouter.h"
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/Button.h"
+#include "platform/LogFormat.h"
 #include "platform/MainQueue.h"
-#include "plugin/InteractiveView.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/RecordKeys.h"
-#include "plugin/Selectors.h"
 #include "presentation/MouseTrackedTextField.h"
+#include "presentation/SlotColors.h"
 
 #include <exception>
 
+#include "common/Identifiers.h"
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
+
 namespace interactive {
 
+using platform::Identifier;
 using platform::MainQueue;
 
 namespace {
@@ -21,27 +27,47 @@ const QString OkTitle = QStringLiteral("OK");
 const QString ClearTitle = QStringLiteral("Clear");
 const QString CancelTitle = QStringLiteral("Cancel");
 
-/// A field that is gone left the window with its panel, and counts as what it was.
-bool endsInInputField(const InteractiveView::Responders &fields)
+/// Whether a group's panel asks for entries: its last field is the one that takes them, or was one that is
+/// gone with its panel.
+bool asksForEntries(const Responders &fields)
 {
     return !fields.isEmpty() && MainQueue::sync([&] {
-        return !fields.last() || qobject_cast<MouseTrackedTextField *>(fields.last().data());
+        const auto *field = qobject_cast<MouseTrackedTextField *>(fields.last().data());
+        return !fields.last() || (field && field->isEditable());
     });
+}
+
+void say(const QString &message)
+{
+    MainQueue::async([message] { KVKExtensionStatusRelay::sharedStatusRelay()->showMessage(message); });
 }
 
 } // namespace
 
 /// One press of a button, as things stood when it was pressed.
-struct InteractiveView::Press
+struct Confirmation::Press
 {
     QPointer<platform::Button> button;
     QString title;
-    platform::Identifier identifier;
-    std::shared_ptr<platform::Condition> condition; ///< The panel's; null when it has none.
-    platform::Condition::Ticket ticket;             ///< The wait that the press can end.
+    Identifier identifier;
+    Waits::Press wait;
 };
 
-void InteractiveView::confirmBtnClicked(platform::View *sender)
+Confirmation::Confirmation(const StationMap &station, PanelRecords &records, const SlotStates &slotStates,
+                           Waits &waits, const PanelSettings &settings, PanelViews &views, Focus &focus,
+                           Entries &entries, KeyRouter &keys)
+    : m_station(station)
+    , m_records(records)
+    , m_slotStates(slotStates)
+    , m_waits(waits)
+    , m_settings(settings)
+    , m_views(views)
+    , m_focus(focus)
+    , m_entries(entries)
+    , m_keys(keys)
+{}
+
+void Confirmation::confirmBtnClicked(platform::View *sender)
 {
     auto *button = qobject_cast<platform::Button *>(sender);
     if (!button) {
@@ -49,158 +75,148 @@ void InteractiveView::confirmBtnClicked(platform::View *sender)
                    {selectors::bracketed(selectors::ConfirmBtnClicked), log::describe(sender)});
         return;
     }
-    Press press{button, button->title(), button->identifier(), nullptr, {}};
+    Press press{button, button->title(), button->identifier(), {}};
     if (const platform::View *parent = button->superview())
-        press.condition = findCondition(identifiers::before(identifiers::Separator, parent->identifier()));
-    if (press.condition)
-        press.ticket = press.condition->ticket();
-    m_confirmations.async([this, press] {
+        press.wait = m_waits.press(identifiers::before(identifiers::Separator, parent->identifier()));
+    m_keys.hold();
+    m_queue.async([this, press] {
+        bool ended = false;
         try {
-            confirm(press);
+            ended = carryOut(press);
         } catch (const std::exception &problem) {
             log::error(messages::Named, {selectors::blockName(selectors::ConfirmBtnClicked), problem.what()});
+        } catch (...) {
+            log::error(messages::Named,
+                       {selectors::blockName(selectors::ConfirmBtnClicked), messages::UnknownException});
         }
+        // A panel that was ended still stands for a moment: the call that takes it away lets the keys go.
+        if (!ended)
+            MainQueue::async([this] { m_keys.release(); });
     });
 }
 
-void InteractiveView::confirm(const Press &press)
+/// Does what the press says; true when it has ended a call's wait.
+bool Confirmation::carryOut(const Press &press)
 {
-    platform::Identifier parent;
+    Identifier parent;
     QString fields;
     MainQueue::sync([&] {
-        parent = getParentIdentifier(press.button);
-        fields = describeResponders();
+        parent = PanelViews::getParentIdentifier(press.button);
+        fields = m_views.describeResponders();
     });
     log::debug(messages::Confirming, {selectors::blockName(selectors::ConfirmBtnClicked), parent, fields});
     if (parent.isNull())
-        return;
-    const platform::Identifier key = identifiers::before(identifiers::Separator, parent);
+        return false;
+    const Identifier key = identifiers::before(identifiers::Separator, parent);
     // A press whose call has been answered meanwhile, by an earlier press, has nothing to say any more.
-    if (press.condition && !press.condition->accepts(press.ticket))
-        return;
-    {
-        const auto savedData = m_savedData.lock();
-        platform::Dictionary record = savedData->value(key.text()).toMap();
-        record.insert(keys::ClickedButton, press.identifier.text());
-        savedData->insert(key.text(), record);
+    if (!press.wait.isOpen())
+        return false;
+    const bool records = press.wait.purpose() == Waits::Purpose::Answer;
+    if (!m_waits.getCondition(key)) {
+        m_records.press(key.text(), press.identifier.text());
+        return false;
     }
-    const std::shared_ptr<platform::Condition> condition = getCondition(key);
-    if (!condition)
-        return;
-    if (press.title == OkTitle) {
-        confirmOk(press, key, *condition);
-    } else if (press.title == ClearTitle) {
+    if (press.title == ClearTitle && records) {
         clearPanel(key);
-    } else {
-        if (press.title == CancelTitle)
-            m_savedData.lock()->remove(key.text());
-        condition->signal(press.ticket);
+        return false;
     }
+    if (press.title == OkTitle && !confirm(press, key))
+        return false;
+    // Everything that the answer depends on is written before the wait ends; a press that is refused leaves
+    // no mark.
+    if (records && press.title == CancelTitle)
+        m_records.forget(key.text());
+    else if (records)
+        m_records.press(key.text(), press.identifier.text());
+    return press.wait.end();
 }
 
-void InteractiveView::confirmOk(const Press &press, const platform::Identifier &key,
-                                platform::Condition &condition)
+/// Whether "OK" may end the panel.
+bool Confirmation::confirm(const Press &press, const Identifier &key)
 {
-    if (!checkAllInputs(key))
-        return;
-    const int state = MainQueue::sync([&] { return getGroupButtonState(key); });
-    if (state == platform::Button::Off) {
+    if (press.wait.purpose() == Waits::Purpose::Answer && !checkAllInputs(key))
+        return false;
+    if (!MainQueue::sync([&] { return m_groups.isOn(key); })) {
         log::error(messages::GroupDisabled, {selectors::blockName(selectors::ConfirmBtnClicked)});
-        return;
+        say(platform::formatMessage(messages::GroupIsOff, {key}));
+        return false;
     }
-    MainQueue::sync([&] { enableGroupButton(false, key); });
-    condition.signal(press.ticket);
+    MainQueue::sync([&] { m_groups.confirmed(key); });
+    return true;
 }
 
-void InteractiveView::clearPanel(const platform::Identifier &key)
+bool Confirmation::checkAllInputs(const Identifier &key)
 {
-    {
-        const auto savedData = m_savedData.lock();
-        const auto found = savedData->find(key.text());
-        if (found != savedData->end()) {
-            const platform::Dictionary kept = entries::cleared(found->toMap());
-            if (kept.isEmpty())
-                savedData->erase(found);
-            else
-                *found = kept;
-        }
-    }
-    clearAllInputs(key);
-}
-
-bool InteractiveView::checkAllInputs(const platform::Identifier &key)
-{
-    if (!hasResponders(key.text()))
+    if (!m_views.hasResponders(key.text()))
         return true;
-    const Responders fields = responders(key.text());
-    const platform::Value record = m_savedData.lock()->value(key.text());
-    if (isGroupView(key)) {
-        if (!endsInInputField(fields))
+    const Responders fields = m_views.responders(key.text());
+    const std::optional<platform::Dictionary> record = m_records.record(key.text());
+    if (m_views.isGroupView(key)) {
+        if (!asksForEntries(fields))
             return true;
-        if (!entries::holdsAnySlot(record.toMap(), m_systemIndexToSlotMapping))
+        if (!entries::holdsAnySlot(record.value_or(platform::Dictionary()),
+                                   m_station.systemIndexToSlotMapping())) {
+            sayWhyNothingIsEntered(key);
             return false;
+        }
     } else if (!checkEachField(fields)) {
         return false;
     }
-    if (!record.isValid())
+    if (!record)
         return true;
     platform::Array filled;
-    for (const QString &slot : record.toMap().keys())
+    for (const QString &slot : record->keys())
         filled.append(slot);
-    if (!nextEnabledSlot(filled, key).isValid())
+    if (!m_focus.nextEnabledSlot(filled, key).isValid())
         return true;
-    MainQueue::sync([&] { activateResponder(fields.isEmpty() ? nullptr : fields.last().data()); });
+    MainQueue::sync([&] { Focus::activateResponder(fields.isEmpty() ? nullptr : fields.last().data()); });
     return false;
 }
 
+void Confirmation::sayWhyNothingIsEntered(const Identifier &key) const
+{
+    const bool anyOn = m_focus.nextEnabledSlot({}, key).isValid();
+    const QString why =
+        platform::formatMessage(anyOn ? messages::NothingEntered : messages::AllSlotsOff, {key});
+    // With a slot on, the empty field says by itself what is missing.
+    if (!anyOn)
+        log::error("%@", {why});
+    say(why);
+}
+
 /// The first field that fails keeps the colour and the selection: later ones are not looked at.
-bool InteractiveView::checkEachField(const Responders &fields)
+bool Confirmation::checkEachField(const Responders &fields)
 {
     for (const QPointer<platform::TextField> &field : fields) {
         // A field that is gone left the window with its panel.
-        if (!MainQueue::sync([&] { return !field || checkInput(field); }))
+        if (!MainQueue::sync([&] { return !field || m_entries.checkInput(field); }))
             return false;
     }
     return true;
 }
 
-void InteractiveView::clearAllInputs(const platform::Identifier &key)
+void Confirmation::clearPanel(const Identifier &key)
 {
-    bool focused = false;
-    for (const QPointer<platform::TextField> &field : responders(key.text())) {
-        MainQueue::sync([&] {
+    m_records.clear(key.text());
+    clearAllInputs(key);
+}
+
+void Confirmation::clearAllInputs(const Identifier &key)
+{
+    MainQueue::sync([&] {
+        bool focused = false;
+        for (const QPointer<platform::TextField> &field : m_views.responders(key.text())) {
             auto *input = qobject_cast<MouseTrackedTextField *>(field.data());
             if (!input)
-                return;
+                continue;
             input->setStringValue(QString());
             if (!input->isEnabled())
-                return;
-            input->setBackgroundColor(platform::Color::white().withAlphaComponent(2.0 * backgroundAlpha()));
-            if (!focused) {
-                input->becomeFirstResponder();
-                focused = true;
-            }
-        });
-    }
-}
-
-QString InteractiveView::describeResponders()
-{
-    platform::Dictionary description;
-    const auto guard = m_responders.lock();
-    for (auto entry = guard->cbegin(); entry != guard->cend(); ++entry) {
-        platform::Array fields;
-        for (const QPointer<platform::TextField> &field : entry.value())
-            fields.append(log::describe(field));
-        description.insert(entry.key(), fields);
-    }
-    return platform::description(description);
-}
-
-bool InteractiveView::isAnswered(const platform::Identifier &key)
-{
-    const std::shared_ptr<platform::Condition> condition = findCondition(key);
-    return condition && !condition->accepts(condition->ticket());
+                continue;
+            input->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key.text(), m_settings.look())));
+            // A field in a box that takes no part cannot be seen and takes no focus; the next one does.
+            focused = focused || input->becomeFirstResponder();
+        }
+    });
 }
 
 } // namespace interactive

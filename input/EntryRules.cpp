@@ -1,8 +1,8 @@
 #include "input/EntryRules.h"
 
-#include "plugin/RecordKeys.h"
-
 #include <algorithm>
+
+#include "common/RecordKeys.h"
 
 namespace interactive::entries {
 
@@ -21,12 +21,6 @@ bool isDuplicate(const QString &text, const platform::Dictionary &record)
             return true;
     }
     return false;
-}
-
-platform::Dictionary cleared(const platform::Dictionary &record)
-{
-    const platform::Value length = record.value(keys::Length);
-    return length.isValid() ? platform::Dictionary{{keys::Length, length}} : platform::Dictionary();
 }
 
 bool holdsAnySlot(const platform::Dictionary &record, const platform::Array &slotMapping)

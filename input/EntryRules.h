@@ -15,9 +15,6 @@ namespace interactive::entries {
 /// duplicate.
 [[nodiscard]] bool isDuplicate(const QString &text, const platform::Dictionary &record);
 
-/// What "Clear" leaves of a record: its "length" alone, nothing when it has none.
-[[nodiscard]] platform::Dictionary cleared(const platform::Dictionary &record);
-
 /// Whether a record holds a value for any slot of the station.
 [[nodiscard]] bool holdsAnySlot(const platform::Dictionary &record, const platform::Array &slotMapping);
 

@@ -1,15 +1,31 @@
-#include "input/Identifiers.h"
-#include "input/SlotLabels.h"
-#include "platform/TextField.h"
-#include "plugin/InteractiveView.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/Selectors.h"
+#include "input/Focus.h"
+
 #include "presentation/MouseTrackedTextField.h"
+#include "presentation/SlotColors.h"
+
+#include <QLineEdit>
+
+#include "common/Identifiers.h"
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
+#include "common/SlotLabels.h"
 
 namespace interactive {
 
-void InteractiveView::setupResponderChain(const Responders &fields)
+using platform::TextField;
+using platform::View;
+
+Focus::Focus(const StationMap &station, const PanelRecords &records, const SlotStates &slotStates,
+             PanelViews &views, const PanelSettings &settings)
+    : m_station(station)
+    , m_records(records)
+    , m_slotStates(slotStates)
+    , m_views(views)
+    , m_settings(settings)
+{}
+
+void Focus::setupResponderChain(const Responders &fields)
 {
     for (qsizetype i = 0; i + 1 < fields.size(); ++i) {
         if (!fields.at(i))
@@ -19,9 +35,9 @@ void InteractiveView::setupResponderChain(const Responders &fields)
     }
 }
 
-void InteractiveView::activateResponder(platform::View *responder)
+void Focus::activateResponder(View *responder)
 {
-    for (platform::View *view = responder; view; view = view->nextResponder()) {
+    for (View *view = responder; view; view = view->nextResponder()) {
         view->becomeFirstResponder();
         auto *field = qobject_cast<MouseTrackedTextField *>(view);
         if (field && field->isEnabled()) {
@@ -31,19 +47,28 @@ void InteractiveView::activateResponder(platform::View *responder)
     }
 }
 
-platform::Value InteractiveView::nextEnabledSlot(const platform::Array &filled,
-                                                 const platform::Identifier &key)
+platform::Value Focus::nextEnabledSlot(const platform::Array &filled, const platform::Identifier &key) const
 {
-    const platform::Dictionary status = m_enableStatus.lock()->value(key.text()).toMap();
-    const platform::Array sortedKeys = orderedArray(labels::enabledSlots(status));
+    const platform::Dictionary states = m_slotStates.of(key.text()).toMap();
+    const platform::Array sortedKeys = labels::ordered(
+        labels::enabledSlots(states), m_station.systemIndexToSlotMapping(), m_station.slotCount());
     log::debug(messages::SortedKeys, {key, filled, sortedKeys});
     return labels::firstUnfilled(sortedKeys, filled);
 }
 
-void InteractiveView::textFieldMouseDown(const platform::Notification &notification)
+void Focus::unhideUI(const platform::Identifier &identifier)
+{
+    if (!m_views.show(identifier))
+        return;
+    const Responders fields = m_views.responders(identifier.text());
+    if (!fields.isEmpty() && !begunEntry())
+        activateResponder(fields.last());
+}
+
+void Focus::textFieldMouseDown(const platform::Notification &notification, PanelRecords &records)
 {
     const QString method = selectors::bracketed(selectors::TextFieldMouseDown);
-    auto *field = qobject_cast<platform::TextField *>(notification.object.data());
+    auto *field = qobject_cast<TextField *>(notification.object.data());
     log::debug(messages::FieldClicked, {method, log::describe(field), notification.name});
     if (!field)
         return;
@@ -56,37 +81,30 @@ void InteractiveView::textFieldMouseDown(const platform::Notification &notificat
     const QString slot = identifiers::slotPart(field->identifier());
     const QString key = identifiers::panelPart(field->identifier());
 
-    const Responders fields = responders(key);
+    const Responders fields = m_views.responders(key);
     for (qsizetype i = 0; i + 1 < fields.size(); ++i) {
         if (fields.at(i))
-            fields.at(i)->setBackgroundColor(
-                platform::Color::white().withAlphaComponent(2.0 * backgroundAlpha()));
+            fields.at(i)->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key, m_settings.look())));
     }
     if (!fields.isEmpty())
         activateResponder(fields.last());
-    reopenSlot(*field, key, slot);
+    reopenSlot(*field, key, slot, records);
 }
 
-void InteractiveView::reopenSlot(platform::TextField &field, const QString &key, const QString &slot)
+void Focus::reopenSlot(TextField &field, const QString &key, const QString &slot, PanelRecords &records) const
 {
-    {
-        const auto savedData = m_savedData.lock();
-        const auto found = savedData->find(key);
-        if (found == savedData->end())
-            return;
-        platform::Dictionary record = found->toMap();
-        if (record.remove(slot) == 0) {
-            log::standard(messages::NoSavedData,
-                          {selectors::bracketed(selectors::TextFieldMouseDown), key, slot});
-            return;
-        }
-        *found = record;
+    if (!records.contains(key))
+        return;
+    if (!records.discard(key, slot)) {
+        log::standard(messages::NoSavedData,
+                      {selectors::bracketed(selectors::TextFieldMouseDown), key, slot});
+        return;
     }
     field.setBackgroundColor(platform::Color::systemYellow());
     field.setStringValue(QString());
 }
 
-bool InteractiveView::modifyInput(platform::View *sender)
+bool Focus::modifyInput(View *sender, PanelRecords &records)
 {
     auto *field = qobject_cast<MouseTrackedTextField *>(sender);
     if (!field)
@@ -96,17 +114,12 @@ bool InteractiveView::modifyInput(platform::View *sender)
     const QString slot = identifiers::slotPart(identifier);
     log::standard(messages::InputModified,
                   {selectors::bracketed(selectors::ModifyInput), identifier, key, slot});
-    {
-        const auto savedData = m_savedData.lock();
-        platform::Dictionary record = savedData->value(key).toMap();
-        record.remove(key);
-        record.remove(slot);
-        savedData->insert(key, record);
-    }
-    const Responders fields = responders(key);
+    records.makeRoom(key, key);
+    records.makeRoom(key, slot);
+    const Responders fields = m_views.responders(key);
     // The search asks for the panel's own name, so it finds a field only where a slot is named like the
     // panel.
-    for (const QPointer<platform::TextField> &candidate : fields) {
+    for (const QPointer<TextField> &candidate : fields) {
         if (!candidate || identifiers::slotPart(candidate->identifier()) != key)
             continue;
         if (!candidate->isEnabled())
@@ -115,6 +128,88 @@ bool InteractiveView::modifyInput(platform::View *sender)
         return true;
     }
     return false;
+}
+
+void Focus::panelOpened(const platform::Identifier &key)
+{
+    m_open.removeAll(key.text());
+    m_open.append(key.text());
+    TextField *begun = begunEntry();
+    const Responders fields = m_views.responders(key.text());
+    if (!begun && !m_views.isGroupView(key) && !fields.isEmpty() && fields.last())
+        fields.last()->becomeFirstResponder();
+}
+
+void Focus::panelGone(const platform::Identifier &key)
+{
+    m_open.removeAll(key.text());
+    const QWidget *window = m_views.rootView() ? m_views.rootView()->window() : nullptr;
+    const QWidget *focused = window ? window->focusWidget() : nullptr;
+    if (!focused || focused == window)
+        goOn();
+}
+
+void Focus::entryAccepted(const platform::Identifier &key)
+{
+    if (!needsEntry(key.text()))
+        goOn();
+}
+
+void Focus::handOn(const platform::Identifier &key)
+{
+    TextField *field = entryField(key.text());
+    if (!field || !field->becomeFirstResponder())
+        goOn();
+}
+
+bool Focus::goOn()
+{
+    if (begunEntry())
+        return false;
+    TextField *field = waitingField();
+    return field && field->becomeFirstResponder();
+}
+
+TextField *Focus::waitingField()
+{
+    for (const QString &key : std::as_const(m_open)) {
+        if (needsEntry(key))
+            return entryField(key);
+    }
+    return nullptr;
+}
+
+TextField *Focus::entryField(const QString &key)
+{
+    const Responders fields = m_views.responders(key);
+    TextField *field = fields.isEmpty() ? nullptr : fields.last().data();
+    const bool canBeUsed = field && field->isEditable() && field->isEnabled() && field->isVisible();
+    return canBeUsed ? field : nullptr;
+}
+
+bool Focus::needsEntry(const QString &key)
+{
+    const TextField *field = entryField(key);
+    const std::optional<platform::Dictionary> record = m_records.record(key);
+    if (!field || !record)
+        return false;
+    const platform::Identifier panelKey(key);
+    if (!m_views.isGroupView(panelKey))
+        return !record->contains(identifiers::slotPart(field->identifier()));
+    platform::Array filled;
+    for (const QString &slot : record->keys())
+        filled.append(slot);
+    return nextEnabledSlot(filled, panelKey).isValid();
+}
+
+TextField *Focus::begunEntry() const
+{
+    const View *root = m_views.rootView();
+    const QWidget *focused = root ? root->window()->focusWidget() : nullptr;
+    auto *field = focused ? qobject_cast<TextField *>(focused->parentWidget()) : nullptr;
+    const auto *editor = qobject_cast<const QLineEdit *>(focused);
+    const bool begun = field && editor && editor->isModified() && !editor->text().isEmpty();
+    return begun ? field : nullptr;
 }
 
 } // namespace interactive

@@ -1,5 +1,7 @@
 #include "layout/CompareViews.h"
 
+#include "platform/View.h"
+
 namespace interactive {
 
 namespace {

@@ -1,6 +1,10 @@
 #pragma once
 
-#include "platform/View.h"
+#include <QString>
+
+namespace platform {
+class View;
+}
 
 namespace interactive {
 

@@ -2,7 +2,8 @@
 
 #include "layout/PanelGeometry.h"
 #include "layout/PanelPlan.h"
-#include "plugin/InteractiveView.h"
+#include "platform/View.h"
+#include "presentation/PanelViews.h"
 
 #include <memory>
 
@@ -17,7 +18,7 @@ struct PanelDrawing
     /// made it.
     platform::View *container = nullptr;
     std::unique_ptr<platform::View> made;
-    InteractiveView::Responders fields;
+    Responders fields;
 };
 
 } // namespace interactive

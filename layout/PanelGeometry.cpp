@@ -1,9 +1,10 @@
 #include "layout/PanelGeometry.h"
 
 #include "platform/LogFormat.h"
-#include "plugin/Messages.h"
 
 #include <algorithm>
+
+#include "common/Messages.h"
 
 namespace interactive {
 
@@ -29,7 +30,7 @@ PanelGeometry::PanelGeometry(PanelKind kind, quint64 slotCount, quint64 columns,
 QString PanelGeometry::whyNotDrawable(quint64 groupCount, quint64 slotCount, quint64 columns,
                                       const QString &columnText)
 {
-    constexpr auto Largest = static_cast<double>(QWIDGETSIZE_MAX);
+    constexpr auto Largest = platform::LargestCoordinate;
     constexpr auto MostColumns = static_cast<quint64>(Largest / ColumnWidth);
     if (slotCount == 0)
         return QLatin1String(messages::NoSlots);

@@ -1,9 +1,48 @@
 #include "layout/PanelPlan.h"
 
-#include "input/Identifiers.h"
-#include "plugin/Configuration.h"
+#include "common/ConfigValues.h"
+#include "common/Identifiers.h"
 
 namespace interactive::plan {
+
+PanelPlan made(const PanelRequest &request, const StationMap &station, Waits &waits, PanelSettings &settings)
+{
+    const platform::Dictionary &config = request.config;
+    PanelPlan plan;
+    plan.kind = request.groupIndex.isValid() ? PanelKind::Group : PanelKind::Slot;
+    platform::Value group;
+    if (request.groupIndex.isValid()) {
+        group =
+            station.groupNames().value(static_cast<qsizetype>(platform::integerValue(request.groupIndex)));
+        plan.groupNumber = request.groupIndex.toULongLong();
+        plan.panelKey = waits.panelKey(platform::description(group));
+    }
+    if (request.systemIndex.isValid()) {
+        const qint64 index = platform::integerValue(request.systemIndex);
+        if (index >= 0 && index < station.systemCount()) {
+            group = station.groupOf(index);
+            plan.slot = station.slotOf(index);
+            plan.groupNumber = static_cast<quint64>(index) / station.slotCount();
+        }
+        plan.systemIndex = request.systemIndex;
+        plan.panelKey = waits.panelKey(platform::description(request.systemIndex));
+    }
+    plan.groupName = waits.panelKey(platform::description(group));
+    plan.title = title(config, plan.groupName.text(), plan.slot);
+    plan.label = config::label(config);
+    plan.message = config::text(config::Message, config);
+    plan.messageFontSize = messageFontSize(config);
+    plan.messageColor = config::text(config::MessageColor, config);
+    plan.messageAlignment = messageAlignment(config);
+    plan.columns = columns(config, settings.columns(), station.slotCount());
+    plan.look = settings.takeLook(config);
+    settings.setColumns(plan.columns);
+    plan.inputs = request.inputs;
+    plan.switchCount = request.switches.size();
+    plan.buttons =
+        buttonTitles(request.buttons, plan.kind, !request.inputs.isEmpty(), !request.switches.isEmpty());
+    return plan;
+}
 
 quint64 columns(const platform::Dictionary &config, quint64 current, quint64 slotCount)
 {

@@ -2,7 +2,7 @@
 
 #include "layout/PanelGeometry.h"
 #include "platform/Identifier.h"
-#include "platform/TextField.h"
+#include "platform/TextAlignment.h"
 #include "platform/Value.h"
 
 #include <QString>
@@ -10,7 +10,22 @@
 
 #include <optional>
 
+#include "common/PanelSettings.h"
+#include "common/StationMap.h"
+#include "common/Waits.h"
+
 namespace interactive {
+
+/// What a show call asks the builder for.
+struct PanelRequest
+{
+    platform::Dictionary config;
+    platform::Array inputs;
+    platform::Array switches;
+    platform::Value buttons;
+    platform::Value groupIndex;  ///< Nothing for a slot panel.
+    platform::Value systemIndex; ///< Nothing for a group panel.
+};
 
 /// What is to be drawn, derived from a configuration before any view is touched.
 ///
@@ -31,6 +46,7 @@ struct PanelPlan
     QString messageColor;
     platform::TextAlignment messageAlignment = platform::TextAlignment::Center;
     quint64 columns = 0;
+    PanelLook look;
     platform::Array inputs;
     qsizetype switchCount = 0;
     QStringList buttons;
@@ -44,6 +60,10 @@ struct PanelPlan
 
 /// Rules for what a plan takes from a configuration. Thread: any.
 namespace plan {
+
+/// The whole plan. Settings that the configuration gives are in force from then on.
+[[nodiscard]] PanelPlan made(const PanelRequest &request, const StationMap &station, Waits &waits,
+                             PanelSettings &settings);
 
 /// The column count of a panel: the configuration's, else the one in force, else one column a slot.
 [[nodiscard]] quint64 columns(const platform::Dictionary &config, quint64 current, quint64 slotCount);

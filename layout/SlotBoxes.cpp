@@ -1,13 +1,15 @@
-#include "input/SlotLabels.h"
-#include "layout/Labels.h"
+#include "layout/SlotBoxes.h"
+
 #include "layout/PanelDrawing.h"
+#include "layout/PanelParts.h"
 #include "layout/SlotBox.h"
-#include "plugin/InteractiveView.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/Selectors.h"
-#include "plugin/StationIndex.h"
 #include "presentation/ColorEngine.h"
+
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
+#include "common/SlotLabels.h"
+#include "common/StationIndex.h"
 
 namespace interactive {
 
@@ -23,24 +25,37 @@ QString blockName()
 
 } // namespace
 
-void InteractiveView::drawSlotBoxes(PanelDrawing &drawing)
+SlotBoxes::SlotBoxes(const StationMap &station, SlotStates &slotStates, const PanelViews &views,
+                     const SlotColors &colors, Switches &switches, Entries &entries,
+                     Confirmation &confirmation, QObject *controller)
+    : m_station(station)
+    , m_slotStates(slotStates)
+    , m_views(views)
+    , m_colors(colors)
+    , m_switches(switches)
+    , m_entries(entries)
+    , m_confirmation(confirmation)
+    , m_controller(controller)
+{}
+
+void SlotBoxes::draw(PanelDrawing &drawing)
 {
-    const platform::CollectionView *overview = collection(drawing.plan.groupName.text());
+    const platform::CollectionView *overview = m_views.collection(drawing.plan.groupName.text());
     if (!overview)
         return;
-    for (quint64 i = 0; i < m_slotCount; ++i) {
+    for (quint64 i = 0; i < m_station.slotCount(); ++i) {
         SlotBox slotBox;
         slotBox.tile = qobject_cast<CollectionViewItem *>(overview->itemAtIndex(static_cast<qint64>(i)));
         if (!slotBox.tile || !slotBox.tile->box())
             continue;
-        slotBox.systemIndex = static_cast<qulonglong>(drawing.plan.groupNumber * m_slotCount + i);
+        slotBox.systemIndex = static_cast<qulonglong>(drawing.plan.groupNumber * m_station.slotCount() + i);
         const platform::Value &given = drawing.plan.systemIndex;
         if (given.isValid()) {
             // A slot panel draws its own box only; with one slot a group, the only tile is the system's.
-            if (m_slotCount >= 2 && !labels::isEqual(slotBox.systemIndex, given))
+            if (m_station.slotCount() >= 2 && !labels::isEqual(slotBox.systemIndex, given))
                 continue;
             slotBox.systemIndex = given;
-        } else if (slotBox.systemIndex.toLongLong() >= m_systemIndexToSlotMapping.size()) {
+        } else if (slotBox.systemIndex.toLongLong() >= m_station.systemIndexToSlotMapping().size()) {
             // A mapping laid out by hand may leave the last group with fewer systems than tiles.
             slotBox.tile->box()->setHidden(true);
             continue;
@@ -49,12 +64,12 @@ void InteractiveView::drawSlotBoxes(PanelDrawing &drawing)
     }
 }
 
-void InteractiveView::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
+void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
 {
     const PanelPlan &plan = drawing.plan;
     log::standard(messages::BoxStarted, {blockName(), plan.panelKey, slotBox.systemIndex});
-    slotBox.slot =
-        elementAt(m_systemIndexToSlotMapping, slotBox.systemIndex, selectors::DrawUI, "system index");
+    slotBox.slot = elementAt(m_station.systemIndexToSlotMapping(), slotBox.systemIndex, selectors::DrawUI,
+                             "system index");
     log::debug(messages::BoxSlot, {blockName(), slotBox.slot, plan.inputs});
 
     slotBox.box = slotBox.tile->box();
@@ -64,7 +79,7 @@ void InteractiveView::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
     slotBox.box->setFrame(frame);
     log::debug(messages::BoxFrame,
                {plan.groupName, slotBox.slot, frame.x(), frame.y(), frame.width(), frame.height()});
-    styleBox(slotBox);
+    styleBox(drawing, slotBox);
     for (platform::View *view : slotBox.content->subviews())
         view->removeFromSuperview();
 
@@ -76,12 +91,12 @@ void InteractiveView::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
         drawSlotControls(drawing, slotBox);
 }
 
-void InteractiveView::styleBox(SlotBox &slotBox)
+void SlotBoxes::styleBox(const PanelDrawing &drawing, SlotBox &slotBox)
 {
     slotBox.box->setAutoresizingMask(platform::MaxXMargin);
     slotBox.tile->setSystemIndex(slotBox.systemIndex);
-    slotBox.box->setFillColor(bgColor(slotBox.systemIndex).withAlphaComponent(backgroundAlpha()));
-    if (drawShadow()) {
+    slotBox.box->setFillColor(m_colors.boxColor(slotBox.systemIndex, drawing.plan.look));
+    if (drawing.plan.look.drawShadow) {
         slotBox.box->setWantsLayer(true);
         slotBox.box->setShadow(platform::Shadow{platform::Color::systemGray(), 2.0, {0.0, 0.0}});
     }
@@ -89,35 +104,40 @@ void InteractiveView::styleBox(SlotBox &slotBox)
 
 /// The caption is the slot's name; the panel's title only decides that there is one, and a panel always has a
 /// title.
-platform::TextField *InteractiveView::drawCaption(PanelDrawing &drawing, const SlotBox &slotBox)
+platform::TextField *SlotBoxes::drawCaption(const PanelDrawing &drawing, const SlotBox &slotBox)
 {
     platform::TextField *caption =
-        makeLabel(drawing.geometry.caption(), platform::Font::boldSystem(CaptionFontSize),
-                  platform::description(slotBox.slot));
+        parts::add(*slotBox.content,
+                   parts::label(drawing.geometry.caption(), platform::Font::boldSystem(CaptionFontSize),
+                                platform::description(slotBox.slot)));
     caption->setAlignment(platform::TextAlignment::Center);
-    caption->setTextColor(textColor(slotBox.systemIndex));
-    slotBox.content->addSubview(caption);
+    caption->setTextColor(textColor(drawing, slotBox));
     return caption;
 }
 
+platform::Color SlotBoxes::textColor(const PanelDrawing &drawing, const SlotBox &slotBox) const
+{
+    return m_colors.textColor(slotBox.systemIndex, drawing.plan.look.backgroundAlpha);
+}
+
 /// The label of a field, whose text is set with the field; or the panel's message where nothing is entered.
-platform::TextField *InteractiveView::drawLabelOrMessage(PanelDrawing &drawing, const SlotBox &slotBox)
+platform::TextField *SlotBoxes::drawLabelOrMessage(const PanelDrawing &drawing, const SlotBox &slotBox)
 {
     const PanelPlan &plan = drawing.plan;
     if (plan.hasFields()) {
         platform::TextField *label =
-            makeLabel(drawing.geometry.slotLabel(), platform::Font::system(LabelFontSize), QString());
-        label->setTextColor(textColor(slotBox.systemIndex));
-        slotBox.content->addSubview(label);
+            parts::add(*slotBox.content, parts::label(drawing.geometry.slotLabel(),
+                                                      platform::Font::system(LabelFontSize), QString()));
+        label->setTextColor(textColor(drawing, slotBox));
         return label;
     }
     if (!plan.hasInputs() && !plan.message.isEmpty()) {
-        platform::TextField *message = makeLabel(drawing.geometry.slotMessage(),
-                                                 platform::Font::system(plan.messageFontSize), plan.message);
+        platform::TextField *message = parts::add(
+            *slotBox.content, parts::label(drawing.geometry.slotMessage(),
+                                           platform::Font::system(plan.messageFontSize), plan.message));
         message->setTextColor(
-            ColorEngine::colorForName(plan.messageColor).value_or(textColor(slotBox.systemIndex)));
+            ColorEngine::colorForName(plan.messageColor).value_or(textColor(drawing, slotBox)));
         message->setAlignment(plan.messageAlignment);
-        slotBox.content->addSubview(message);
     }
     return nullptr;
 }

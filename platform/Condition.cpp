@@ -49,16 +49,17 @@ void Condition::signal()
     }
 }
 
-void Condition::signal(const Ticket &ticket)
+bool Condition::signal(const Ticket &ticket)
 {
     if (ticket.kind != Ticket::Kind::Pending)
-        return;
+        return false;
     const std::lock_guard lock(m_mutex);
     Entry *entry = find(ticket.number);
-    if (entry && entry->state == State::Waiting) {
-        entry->state = State::Signalled;
-        m_changed.notify_all();
-    }
+    if (!entry || entry->state != State::Waiting)
+        return false;
+    entry->state = State::Signalled;
+    m_changed.notify_all();
+    return true;
 }
 
 void Condition::interruptAll()

@@ -56,8 +56,8 @@ public:
 
     /// Wakes the earliest place that is taken and not signalled yet; nothing when there is none.
     void signal();
-    /// Wakes the ticket's place when it is still waiting; nothing otherwise.
-    void signal(const Ticket &ticket);
+    /// Wakes the ticket's place when it is still waiting; false, and nothing else, otherwise.
+    bool signal(const Ticket &ticket);
     /// Ends the wait of every place that is taken and not signalled yet, with Wake::Interrupted.
     void interruptAll();
 

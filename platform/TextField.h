@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Control.h"
+#include "platform/TextAlignment.h"
 #include "platform/TextFieldCell.h"
 
 #include <memory>
@@ -10,9 +11,6 @@ class QLineEdit;
 namespace platform {
 
 struct TextLines;
-
-/// The platform's text alignments, with its numbers.
-enum class TextAlignment { Left = 0, Right = 1, Center = 2, Justified = 3, Natural = 4 };
 
 /// A line of text that can be edited, or a label of one or more lines.
 ///

@@ -1,23 +1,15 @@
 #pragma once
 
 #include "platform/Color.h"
+#include "platform/Geometry.h"
 #include "platform/Identifier.h"
 
-#include <QPointF>
 #include <QPointer>
-#include <QRectF>
-#include <QSizeF>
 #include <QWidget>
 
 #include <optional>
 
 namespace platform {
-
-/// Points in the coordinate system of the superview, origin at its bottom left: x() and y() name the lower
-/// left corner. QRectF's own words top and bottom are not used above the toolkit.
-using Point = QPointF;
-using Size = QSizeF;
-using Rect = QRectF;
 
 /// What grows or shrinks when the superview's size changes: the margins and extents whose bits are set share
 /// the difference equally; with none set for an axis the view keeps its distance to the left or lower edge.

@@ -1,50 +1,53 @@
 #include "plugin/Configuration.h"
 
-#include "input/SlotLabels.h"
-#include "plugin/ErrorCodes.h"
-#include "plugin/Messages.h"
+#include "platform/LogFormat.h"
+#include "presentation/ColorEngine.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "common/ConfigValues.h"
+#include "common/ErrorCodes.h"
+#include "common/Identifiers.h"
+#include "common/Messages.h"
+#include "common/RecordKeys.h"
+#include "common/SlotLabels.h"
 
 namespace interactive {
-
-namespace config {
-
-QString text(const QString &key, const platform::Dictionary &from)
-{
-    const auto found = from.constFind(key);
-    return found == from.constEnd() || !found->isValid() ? QString(QLatin1String(""))
-                                                         : platform::description(*found);
-}
-
-qint64 integer(const QString &key, const platform::Dictionary &from)
-{
-    return platform::integerValue(text(key, from));
-}
-
-QString label(const platform::Dictionary &from)
-{
-    const QString given = text(Label, from);
-    return given.isEmpty() ? DefaultLabel : given;
-}
-
-} // namespace config
 
 namespace {
 
 constexpr qsizetype MaximumGroupInputs = 12;
 constexpr qsizetype MaximumSystemInputs = 1;
 
-std::optional<Refusal> groupRefusal(const platform::Dictionary &config, const platform::Array &list,
-                                    qsizetype inputCount, const StationShape &station)
+Refusal refusal(int code, const char *message)
 {
-    if (inputCount > 0 && labels::hasInvalidLabel(list, station.slotMapping))
-        return Refusal{ErrorLabelIsNoSlotName, messages::LabelIsNoSlotName};
-    if (static_cast<quint64>(list.size()) > station.slotCount)
-        return Refusal{ErrorTooManyLabels, messages::TooManyLabels};
+    return {code, QLatin1String(message)};
+}
+
+std::optional<Refusal> groupRefusal(const platform::Dictionary &config, const platform::Array &list,
+                                    qsizetype inputCount, const StationMap &station)
+{
+    if (inputCount > 0 && labels::hasInvalidLabel(list, station.systemIndexToSlotMapping()))
+        return refusal(ErrorLabelIsNoSlotName, messages::LabelIsNoSlotName);
+    if (static_cast<quint64>(list.size()) > station.slotCount())
+        return refusal(ErrorTooManyLabels, messages::TooManyLabels);
     // Compared as unsigned numbers, so that a negative column is refused too.
-    if (static_cast<quint64>(config::integer(config::Column, config)) > station.slotCount)
-        return Refusal{ErrorColumnExceedsSlots, messages::ColumnExceedsSlots};
+    if (static_cast<quint64>(config::integer(config::Column, config)) > station.slotCount())
+        return refusal(ErrorColumnExceedsSlots, messages::ColumnExceedsSlots);
     if (inputCount > MaximumGroupInputs || labels::hasDuplication(list))
-        return Refusal{ErrorTooManyOrDuplicatedInputs, messages::TooManyOrDuplicatedInputs};
+        return refusal(ErrorTooManyOrDuplicatedInputs, messages::TooManyOrDuplicatedInputs);
+    return std::nullopt;
+}
+
+/// An entry under one of these keys would be lost between what the record keeps for itself.
+std::optional<Refusal> reservedLabel(const platform::Array &list)
+{
+    for (const platform::Value &label : list) {
+        const QString text = platform::description(label);
+        if (text == keys::Length || text == keys::ClickedButton || text == identifiers::SharedInput)
+            return Refusal{ErrorReservedLabel, platform::formatMessage(messages::ReservedLabel, {text})};
+    }
     return std::nullopt;
 }
 
@@ -52,11 +55,11 @@ std::optional<Refusal> groupRefusal(const platform::Dictionary &config, const pl
 
 std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGroup,
                                  const platform::Value &inputs, const platform::Value &switches,
-                                 const StationShape &station)
+                                 const StationMap &station)
 {
     std::optional<Refusal> pending;
     if (inputs.isValid() && switches.isValid())
-        pending = Refusal{ErrorInputAndSwitch, messages::InputAndSwitch};
+        pending = refusal(ErrorInputAndSwitch, messages::InputAndSwitch);
 
     const platform::Array inputList = inputs.toList();
     const platform::Array switchList = switches.toList();
@@ -65,11 +68,14 @@ std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGro
     if (!inputs.isValid() && !switchesOnly)
         return pending;
 
+    const platform::Array &list = switchesOnly ? switchList : inputList;
     std::optional<Refusal> fired;
     if (forGroup)
-        fired = groupRefusal(config, switchesOnly ? switchList : inputList, inputCount, station);
+        fired = groupRefusal(config, list, inputCount, station);
     else if (inputCount > MaximumSystemInputs)
-        fired = Refusal{ErrorTooManyInputsForSystem, messages::TooManyInputsForSystem};
+        fired = refusal(ErrorTooManyInputsForSystem, messages::TooManyInputsForSystem);
+    if (!fired)
+        fired = reservedLabel(list);
     return fired ? fired : pending;
 }
 

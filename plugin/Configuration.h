@@ -7,55 +7,27 @@
 
 #include <optional>
 
+#include "common/StationMap.h"
+
 namespace interactive {
-
-/// The keys of the configuration that a show call takes.
-namespace config {
-inline const QString Input = QStringLiteral("input");
-inline const QString Switch = QStringLiteral("switch");
-inline const QString Button = QStringLiteral("button");
-inline const QString Length = QStringLiteral("length");
-inline const QString Message = QStringLiteral("message");
-inline const QString Label = QStringLiteral("label");
-inline const QString Title = QStringLiteral("title");
-inline const QString Column = QStringLiteral("column");
-inline const QString BackgroundAlpha = QStringLiteral("backgroundAlpha");
-inline const QString DrawShadow = QStringLiteral("drawShadow");
-inline const QString MessageFont = QStringLiteral("messageFont");
-inline const QString MessageColor = QStringLiteral("messageColor");
-inline const QString MessageAlignment = QStringLiteral("messageAlignment");
-
-/// The label of a value that a configuration does not name.
-inline const QString DefaultLabel = QStringLiteral("SN");
-
-/// A value of a dictionary as text: its description, or the empty text when the key is missing.
-[[nodiscard]] QString text(const QString &key, const platform::Dictionary &from);
-/// The same read as an integer (0 when there is none).
-[[nodiscard]] qint64 integer(const QString &key, const platform::Dictionary &from);
-/// "label", or "SN" when absent or empty.
-[[nodiscard]] QString label(const platform::Dictionary &from);
-} // namespace config
 
 /// Why a configuration is refused.
 struct Refusal
 {
     int code;
-    const char *message;
+    QString message;
 
     friend bool operator==(const Refusal &, const Refusal &) = default;
-};
-
-/// What the rules for configurations need to know of the station.
-struct StationShape
-{
-    platform::Array slotMapping; ///< systemIndexToSlotMapping
-    quint64 slotCount = 0;
 };
 
 /// The first rule that the configuration breaks, in the rules' order; nothing when it may be drawn.
 /// `inputs` and `switches` are the configuration's values, nothing when absent. Thread: any.
 [[nodiscard]] std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGroup,
                                                const platform::Value &inputs, const platform::Value &switches,
-                                               const StationShape &station);
+                                               const StationMap &station);
+
+/// What a configuration says and nobody uses, or that is taken for something else: a line for the log each.
+/// `method` is the name that the lines begin with. Thread: any.
+[[nodiscard]] QStringList doubtsAbout(const platform::Dictionary &config, const QString &method);
 
 } // namespace interactive

@@ -1,14 +1,10 @@
 #include "plugin/InteractiveView.h"
 
-#include "input/SlotLabels.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
-#include "platform/Button.h"
+#include "platform/NotificationCenter.h"
 #include "platform/ScrollView.h"
 #include "platform/SplitView.h"
-#include "platform/TextField.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/Selectors.h"
+#include "plugin/Rooms.h"
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/SystemIndexTransformers.h"
 
@@ -18,21 +14,14 @@ namespace interactive {
 
 namespace {
 
-constexpr double InitialBackgroundAlpha = 0.3;
+constexpr PanelLook InitialLook{0.3, false};
 constexpr unsigned FollowsBothSides = platform::WidthSizable | platform::HeightSizable;
-
-QString describe(const std::shared_ptr<platform::Condition> &condition)
-{
-    return condition
-               ? QStringLiteral("<Condition: 0x%1>")
-                     .arg(reinterpret_cast<quintptr>(condition.get()), 0, 16) // NOLINT: an address to show
-               : QStringLiteral("(null)");
-}
 
 } // namespace
 
 InteractiveView::InteractiveView(QObject *parent)
     : platform::ViewController(parent)
+    , m_rooms(std::make_unique<Rooms>(this, this))
 {
     registerSystemIndexTransformers();
 }
@@ -45,94 +34,45 @@ platform::View *InteractiveView::loadView()
     Ui::InteractiveView interface;
     interface.setupUi(root.get());
     interface.scrollView->setDocumentView(interface.documentView);
-    m_rootView = root.get();
-    m_scrollView = interface.scrollView;
-    m_splitView = interface.splitView;
+    m_rooms->views.setViews(root.get(), interface.scrollView, interface.splitView);
     return root.release();
 }
 
 void InteractiveView::viewDidLoad()
 {
     ViewController::viewDidLoad();
-    setSavedData({});
-    setEnableStatus({});
-    m_responders.lock()->clear();
-    m_groupButtons.lock()->clear();
-    m_conditions.lock()->clear();
+    m_rooms->records.restore({});
+    m_rooms->records.setLoopEnabled(false);
+    m_rooms->slotStates.restore({});
+    m_rooms->waits.clear();
 
-    const KVKConfigEngine *station = KVKConfigEngine::sharedConfigEngine();
-    m_customColorEnabled = station->statusTableCustomRowColorEnabled();
-    m_systemIndexToGroupMapping = station->systemIndexToGroupMapping();
-    m_systemIndexToSlotMapping = station->systemIndexToSlotMapping();
-    m_groupCount = static_cast<quint64>(uniqueArray(m_systemIndexToGroupMapping).size());
-    m_slotCount = static_cast<quint64>(uniqueArray(m_systemIndexToSlotMapping).size());
+    const KVKConfigEngine *engine = KVKConfigEngine::sharedConfigEngine();
+    m_rooms->settings.setCustomColorEnabled(engine->statusTableCustomRowColorEnabled());
+    m_rooms->station = StationMap(engine->systemIndexToGroupMapping(), engine->systemIndexToSlotMapping());
+    m_rooms->settings.setLook(InitialLook);
 
-    m_drawShadow = false;
-    m_backgroundAlpha = InitialBackgroundAlpha;
-    m_rootView->setWantsLayer(true);
-    m_rootView->setLayerBackgroundColor(platform::Color::clear());
-    m_rootView->setAutoresizingMask(FollowsBothSides);
-    m_collections.lock()->clear();
+    platform::View *root = m_rooms->views.rootView();
+    root->setWantsLayer(true);
+    root->setLayerBackgroundColor(platform::Color::clear());
+    root->setAutoresizingMask(FollowsBothSides);
 
-    setupLoopButton();
-    setupGroupButtons();
+    m_rooms->loop.setupLoopButton(this);
+    m_rooms->groupButtons.setupGroupButtons(this);
     setupSplitView();
     platform::NotificationCenter::defaultCenter().addObserver(
-        this, TextFieldMouseDownNotification,
-        [this](const platform::Notification &notification) { textFieldMouseDown(notification); });
-    m_isLoopEnabled = false;
+        this, TextFieldMouseDownNotification, [this](const platform::Notification &notification) {
+            m_rooms->focus.textFieldMouseDown(notification, m_rooms->records);
+        });
+    m_rooms->keys.start();
 }
 
 void InteractiveView::setupSplitView()
 {
-    m_splitView->setDividerStyle(platform::SplitView::DividerStyle::Thin);
-    m_splitView->setWantsLayer(true);
-    m_splitView->setLayerBackgroundColor(platform::Color::clear());
-    m_splitView->setAutoresizingMask(FollowsBothSides);
-}
-
-std::shared_ptr<platform::Condition> InteractiveView::getCondition(const platform::Identifier &key)
-{
-    const auto conditions = m_conditions.lock();
-    const QString method = selectors::bracketed(selectors::GetCondition);
-    if (conditions->isEmpty()) {
-        log::error(messages::NoCondition, {method, key});
-        return nullptr;
-    }
-    const std::shared_ptr<platform::Condition> found = conditions->value(key.text());
-    log::debug(messages::FoundCondition, {method, key, platform::integerValue(key.text()), describe(found)});
-    return found;
-}
-
-std::shared_ptr<platform::Condition> InteractiveView::findCondition(const platform::Identifier &key)
-{
-    return m_conditions.lock()->value(key.text());
-}
-
-std::shared_ptr<platform::Condition> InteractiveView::conditionMade(const platform::Identifier &key)
-{
-    if (auto found = getCondition(key))
-        return found;
-    // Another call for the same key may have made it since: both must wait on one condition.
-    const auto conditions = m_conditions.lock();
-    std::shared_ptr<platform::Condition> &condition = (*conditions)[key.text()];
-    if (!condition)
-        condition = std::make_shared<platform::Condition>();
-    return condition;
-}
-
-platform::Identifier InteractiveView::panelKey(const QString &text)
-{
-    const auto keys = m_panelKeys.lock();
-    auto found = keys->find(text);
-    if (found == keys->end())
-        found = keys->insert(text, platform::Identifier(text));
-    return *found;
-}
-
-platform::Array InteractiveView::groupNames() const
-{
-    return uniqueArray(m_systemIndexToGroupMapping);
+    platform::SplitView *splitView = m_rooms->views.splitView();
+    splitView->setDividerStyle(platform::SplitView::DividerStyle::Thin);
+    splitView->setWantsLayer(true);
+    splitView->setLayerBackgroundColor(platform::Color::clear());
+    splitView->setAutoresizingMask(FollowsBothSides);
 }
 
 std::set<int> InteractiveView::collectionViewShouldSelectItemsAtIndexPaths(platform::CollectionView *,

@@ -1,6 +1,8 @@
 #include "kovan/KovanLuaSequencer/KVKLabels.h"
 #include "plugin/InteractiveView.h"
-#include "plugin/Selectors.h"
+#include "plugin/Rooms.h"
+
+#include "common/Selectors.h"
 
 namespace interactive {
 
@@ -52,37 +54,25 @@ platform::Dictionary InteractiveView::pluginFunctionTable()
 
 double InteractiveView::minHeightHint()
 {
-    return m_rootView ? m_rootView->frame().height() : 0.0;
+    const platform::View *root = m_rooms->views.rootView();
+    return root ? root->frame().height() : 0.0;
 }
 
 double InteractiveView::minWidthHint()
 {
-    return m_rootView ? m_rootView->frame().width() : 0.0;
-}
-
-platform::Value InteractiveView::showGroupView(const platform::Value &groupNumber,
-                                               const platform::Dictionary &config, platform::Error *error)
-{
-    return showInteractiveView(groupNumber, {}, config, error);
-}
-
-platform::Value InteractiveView::showView(const platform::Value &systemIndex,
-                                          const platform::Dictionary &config, platform::Error *error)
-{
-    return showInteractiveView({}, systemIndex, config, error);
+    const platform::View *root = m_rooms->views.rootView();
+    return root ? root->frame().width() : 0.0;
 }
 
 void InteractiveView::interruptWaitingCalls()
 {
-    m_interrupted = true;
-    const Conditions conditions = m_conditions.copy();
-    for (const std::shared_ptr<platform::Condition> &condition : conditions)
-        condition->interruptAll();
+    m_rooms->waits.interrupt();
 }
 
 void InteractiveView::acceptCalls()
 {
-    m_interrupted = false;
+    m_rooms->records.forgetAllAnswers();
+    m_rooms->waits.accept();
 }
 
 } // namespace interactive

@@ -1,17 +1,23 @@
 #include "plugin/ShowCall.h"
 
-#include "input/Identifiers.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/LogFormat.h"
 #include "platform/MainQueue.h"
-#include "plugin/Configuration.h"
-#include "plugin/ErrorCodes.h"
 #include "plugin/InteractiveView.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/RecordKeys.h"
-#include "plugin/Selectors.h"
-#include "plugin/StationIndex.h"
+#include "plugin/Rooms.h"
+#include "plugin/ShowError.h"
+#include "plugin/WaitNotice.h"
+
+#include <algorithm>
+
+#include "common/ConfigValues.h"
+#include "common/ErrorCodes.h"
+#include "common/Identifiers.h"
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/RecordKeys.h"
+#include "common/Selectors.h"
+#include "common/StationIndex.h"
 
 namespace interactive {
 
@@ -32,6 +38,16 @@ QString roleOf(const QString &buttonIdentifier)
     return buttonIdentifier.mid(buttonIdentifier.lastIndexOf(identifiers::Separator) + 1);
 }
 
+/// Labels in an order of their own, since the order in which they are asked for is no part of a question.
+QString sortedLabels(const platform::Value &list)
+{
+    QStringList texts;
+    for (const platform::Value &label : list.toList())
+        texts.append(platform::description(label));
+    texts.sort();
+    return texts.join(QChar(0x1f));
+}
+
 } // namespace
 
 platform::Value InteractiveView::showInteractiveView(const platform::Value &groupNumber,
@@ -45,24 +61,34 @@ platform::Value InteractiveView::showInteractiveView(const platform::Value &grou
                              platform::formatMessage(messages::OnMainThread, {methodName(), subject}));
         return {};
     }
-    return ShowCall(*this, groupNumber, systemIndex, config, error).run();
+    return ShowCall(*m_rooms, groupNumber, systemIndex, config, error).run();
+}
+
+platform::Value InteractiveView::showGroupView(const platform::Value &groupNumber,
+                                               const platform::Dictionary &config, platform::Error *error)
+{
+    return showInteractiveView(groupNumber, {}, config, error);
+}
+
+platform::Value InteractiveView::showView(const platform::Value &systemIndex,
+                                          const platform::Dictionary &config, platform::Error *error)
+{
+    return showInteractiveView({}, systemIndex, config, error);
 }
 
 void InteractiveView::checkConfig(const platform::Dictionary &config, const platform::Value &groupNumber,
                                   const platform::Value &inputs, const platform::Value &switchs,
                                   const platform::Value &, platform::Error *error)
 {
-    const StationShape station{m_systemIndexToSlotMapping, m_slotCount};
-    if (const auto refusal = refusalOf(config, groupNumber.isValid(), inputs, switchs, station)) {
+    if (const auto refusal = refusalOf(config, groupNumber.isValid(), inputs, switchs, m_rooms->station)) {
         platform::storeError(error, InteractivePluginErrorDomain, refusal->code,
                              platform::formatMessage("%@", {refusal->message}));
     }
 }
 
-ShowCall::ShowCall(InteractiveView &controller, const platform::Value &groupNumber,
-                   const platform::Value &systemIndex, const platform::Dictionary &config,
-                   platform::Error *error)
-    : m_controller(controller)
+ShowCall::ShowCall(Rooms &rooms, const platform::Value &groupNumber, const platform::Value &systemIndex,
+                   const platform::Dictionary &config, platform::Error *error)
+    : m_rooms(rooms)
     , m_groupNumber(groupNumber)
     , m_systemIndex(systemIndex)
     , m_config(config)
@@ -72,12 +98,149 @@ ShowCall::ShowCall(InteractiveView &controller, const platform::Value &groupNumb
 platform::Value ShowCall::run()
 {
     log::standard(messages::ShowCalled, {methodName(), m_systemIndex, m_config});
-    findPanel();
-    announce();
-    if (!hasRightTypes())
+    if (!findPanel())
         return {};
-    MainQueue::sync([this] { m_controller.resetUI(m_panelKey); });
+    readWanted();
+    for (const QString &doubt : doubtsAbout(m_config, methodName()))
+        log::standard("%@", {doubt});
+    if (const auto answer = answerGivenBefore())
+        return *answer;
 
+    // The rules are pure, so it is known before the turn comes what the panel will lie upon.
+    Turns::Turn turn(m_rooms.waits.turns(), m_group.text(), m_panelKey.text(), roomNeeded());
+    if (!turn.hasCome()) {
+        const WaitNotice notice(messages::WaitsForTurn, m_systems);
+        if (turn.wait() == Turns::Wake::Interrupted) {
+            storeInterrupted();
+            return {};
+        }
+        // The same question may have been answered while this call queued.
+        if (const auto answer = answerGivenBefore())
+            return *answer;
+    }
+    return showInTurn();
+}
+
+/// Finds out whose panel it is; false, with an error stored, where the station has no such system.
+bool ShowCall::findPanel()
+{
+    const StationMap &station = m_rooms.station;
+    platform::Value group;
+    if (m_groupNumber.isValid()) {
+        group =
+            elementAt(station.groupNames(), m_groupNumber, selectors::ShowInteractiveView, "group number");
+        m_systems = station.systemsOf(platform::description(group));
+        m_panelKey = m_rooms.waits.panelKey(platform::description(group));
+    } else {
+        if (!isWithin(station.systemIndexToGroupMapping(), m_systemIndex, selectors::ShowInteractiveView,
+                      "system index")) {
+            const QString problem =
+                station.systemCount() == 0
+                    ? platform::formatMessage(messages::NoSystems, {methodName(), m_systemIndex})
+                    : platform::formatMessage(messages::NoSuchSystem,
+                                              {methodName(), m_systemIndex, station.systemCount() - 1});
+            log::error("%@", {problem});
+            platform::storeError(m_error, InteractivePluginErrorDomain, ErrorNoSuchSystem, problem);
+            return false;
+        }
+        group = station.groupOf(platform::integerValue(m_systemIndex));
+        m_systems = {m_systemIndex.toULongLong()};
+        m_panelKey = m_rooms.waits.panelKey(platform::description(m_systemIndex));
+    }
+    m_group = m_rooms.waits.panelKey(platform::description(group));
+    return true;
+}
+
+void ShowCall::readWanted()
+{
+    m_wanted.switches = m_config.value(config::Switch);
+    m_wanted.inputs = m_config.value(config::Input);
+    m_wanted.buttons = m_config.value(config::Button);
+    if (m_wanted.switches.isValid() && !platform::isArray(m_wanted.switches))
+        m_wanted.wrongType = QLatin1String(messages::SwitchIsNotArray);
+    else if (m_wanted.inputs.isValid() && !platform::isArray(m_wanted.inputs))
+        m_wanted.wrongType = QLatin1String(messages::InputIsNotArray);
+    if (m_wanted.buttons.isValid() && !platform::isArray(m_wanted.buttons)) {
+        // Taken as none, as the line says: a text must not become a button for each of its letters.
+        log::error(messages::ButtonIsNotArray, {});
+        m_wanted.buttons = {};
+    }
+    m_wanted.switchCount = m_wanted.switches.toList().size();
+    m_wanted.inputCount = m_wanted.inputs.toList().size();
+}
+
+bool ShowCall::isInformative() const
+{
+    return isGroupPanel() && !config::text(config::Message, m_config).isEmpty();
+}
+
+/// A caller without an out-parameter cannot learn of a refusal, and its panel is drawn.
+std::optional<Refusal> ShowCall::refusal() const
+{
+    if (!m_error || isInformative())
+        return std::nullopt;
+    // An error that the caller brings along is shown, too.
+    if (m_error->isPresent())
+        return Refusal{m_error->code, m_error->localizedDescription};
+    return refusalOf(m_config, isGroupPanel(), m_wanted.inputs, m_wanted.switches, m_rooms.station);
+}
+
+Turns::Room ShowCall::roomNeeded() const
+{
+    const bool beside = !isGroupPanel() && m_wanted.wrongType.isEmpty() && !refusal();
+    return beside ? Turns::Room::Shared : Turns::Room::Alone;
+}
+
+/// What an answer in loop mode is an answer to: the kind of panel and its labels. A group's panel also says
+/// what value it asks for; a slot's says so by the label itself.
+QString ShowCall::question() const
+{
+    const QString value = isGroupPanel() ? config::label(m_config) : QString();
+    return QStringList{isGroupPanel() ? QStringLiteral("group") : QStringLiteral("slot"), value,
+                       sortedLabels(m_wanted.inputs), sortedLabels(m_wanted.switches)}
+        .join(QChar(0x1e));
+}
+
+void ShowCall::announce()
+{
+    MainQueue::async(
+        [&rooms = m_rooms, key = m_panelKey] { rooms.groupButtons.enableGroupButton(true, key); });
+    static_cast<void>(m_rooms.waits.conditionMade(m_panelKey));
+}
+
+/// In loop mode an answer that was given counts again: nothing is drawn, and no turn is waited for.
+std::optional<platform::Value> ShowCall::answerGivenBefore()
+{
+    const bool mayCount = asks() && m_wanted.wrongType.isEmpty() && !isInformative();
+    if (!mayCount || !m_rooms.records.isLoopEnabled())
+        return std::nullopt;
+    const auto answer = m_rooms.records.answer(m_panelKey.text(), question());
+    if (!answer)
+        return std::nullopt;
+    announce();
+    const Turns::Turn turn(m_rooms.waits.turns(), m_group.text(), m_panelKey.text(), Turns::Room::Alone);
+    // Only where no call has a panel in the band: what one waits on is not touched.
+    if (turn.hasCome()) {
+        MainQueue::sync([this] { m_rooms.views.resetUI(m_panelKey); });
+        m_rooms.records.giveAgain(m_panelKey.text(), question(), *answer);
+        if (!isGroupPanel())
+            resetData(m_rooms.records, m_rooms.views, m_panelKey);
+    }
+    const platform::Value states =
+        answer->states.isValid() ? answer->states : m_rooms.slotStates.of(m_panelKey.text());
+    return resultOf(answer->record, states);
+}
+
+platform::Value ShowCall::showInTurn()
+{
+    announce();
+    if (!m_rooms.groupButtons.isGroupOn(m_group))
+        MainQueue::sync([this] { m_rooms.views.hideFirst(m_panelKey); });
+    if (!m_wanted.wrongType.isEmpty()) {
+        showProblem(m_wanted.wrongType);
+        return {};
+    }
+    MainQueue::sync([this] { m_rooms.views.resetUI(m_panelKey); });
     if (isInformative()) {
         if (cannotBeDrawn())
             return {};
@@ -85,100 +248,27 @@ platform::Value ShowCall::run()
         draw();
         return platform::Dictionary();
     }
-    if (!isAnsweredInLoop()) {
-        logCounts();
-        if (isRefused() || cannotBeDrawn())
-            return {};
-        if (!askOperator())
-            return {};
+    logCounts();
+    if (const auto refused = refusal()) {
+        if (!m_error->isPresent())
+            platform::storeError(m_error, InteractivePluginErrorDomain, refused->code, refused->message);
+        showProblem(refused->message);
+        return {};
     }
+    if (cannotBeDrawn() || !askOperator())
+        return {};
     return collectResult();
-}
-
-void ShowCall::findPanel()
-{
-    if (m_groupNumber.isValid()) {
-        m_group = elementAt(m_controller.groupNames(), m_groupNumber, selectors::ShowInteractiveView,
-                            "group number");
-        m_panelKey = m_controller.panelKey(platform::description(m_group));
-    }
-    if (m_systemIndex.isValid()) {
-        const platform::Array groups = m_controller.systemIndexToGroupMapping();
-        if (isWithin(groups, m_systemIndex, selectors::ShowInteractiveView, "system index"))
-            m_group = groups.at(static_cast<qsizetype>(platform::integerValue(m_systemIndex)));
-        else
-            log::standard(messages::BeyondMapping, {methodName(), m_systemIndex, groups.size()});
-        m_panelKey = m_controller.panelKey(platform::description(m_systemIndex));
-    }
-    if (m_group.isValid())
-        m_groupIdentifier = m_controller.panelKey(platform::description(m_group));
-}
-
-void ShowCall::announce()
-{
-    MainQueue::async(
-        [&controller = m_controller, key = m_panelKey] { controller.enableGroupButton(true, key); });
-    m_condition = m_controller.conditionMade(m_panelKey);
-    if (!m_controller.isGroupOn(m_groupIdentifier))
-        m_controller.hideUIWithIdentifier(m_panelKey);
-}
-
-bool ShowCall::hasRightTypes()
-{
-    m_wanted.switches = m_config.value(config::Switch);
-    m_wanted.inputs = m_config.value(config::Input);
-    m_wanted.buttons = m_config.value(config::Button);
-    if (m_wanted.switches.isValid() && !platform::isArray(m_wanted.switches))
-        return showProblem(QLatin1String(messages::SwitchIsNotArray));
-    if (m_wanted.inputs.isValid() && !platform::isArray(m_wanted.inputs))
-        return showProblem(QLatin1String(messages::InputIsNotArray));
-    if (m_wanted.buttons.isValid() && !platform::isArray(m_wanted.buttons))
-        log::error(messages::ButtonIsNotArray, {});
-    m_wanted.switchCount = m_wanted.switches.toList().size();
-    m_wanted.inputCount = m_wanted.inputs.toList().size();
-    return true;
-}
-
-bool ShowCall::isInformative() const
-{
-    return m_controller.isGroupView(m_panelKey) && !config::text(config::Message, m_config).isEmpty();
-}
-
-bool ShowCall::isAnsweredInLoop()
-{
-    const bool asks = m_wanted.inputCount > 0 || m_wanted.switchCount > 0;
-    return asks && m_controller.isLoopEnabled() &&
-           m_controller.m_savedData.lock()->contains(m_panelKey.text());
 }
 
 void ShowCall::logCounts()
 {
-    const bool nothingAsked = m_wanted.inputCount == 0 && m_wanted.switchCount == 0;
-    const bool noRecord = !m_controller.m_savedData.lock()->contains(m_panelKey.text());
-    log::standard(messages::ShowCounts, {methodName(), m_controller.isLoopEnabled(), nothingAsked, noRecord});
-}
-
-bool ShowCall::isRefused()
-{
-    m_controller.checkConfig(m_config, m_groupNumber, m_wanted.inputs, m_wanted.switches, m_wanted.buttons,
-                             m_error);
-    // A caller without an out-parameter cannot learn of a refusal, and the panel is drawn.
-    if (!m_error || !m_error->isPresent())
-        return false;
-    static_cast<void>(showProblem(m_error->localizedDescription));
-    return true;
-}
-
-bool ShowCall::showProblem(const QString &message)
-{
-    if (!m_controller.showError(message, m_config, m_groupIdentifier))
-        storeInterrupted();
-    return false;
+    log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
+                                         !m_rooms.records.contains(m_panelKey.text())});
 }
 
 bool ShowCall::cannotBeDrawn()
 {
-    const QString problem = m_controller.panelProblem(m_config);
+    const QString problem = m_rooms.builder.panelProblem(m_config);
     if (problem.isEmpty())
         return false;
     log::error(messages::Named, {methodName(), problem});
@@ -186,25 +276,16 @@ bool ShowCall::cannotBeDrawn()
     return true;
 }
 
-void ShowCall::startRecord()
+/// Shows why the call is refused, and waits until somebody has read it.
+void ShowCall::showProblem(const QString &message)
 {
-    const auto savedData = m_controller.m_savedData.lock();
-    const bool keepsAnswers =
-        m_controller.isGroupView(m_panelKey) && config::label(m_config) != config::DefaultLabel;
-    if (!keepsAnswers)
-        m_controller.resetData(m_panelKey);
-    savedData->insert(m_panelKey.text(),
-                      platform::Dictionary{
-                          {keys::Length, static_cast<qlonglong>(config::integer(config::Length, m_config))}});
-}
-
-void ShowCall::draw()
-{
-    // A panel of switches is drawn for the slots that have one.
-    const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
-    const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
-    m_controller.drawUI(m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons,
-                        m_groupNumber, m_systemIndex);
+    platform::Dictionary config = m_config;
+    // A column count that is refused, or would be, is none for the panel that says so.
+    const auto columns = static_cast<quint64>(config::integer(config::Column, config));
+    if (isGroupPanel() && columns > m_rooms.station.slotCount())
+        config.remove(config::Column);
+    if (!showError(m_rooms, message, config, m_group, m_systems))
+        storeInterrupted();
 }
 
 /// Draws the panel and waits; false when the host ended the wait.
@@ -212,70 +293,73 @@ bool ShowCall::askOperator()
 {
     // The place is taken before the panel can be pressed, and before the host may ask for the end: neither is
     // lost.
-    platform::Condition::Place place(*m_condition);
-    if (m_controller.m_interrupted) {
+    Waits::Wait wait(m_rooms.waits, m_panelKey, Waits::Purpose::Answer);
+    if (m_rooms.waits.isInterrupted()) {
         storeInterrupted();
         return false;
+    }
+    if (m_systemIndex.isValid()) {
+        MainQueue::async([index = m_systemIndex.toULongLong()] {
+            KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(index);
+        });
     }
     bool answered = false;
     try {
-        showAndWait(place, answered);
+        startRecord();
+        draw();
+        const WaitNotice notice(messages::WaitsForOperator, m_systems);
+        answered = wait.wait() == Waits::Wake::Pressed;
     } catch (...) {
-        clearPanel();
+        clearPanel(false);
+        m_rooms.records.forget(m_panelKey.text());
         throw;
     }
-    clearPanel();
+    clearPanel(answered);
     if (!answered) {
-        abandon();
+        // What was half entered is no answer.
+        m_rooms.records.forget(m_panelKey.text());
+        if (!isGroupPanel())
+            resetData(m_rooms.records, m_rooms.views, m_panelKey);
         storeInterrupted();
         return false;
     }
-    forgetLength();
+    m_rooms.records.finish(m_panelKey.text());
     return true;
 }
 
-void ShowCall::showAndWait(platform::Condition::Place &place, bool &answered)
+void ShowCall::startRecord()
 {
-    MainQueue::async([index = m_systemIndex] {
-        if (index.isValid())
-            KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(
-                index.toULongLong());
-    });
-    startRecord();
-    if (!m_controller.isGroupView(m_panelKey))
-        m_controller.m_enableStatus.lock()->remove(m_panelKey.text());
-    draw();
-    answered = place.wait() == platform::Condition::Wake::Signalled;
+    // A group's panel that asks for another value than the serial number keeps its fields' order.
+    const bool keepsAnswers = isGroupPanel() && config::label(m_config) != config::DefaultLabel;
+    if (!keepsAnswers)
+        resetData(m_rooms.records, m_rooms.views, m_panelKey);
+    m_rooms.records.start(m_panelKey.text(), config::integer(config::Length, m_config), question());
+    if (!isGroupPanel())
+        m_rooms.slotStates.forget(m_panelKey.text());
 }
 
-void ShowCall::clearPanel()
+void ShowCall::draw()
 {
-    MainQueue::sync([this] { m_controller.resetUI(m_panelKey); });
-    if (m_systemIndex.isValid()) {
-        MainQueue::sync([this] {
+    // A panel of switches is drawn for the slots that have one.
+    const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
+    const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
+    m_rooms.builder.drawUI({m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons,
+                            m_groupNumber, m_systemIndex});
+}
+
+/// Takes the panel away. The keys that followed the press come in only now, when they cannot land in what is
+/// gone.
+void ShowCall::clearPanel(bool wasPressed)
+{
+    MainQueue::sync([&] {
+        m_rooms.views.resetUI(m_panelKey);
+        if (m_systemIndex.isValid())
             KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
                 m_systemIndex.toULongLong());
-        });
-    }
-}
-
-void ShowCall::forgetLength()
-{
-    const auto savedData = m_controller.m_savedData.lock();
-    const auto found = savedData->find(m_panelKey.text());
-    if (found == savedData->end())
-        return;
-    platform::Dictionary record = found->toMap();
-    record.remove(keys::Length);
-    *found = record;
-}
-
-/// What was half entered is no answer.
-void ShowCall::abandon()
-{
-    m_controller.m_savedData.lock()->remove(m_panelKey.text());
-    if (!m_controller.isGroupView(m_panelKey))
-        m_controller.resetData(m_panelKey);
+        m_rooms.focus.panelGone(m_panelKey);
+        if (wasPressed)
+            m_rooms.keys.release();
+    });
 }
 
 void ShowCall::storeInterrupted()
@@ -286,36 +370,40 @@ void ShowCall::storeInterrupted()
 
 platform::Value ShowCall::collectResult()
 {
-    const platform::Value record = m_controller.m_savedData.lock()->value(m_panelKey.text());
-    const platform::Value result = resultOf(record);
-    if (!m_controller.isGroupView(m_panelKey)) {
-        const auto savedData = m_controller.m_savedData.lock();
-        m_controller.resetData(m_panelKey);
-    }
+    const QString key = m_panelKey.text();
+    const std::optional<platform::Dictionary> found = m_rooms.records.record(key);
+    const platform::Value record = found ? platform::Value(*found) : platform::Value();
+    const platform::Value states = m_wanted.switchCount > 0 ? m_rooms.slotStates.of(key) : platform::Value();
+    const platform::Value result = resultOf(record, states);
+    // A system's answer outlives its call in loop mode only, a group's always.
+    if (asks() && (isGroupPanel() || m_rooms.records.isLoopEnabled()))
+        m_rooms.records.keepAnswer(key, question(), states);
+    if (!isGroupPanel())
+        resetData(m_rooms.records, m_rooms.views, m_panelKey);
     return result;
 }
 
-platform::Value ShowCall::resultOf(const platform::Value &record)
+platform::Value ShowCall::resultOf(const platform::Value &record, const platform::Value &states)
 {
     const platform::Value clickedButton = record.toMap().value(keys::ClickedButton);
     if (!clickedButton.isValid())
         return record;
     const QString identifier = platform::description(clickedButton);
     if (m_wanted.switchCount > 0)
-        return switchResult(record, identifier);
+        return switchResult(record, identifier, states);
     if (m_wanted.inputCount > 0)
         return record;
     return identifier == identifiers::Pass;
 }
 
-platform::Value ShowCall::switchResult(const platform::Value &record, const QString &clickedButton)
+platform::Value ShowCall::switchResult(const platform::Value &record, const QString &clickedButton,
+                                       const platform::Value &states)
 {
     if (roleOf(clickedButton) != OkRole) {
         platform::storeError(m_error, InteractivePluginErrorDomain, ErrorSwitchPanelNotConfirmed,
                              platform::formatMessage(messages::UserCanceled, {methodName(), m_panelKey}));
         return record;
     }
-    const platform::Value states = m_controller.m_enableStatus.lock()->value(m_panelKey.text());
     return states.isValid() ? states : record;
 }
 

@@ -1,30 +1,36 @@
 #pragma once
 
-#include "platform/Condition.h"
 #include "platform/Error.h"
 #include "platform/Identifier.h"
 #include "platform/Value.h"
+#include "plugin/Configuration.h"
 
-#include <memory>
+#include <QList>
+
 #include <optional>
+
+#include "common/PanelRecords.h"
+#include "common/Turns.h"
+#include "common/Waits.h"
 
 namespace interactive {
 
-class InteractiveView;
+struct Rooms;
 
-/// One show call on its way: it draws a panel, waits for the operator and collects the answer.
+/// One show call on its way: it waits for its turn, draws a panel, waits for the operator and collects the
+/// answer.
 ///
 /// Thread: the sequencer thread that makes the call, from construction to destruction. Ownership: refers to
-/// the controller, the configuration and the error for the length of the call.
+/// the rooms, the configuration and the error for the length of the call.
 class ShowCall
 {
 public:
     /// Either the group number or the system index is given, the other one is nothing.
-    /// Errors: throws std::out_of_range for a group number that the station does not have.
-    ShowCall(InteractiveView &controller, const platform::Value &groupNumber,
-             const platform::Value &systemIndex, const platform::Dictionary &config, platform::Error *error);
+    ShowCall(Rooms &rooms, const platform::Value &groupNumber, const platform::Value &systemIndex,
+             const platform::Dictionary &config, platform::Error *error);
 
-    /// Runs the call and returns the answer, nothing when there is none.
+    /// Runs the call and returns the answer, nothing when there is none. Errors: throws std::out_of_range for
+    /// a group number that the station does not have, std::invalid_argument for a number that is not whole.
     [[nodiscard]] platform::Value run();
 
 private:
@@ -36,40 +42,44 @@ private:
         platform::Value buttons;
         qsizetype inputCount = 0;
         qsizetype switchCount = 0;
+        /// A value of the wrong type, in words; empty when there is none.
+        QString wrongType;
     };
 
-    void findPanel();
-    void announce();
-    [[nodiscard]] bool hasRightTypes();
+    [[nodiscard]] bool findPanel();
+    void readWanted();
+    [[nodiscard]] bool isGroupPanel() const { return m_groupNumber.isValid(); }
+    [[nodiscard]] bool asks() const { return m_wanted.inputCount > 0 || m_wanted.switchCount > 0; }
     [[nodiscard]] bool isInformative() const;
-    [[nodiscard]] bool isAnsweredInLoop();
-    [[nodiscard]] bool isRefused();
+    [[nodiscard]] std::optional<Refusal> refusal() const;
+    [[nodiscard]] Turns::Room roomNeeded() const;
+    [[nodiscard]] QString question() const;
+
+    void announce();
+    [[nodiscard]] std::optional<platform::Value> answerGivenBefore();
+    [[nodiscard]] platform::Value showInTurn();
     [[nodiscard]] bool cannotBeDrawn();
     void logCounts();
-    void draw();
-    void startRecord();
     [[nodiscard]] bool askOperator();
-    void showAndWait(platform::Condition::Place &place, bool &answered);
-    void clearPanel();
-    void highlight(bool on);
-    void forgetLength();
-    void abandon();
-
-    [[nodiscard]] platform::Value collectResult();
-    [[nodiscard]] platform::Value resultOf(const platform::Value &record);
-    [[nodiscard]] platform::Value switchResult(const platform::Value &record, const QString &clickedButton);
-    [[nodiscard]] bool showProblem(const QString &message);
+    void startRecord();
+    void draw();
+    void clearPanel(bool wasPressed);
+    void showProblem(const QString &message);
     void storeInterrupted();
 
-    InteractiveView &m_controller;
+    [[nodiscard]] platform::Value collectResult();
+    [[nodiscard]] platform::Value resultOf(const platform::Value &record, const platform::Value &states);
+    [[nodiscard]] platform::Value switchResult(const platform::Value &record, const QString &clickedButton,
+                                               const platform::Value &states);
+
+    Rooms &m_rooms;
     platform::Value m_groupNumber;
     platform::Value m_systemIndex;
     const platform::Dictionary &m_config;
     platform::Error *m_error;
-    platform::Value m_group;
-    platform::Identifier m_groupIdentifier; ///< Null when the call has no group.
+    platform::Identifier m_group;
     platform::Identifier m_panelKey;
-    std::shared_ptr<platform::Condition> m_condition;
+    QList<quint64> m_systems; ///< Those that the panel is for.
     Wanted m_wanted;
 };
 

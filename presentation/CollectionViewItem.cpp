@@ -1,9 +1,9 @@
 #include "presentation/CollectionViewItem.h"
 
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
 #include "presentation/CollectionViewItemView.h"
 
+#include "common/Log.h"
+#include "common/Messages.h"
 #include "ui_CollectionViewItem.h"
 
 namespace interactive {

@@ -1,12 +1,17 @@
+#include "presentation/SlotColors.h"
+
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "platform/Box.h"
 #include "platform/TextField.h"
-#include "plugin/InteractiveView.h"
-#include "plugin/Log.h"
-#include "plugin/Messages.h"
-#include "plugin/Selectors.h"
+
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
 
 namespace interactive {
+
+using platform::Color;
+using platform::Value;
 
 namespace {
 
@@ -16,52 +21,64 @@ constexpr double BoxCornerRadius = 4.0;
 
 } // namespace
 
-platform::Color InteractiveView::textColor(const platform::Value &systemIndex)
+Color SlotColors::textColor(const Value &systemIndex, double backgroundAlpha) const
 {
-    if (systemIndex.isValid() && m_customColorEnabled) {
+    if (systemIndex.isValid() && m_settings.customColorEnabled()) {
         const auto color = KVKColorEngine::textColorForIndex(systemIndex);
-        if (color && m_backgroundAlpha >= ReadableBackgroundAlpha)
+        if (color && backgroundAlpha >= ReadableBackgroundAlpha)
             return *color;
     }
-    return platform::Color::black();
+    return Color::black();
 }
 
-platform::Color InteractiveView::bgColor(const platform::Value &systemIndex)
+Color SlotColors::bgColor(const Value &systemIndex) const
 {
-    if (systemIndex.isValid() && m_customColorEnabled)
-        return KVKColorEngine::backgroundColorForIndex(systemIndex).value_or(platform::Color::white());
-    return platform::Color::white();
+    if (systemIndex.isValid() && m_settings.customColorEnabled())
+        return KVKColorEngine::backgroundColorForIndex(systemIndex).value_or(Color::white());
+    return Color::white();
 }
 
-void InteractiveView::setTextFieldColor(platform::TextField *field, const platform::Value &systemIndex)
+void SlotColors::setTextFieldColor(platform::TextField *field, const Value &systemIndex) const
 {
     if (!field)
         return;
-    if (m_customColorEnabled) {
+    const double alpha = m_settings.look().backgroundAlpha;
+    if (m_settings.customColorEnabled()) {
         field->setBackgroundColor(bgColor(systemIndex));
-        field->setTextColor(textColor(systemIndex));
+        field->setTextColor(textColor(systemIndex, alpha));
         return;
     }
-    field->setBackgroundColor(platform::Color::white().withAlphaComponent(m_backgroundAlpha));
-    field->setTextColor(platform::Color::black());
+    field->setBackgroundColor(Color::white().withAlphaComponent(alpha));
+    field->setTextColor(Color::black());
 }
 
-platform::Box *InteractiveView::bgView(const platform::Rect &frame, const platform::Value &systemIndex)
+platform::Box *SlotColors::bgView(const platform::Rect &frame, const Value &systemIndex) const
 {
     log::debug(messages::MessageCalled, {selectors::bracketed(selectors::BgView), systemIndex});
+    const PanelLook look = m_settings.look();
     auto box = std::make_unique<platform::Box>(frame);
     box->setWantsLayer(true);
     box->setMasksToBounds(true);
     box->setCornerRadius(BoxCornerRadius);
 
-    std::optional<platform::Color> color = platform::Color::lightGray();
-    if (systemIndex.isValid() && m_customColorEnabled)
+    std::optional<Color> color = Color::lightGray();
+    if (systemIndex.isValid() && m_settings.customColorEnabled())
         color = KVKColorEngine::backgroundColorForIndex(systemIndex);
     if (color)
-        box->setLayerBackgroundColor(color->withAlphaComponent(m_backgroundAlpha));
-    if (m_drawShadow)
-        box->setShadow(platform::Shadow{platform::Color::systemGray(), 2.0, {0.0, 0.0}});
+        box->setLayerBackgroundColor(color->withAlphaComponent(look.backgroundAlpha));
+    if (look.drawShadow)
+        box->setShadow(platform::Shadow{Color::systemGray(), 2.0, {0.0, 0.0}});
     return box.release();
+}
+
+Color SlotColors::boxColor(const Value &systemIndex, const PanelLook &look) const
+{
+    return bgColor(systemIndex).withAlphaComponent(look.backgroundAlpha);
+}
+
+Color SlotColors::valueColor(const PanelLook &look)
+{
+    return Color::white().withAlphaComponent(2.0 * look.backgroundAlpha);
 }
 
 } // namespace interactive

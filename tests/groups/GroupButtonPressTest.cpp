@@ -26,7 +26,7 @@ protected:
     {
         button->setState(state);
         log.clear();
-        plugin().groupBtnClicked(button);
+        rooms().groupButtons.groupBtnClicked(button);
         return logged();
     }
 };
@@ -108,7 +108,7 @@ TEST_F(GroupButtonPressTest, TheOnlyGroupOfAStationCannotBeSwitchedOff)
     click(groupButton("G1"));
     click(groupButton("G1"));
     EXPECT_EQ(groupButton("G1")->state(), Button::On);
-    EXPECT_TRUE(plugin().isGroupOn(key("G1")));
+    EXPECT_TRUE(rooms().groupButtons.isGroupOn(key("G1")));
 }
 
 TEST_F(GroupButtonPressTest, AGroupThatIsNeitherOnNorOffDoesNotCountAsOn)
@@ -132,7 +132,7 @@ TEST_F(GroupButtonPressTest, TheLogNamesTheTitleBesideTheGroup)
 {
     groupButton("G1")->setTitle("Upper row");
     EXPECT_EQ(
-        loggedByCallFor(plugin().groupButtons().first(), Button::On),
+        loggedByCallFor(rooms().groupButtons.groupButtons().first(), Button::On),
         QStringList{"debug: -[InteractiveView groupBtnClicked:]: viewIdentifier G1 button Upper row new "
                     "state: 1"});
 }
@@ -168,7 +168,7 @@ TEST_F(GroupButtonPressTest, AGroupNamedWithAHyphenIsHandledUnderWhatStandsBefor
 
 TEST_F(GroupButtonPressTest, AButtonThatIsDisabledTakesNoClick)
 {
-    plugin().enableGroupButton(false, key("G1"));
+    rooms().groupButtons.enableGroupButton(false, key("G1"));
     EXPECT_EQ(loggedByClickOn("G1"), QStringList());
     EXPECT_EQ(groupButton("G1")->state(), Button::On);
 }
@@ -188,8 +188,8 @@ TEST_F(GroupButtonPressTest, AnythingButAButtonIsToldAndIgnored)
     expectError("Invalid call for -[InteractiveView groupBtnClicked:]");
     platform::View view;
     view.setIdentifier(platform::Identifier(QStringLiteral("G1")));
-    plugin().groupBtnClicked(&view);
-    plugin().groupBtnClicked(nullptr);
+    rooms().groupButtons.groupBtnClicked(&view);
+    rooms().groupButtons.groupBtnClicked(nullptr);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView groupBtnClicked:] from sender: <View: G1>"));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,

@@ -52,10 +52,12 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         // The loop controls come into the root view right before the buttons.
-        if (event->type() == QEvent::ChildAdded && groupButtons().isEmpty() && !m_status.isEmpty())
-            setEnableStatus(m_status);
+        if (event->type() == QEvent::ChildAdded && !m_status.isEmpty() && groupButtons().isEmpty())
+            rooms().slotStates.restore(m_status);
         return InteractiveView::eventFilter(watched, event);
     }
+
+    QList<Button *> groupButtons() { return rooms().groupButtons.groupButtons(); }
 
 protected:
     platform::View *loadView() override
@@ -79,14 +81,14 @@ void configureStation(const Array &groups, const Array &slotNames)
 
 TEST_F(GroupButtonSetUpTest, AreCheckBoxesThatBearTheirGroupsNameAndAreOn)
 {
-    const QList<Button *> made = plugin().groupButtons();
+    const QList<Button *> made = rooms().groupButtons.groupButtons();
     ASSERT_EQ(made.size(), 2);
-    const double y = plugin().rootView()->frame().height() - 30;
+    const double y = rooms().views.rootView()->frame().height() - 30;
     EXPECT_EQ(lookOf(made[0]), groupButtonLook({1280.0 - 192, y, 80, 30}, "G1"));
     EXPECT_EQ(lookOf(made[1]), groupButtonLook({1280.0 - 96, y, 80, 30}, "G2"));
     for (const Button *button : made) {
         EXPECT_EQ(button->target(), &plugin());
-        EXPECT_EQ(button->superview(), plugin().rootView());
+        EXPECT_EQ(button->superview(), rooms().views.rootView());
         EXPECT_FALSE(button->isHidden());
     }
 }
@@ -110,14 +112,14 @@ TEST_F(GroupButtonSetUpTest, StandWhereTheyBelongInARootViewOfAnySize)
 
 TEST_F(GroupButtonSetUpTest, ASecondSetUpLeavesConditionsAndStatusAlone)
 {
-    const QList<Button *> made = plugin().groupButtons();
-    const auto condition = plugin().getCondition(key("G1"));
-    plugin().setEnableStatus({});
-    plugin().setupGroupButtons();
-    EXPECT_EQ(plugin().groupButtons(), made);
-    EXPECT_EQ(plugin().getCondition(key("G1")), condition);
+    const QList<Button *> made = rooms().groupButtons.groupButtons();
+    const auto condition = rooms().waits.getCondition(key("G1"));
+    rooms().slotStates.restore({});
+    rooms().groupButtons.setupGroupButtons(&plugin());
+    EXPECT_EQ(rooms().groupButtons.groupButtons(), made);
+    EXPECT_EQ(rooms().waits.getCondition(key("G1")), condition);
     EXPECT_EQ(plugin().enableStatus(), Dictionary());
-    EXPECT_EQ(buttons(plugin().rootView()).count(made.first()), 1);
+    EXPECT_EQ(buttons(rooms().views.rootView()).count(made.first()), 1);
 }
 
 TEST_F(GroupButtonSetUpTest, ANewGroupsSlotsAreOnByTheNumberOne)
@@ -135,7 +137,7 @@ TEST_F(GroupButtonSetUpTest, AGroupThatHasAStatusKeepsItAndGetsItsButtonAndCondi
     EXPECT_EQ(platform::description(controller.enableStatus()), "{A = {kept = -1}; B = {S1 = 1}}");
     ASSERT_EQ(controller.groupButtons().size(), 2);
     EXPECT_EQ(controller.groupButtons().first()->state(), Button::On);
-    EXPECT_NE(controller.getCondition(controller.panelKey("A")), nullptr);
+    EXPECT_NE(controller.rooms().waits.getCondition(controller.rooms().waits.panelKey("A")), nullptr);
 }
 
 TEST_F(GroupButtonSetUpTest, AShowCallLetsItsGroupBeSwitchedAndItsConfirmationNoMore)
@@ -154,30 +156,30 @@ TEST_F(GroupButtonSetUpTest, KeepTheirDistanceToTheTopRightCorner)
 {
     station.groups = {"A"};
     plugin();
-    plugin().rootView()->setFrame({0, 0, 1000, 500});
-    EXPECT_EQ(frames(plugin().groupButtons()), QStringList{"(904, 470, 80, 30)"});
+    rooms().views.rootView()->setFrame({0, 0, 1000, 500});
+    EXPECT_EQ(frames(rooms().groupButtons.groupButtons()), QStringList{"(904, 470, 80, 30)"});
 }
 
 TEST_F(GroupButtonSetUpTest, RelayoutUsesASmallerPitchAndKeepsTheHeight)
 {
     station.groups = {"A", "B", "C"};
     plugin();
-    plugin().rootView()->setFrame({0, 0, 800, 600});
-    plugin().groupButtons().at(1)->setHidden(true);
-    plugin().groupButtons().at(2)->setFrame({1, 17, 3, 4});
-    plugin().relayoutGroupButtons(800);
-    EXPECT_EQ(frames(plugin().groupButtons()),
+    rooms().views.rootView()->setFrame({0, 0, 800, 600});
+    rooms().groupButtons.groupButtons().at(1)->setHidden(true);
+    rooms().groupButtons.groupButtons().at(2)->setFrame({1, 17, 3, 4});
+    rooms().groupButtons.relayoutGroupButtons(800);
+    EXPECT_EQ(frames(rooms().groupButtons.groupButtons()),
               (QStringList{"(536, 570, 80, 30)", "(624, 570, 80, 30)", "(712, 17, 80, 30)"}));
-    EXPECT_FALSE(plugin().groupButtons().at(1)->isHidden());
+    EXPECT_FALSE(rooms().groupButtons.groupButtons().at(1)->isHidden());
 }
 
 TEST_F(GroupButtonSetUpTest, EveryGroupHasAConditionAndAllItsSlotsAreOn)
 {
     station.groups = {"A", "B"};
     station.slotNames = {"x", "y"};
-    EXPECT_NE(plugin().getCondition(key("A")), nullptr);
-    EXPECT_NE(plugin().getCondition(key("B")), nullptr);
-    EXPECT_NE(plugin().getCondition(key("A")), plugin().getCondition(key("B")));
+    EXPECT_NE(rooms().waits.getCondition(key("A")), nullptr);
+    EXPECT_NE(rooms().waits.getCondition(key("B")), nullptr);
+    EXPECT_NE(rooms().waits.getCondition(key("A")), rooms().waits.getCondition(key("B")));
     EXPECT_EQ(platform::description(plugin().enableStatus()), "{A = {x = 1; y = 1}; B = {x = 1; y = 1}}");
 }
 

@@ -30,7 +30,7 @@ platform::View *GroupFixture::addPane(const platform::Identifier &identifier)
 {
     auto *made = new platform::View(platform::Rect(0, 0, 100, 50));
     made->setIdentifier(identifier);
-    plugin().splitView()->addSubview(made);
+    rooms().views.splitView()->addSubview(made);
     return made;
 }
 

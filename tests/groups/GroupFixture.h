@@ -10,7 +10,7 @@ namespace testsupport {
 class GroupFixture : public PanelFixture
 {
 protected:
-    platform::Identifier key(const QString &text) { return plugin().panelKey(text); }
+    platform::Identifier key(const QString &text) { return rooms().waits.panelKey(text); }
     /// A panel of that identifier in the split view, with nothing in it.
     platform::View *addPane(const platform::Identifier &identifier);
     /// The switch of a slot on a group panel; null when there is none.

@@ -74,14 +74,14 @@ TEST_F(SwitchPanelTest, ASlotThatTookNoInputTakesItOnceItWasSwitchedOffAndOn)
     ASSERT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = -1; S3 = 1; S4 = -1}");
     Button *hiddenSwitch = switchOf(content("G2", 3));
     hiddenSwitch->setState(Button::On);
-    plugin().switchBtnClicked(hiddenSwitch);
+    rooms().switches.switchBtnClicked(hiddenSwitch);
     EXPECT_EQ(platform::description(status("G2")), "{S1 = 1; S2 = -1; S3 = 1; S4 = 1}");
 }
 
 TEST_F(SwitchPanelTest, WhatWasEnteredIsDiscardedOnTheWayOffAndNotBroughtBack)
 {
     drawGroup(1, allSlots);
-    plugin().setSavedData(
+    rooms().records.restore(
         {{"G1", Dictionary{{"S3", "A"}}}, {"G2", Dictionary{{"length", 2}, {"S2", "B"}, {"S3", "C"}}}});
     clickSwitch("G2", 2);
     EXPECT_EQ(platform::description(record("G2")), "{S2 = B; length = 2}");
@@ -95,7 +95,7 @@ TEST_F(SwitchPanelTest, WhatCameInMeanwhileIsDiscardedOnTheWayOnToo)
 {
     drawGroup(1, allSlots);
     clickSwitch("G2", 2);
-    plugin().setSavedData({{"G2", Dictionary{{"S3", "C"}}}});
+    rooms().records.restore({{"G2", Dictionary{{"S3", "C"}}}});
     clickSwitch("G2", 2);
     EXPECT_TRUE(plugin().savedData().contains("G2"));
     EXPECT_EQ(record("G2"), Dictionary());
@@ -112,11 +112,14 @@ TEST_F(SwitchPanelTest, OnASwitchPanelTheBoxIsPaintedThoughThereIsNoField)
     EXPECT_EQ(box("G2", 2)->fillColor(), own.withAlphaComponent(0.3));
 }
 
-TEST_F(SwitchPanelTest, TheBoxTakesTheOpacityOfTheMoment)
+TEST_F(SwitchPanelTest, TheBoxTakesTheOpacityOfItsOwnPanel)
 {
-    drawGroup(1, allSlots);
+    Dictionary config = allSlots;
+    config.insert("backgroundAlpha", 0.75);
+    drawGroup(1, config);
     clickSwitch("G2", 2);
-    plugin().setBackgroundAlpha(0.75);
+    // A panel of another group that is drawn meanwhile has its own.
+    drawGroup(0, {{"input", Array{"S1"}}, {"backgroundAlpha", 0.25}});
     clickSwitch("G2", 2);
     EXPECT_EQ(box("G2", 2)->fillColor(), own.withAlphaComponent(0.75));
 }
@@ -137,7 +140,7 @@ TEST_F(SwitchPanelTest, TheWholeEnableStatusIsLogged)
 TEST_F(SwitchPanelTest, WithoutARecordNothingIsStored)
 {
     drawGroup(0, allSlots);
-    plugin().setSavedData({});
+    rooms().records.restore({});
     clickSwitch("G1", 1);
     EXPECT_EQ(plugin().savedData(), Dictionary{});
 }

@@ -58,7 +58,7 @@ protected:
     void flip(Button *button, Button::State state)
     {
         button->setState(state);
-        plugin().switchBtnClicked(button);
+        rooms().switches.switchBtnClicked(button);
     }
     Color fill() const { return m_box->fillColor(); }
 
@@ -67,7 +67,7 @@ protected:
 
 TEST_F(SwitchSurroundingsTest, AGroupsStatusIsKeptUnderTheStationsSlotNameAndTheRecordUnderTheSwitchsOwn)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S3", "A"}, {"Other", "B"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S3", "A"}, {"Other", "B"}}}});
     Button *button = addSwitch(Identifier("G1-102-Other"));
     flip(button, Button::Off);
     EXPECT_EQ(platform::description(status("G1")), "{S1 = 1; S2 = 1; S4 = 1}");
@@ -80,7 +80,7 @@ TEST_F(SwitchSurroundingsTest, TheSlotNameIsThatOfTheVerySystem)
 {
     station.systemGroups = Array{"G1", "G2", "G1", "G2"};
     station.systemSlots = Array{"A", "B", "C", "D"};
-    plugin().setEnableStatus({});
+    rooms().slotStates.restore({});
     flip(addSwitch(Identifier("G2-103-X")), Button::On);
     EXPECT_EQ(platform::description(plugin().enableStatus()), "{G2 = {D = 1}}");
 }
@@ -102,7 +102,7 @@ TEST_F(SwitchSurroundingsTest, TheFirstSwitchOffMakesAStatusWithoutSlots)
 
 TEST_F(SwitchSurroundingsTest, ANameWithHyphensBelongsToTheSlotWhole)
 {
-    plugin().setSavedData({{"3", Dictionary{{"SN-2-b", "A"}, {"SN", "B"}}}});
+    rooms().records.restore({{"3", Dictionary{{"SN-2-b", "A"}, {"SN", "B"}}}});
     flip(addSwitch(Identifier("3-103-SN-2-b")), Button::On);
     EXPECT_EQ(platform::description(status("3")), "{SN-2-b = 1}");
     EXPECT_EQ(platform::description(record("3")), "{SN = B}");
@@ -204,8 +204,8 @@ TEST_F(SwitchSurroundingsTest, ASwitchWithoutAnIdentifierTouchesNeitherFieldNorB
 
 TEST_F(SwitchSurroundingsTest, AnIdentifierWithoutAHyphenIsPanelTagAndSlotAlike)
 {
-    plugin().setEnableStatus({});
-    plugin().setSavedData({{"X", Dictionary{{"X", "A"}, {"Y", "B"}}}});
+    rooms().slotStates.restore({});
+    rooms().records.restore({{"X", Dictionary{{"X", "A"}, {"Y", "B"}}}});
     flip(addSwitch(Identifier("X")), Button::On);
     EXPECT_EQ(platform::description(plugin().enableStatus()), "{X = {X = 1}}");
     EXPECT_EQ(platform::description(record("X")), "{Y = B}");
@@ -228,7 +228,7 @@ TEST_F(SwitchSurroundingsTest, ATagIsReadUpToItsFirstCharacterThatIsNoDigit)
 
 TEST_F(SwitchSurroundingsTest, TheWholeStatusIsLoggedForASystemPanel)
 {
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", -1}}}});
+    rooms().slotStates.restore({{"G1", Dictionary{{"S1", -1}}}});
     log.clear();
     flip(addSwitch(Identifier("3-103-SN")), Button::On);
     EXPECT_EQ(logged(), QStringList{"default: -[InteractiveView switchBtnClicked:]: enable status: {3 = {SN "
@@ -241,8 +241,8 @@ TEST_F(SwitchSurroundingsTest, AnythingButAButtonIsIgnoredWithoutALine)
     const Dictionary before = plugin().enableStatus();
     View view;
     view.setIdentifier(Identifier(QStringLiteral("G1-100-S1")));
-    plugin().switchBtnClicked(&view);
-    plugin().switchBtnClicked(nullptr);
+    rooms().switches.switchBtnClicked(&view);
+    rooms().switches.switchBtnClicked(nullptr);
     EXPECT_EQ(plugin().enableStatus(), before);
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView switchBtnClicked:]"), 0);
 }

@@ -23,9 +23,9 @@ class CheckAllInputsTest : public testsupport::PluginFixture
 protected:
     bool mayClose(const QString &panelKey)
     {
-        InteractiveView &target = plugin();
+        interactive::Rooms &target = rooms();
         return onSequencer([&target, panelKey](Error *) {
-                   return Value(target.checkAllInputs(target.panelKey(panelKey)));
+                   return Value(target.confirmation.checkAllInputs(target.waits.panelKey(panelKey)));
                })
             .result()
             .toBool();
@@ -34,7 +34,7 @@ protected:
     /// Registers input fields with these names and texts for a panel, in the window.
     void addFields(const QString &panelKey, const std::vector<std::pair<QString, QString>> &fields)
     {
-        InteractiveView::Responders all;
+        interactive::Responders all;
         double x = 400.0;
         for (const auto &[name, text] : fields) {
             auto *made = new MouseTrackedTextField(platform::Rect(x, 300.0, 80.0, 25.0));
@@ -42,11 +42,11 @@ protected:
             made->setIdentifier(Identifier(panelKey + "-" + name));
             made->setStringValue(text);
             made->setBackgroundColor(Color::systemBlue());
-            plugin().rootView()->addSubview(made);
+            rooms().views.rootView()->addSubview(made);
             all.append(made);
             x += 100.0;
         }
-        plugin().setResponders(panelKey, all);
+        rooms().views.setResponders(panelKey, all);
     }
 };
 
@@ -58,7 +58,7 @@ TEST_F(CheckAllInputsTest, APanelWithoutRegisteredFieldsMayClose)
 
 TEST_F(CheckAllInputsTest, TheFirstInvalidFieldStopsTheCheck)
 {
-    plugin().setSavedData({{"0", Dictionary{{"length", 3}}}});
+    rooms().records.restore({{"0", Dictionary{{"length", 3}}}});
     addFields("0", {{"A", "AAA"}, {"B", "BB"}, {"C", "CCC"}});
     expectError("Invalid input: 0-B = BB");
     EXPECT_FALSE(mayClose("0"));
@@ -71,7 +71,7 @@ TEST_F(CheckAllInputsTest, TheFirstInvalidFieldStopsTheCheck)
 
 TEST_F(CheckAllInputsTest, APanelWhoseFieldsAreAllValidMayClose)
 {
-    plugin().setSavedData({{"0", Dictionary{{"length", 3}}}});
+    rooms().records.restore({{"0", Dictionary{{"length", 3}}}});
     addFields("0", {{"A", "AAA"}, {"B", "BBB"}});
     EXPECT_TRUE(mayClose("0"));
     EXPECT_EQ(record("0"), (Dictionary{{"A", "AAA"}, {"B", "BBB"}, {"length", 3}}));
@@ -79,7 +79,7 @@ TEST_F(CheckAllInputsTest, APanelWhoseFieldsAreAllValidMayClose)
 
 TEST_F(CheckAllInputsTest, AFieldThatIsGoneDoesNotHoldThePanelUp)
 {
-    plugin().setSavedData({{"0", Dictionary{{"length", 3}}}});
+    rooms().records.restore({{"0", Dictionary{{"length", 3}}}});
     addFields("0", {{"A", "AAA"}});
     delete field("0-A");
     expectError("Invalid call for ");
@@ -91,14 +91,14 @@ TEST_F(CheckAllInputsTest, AGroupWithoutAnyEntryMayNotClose)
 {
     addFields("G1", {{"S1", ""}, {"SharedInput", ""}});
     EXPECT_FALSE(mayClose("G1"));
-    plugin().setSavedData({{"G1", Dictionary{{"length", 3}, {"clickedButton", "Pass"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"length", 3}, {"clickedButton", "Pass"}}}});
     EXPECT_FALSE(mayClose("G1"));
 }
 
 TEST_F(CheckAllInputsTest, AGroupsFieldsAreNotCheckedAgain)
 {
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", 1}}}});
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "AAA"}, {"length", 3}}}});
+    rooms().slotStates.restore({{"G1", Dictionary{{"S1", 1}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "AAA"}, {"length", 3}}}});
     addFields("G1", {{"S1", "AAA"}, {"SharedInput", "XX"}});
     EXPECT_TRUE(mayClose("G1"));
     EXPECT_EQ(field("G1-SharedInput")->backgroundColor(), Color::systemBlue());
@@ -106,8 +106,8 @@ TEST_F(CheckAllInputsTest, AGroupsFieldsAreNotCheckedAgain)
 
 TEST_F(CheckAllInputsTest, AGroupWithAnEnabledSlotStillEmptyMayNotCloseAndTheSharedFieldGetsTheFocus)
 {
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", 1}, {"S2", 1}, {"S3", -1}}}});
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().slotStates.restore({{"G1", Dictionary{{"S1", 1}, {"S2", 1}, {"S3", -1}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     addFields("G1", {{"S1", "A"}, {"SharedInput", "X"}});
     EXPECT_FALSE(mayClose("G1"));
     EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
@@ -116,8 +116,8 @@ TEST_F(CheckAllInputsTest, AGroupWithAnEnabledSlotStillEmptyMayNotCloseAndTheSha
 
 TEST_F(CheckAllInputsTest, ASlotThatTakesNoInputDoesNotHoldTheGroupUp)
 {
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", 1}, {"S2", -1}}}});
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().slotStates.restore({{"G1", Dictionary{{"S1", 1}, {"S2", -1}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     addFields("G1", {{"S1", "A"}, {"SharedInput", ""}});
     EXPECT_TRUE(mayClose("G1"));
 }
@@ -126,29 +126,29 @@ TEST_F(CheckAllInputsTest, AGroupWhoseLastFieldIsNoInputFieldMayClose)
 {
     auto *plain = new TextField(platform::Rect(400.0, 300.0, 80.0, 25.0));
     plain->setIdentifier(Identifier("G1-S1"));
-    plugin().rootView()->addSubview(plain);
-    plugin().setResponders("G1", {plain});
+    rooms().views.rootView()->addSubview(plain);
+    rooms().views.setResponders("G1", {plain});
     EXPECT_TRUE(mayClose("G1"));
 }
 
 TEST_F(CheckAllInputsTest, AGroupWhoseListOfFieldsIsEmptyMayClose)
 {
-    plugin().setResponders("G1", {});
+    rooms().views.setResponders("G1", {});
     EXPECT_TRUE(mayClose("G1"));
 }
 
 TEST_F(CheckAllInputsTest, ASystemsPanelWithASlotThatStillWaitsMayNotClose)
 {
-    plugin().setEnableStatus({{"0", Dictionary{{"S1", 1}, {"S2", 1}}}});
-    plugin().setSavedData({{"0", Dictionary{{"S1", "A"}}}});
-    plugin().setResponders("0", {});
+    rooms().slotStates.restore({{"0", Dictionary{{"S1", 1}, {"S2", 1}}}});
+    rooms().records.restore({{"0", Dictionary{{"S1", "A"}}}});
+    rooms().views.setResponders("0", {});
     EXPECT_FALSE(mayClose("0"));
 }
 
 TEST_F(CheckAllInputsTest, WithoutARecordNoSlotIsWaitedFor)
 {
-    plugin().setEnableStatus({{"0", Dictionary{{"S1", 1}}}});
-    plugin().setResponders("0", {});
+    rooms().slotStates.restore({{"0", Dictionary{{"S1", 1}}}});
+    rooms().views.setResponders("0", {});
     EXPECT_TRUE(mayClose("0"));
 }
 

@@ -30,9 +30,9 @@ protected:
     /// clearAllInputs must not run on the main thread.
     void clearAllInputs(const QString &panelKey)
     {
-        InteractiveView &target = plugin();
+        interactive::Rooms &target = rooms();
         ASSERT_TRUE(onSequencer([&target, panelKey](Error *) {
-                        target.clearAllInputs(target.panelKey(panelKey));
+                        target.confirmation.clearAllInputs(target.waits.panelKey(panelKey));
                         return Value();
                     }).waitUntilFinished());
     }
@@ -43,7 +43,7 @@ TEST_F(ClearTest, TheRecordKeepsItsLengthAlone)
     auto &call = askGroup();
     scan("A");
     press("G1", "OK");
-    ASSERT_TRUE(record("G1").contains("clickedButton"));
+    ASSERT_EQ(record("G1"), (Dictionary{{"length", 1}, {"S1", "A"}}));
     press("G1", "Clear");
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 1}}));
     EXPECT_FALSE(call.finished());
@@ -52,7 +52,7 @@ TEST_F(ClearTest, TheRecordKeepsItsLengthAlone)
 TEST_F(ClearTest, ARecordWithoutALengthIsRemoved)
 {
     askGroup();
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
     press("G1", "Clear");
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"G2", Dictionary{{"S1", "B"}}}}));
 }
@@ -64,7 +64,7 @@ TEST_F(ClearTest, EveryFieldIsEmptiedAndTheFirstOneFocused)
     scan("B");
     type("C");
     press("G1", "Clear");
-    for (const QPointer<TextField> &member : plugin().responders("G1")) {
+    for (const QPointer<TextField> &member : rooms().views.responders("G1")) {
         EXPECT_EQ(member->stringValue(), "");
         EXPECT_EQ(member->backgroundColor(), raisedWhite);
     }
@@ -140,7 +140,7 @@ TEST_F(ClearTest, AFieldThatIsNoInputFieldIsLeftAlone)
     plain.setStringValue("kept");
     MouseTrackedTextField input;
     input.setStringValue("lost");
-    plugin().setResponders("0", {&plain, &input});
+    rooms().views.setResponders("0", {&plain, &input});
     clearAllInputs("0");
     EXPECT_EQ(plain.stringValue(), "kept");
     EXPECT_EQ(input.stringValue(), "");
@@ -152,7 +152,7 @@ TEST_F(ClearTest, AFieldThatIsGoneIsPassedOver)
     QPointer<TextField> gone = new MouseTrackedTextField;
     MouseTrackedTextField input;
     input.setStringValue("lost");
-    plugin().setResponders("0", {gone, &input});
+    rooms().views.setResponders("0", {gone, &input});
     delete gone.data();
     clearAllInputs("0");
     EXPECT_EQ(input.stringValue(), "");
@@ -160,7 +160,7 @@ TEST_F(ClearTest, AFieldThatIsGoneIsPassedOver)
 
 TEST_F(ClearTest, WithoutRegisteredFieldsThereIsNothingToClear)
 {
-    plugin().setSavedData({{"9", Dictionary{{"SN", "A"}}}});
+    rooms().records.restore({{"9", Dictionary{{"SN", "A"}}}});
     clearAllInputs("9");
     EXPECT_EQ(record("9"), (Dictionary{{"SN", "A"}}));
 }

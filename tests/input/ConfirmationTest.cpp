@@ -25,7 +25,7 @@ TEST_F(ConfirmationTest, AnotherSenderIsRefused)
     start();
     expectError("Invalid call for ");
     TextField sender;
-    plugin().confirmBtnClicked(&sender);
+    rooms().confirmation.confirmBtnClicked(&sender);
     settle();
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: "
@@ -37,7 +37,7 @@ TEST_F(ConfirmationTest, NoSenderIsRefused)
 {
     start();
     expectError("Invalid call for ");
-    plugin().confirmBtnClicked(nullptr);
+    rooms().confirmation.confirmBtnClicked(nullptr);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: (null)"));
 }
@@ -57,7 +57,7 @@ TEST_F(ConfirmationTest, TheMainThreadIsNotHeldUp)
     ASSERT_TRUE(waitForPanel("0"));
     // The work asks the main thread for the button's panel before it says anything, and the main thread is
     // here.
-    plugin().confirmBtnClicked(button("0", "OK"));
+    rooms().confirmation.confirmBtnClicked(button("0", "OK"));
     EXPECT_EQ(timesLoggedFrom(job + ": 0"), 0);
     settle();
     EXPECT_EQ(timesLoggedFrom(job + ": 0"), 1);
@@ -70,7 +70,7 @@ TEST_F(ConfirmationTest, AButtonWithoutAPanelChangesNothing)
     Button lost;
     lost.setIdentifier(Identifier("Pass"));
     lost.setTitle("OK");
-    plugin().confirmBtnClicked(&lost);
+    rooms().confirmation.confirmBtnClicked(&lost);
     settle();
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "-[InteractiveView getParentIdentifier:]: <Button: Pass>(Pass), "
@@ -85,8 +85,8 @@ TEST_F(ConfirmationTest, AButtonThatIsGoneByThenChangesNothing)
     parent.setIdentifier(Identifier("G1"));
     auto *gone = new Button(&parent);
     gone->setTitle("Cancel");
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
-    plugin().confirmBtnClicked(gone);
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().confirmation.confirmBtnClicked(gone);
     delete gone;
     settle();
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
@@ -99,7 +99,7 @@ TEST_F(ConfirmationTest, WithoutAConditionThePressIsRecordedAndNothingElse)
     auto *pressed = new Button(&parent);
     pressed->setIdentifier(Identifier("77-0-Cancel"));
     pressed->setTitle("Cancel");
-    plugin().confirmBtnClicked(pressed);
+    rooms().confirmation.confirmBtnClicked(pressed);
     settle();
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"77", Dictionary{{"clickedButton", "77-0-Cancel"}}}}));
 }
@@ -122,7 +122,7 @@ TEST_F(ConfirmationTest, OkChecksWhatWasTypedWithoutReturn)
     EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "A"}, {"clickedButton", "Pass"}}));
 }
 
-TEST_F(ConfirmationTest, OkWithAnInvalidEntryKeepsTheCallWaitingAndRecordsThePress)
+TEST_F(ConfirmationTest, OkWithAnInvalidEntryKeepsTheCallWaitingAndLeavesNoMark)
 {
     Dictionary config = twoButtons;
     config.insert("length", 3);
@@ -134,7 +134,7 @@ TEST_F(ConfirmationTest, OkWithAnInvalidEntryKeepsTheCallWaitingAndRecordsThePre
     EXPECT_FALSE(call.finished());
     EXPECT_EQ(field("0-SN")->backgroundColor(), Color::standardRed());
     EXPECT_EQ(field("0-SN")->selectedText(), "AB");
-    EXPECT_EQ(record("0"), (Dictionary{{"length", 3}, {"clickedButton", "Pass"}}));
+    EXPECT_EQ(record("0"), (Dictionary{{"length", 3}}));
 
     scan("ABC");
     press("0", "OK");
@@ -155,7 +155,7 @@ TEST_F(ConfirmationTest, OkOnAGroupWithASlotStillEmptyBringsTheFocusToTheSharedF
     auto &call = showGroup(0, {{"input", Array{"S1", "S2"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
-    click(plugin().loopNumberField());
+    click(rooms().loop.loopNumberField());
     ASSERT_FALSE(field("G1-SharedInput")->isFirstResponder());
     press("G1", "OK");
     EXPECT_FALSE(call.finished());
@@ -192,14 +192,14 @@ TEST_F(ConfirmationTest, OkOnAGroupThatIsOffIsRefusedAndLogged)
     auto &call = showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
-    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     expectError("Inputs are valid. But group is disabled.");
     press("G1", "OK");
     EXPECT_FALSE(call.finished());
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, job + ": Inputs are valid. But group is disabled."));
     EXPECT_TRUE(groupButton("G1")->isEnabled());
 
-    plugin().turnOnGroupButton(true, plugin().panelKey("G1"));
+    rooms().groupButtons.turnOnGroupButton(true, rooms().waits.panelKey("G1"));
     press("G1", "OK");
     EXPECT_EQ(call.result(), Value(Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
 }
@@ -225,7 +225,7 @@ TEST_F(ConfirmationTest, OkOnAGroupThatIsOffWithInvalidEntriesSaysNothingOfTheGr
 {
     auto &call = showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
-    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     press("G1", "OK");
     EXPECT_FALSE(call.finished());
     EXPECT_EQ(timesLoggedFrom(job + ": Inputs are valid."), 0);
@@ -255,7 +255,7 @@ TEST_F(ConfirmationTest, CancelIsNotHeldUpByAnInvalidEntryOrAGroupThatIsOff)
 {
     auto &call = showGroup(0, {{"input", Array{"S1"}}, {"length", 3}});
     ASSERT_TRUE(waitForPanel("G1"));
-    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     type("A");
     press("G1", "Cancel");
     EXPECT_EQ(call.result(), Value());
@@ -296,9 +296,9 @@ TEST_F(ConfirmationTest, TwoPressesInOneMomentEndOneCallAndHarmNothing)
     scan("A");
     expectError("no parent view found"); // what the later presses find
     QPointer<Button> ok = button("0", "OK");
-    plugin().confirmBtnClicked(ok);
-    plugin().confirmBtnClicked(ok);
-    plugin().confirmBtnClicked(button("0", "Cancel"));
+    rooms().confirmation.confirmBtnClicked(ok);
+    rooms().confirmation.confirmBtnClicked(ok);
+    rooms().confirmation.confirmBtnClicked(button("0", "Cancel"));
     EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "A"}, {"clickedButton", "Pass"}}));
     settle();
     EXPECT_FALSE(plugin().savedData().contains("0"));
@@ -308,10 +308,10 @@ TEST_F(ConfirmationTest, APressWhoseCallIsAnsweredMeanwhileLeavesTheAnswerAsItIs
 {
     // A panel that nobody takes away, with this test in the place of the call that waits.
     start();
-    plugin().drawUI({}, {}, {}, Array{"Cancel", "Yes"}, 0, {});
-    platform::Condition::Place place(*plugin().getCondition(plugin().panelKey("G1")));
-    plugin().confirmBtnClicked(button("G1", "Yes"));
-    plugin().confirmBtnClicked(button("G1", "Cancel"));
+    rooms().builder.drawUI({{}, {}, {}, Array{"Cancel", "Yes"}, 0, {}});
+    platform::Condition::Place place(*rooms().waits.getCondition(rooms().waits.panelKey("G1")));
+    rooms().confirmation.confirmBtnClicked(button("G1", "Yes"));
+    rooms().confirmation.confirmBtnClicked(button("G1", "Cancel"));
     settle();
     EXPECT_EQ(place.wait(), platform::Condition::Wake::Signalled);
     EXPECT_EQ(record("G1"), (Dictionary{{"clickedButton", "Pass"}}));

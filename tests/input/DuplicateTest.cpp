@@ -11,20 +11,20 @@ class DuplicateTest : public testsupport::PluginFixture
 protected:
     bool accepts(const QString &text, const QString &panelKey = QStringLiteral("G1"))
     {
-        return plugin().checkDuplicatedInput(text, plugin().panelKey(panelKey));
+        return rooms().entries.checkDuplicatedInput(text, rooms().waits.panelKey(panelKey));
     }
 };
 
 TEST_F(DuplicateTest, AStoredTextIsRefused)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "ABC"}, {"length", 3}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "ABC"}, {"length", 3}}}});
     EXPECT_FALSE(accepts("ABC"));
     EXPECT_TRUE(accepts("DEF"));
 }
 
 TEST_F(DuplicateTest, TheCaseAndEveryCharacterCount)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "ABC"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "ABC"}}}});
     EXPECT_TRUE(accepts("abc"));
     EXPECT_TRUE(accepts("ABC "));
     EXPECT_TRUE(accepts("AB"));
@@ -32,39 +32,39 @@ TEST_F(DuplicateTest, TheCaseAndEveryCharacterCount)
 
 TEST_F(DuplicateTest, WhatOtherPanelsHoldDoesNotCount)
 {
-    plugin().setSavedData({{"G2", Dictionary{{"S1", "ABC"}}}, {"0", Dictionary{{"SN", "ABC"}}}});
+    rooms().records.restore({{"G2", Dictionary{{"S1", "ABC"}}}, {"0", Dictionary{{"SN", "ABC"}}}});
     EXPECT_TRUE(accepts("ABC"));
 }
 
 TEST_F(DuplicateTest, ASingleSystemsPanelIsNeverChecked)
 {
-    plugin().setSavedData({{"0", Dictionary{{"SN", "ABC"}}}});
+    rooms().records.restore({{"0", Dictionary{{"SN", "ABC"}}}});
     EXPECT_TRUE(accepts("ABC", "0"));
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView checkDuplicatedInput:withIdentifier:]"), 0);
 }
 
 TEST_F(DuplicateTest, TheEmptyTextIsNeverADuplicate)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", ""}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", ""}}}});
     EXPECT_TRUE(accepts(""));
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView checkDuplicatedInput:withIdentifier:]"), 0);
 }
 
 TEST_F(DuplicateTest, TheLengthIsNoEntry)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"length", 8}}}});
+    rooms().records.restore({{"G1", Dictionary{{"length", 8}}}});
     EXPECT_TRUE(accepts("8"));
 }
 
 TEST_F(DuplicateTest, ThePressedButtonIsComparedLikeAnEntry)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"clickedButton", "Pass"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"clickedButton", "Pass"}}}});
     EXPECT_FALSE(accepts("Pass"));
 }
 
 TEST_F(DuplicateTest, AStoredNumberIsComparedAsItDescribesItself)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", 8.0}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", 8.0}}}});
     EXPECT_FALSE(accepts("8"));
 }
 
@@ -75,8 +75,8 @@ TEST_F(DuplicateTest, WithoutARecordNothingIsADuplicate)
 
 TEST_F(DuplicateTest, TheComparisonIsLoggedWithAllThatIsStored)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "ABC"}, {"length", 3}}}});
-    EXPECT_FALSE(plugin().checkDuplicatedInput("ABC", Identifier("G1")));
+    rooms().records.restore({{"G1", Dictionary{{"S1", "ABC"}, {"length", 3}}}});
+    EXPECT_FALSE(rooms().entries.checkDuplicatedInput("ABC", Identifier("G1")));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug,
                            "-[InteractiveView checkDuplicatedInput:withIdentifier:] saved data: "
                            "{G1 = {S1 = ABC; length = 3}}, G1"));

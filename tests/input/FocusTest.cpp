@@ -25,7 +25,7 @@ protected:
         auto *made = new Kind(platform::Rect(500.0, 100.0 + 30.0 * m_made++, 100.0, 25.0));
         made->setEditable(true);
         made->setStringValue(text);
-        plugin().rootView()->addSubview(made);
+        rooms().views.rootView()->addSubview(made);
         return made;
     }
 
@@ -41,7 +41,7 @@ TEST_F(ResponderChainTest, EachFieldLeadsToTheNextAndTheLastToNone)
     TextField *first = add();
     TextField *second = add();
     TextField *third = add();
-    plugin().setupResponderChain({first, second, third});
+    rooms().focus.setupResponderChain({first, second, third});
     EXPECT_EQ(first->explicitNextResponder(), second);
     EXPECT_EQ(first->nextKeyView(), second);
     EXPECT_EQ(second->explicitNextResponder(), third);
@@ -53,14 +53,14 @@ TEST_F(ResponderChainTest, EachFieldLeadsToTheNextAndTheLastToNone)
 TEST_F(ResponderChainTest, OneFieldGetsNoLinks)
 {
     TextField *only = add();
-    plugin().setupResponderChain({only});
+    rooms().focus.setupResponderChain({only});
     EXPECT_EQ(only->explicitNextResponder(), nullptr);
     EXPECT_EQ(only->nextKeyView(), nullptr);
 }
 
 TEST_F(ResponderChainTest, NoFieldsAreNoChain)
 {
-    plugin().setupResponderChain({});
+    rooms().focus.setupResponderChain({});
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView setupResponderChain:]"), 0);
 }
 
@@ -69,9 +69,9 @@ TEST_F(ResponderChainTest, AFieldThatIsGoneIsPassedOver)
     TextField *first = add();
     QPointer<TextField> gone = add();
     TextField *third = add();
-    InteractiveView::Responders fields{first, gone, third};
+    interactive::Responders fields{first, gone, third};
     delete gone.data();
-    plugin().setupResponderChain(fields);
+    rooms().focus.setupResponderChain(fields);
     EXPECT_EQ(third->explicitNextResponder(), nullptr);
 }
 
@@ -80,7 +80,7 @@ TEST_F(ResponderChainTest, TheFieldsOfADrawnGroupPanelAreLinkedInSlotOrderWithTh
     showGroup(0, {{"input", Array{"S3", "S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     QStringList order;
-    for (const QPointer<TextField> &member : plugin().responders("G1"))
+    for (const QPointer<TextField> &member : rooms().views.responders("G1"))
         order.append(member->identifier().text());
     EXPECT_EQ(order, (QStringList{"G1-S1", "G1-S2", "G1-S3", "G1-S4", "G1-SharedInput"}));
     EXPECT_EQ(field("G1-S1")->explicitNextResponder(), field("G1-S2"));
@@ -94,7 +94,7 @@ class ActivateResponderTest : public FocusFixture
 TEST_F(ActivateResponderTest, AnEnabledFieldTakesTheFocusWithItsTextSelected)
 {
     TextField *target = add("ABC");
-    plugin().activateResponder(target);
+    rooms().focus.activateResponder(target);
     EXPECT_TRUE(target->isFirstResponder());
     EXPECT_EQ(target->selectedText(), "ABC");
 }
@@ -104,8 +104,8 @@ TEST_F(ActivateResponderTest, ADisabledFieldHandsTheFocusToTheNextEnabledOne)
     TextField *disabled = add("one");
     TextField *enabled = add("two");
     disabled->setEnabled(false);
-    plugin().setupResponderChain({disabled, enabled});
-    plugin().activateResponder(disabled);
+    rooms().focus.setupResponderChain({disabled, enabled});
+    rooms().focus.activateResponder(disabled);
     EXPECT_TRUE(enabled->isFirstResponder());
     EXPECT_EQ(enabled->selectedText(), "two");
     EXPECT_FALSE(disabled->isFirstResponder());
@@ -118,8 +118,8 @@ TEST_F(ActivateResponderTest, SeveralDisabledFieldsArePassedOver)
     TextField *third = add("three");
     first->setEnabled(false);
     second->setEnabled(false);
-    plugin().setupResponderChain({first, second, third});
-    plugin().activateResponder(first);
+    rooms().focus.setupResponderChain({first, second, third});
+    rooms().focus.activateResponder(first);
     EXPECT_TRUE(third->isFirstResponder());
 }
 
@@ -127,8 +127,8 @@ TEST_F(ActivateResponderTest, TheFirstEnabledFieldIsTheEndOfTheSearch)
 {
     TextField *first = add("one");
     TextField *second = add("two");
-    plugin().setupResponderChain({first, second});
-    plugin().activateResponder(first);
+    rooms().focus.setupResponderChain({first, second});
+    rooms().focus.activateResponder(first);
     EXPECT_TRUE(first->isFirstResponder());
     EXPECT_EQ(second->selectedText(), "");
 }
@@ -138,7 +138,7 @@ TEST_F(ActivateResponderTest, AnEnabledFieldThatIsNoInputFieldIsPassedOver)
     auto *plain = add<TextField>("one");
     TextField *input = add("two");
     plain->setNextResponder(input);
-    plugin().activateResponder(plain);
+    rooms().focus.activateResponder(plain);
     EXPECT_TRUE(input->isFirstResponder());
     EXPECT_EQ(input->selectedText(), "two");
 }
@@ -149,8 +149,8 @@ TEST_F(ActivateResponderTest, AChainWithoutAnEnabledFieldEndsQuietly)
     TextField *last = add("two");
     first->setEnabled(false);
     last->setEnabled(false);
-    plugin().setupResponderChain({first, last});
-    plugin().activateResponder(first);
+    rooms().focus.setupResponderChain({first, last});
+    rooms().focus.activateResponder(first);
     EXPECT_FALSE(first->isFirstResponder());
     EXPECT_FALSE(last->isFirstResponder());
 }
@@ -158,8 +158,8 @@ TEST_F(ActivateResponderTest, AChainWithoutAnEnabledFieldEndsQuietly)
 TEST_F(ActivateResponderTest, NoResponderChangesNothing)
 {
     TextField *focused = add("ABC");
-    plugin().activateResponder(focused);
-    plugin().activateResponder(nullptr);
+    rooms().focus.activateResponder(focused);
+    rooms().focus.activateResponder(nullptr);
     EXPECT_TRUE(focused->isFirstResponder());
 }
 
@@ -179,8 +179,8 @@ protected:
 
 TEST_P(NextEnabledSlotTest, IsTheFirstInTheMappingsOrderThatIsEnabledAndEmpty)
 {
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", 1}, {"S2", -1}, {"S3", 0}}}});
-    const Value next = plugin().nextEnabledSlot(GetParam().filled, plugin().panelKey("G1"));
+    rooms().slotStates.restore({{"G1", Dictionary{{"S1", 1}, {"S2", -1}, {"S3", 0}}}});
+    const Value next = rooms().focus.nextEnabledSlot(GetParam().filled, rooms().waits.panelKey("G1"));
     EXPECT_EQ(next.toString(), GetParam().expected);
     EXPECT_EQ(next.isValid(), *GetParam().expected != '\0');
     EXPECT_TRUE(
@@ -205,23 +205,24 @@ class NoPendingSlotTest : public testsupport::PluginFixture
 
 TEST_F(NoPendingSlotTest, APanelWithoutStatusWaitsForNoSlot)
 {
-    EXPECT_FALSE(plugin().nextEnabledSlot({}, plugin().panelKey("0")).isValid());
+    EXPECT_FALSE(rooms().focus.nextEnabledSlot({}, rooms().waits.panelKey("0")).isValid());
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, "0, (). sortedKeys: ()"));
 }
 
 TEST_F(NoPendingSlotTest, TheSearchLeavesTheStatusAsItWas)
 {
     const Dictionary status{{"G1", Dictionary{{"S1", -1}, {"S2", 1}}}};
-    plugin().setEnableStatus(status);
-    EXPECT_EQ(plugin().nextEnabledSlot({}, plugin().panelKey("G1")), Value("S2"));
+    rooms().slotStates.restore(status);
+    EXPECT_EQ(rooms().focus.nextEnabledSlot({}, rooms().waits.panelKey("G1")), Value("S2"));
     EXPECT_EQ(plugin().enableStatus(), status);
 }
 
 TEST_F(NoPendingSlotTest, TheSearchMayRunOnAnyThread)
 {
-    InteractiveView &target = plugin();
-    auto &call = onSequencer(
-        [&target](platform::Error *) { return target.nextEnabledSlot({"S1"}, target.panelKey("G1")); });
+    interactive::Rooms &target = rooms();
+    auto &call = onSequencer([&target](platform::Error *) {
+        return target.focus.nextEnabledSlot({"S1"}, target.waits.panelKey("G1"));
+    });
     EXPECT_EQ(call.result(), Value("S2"));
 }
 

@@ -1,3 +1,5 @@
+#include "common/Identifiers.h"
+
 #include "platform/Button.h"
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
@@ -5,6 +7,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "common/ConfigValues.h"
 
 using platform::Array;
 using platform::Dictionary;
@@ -28,8 +32,8 @@ class IdentifierSplitTest : public testsupport::PluginFixture, public ::testing:
 TEST_P(IdentifierSplitTest, TheFirstSeparatorDividesPanelPartAndSlotPart)
 {
     const Identifier whole{QString(GetParam().text)};
-    EXPECT_EQ(plugin().getSubStringBefore("-", whole).text(), GetParam().before);
-    EXPECT_EQ(plugin().getSubStringAfter("-", whole).text(), GetParam().after);
+    EXPECT_EQ(interactive::identifiers::before("-", whole).text(), GetParam().before);
+    EXPECT_EQ(interactive::identifiers::after("-", whole).text(), GetParam().after);
 }
 
 const std::vector<Split> splits = {
@@ -53,20 +57,20 @@ class IdentifiersTest : public testsupport::PluginFixture
 TEST_F(IdentifiersTest, WithoutSeparatorBothPartsAreTheVeryIdentifier)
 {
     const Identifier whole("G1");
-    EXPECT_TRUE(plugin().getSubStringBefore("-", whole).isSameInstance(whole));
-    EXPECT_TRUE(plugin().getSubStringAfter("-", whole).isSameInstance(whole));
+    EXPECT_TRUE(interactive::identifiers::before("-", whole).isSameInstance(whole));
+    EXPECT_TRUE(interactive::identifiers::after("-", whole).isSameInstance(whole));
 }
 
 TEST_F(IdentifiersTest, ALongerSeparatorIsSkippedWhole)
 {
-    EXPECT_EQ(plugin().getSubStringBefore("::", Identifier("a::b")).text(), "a");
-    EXPECT_EQ(plugin().getSubStringAfter("::", Identifier("a::b")).text(), "b");
+    EXPECT_EQ(interactive::identifiers::before("::", Identifier("a::b")).text(), "a");
+    EXPECT_EQ(interactive::identifiers::after("::", Identifier("a::b")).text(), "b");
 }
 
 TEST_F(IdentifiersTest, TheSeparatorsCaseCounts)
 {
-    EXPECT_EQ(plugin().getSubStringBefore("x", Identifier("aXbxc")).text(), "aXb");
-    EXPECT_EQ(plugin().getSubStringAfter("x", Identifier("aXbxc")).text(), "c");
+    EXPECT_EQ(interactive::identifiers::before("x", Identifier("aXbxc")).text(), "aXb");
+    EXPECT_EQ(interactive::identifiers::after("x", Identifier("aXbxc")).text(), "c");
 }
 
 TEST_F(IdentifiersTest, AValueIsReadAsItDescribesItself)
@@ -78,30 +82,29 @@ TEST_F(IdentifiersTest, AValueIsReadAsItDescribesItself)
         {"text", "G1"}, {"integer", "5"},   {"whole", "8"}, {"decimal", "0.25"}, {"yes", "1"},
         {"no", "0"},    {"list", "(a, 1)"}, {"empty", ""},  {"negative", "-12"}};
     for (const auto &[key, text] : expected)
-        EXPECT_EQ(plugin().getString(key, values), text) << key.toStdString();
+        EXPECT_EQ(interactive::config::text(key, values), text) << key.toStdString();
 }
 
 TEST_F(IdentifiersTest, AMissingValueIsReadAsTheEmptyText)
 {
-    EXPECT_EQ(plugin().getString("length", {}), "");
-    EXPECT_EQ(plugin().getString("length", {{"Length", 5}}), "");
+    EXPECT_EQ(interactive::config::text("length", {}), "");
+    EXPECT_EQ(interactive::config::text("length", {{"Length", 5}}), "");
 }
 
 TEST_F(IdentifiersTest, ATagIsTheSystemIndexPlusHundred)
 {
-    EXPECT_EQ(plugin().tagToSystemIndex(103), Value(3));
-    EXPECT_EQ(plugin().tagToSystemIndex(99), Value(-1));
-    EXPECT_EQ(plugin().tagToSystemIndex(0), Value(-100));
-    EXPECT_TRUE(platform::isNumber(plugin().tagToSystemIndex(103)));
-    EXPECT_EQ(plugin().systemIndexToTag(0), 100);
-    EXPECT_EQ(plugin().systemIndexToTag(3.0), 103);
-    EXPECT_EQ(plugin().systemIndexToTag(-1), 99);
+    EXPECT_EQ(interactive::identifiers::systemOfTag(103), 3);
+    EXPECT_EQ(interactive::identifiers::systemOfTag(99), -1);
+    EXPECT_EQ(interactive::identifiers::systemOfTag(0), -100);
+    EXPECT_EQ(interactive::identifiers::tagOfSystem(0), 100);
+    EXPECT_EQ(interactive::identifiers::tagOfSystem(3.0), 103);
+    EXPECT_EQ(interactive::identifiers::tagOfSystem(-1), 99);
 }
 
 TEST_F(IdentifiersTest, TagAndSystemIndexAreInverses)
 {
     for (const int index : {-100, -1, 0, 1, 42, 9999})
-        EXPECT_EQ(plugin().tagToSystemIndex(plugin().systemIndexToTag(index)), Value(index));
+        EXPECT_EQ(interactive::identifiers::systemOfTag(interactive::identifiers::tagOfSystem(index)), index);
 }
 
 class SubViewTest : public testsupport::PluginFixture
@@ -124,14 +127,14 @@ TEST_F(SubViewTest, FindsTheFirstThatBearsTheVeryIdentifier)
     add(&parent, Identifier("other"));
     View *first = add(&parent, wanted);
     add(&parent, wanted);
-    EXPECT_EQ(plugin().subView(&parent, wanted), first);
+    EXPECT_EQ(rooms().views.subView(&parent, wanted), first);
 }
 
 TEST_F(SubViewTest, AnEqualTextOfAnotherInstanceDoesNotMatch)
 {
     View parent;
     add(&parent, wanted);
-    EXPECT_EQ(plugin().subView(&parent, Identifier("G1")), nullptr);
+    EXPECT_EQ(rooms().views.subView(&parent, Identifier("G1")), nullptr);
 }
 
 TEST_F(SubViewTest, DoesNotLookBelowTheDirectSubviews)
@@ -139,20 +142,20 @@ TEST_F(SubViewTest, DoesNotLookBelowTheDirectSubviews)
     View parent;
     View *between = add(&parent, Identifier("between"));
     add(between, wanted);
-    EXPECT_EQ(plugin().subView(&parent, wanted), nullptr);
+    EXPECT_EQ(rooms().views.subView(&parent, wanted), nullptr);
 }
 
 TEST_F(SubViewTest, WithoutSubviewsThereIsNone)
 {
     View parent;
-    EXPECT_EQ(plugin().subView(&parent, wanted), nullptr);
+    EXPECT_EQ(rooms().views.subView(&parent, wanted), nullptr);
 }
 
 TEST_F(SubViewTest, NoIdentifierMatchesNoView)
 {
     View parent;
     add(&parent, Identifier());
-    EXPECT_EQ(plugin().subView(&parent, Identifier()), nullptr);
+    EXPECT_EQ(rooms().views.subView(&parent, Identifier()), nullptr);
 }
 
 } // namespace

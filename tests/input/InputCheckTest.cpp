@@ -118,19 +118,19 @@ TEST_F(InputCheckTest, TheLengthCountsUtf16CodeUnits)
     const QString outsideThePlane = QString::fromUtf8("a\xF0\x9F\x98\x80");
     ASSERT_EQ(outsideThePlane.size(), 3);
     field("0-SN")->setStringValue(outsideThePlane);
-    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
     EXPECT_EQ(record("0").value("SN"), Value(outsideThePlane));
 }
 
 TEST_F(InputCheckTest, ALengthThatIsTextCounts)
 {
     ask({});
-    plugin().setSavedData({{"0", Dictionary{{"length", "3"}}}});
+    rooms().records.restore({{"0", Dictionary{{"length", "3"}}}});
     expectError("Invalid input: 0-SN = ");
     field("0-SN")->setStringValue("AB");
-    EXPECT_FALSE(plugin().checkInput(field("0-SN")));
+    EXPECT_FALSE(rooms().entries.checkInput(field("0-SN")));
     field("0-SN")->setStringValue("ABC");
-    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
 }
 
 TEST_F(InputCheckTest, ASingleSystemsEntryMayRepeatWhatIsStored)
@@ -142,15 +142,16 @@ TEST_F(InputCheckTest, ASingleSystemsEntryMayRepeatWhatIsStored)
     EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
 }
 
-TEST_F(InputCheckTest, AnEntryThatComesAfterTheAnswerIsIgnored)
+TEST_F(InputCheckTest, AnEntryThatComesAfterTheAnswerIsRefused)
 {
     ask({{"length", 3}});
     scan("ABC");
     const Dictionary answer = record("0");
     // The call has its answer, and takes the panel away as soon as this thread lets it.
-    plugin().getCondition(plugin().panelKey("0"))->signal();
+    rooms().waits.getCondition(rooms().waits.panelKey("0"))->signal();
     field("0-SN")->setStringValue("XYZ");
-    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    expectError("Entry refused: XYZ");
+    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
     EXPECT_EQ(record("0"), answer);
     EXPECT_EQ(timesLogged(KVKLogLevel::Default, method + ": viewIdentifier: 0, TextField: 0-SN, SN = XYZ."),
               0);
@@ -159,18 +160,18 @@ TEST_F(InputCheckTest, AnEntryThatComesAfterTheAnswerIsIgnored)
 TEST_F(InputCheckTest, WithoutARecordOneIsMade)
 {
     ask({{"length", 3}});
-    plugin().setSavedData({});
+    rooms().records.restore({});
     field("0-SN")->setStringValue("AB");
-    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
     EXPECT_EQ(record("0"), (Dictionary{{"SN", "AB"}}));
 }
 
 TEST_F(InputCheckTest, WithoutRegisteredFieldsNothingIsStored)
 {
     ask({});
-    plugin().setResponders("0", {});
+    rooms().views.setResponders("0", {});
     field("0-SN")->setStringValue("AB");
-    EXPECT_TRUE(plugin().checkInput(field("0-SN")));
+    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
     EXPECT_EQ(record("0"), (Dictionary{{"length", 0}}));
     EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
 }
@@ -181,7 +182,7 @@ TEST_F(InputCheckTest, AButtonIsNoInputField)
     expectError("Invalid call for ");
     platform::Button button;
     button.setIdentifier(Identifier("Pass"));
-    EXPECT_FALSE(plugin().checkInput(&button));
+    EXPECT_FALSE(rooms().entries.checkInput(&button));
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <Button: Pass>"));
     EXPECT_EQ(plugin().savedData(), Dictionary());
@@ -193,7 +194,7 @@ TEST_F(InputCheckTest, APlainTextFieldIsNoInputField)
     expectError("Invalid call for ");
     TextField plain;
     plain.setIdentifier(Identifier("G1-S1"));
-    EXPECT_FALSE(plugin().checkInput(&plain));
+    EXPECT_FALSE(rooms().entries.checkInput(&plain));
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <TextField: G1-S1>"));
     EXPECT_EQ(plugin().savedData(), Dictionary());
@@ -203,7 +204,7 @@ TEST_F(InputCheckTest, NothingIsNoInputField)
 {
     start();
     expectError("Invalid call for ");
-    EXPECT_FALSE(plugin().checkInput(nullptr));
+    EXPECT_FALSE(rooms().entries.checkInput(nullptr));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: (null)"));
 }
 

@@ -20,13 +20,13 @@ protected:
     {
         MouseTrackedTextField sender;
         sender.setIdentifier(Identifier(identifier));
-        return plugin().modifyInput(&sender);
+        return rooms().focus.modifyInput(&sender, rooms().records);
     }
 };
 
 TEST_F(ModifyInputTest, ForgetsTheSlotsEntryAndKeepsTheLength)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}, {"S2", "B"}, {"length", 1}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}, {"S2", "B"}, {"length", 1}}}});
     EXPECT_FALSE(modify("G1-S1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"S2", "B"}, {"length", 1}}));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, method + ": G1-S1, G1, S1"));
@@ -34,19 +34,19 @@ TEST_F(ModifyInputTest, ForgetsTheSlotsEntryAndKeepsTheLength)
 
 TEST_F(ModifyInputTest, ForgetsAnEntryUnderThePanelsOwnNameToo)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"G1", "X"}, {"S2", "B"}, {"length", 1}}}});
+    rooms().records.restore({{"G1", Dictionary{{"G1", "X"}, {"S2", "B"}, {"length", 1}}}});
     EXPECT_FALSE(modify("G1-S1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"S2", "B"}, {"length", 1}}));
 }
 
 TEST_F(ModifyInputTest, AnotherSenderIsIgnoredWithoutAWord)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     const int before = timesLoggedFrom("");
     platform::Button button;
     button.setIdentifier(Identifier("G1-S1"));
-    EXPECT_FALSE(plugin().modifyInput(&button));
-    EXPECT_FALSE(plugin().modifyInput(nullptr));
+    EXPECT_FALSE(rooms().focus.modifyInput(&button, rooms().records));
+    EXPECT_FALSE(rooms().focus.modifyInput(nullptr, rooms().records));
     EXPECT_EQ(timesLoggedFrom(""), before);
     EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}}));
 }
@@ -56,9 +56,9 @@ TEST_F(ModifyInputTest, OnADrawnPanelTheFocusStaysWhereItWas)
     showGroup(0, {{"input", Array{"S1", "S2"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
-    click(plugin().loopNumberField());
-    EXPECT_FALSE(plugin().modifyInput(field("G1-S1")));
-    EXPECT_TRUE(plugin().loopNumberField()->isFirstResponder());
+    click(rooms().loop.loopNumberField());
+    EXPECT_FALSE(rooms().focus.modifyInput(field("G1-S1"), rooms().records));
+    EXPECT_TRUE(rooms().loop.loopNumberField()->isFirstResponder());
     EXPECT_FALSE(record("G1").contains("S1"));
 }
 
@@ -73,14 +73,14 @@ protected:
         showGroup(0, {{"input", Array{"S1", "S2"}}});
         ASSERT_TRUE(waitForPanel("S1"));
         scan("A");
-        click(plugin().loopNumberField());
+        click(rooms().loop.loopNumberField());
     }
 };
 
 TEST_F(ModifyNamesakeTest, TheFieldThatBearsThePanelsNameBringsTheFocusToTheSharedField)
 {
     ask();
-    EXPECT_TRUE(plugin().modifyInput(field("S1-S2")));
+    EXPECT_TRUE(rooms().focus.modifyInput(field("S1-S2"), rooms().records));
     EXPECT_TRUE(field("S1-SharedInput")->isFirstResponder());
 }
 
@@ -88,15 +88,15 @@ TEST_F(ModifyNamesakeTest, ADisabledNamesakeDoesNot)
 {
     ask();
     field("S1-S1")->setEnabled(false);
-    EXPECT_FALSE(plugin().modifyInput(field("S1-S2")));
+    EXPECT_FALSE(rooms().focus.modifyInput(field("S1-S2"), rooms().records));
     EXPECT_FALSE(field("S1-SharedInput")->isFirstResponder());
 }
 
 TEST_F(ModifyNamesakeTest, WithoutRegisteredFieldsTheEntryIsForgottenAllTheSame)
 {
     ask();
-    plugin().setResponders("S1", {});
-    EXPECT_FALSE(plugin().modifyInput(field("S1-S1")));
+    rooms().views.setResponders("S1", {});
+    EXPECT_FALSE(rooms().focus.modifyInput(field("S1-S1"), rooms().records));
     EXPECT_FALSE(record("S1").contains("S1"));
 }
 

@@ -64,10 +64,11 @@ TEST_F(SharedInputTest, SlotsThatAreNotAskedForAreSkipped)
     EXPECT_EQ(record("G1"), (Dictionary{{"S2", "A"}, {"S4", "B"}, {"length", 0}}));
 }
 
-TEST_F(SharedInputTest, TheRaisedOpacityFollowsTheSetting)
+TEST_F(SharedInputTest, TheRaisedOpacityIsThatOfThePanel)
 {
-    ask({"S1"});
     plugin().setBackgroundAlpha(0.25);
+    ask({"S1"});
+    plugin().setBackgroundAlpha(0.4);
     scan("A");
     EXPECT_EQ(field("G1-S1")->backgroundColor(), Color::white().withAlphaComponent(0.5));
 }
@@ -115,7 +116,7 @@ TEST_F(SharedInputTest, WithEverySlotFilledAnEntryStoresNothing)
     scan("ABC");
     const Dictionary filled = record("G1");
     shared()->setStringValue("XYZ");
-    EXPECT_TRUE(plugin().checkInput(shared()));
+    EXPECT_TRUE(rooms().entries.checkInput(shared()));
     EXPECT_EQ(record("G1"), filled);
     EXPECT_EQ(field("G1-S1")->stringValue(), "ABC");
     EXPECT_EQ(shared()->backgroundColor(), Color::white());
@@ -127,7 +128,7 @@ TEST_F(SharedInputTest, WithEverySlotFilledAnEntryOfAWrongLengthIsRejected)
     scan("ABC");
     expectError("Invalid input: G1-SharedInput = XY");
     shared()->setStringValue("XY");
-    EXPECT_FALSE(plugin().checkInput(shared()));
+    EXPECT_FALSE(rooms().entries.checkInput(shared()));
     EXPECT_EQ(shared()->backgroundColor(), Color::standardRed());
 }
 
@@ -138,7 +139,7 @@ TEST_F(SharedInputTest, WithEverySlotFilledADuplicateIsRejectedWithoutASlotsName
     expectError("Duplicated input detected: (null) = ABC");
     expectError("Invalid input: G1-SharedInput = ABC");
     shared()->setStringValue("ABC");
-    EXPECT_FALSE(plugin().checkInput(shared()));
+    EXPECT_FALSE(rooms().entries.checkInput(shared()));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": Duplicated input detected: (null) = ABC"));
 }
 
@@ -148,7 +149,7 @@ TEST_F(SharedInputTest, WithEverySlotFilledASlotsOwnFieldHasNothingToDo)
     scan("ABC");
     scan("DEF");
     const Dictionary filled = record("G1");
-    EXPECT_TRUE(plugin().checkInput(field("G1-S2")));
+    EXPECT_TRUE(rooms().entries.checkInput(field("G1-S2")));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "No slot pending input: G1-S2"));
     EXPECT_EQ(timesLoggedFrom(method + ": viewIdentifier: G1, TextField: G1-S2"), 0);
     EXPECT_EQ(record("G1"), filled);
@@ -159,7 +160,7 @@ TEST_F(SharedInputTest, WhenThePendingSlotsFieldIsDisabledNothingIsStored)
     ask({"S1", "S2"});
     field("G1-S1")->setEnabled(false);
     shared()->setStringValue("ABC");
-    EXPECT_TRUE(plugin().checkInput(shared()));
+    EXPECT_TRUE(rooms().entries.checkInput(shared()));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "Slot view not found, or not enabled: S1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
     EXPECT_EQ(shared()->stringValue(), "ABC");
@@ -169,9 +170,9 @@ TEST_F(SharedInputTest, WhenThePendingSlotHasNoFieldNothingIsStored)
 {
     ask({"S1", "S2"});
     TextField *entry = shared();
-    plugin().setResponders("G1", {});
+    rooms().views.setResponders("G1", {});
     entry->setStringValue("ABC");
-    EXPECT_TRUE(plugin().checkInput(entry));
+    EXPECT_TRUE(rooms().entries.checkInput(entry));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "Slot view not found, or not enabled: S1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
 }
@@ -179,17 +180,17 @@ TEST_F(SharedInputTest, WhenThePendingSlotHasNoFieldNothingIsStored)
 TEST_F(SharedInputTest, WithoutARecordOneIsMadeEvenWhenTheSlotHasNoField)
 {
     ask({"S1", "S2"});
-    plugin().setSavedData({});
+    rooms().records.restore({});
     field("G1-S1")->setEnabled(false);
     shared()->setStringValue("ABC");
-    EXPECT_TRUE(plugin().checkInput(shared()));
+    EXPECT_TRUE(rooms().entries.checkInput(shared()));
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{}}}));
 }
 
 TEST_F(SharedInputTest, ARecordWithoutALengthGetsNone)
 {
     ask({"S1", "S2"}, 3);
-    plugin().setSavedData({{"G1", Dictionary{}}});
+    rooms().records.restore({{"G1", Dictionary{}}});
     scan("ABCDE");
     EXPECT_EQ(record("G1"), (Dictionary{{"S1", "ABCDE"}}));
 }
@@ -199,7 +200,7 @@ TEST_F(SharedInputTest, TheLastSlotsEntryLeavesNothingPending)
     ask({"S1", "S2"});
     scan("A");
     scan("B");
-    EXPECT_FALSE(plugin().nextEnabledSlot({"S1", "S2"}, plugin().panelKey("G1")).isValid());
+    EXPECT_FALSE(rooms().focus.nextEnabledSlot({"S1", "S2"}, rooms().waits.panelKey("G1")).isValid());
     EXPECT_TRUE(shared()->isFirstResponder());
 }
 

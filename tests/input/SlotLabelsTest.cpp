@@ -1,3 +1,5 @@
+#include "common/SlotLabels.h"
+
 #include "tests/support/PluginFixture.h"
 
 using platform::Array;
@@ -13,19 +15,28 @@ protected:
         station.groups = {"G1"};
         station.slotNames = {"S1", "S2", "S3"};
     }
+
+    Array ordered(const Array &list)
+    {
+        return interactive::labels::ordered(list, plugin().systemIndexToSlotMapping(), plugin().slotCount());
+    }
+    bool hasInvalidLabel(const Array &list)
+    {
+        return interactive::labels::hasInvalidLabel(list, plugin().systemIndexToSlotMapping());
+    }
 };
 
 TEST_F(SlotLabelsTest, LaterDuplicatesAreDroppedAndTheOrderIsKept)
 {
-    EXPECT_EQ(plugin().uniqueArray({"b", "a", "b", "c", "a"}), (Array{"b", "a", "c"}));
-    EXPECT_EQ(plugin().uniqueArray({}), Array{});
+    EXPECT_EQ(interactive::labels::unique({"b", "a", "b", "c", "a"}), (Array{"b", "a", "c"}));
+    EXPECT_EQ(interactive::labels::unique({}), Array{});
 }
 
 TEST_F(SlotLabelsTest, LabelsAreOrderedAsInTheMappingOnceEachWithoutStrangers)
 {
-    EXPECT_EQ(plugin().orderedArray({"S3", "S1", "S3", "X"}), (Array{"S1", "S3"}));
-    EXPECT_EQ(plugin().orderedArray({"S3", "S2", "S1"}), (Array{"S1", "S2", "S3"}));
-    EXPECT_EQ(plugin().orderedArray({}), Array{});
+    EXPECT_EQ(ordered({"S3", "S1", "S3", "X"}), (Array{"S1", "S3"}));
+    EXPECT_EQ(ordered({"S3", "S2", "S1"}), (Array{"S1", "S2", "S3"}));
+    EXPECT_EQ(ordered({}), Array{});
 }
 
 TEST_F(SlotLabelsTest, OnlyTheFirstSlotsOfTheMappingAreLookedAt)
@@ -34,43 +45,43 @@ TEST_F(SlotLabelsTest, OnlyTheFirstSlotsOfTheMappingAreLookedAt)
     station.systemGroups = Array{"G1", "G1", "G1", "G2"};
     station.systemSlots = Array{"S1", "S2", "S1", "S9"};
     EXPECT_EQ(plugin().slotCount(), 3U);
-    EXPECT_EQ(plugin().orderedArray({"S9", "S2"}), (Array{"S2"}));
+    EXPECT_EQ(ordered({"S9", "S2"}), (Array{"S2"}));
 }
 
 TEST_F(SlotLabelsTest, ALabelThatTheMappingRepeatsIsRepeated)
 {
     station.systemGroups = Array{"G1", "G1", "G1", "G2"};
     station.systemSlots = Array{"S1", "S2", "S1", "S9"};
-    EXPECT_EQ(plugin().orderedArray({"S2", "S1"}), (Array{"S1", "S2", "S1"}));
+    EXPECT_EQ(ordered({"S2", "S1"}), (Array{"S1", "S2", "S1"}));
 }
 
 TEST_F(SlotLabelsTest, WithoutSlotsNothingIsOrdered)
 {
     station.systemGroups = Array{};
     station.systemSlots = Array{};
-    EXPECT_EQ(plugin().orderedArray({"S1"}), Array{});
+    EXPECT_EQ(ordered({"S1"}), Array{});
 }
 
 TEST_F(SlotLabelsTest, ALabelThatOccursTwiceIsADuplicate)
 {
-    EXPECT_TRUE(plugin().hasDuplication({"a", "b", "a"}));
-    EXPECT_FALSE(plugin().hasDuplication({"a", "b"}));
-    EXPECT_FALSE(plugin().hasDuplication({"a", "A"}));
-    EXPECT_FALSE(plugin().hasDuplication({}));
+    EXPECT_TRUE(interactive::labels::hasDuplication({"a", "b", "a"}));
+    EXPECT_FALSE(interactive::labels::hasDuplication({"a", "b"}));
+    EXPECT_FALSE(interactive::labels::hasDuplication({"a", "A"}));
+    EXPECT_FALSE(interactive::labels::hasDuplication({}));
 }
 
 TEST_F(SlotLabelsTest, NumbersAreComparedAsNumbers)
 {
-    EXPECT_TRUE(plugin().hasDuplication({1, 2, 1.0}));
-    EXPECT_FALSE(plugin().hasDuplication({1, "1"}));
+    EXPECT_TRUE(interactive::labels::hasDuplication({1, 2, 1.0}));
+    EXPECT_FALSE(interactive::labels::hasDuplication({1, "1"}));
 }
 
 TEST_F(SlotLabelsTest, ALabelThatIsNoSlotNameIsInvalid)
 {
-    EXPECT_TRUE(plugin().hasInvalidLabel({"S1", "Z"}));
-    EXPECT_TRUE(plugin().hasInvalidLabel({"s1"}));
-    EXPECT_FALSE(plugin().hasInvalidLabel({"S3", "S1", "S1"}));
-    EXPECT_FALSE(plugin().hasInvalidLabel({}));
+    EXPECT_TRUE(hasInvalidLabel({"S1", "Z"}));
+    EXPECT_TRUE(hasInvalidLabel({"s1"}));
+    EXPECT_FALSE(hasInvalidLabel({"S3", "S1", "S1"}));
+    EXPECT_FALSE(hasInvalidLabel({}));
 }
 
 } // namespace

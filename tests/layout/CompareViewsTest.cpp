@@ -1,5 +1,7 @@
 #include "layout/CompareViews.h"
 
+#include "platform/View.h"
+
 #include <QStringList>
 
 #include <gtest/gtest.h>

@@ -23,7 +23,7 @@ protected:
 TEST_F(ContainerTest, TheSplitViewIsAsWideAsTheWindow)
 {
     // The frames below count on it.
-    EXPECT_EQ(plugin().splitView()->frame().width(), 1280.0);
+    EXPECT_EQ(rooms().views.splitView()->frame().width(), 1280.0);
 }
 
 TEST_F(ContainerTest, AGroupPanelStandsInItsGroupsBand)
@@ -78,7 +78,7 @@ TEST_F(ContainerTest, AContainerIsAClearLayerThatFollowsTheWidthOfTheSplitView)
     for (const char *identifier : {"G1", "G2-group"}) {
         View *container = pane(identifier);
         ASSERT_NE(container, nullptr) << identifier;
-        EXPECT_EQ(container->superview(), plugin().splitView());
+        EXPECT_EQ(container->superview(), rooms().views.splitView());
         EXPECT_EQ(container->autoresizingMask(), platform::WidthSizable);
         EXPECT_TRUE(container->wantsLayer());
         EXPECT_EQ(container->layerBackgroundColor(), Color::clear());
@@ -98,8 +98,8 @@ TEST_F(ContainerTest, AGroupPanelIsFoundByItsGroupsNameAndASlotPanelIsNot)
 {
     drawGroup(0, {{"input", Array{"S1"}}});
     drawSlot(4, {{"input", Array{"SN"}}});
-    EXPECT_NE(plugin().subView(plugin().splitView(), plugin().panelKey("G1")), nullptr);
-    EXPECT_EQ(plugin().subView(plugin().splitView(), plugin().panelKey("G2")), nullptr);
+    EXPECT_NE(rooms().views.subView(rooms().views.splitView(), rooms().waits.panelKey("G1")), nullptr);
+    EXPECT_EQ(rooms().views.subView(rooms().views.splitView(), rooms().waits.panelKey("G2")), nullptr);
 }
 
 TEST_F(ContainerTest, AGroupPanelIsHeadedByItsGroupsName)
@@ -170,21 +170,34 @@ TEST_F(ContainerTest, TheKeyOfAPanelIsTheControllersOwnInstance)
     drawGroup(0, {{"input", Array{"S1"}}});
     drawSlot(5, {{"input", Array{"SN"}}});
     ASSERT_NE(pane("G1"), nullptr);
-    EXPECT_TRUE(pane("G1")->identifier().isSameInstance(plugin().panelKey("G1")));
+    EXPECT_TRUE(pane("G1")->identifier().isSameInstance(rooms().waits.panelKey("G1")));
     ASSERT_NE(content("G2", 1), nullptr);
-    EXPECT_TRUE(content("G2", 1)->identifier().isSameInstance(plugin().panelKey("5")));
+    EXPECT_TRUE(content("G2", 1)->identifier().isSameInstance(rooms().waits.panelKey("5")));
 }
 
-TEST_F(ContainerTest, ASlotPanelMovesIntoTheContainerOfAMessageThatStandsThere)
+TEST_F(ContainerTest, ASlotPanelTakesTheMessageAwayThatStandsInItsGroupsBand)
 {
     drawGroup(1, {{"message", "Load the units"}});
-    View *message = pane("G2");
+    const QPointer<View> message = pane("G2");
     ASSERT_NE(message, nullptr);
     drawSlot(5, {{"input", Array{"SN"}}});
     EXPECT_EQ(panes(), QStringList{"G2-group"});
-    EXPECT_EQ(pane("G2-group"), message);
-    EXPECT_EQ(overviewScroll("G2")->superview(), message);
-    EXPECT_NE(label(message, "Load the units"), nullptr);
+    EXPECT_NE(pane("G2-group"), message);
+    EXPECT_EQ(label(pane("G2-group"), "Load the units"), nullptr);
+    letRemovedViewsGo();
+    EXPECT_EQ(message, nullptr);
+}
+
+TEST_F(ContainerTest, ASlotPanelCanBeSeenAlsoWhereItsGroupsMessageWasHidden)
+{
+    drawGroup(1, {{"message", "Load the units"}});
+    groupButton("G2")->setState(platform::Button::Off);
+    rooms().groupButtons.groupBtnClicked(groupButton("G2"));
+    ASSERT_TRUE(pane("G2")->isHidden());
+    drawSlot(5, {{"input", Array{"SN"}}});
+    groupButton("G2")->setState(platform::Button::On);
+    rooms().groupButtons.groupBtnClicked(groupButton("G2"));
+    EXPECT_TRUE(field("5-SN")->isVisible());
 }
 
 TEST_F(ContainerTest, TheDrawnFieldsAreKeptAsThePanelsResponders)
@@ -192,7 +205,7 @@ TEST_F(ContainerTest, TheDrawnFieldsAreKeptAsThePanelsResponders)
     drawGroup(0, {{"input", Array{"S1", "S2"}}});
     drawSlot(5, {{"input", Array{"SN"}}});
     QStringList kept;
-    for (platform::TextField *each : plugin().responders("G1") + plugin().responders("5"))
+    for (platform::TextField *each : rooms().views.responders("G1") + rooms().views.responders("5"))
         kept.append(identifierOf(each));
     EXPECT_EQ(kept, (QStringList{"G1-S1", "G1-S2", "G1-S3", "G1-S4", "G1-SharedInput", "5-SN"}));
 }
@@ -200,7 +213,7 @@ TEST_F(ContainerTest, TheDrawnFieldsAreKeptAsThePanelsResponders)
 TEST_F(ContainerTest, TheFieldsOfAPanelFollowOneAnother)
 {
     drawGroup(0, {{"input", Array{"S1", "S2"}}});
-    const auto fields = plugin().responders("G1");
+    const auto fields = rooms().views.responders("G1");
     ASSERT_EQ(fields.size(), 5);
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(fields[i]->explicitNextResponder(), fields[i + 1]);
@@ -212,8 +225,8 @@ TEST_F(ContainerTest, TheFieldsOfAPanelFollowOneAnother)
 TEST_F(ContainerTest, APanelWithoutFieldsHasAnEmptyListOfResponders)
 {
     drawSlot(5, {{"button", Array{"No", "Yes"}}});
-    EXPECT_TRUE(plugin().hasResponders("5"));
-    EXPECT_TRUE(plugin().responders("5").isEmpty());
+    EXPECT_TRUE(rooms().views.hasResponders("5"));
+    EXPECT_TRUE(rooms().views.responders("5").isEmpty());
 }
 
 TEST_F(ContainerTest, AGroupPanelGivesTheFocusToItsSharedField)

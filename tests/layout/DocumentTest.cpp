@@ -18,17 +18,17 @@ Dictionary entryIn(int columns)
 class DocumentTest : public testsupport::PanelFixture
 {
 protected:
-    platform::Size documentSize() { return plugin().scrollView()->documentView()->frame().size(); }
+    platform::Size documentSize() { return rooms().views.scrollView()->documentView()->frame().size(); }
     double visibleTop()
     {
-        const platform::Rect seen = plugin().scrollView()->documentVisibleRect();
+        const platform::Rect seen = rooms().views.scrollView()->documentVisibleRect();
         return seen.y() + seen.height();
     }
     /// Where the knob of a scroller stands, from its beginning.
     int knob(Qt::Orientation orientation)
     {
-        for (const QScrollBar *each : plugin().scrollView()->findChildren<QScrollBar *>()) {
-            if (each->parent() == plugin().scrollView() && each->orientation() == orientation)
+        for (const QScrollBar *each : rooms().views.scrollView()->findChildren<QScrollBar *>()) {
+            if (each->parent() == rooms().views.scrollView() && each->orientation() == orientation)
                 return each->value() - each->minimum();
         }
         return -1;
@@ -64,14 +64,14 @@ TEST_F(DocumentTest, TheDocumentGrowsOnly)
 TEST_F(DocumentTest, TheDocumentIsNeverSmallerThanTheWindow)
 {
     drawSlot(0, entryIn(4));
-    EXPECT_EQ(documentSize(), plugin().scrollView()->contentView()->frame().size());
+    EXPECT_EQ(documentSize(), rooms().views.scrollView()->contentView()->frame().size());
 }
 
 TEST_F(DocumentTest, TheFirstPanelIsShownFromTheTop)
 {
     station.windowSize = {600, 400};
     start();
-    plugin().scrollView()->scrollToPoint({0.0, 100.0});
+    rooms().views.scrollView()->scrollToPoint({0.0, 100.0});
     drawSlot(0, entryIn(1));
     EXPECT_EQ(visibleTop(), 912.0);
 }
@@ -80,7 +80,7 @@ TEST_F(DocumentTest, LaterPanelsLeaveTheScrollPositionAlone)
 {
     station.windowSize = {600, 400};
     drawSlot(0, entryIn(1));
-    plugin().scrollView()->scrollToPoint({0.0, 600.0});
+    rooms().views.scrollView()->scrollToPoint({0.0, 600.0});
     ASSERT_EQ(visibleTop(), 600.0);
     drawSlot(4, entryIn(1));
     EXPECT_EQ(visibleTop(), 600.0);
@@ -90,7 +90,7 @@ TEST_F(DocumentTest, TheScrollersAreResetWhenAnOverviewIsBuilt)
 {
     station.windowSize = {600, 400};
     drawSlot(0, entryIn(1));
-    plugin().scrollView()->scrollToPoint({0.0, 600.0});
+    rooms().views.scrollView()->scrollToPoint({0.0, 600.0});
     ASSERT_GT(knob(Qt::Vertical), 0);
     drawSlot(4, entryIn(1));
     EXPECT_EQ(knob(Qt::Vertical), 0);
@@ -110,7 +110,7 @@ TEST_F(DocumentTest, APanelFollowsTheWidthOfTheWindow)
 {
     drawGroup(1, {{"input", Array{"S1"}}, {"column", 2}});
     window().resize(1480, 900);
-    ASSERT_EQ(plugin().splitView()->frame().width(), 1480.0);
+    ASSERT_EQ(rooms().views.splitView()->frame().width(), 1480.0);
     platform::View *panel = pane("G2");
     ASSERT_NE(panel, nullptr);
     EXPECT_EQ(inWords(panel->frame()), "(0, 236, 1480, 236)");
@@ -120,7 +120,7 @@ TEST_F(DocumentTest, APanelFollowsTheWidthOfTheWindow)
     // Left margin and width share what was added.
     EXPECT_EQ(inWords(child(panel, "G2-lineView")->frame()), "(100, 234, 1380, 1)");
     EXPECT_EQ(inWords(overviewScroll("G2")->frame()), "(0, 54, 700, 144)");
-    EXPECT_EQ(inWords(plugin().collection("G2")->frame()), "(0, 0, 600, 144)");
+    EXPECT_EQ(inWords(rooms().views.collection("G2")->frame()), "(0, 0, 600, 144)");
 }
 
 } // namespace

@@ -13,7 +13,7 @@ const Array allSlots{"S1", "S2", "S3", "S4"};
 class InitialSwitchTest : public testsupport::PanelFixture
 {
 protected:
-    void setStatus(const Dictionary &slotStatus) { plugin().setEnableStatus({{"G1", slotStatus}}); }
+    void setStatus(const Dictionary &slotStatus) { rooms().slotStates.restore({{"G1", slotStatus}}); }
     QList<int> states()
     {
         QList<int> found;
@@ -39,12 +39,13 @@ TEST_F(InitialSwitchTest, ASlotThatIsOnButTakesNoPartTakesNoInput)
     EXPECT_EQ(statusText(), "{S1 = 1; S2 = -1; S3 = 1; S4 = -1}");
 }
 
-TEST_F(InitialSwitchTest, ASlotThatTookNoPartStaysOutWhenALaterPanelNamesIt)
+TEST_F(InitialSwitchTest, ASlotThatTookNoPartTakesInputWhenALaterPanelNamesIt)
 {
     drawGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_EQ(statusText(), "{S1 = 1; S2 = -1; S3 = -1; S4 = -1}");
     drawGroup(0, {{"input", allSlots}});
     EXPECT_EQ(states(), (QList<int>{1, 1, 1, 1}));
-    EXPECT_EQ(statusText(), "{S1 = 1; S2 = -1; S3 = -1; S4 = -1}");
+    EXPECT_EQ(statusText(), "{S1 = 1; S2 = 1; S3 = 1; S4 = 1}");
 }
 
 TEST_F(InitialSwitchTest, ASlotThatIsMissingOrFalseIsDrawnSwitchedOff)
@@ -67,12 +68,12 @@ TEST_F(InitialSwitchTest, AnyNumberButZeroIsOn)
     setStatus({{"S1", true}, {"S2", 2}, {"S3", -1}, {"S4", 1}});
     drawGroup(0, {{"input", allSlots}});
     EXPECT_EQ(states(), (QList<int>{1, 1, 1, 1}));
-    EXPECT_EQ(statusText(), "{S1 = 1; S2 = 2; S3 = -1; S4 = 1}");
+    EXPECT_EQ(statusText(), "{S1 = 1; S2 = 2; S3 = 1; S4 = 1}");
 }
 
 TEST_F(InitialSwitchTest, AGroupWithoutAStatusIsDrawnSwitchedOnAndGetsNone)
 {
-    plugin().setEnableStatus({{"G2", Dictionary{{"S1", 1}}}});
+    rooms().slotStates.restore({{"G2", Dictionary{{"S1", 1}}}});
     drawGroup(0, {{"input", Array{"S1"}}});
     EXPECT_EQ(states(), (QList<int>{1, 1, 1, 1}));
     EXPECT_EQ(platform::description(plugin().enableStatus()), "{G2 = {S1 = 1}}");
@@ -88,7 +89,7 @@ TEST_F(InitialSwitchTest, ASwitchPanelShowsWhatIsSwitchedOff)
 
 TEST_F(InitialSwitchTest, WhatWasEnteredForASlotThatIsOffIsForgotten)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"length", 0}, {"S1", "A"}, {"S3", "B"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"length", 0}, {"S1", "A"}, {"S3", "B"}}}});
     setStatus({{"S1", 1}, {"S2", 1}, {"S4", 1}});
     drawGroup(0, {{"input", allSlots}});
     EXPECT_EQ(platform::description(record("G1")), "{S1 = A; length = 0}");

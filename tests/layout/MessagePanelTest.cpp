@@ -74,7 +74,7 @@ TEST_F(MessagePanelTest, AMessagePanelHasNoOverviewAndNoButtons)
 {
     drawGroup(1, {{"message", "Load the units"}, {"button", Array{"Yes"}}});
     ASSERT_NE(pane("G2"), nullptr);
-    EXPECT_EQ(plugin().collection("G2"), nullptr);
+    EXPECT_EQ(rooms().views.collection("G2"), nullptr);
     EXPECT_TRUE(buttons(pane("G2")).isEmpty());
     EXPECT_TRUE(inputs(pane("G2")).isEmpty());
     // The header, the line and the message.
@@ -104,14 +104,14 @@ TEST_F(MessagePanelTest, AMessageTakesThePlaceOfTheGroupsFormerPanel)
     drawGroup(0, {{"message", "Done"}});
     EXPECT_EQ(panes(), QStringList{"G1"});
     EXPECT_EQ(field("G1-SharedInput"), nullptr);
-    EXPECT_EQ(plugin().collection("G1"), nullptr);
+    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
 }
 
 TEST_F(MessagePanelTest, AMessagePanelFillsTheBoxesOfAnOverviewThatStandsThereAlready)
 {
     drawSlot(1, {{"input", Array{"SN"}}});
     // A panel for a group that is kept under a system's key leaves the group's overview alone.
-    plugin().drawUI({{"message", "Load"}}, Array{"S2"}, {}, {}, 0, 1);
+    rooms().builder.drawUI({{{"message", "Load"}}, Array{"S2"}, {}, {}, 0, 1});
     ASSERT_NE(content("G1", 1), nullptr);
     ASSERT_EQ(inputs(content("G1", 1)).size(), 1);
     EXPECT_EQ(testsupport::identifierOf(inputs(content("G1", 1)).first()), "1-S2");

@@ -13,7 +13,7 @@ class PanelLogTest : public testsupport::PanelFixture
 
 TEST_F(PanelLogTest, DrawingAGroupPanelLogsWhatItStartsFrom)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"length", 8}}}});
+    rooms().records.restore({{"G1", Dictionary{{"length", 8}}}});
     drawGroup(0, {{"input", Array{"S1"}}});
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Default,
@@ -47,7 +47,7 @@ TEST_F(PanelLogTest, TheSizeOfTheDocumentIsLoggedWhenAnOverviewIsBuilt)
     drawSlot(5, {{"input", Array{"SN"}}, {"column", 1}});
     // Two groups of four rows are higher than the window.
     const QString line = drawJob + ": 5 scrollContentFrame: (0.000000, %1), (1280.000000, 912.000000)";
-    const double y = plugin().scrollView()->documentView()->frame().y();
+    const double y = rooms().views.scrollView()->documentView()->frame().y();
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, line.arg(QString::number(y, 'f', 6))));
     drawSlot(6, {{"input", Array{"SN"}}});
     EXPECT_EQ(timesLoggedFrom(drawJob + ": 6 scrollContentFrame"), 0);

@@ -75,15 +75,15 @@ TEST_F(PanelSettingsTest, NoPanelCanBeDrawnForAStationWithoutSlots)
 {
     station.systemGroups = Array{};
     station.systemSlots = Array{};
-    EXPECT_FALSE(plugin().panelProblem({}).isEmpty());
+    EXPECT_FALSE(rooms().builder.panelProblem({}).isEmpty());
 }
 
 TEST_F(PanelSettingsTest, ColumnsThatTheGeometryCannotTakeAreAProblem)
 {
-    EXPECT_EQ(plugin().panelProblem({{"column", 4}}), "");
-    EXPECT_EQ(plugin().panelProblem({}), "");
-    EXPECT_TRUE(plugin().panelProblem({{"column", -1}}).contains("-1"));
-    EXPECT_TRUE(plugin().panelProblem({{"column", "4000000000"}}).contains("4000000000"));
+    EXPECT_EQ(rooms().builder.panelProblem({{"column", 4}}), "");
+    EXPECT_EQ(rooms().builder.panelProblem({}), "");
+    EXPECT_TRUE(rooms().builder.panelProblem({{"column", -1}}).contains("-1"));
+    EXPECT_TRUE(rooms().builder.panelProblem({{"column", "4000000000"}}).contains("4000000000"));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ protected:
     qsizetype viewsBelowTheRoot()
     {
         letRemovedViewsGo();
-        return testsupport::descendants(plugin().rootView()).size();
+        return testsupport::descendants(rooms().views.rootView()).size();
     }
 };
 
@@ -29,7 +29,7 @@ TEST_F(RepeatedPanelTest, ASecondGroupPanelReplacesTheFirst)
 {
     drawGroup(0, groupEntry);
     QPointer<View> first = pane("G1");
-    QPointer<View> firstOverview = plugin().collection("G1");
+    QPointer<View> firstOverview = rooms().views.collection("G1");
     drawGroup(0, {{"input", Array{"S3"}}});
     letRemovedViewsGo();
     EXPECT_TRUE(first.isNull());
@@ -58,8 +58,8 @@ TEST_F(RepeatedPanelTest, PanelsOfDifferentGroupsStandTogether)
     drawGroup(1, groupEntry);
     drawGroup(0, groupEntry);
     EXPECT_EQ(panes(), (QStringList{"G2", "G1"}));
-    EXPECT_EQ(plugin().responders("G1").size(), 5);
-    EXPECT_EQ(plugin().responders("G2").size(), 5);
+    EXPECT_EQ(rooms().views.responders("G1").size(), 5);
+    EXPECT_EQ(rooms().views.responders("G2").size(), 5);
 }
 
 TEST_F(RepeatedPanelTest, TheContainerOfALaterSlotPanelIsEmpty)
@@ -68,8 +68,8 @@ TEST_F(RepeatedPanelTest, TheContainerOfALaterSlotPanelIsEmpty)
     View *first = pane("G1-group");
     drawSlot(1, entry);
     ASSERT_EQ(panes(), (QStringList{"G1-group", "G1-group"}));
-    EXPECT_EQ(plugin().splitView()->subviews().first(), first);
-    EXPECT_TRUE(plugin().splitView()->subviews().last()->subviews().isEmpty());
+    EXPECT_EQ(rooms().views.splitView()->subviews().first(), first);
+    EXPECT_TRUE(rooms().views.splitView()->subviews().last()->subviews().isEmpty());
     EXPECT_EQ(overviewScroll("G1")->superview(), first);
 }
 
@@ -103,9 +103,9 @@ TEST_F(RepeatedPanelTest, AnEmptyContainerLetsClicksThrough)
 TEST_F(RepeatedPanelTest, TenThousandSlotPanelsLeaveNoViewsBehind)
 {
     const auto showAndReset = [this] {
-        plugin().resetUI(plugin().panelKey("1"));
+        rooms().views.resetUI(rooms().waits.panelKey("1"));
         drawSlot(1, entry);
-        plugin().resetUI(plugin().panelKey("1"));
+        rooms().views.resetUI(rooms().waits.panelKey("1"));
     };
     for (int i = 0; i < 3; ++i)
         showAndReset();
@@ -137,7 +137,7 @@ TEST_F(RepeatedPanelTest, APanelDrawnOnAnotherThreadIsThereWhenTheCallReturns)
 {
     auto &call = onSequencer([this](platform::Error *) {
         drawSlot(5, entry);
-        return platform::Value(plugin().hasResponders("5") && plugin().collection("G2") != nullptr);
+        return platform::Value(rooms().views.hasResponders("5") && rooms().views.collection("G2") != nullptr);
     });
     EXPECT_EQ(call.result(), platform::Value(true));
     EXPECT_NE(field("5-SN"), nullptr);
@@ -146,14 +146,14 @@ TEST_F(RepeatedPanelTest, APanelDrawnOnAnotherThreadIsThereWhenTheCallReturns)
 TEST_F(RepeatedPanelTest, AViewThatWasTakenAwayIsForgotten)
 {
     drawGroup(0, groupEntry);
-    plugin().resetUI(plugin().panelKey("G1"));
+    rooms().views.resetUI(rooms().waits.panelKey("G1"));
     letRemovedViewsGo();
-    for (const auto &each : plugin().responders("G1"))
+    for (const auto &each : rooms().views.responders("G1"))
         EXPECT_TRUE(each.isNull());
-    EXPECT_EQ(plugin().collection("G1"), nullptr);
+    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
     // Whoever still knows the panel finds nobody there.
-    plugin().unhideUI(plugin().panelKey("G1"));
-    plugin().setupResponderChain(plugin().responders("G1"));
+    rooms().focus.unhideUI(rooms().waits.panelKey("G1"));
+    rooms().focus.setupResponderChain(rooms().views.responders("G1"));
     EXPECT_EQ(panes(), QStringList{});
 }
 

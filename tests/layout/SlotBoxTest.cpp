@@ -209,7 +209,7 @@ TEST_F(SlotBoxTest, AStationOfOneSlotAGroupUsesItsOnlyTile)
     station.slotNames = QStringList{"S1"};
     drawSlot(2, entry);
     ASSERT_NE(tile("G3", 0), nullptr);
-    EXPECT_EQ(plugin().collection("G3")->itemCount(), 1);
+    EXPECT_EQ(rooms().views.collection("G3")->itemCount(), 1);
     EXPECT_EQ(tile("G3", 0)->systemIndex().toLongLong(), 2);
     EXPECT_NE(field("2-SN"), nullptr);
 }
@@ -219,7 +219,7 @@ TEST_F(SlotBoxTest, WithOneSlotAGroupTheGivenSystemIsUsedForTheOnlyTile)
     station.systemGroups = Array{"G1"};
     station.systemSlots = Array{"S1", "S1", "S1"};
     // The group's tile stands for system 0, and system 2 is beyond the groups.
-    plugin().drawUI(entry, Array{"S1"}, {}, {}, 0, 2);
+    rooms().builder.drawUI({entry, Array{"S1"}, {}, {}, 0, 2});
     ASSERT_NE(tile("G1", 0), nullptr);
     EXPECT_EQ(tile("G1", 0)->systemIndex().toLongLong(), 2);
     EXPECT_FALSE(content("G1", 0)->subviews().isEmpty());

@@ -164,7 +164,7 @@ protected:
         KVKLogProxy *proxy = KVKLogGetProxy();
         const KVKLogProxy::SinkId sink = proxy->addSink([&](const KVKLogProxy::Line &line) {
             if (line.message.startsWith("Entered: "))
-                lives = plugin().hasResponders("G1");
+                lives = rooms().views.hasResponders("G1");
         });
         showGroup(0, config);
         EXPECT_TRUE(waitForPanel("G1"));
@@ -195,12 +195,12 @@ TEST_F(LabelTest, AnEmptyLabelIsReadAsSerialNumbers)
 
 TEST_F(LabelTest, ASystemsPanelForgetsTheEarlierFocusOrderWhateverItsLabel)
 {
-    plugin().setResponders("0", {});
+    rooms().views.setResponders("0", {});
     bool lives = true;
     KVKLogProxy *proxy = KVKLogGetProxy();
     const KVKLogProxy::SinkId sink = proxy->addSink([&](const KVKLogProxy::Line &line) {
         if (line.message.startsWith("Entered: "))
-            lives = plugin().hasResponders("0");
+            lives = rooms().views.hasResponders("0");
     });
     showView(0, {{"input", Array{"SN"}}, {"label", "MAC"}});
     EXPECT_TRUE(waitForPanel("0"));

@@ -56,26 +56,26 @@ TEST_F(DataRetrievalTest, EverySystemOfAConfirmedGroupHasItsOwnEntry)
 
 TEST_F(DataRetrievalTest, ARecordWithoutEntriesGivesAnErrorForEverySlot)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"clickedButton", "Pass"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"clickedButton", "Pass"}}}});
     for (int i = 0; i < 4; ++i)
         expectNotFound(getData(i), QString::number(i));
 }
 
 TEST_F(DataRetrievalTest, ARecordThatIsNoDictionaryGivesAnError)
 {
-    plugin().setSavedData({{"G1", "S1"}});
+    rooms().records.restore({{"G1", "S1"}});
     expectNotFound(getData(0), "0");
 }
 
 TEST_F(DataRetrievalTest, TheAnswerOfASystemsOwnPanelIsNotFound)
 {
-    plugin().setSavedData({{"0", Dictionary{{"SN", "X"}, {"S1", "Y"}}}});
+    rooms().records.restore({{"0", Dictionary{{"SN", "X"}, {"S1", "Y"}}}});
     expectNotFound(getData(0), "0");
 }
 
 TEST_F(DataRetrievalTest, AnEmptyEntryIsAnEntry)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", ""}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", ""}}}});
     auto &call = getData(0);
     EXPECT_EQ(call.result(), Value(""));
     EXPECT_FALSE(call.error().isPresent());
@@ -83,7 +83,7 @@ TEST_F(DataRetrievalTest, AnEmptyEntryIsAnEntry)
 
 TEST_F(DataRetrievalTest, AValueIsGivenAsItWasStored)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S2", 42}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S2", 42}}}});
     EXPECT_EQ(getData(1).result(), Value(42));
 }
 
@@ -91,7 +91,7 @@ TEST_F(DataRetrievalTest, ASystemWithoutASlotNameGivesAnError)
 {
     station.systemGroups = Array{"G1", "G1"};
     station.systemSlots = Array{"S1"};
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     EXPECT_EQ(getData(0).result(), Value("A"));
     expectNotFound(getData(1), "1");
 }
@@ -100,7 +100,7 @@ TEST_F(DataRetrievalTest, ASystemWithoutAGroupGivesAnErrorAndIsLogged)
 {
     station.systemGroups = Array{Value(), "G1"};
     station.systemSlots = Array{"S1", "S1"};
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}, {"", Dictionary{{"S1", "B"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}, {"", Dictionary{{"S1", "B"}}}});
     expectNotFound(getData(0), "0");
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "-[InteractiveView getData:error:]: getData for (null)"));
 }
@@ -126,7 +126,7 @@ TEST_F(DataRetrievalTest, ANegativeIndexIsARangeException)
 
 TEST_F(DataRetrievalTest, AnIndexGivenAsADecimalNumberNamesTheSameSystem)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S3", "C"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S3", "C"}}}});
     EXPECT_EQ(getData(2.0).result(), Value("C"));
     expectNotFound(getData(3.0), "3");
 }
@@ -138,7 +138,7 @@ TEST_F(DataRetrievalTest, ACallerWithoutAPlaceForAnErrorGetsNothing)
 
 TEST_F(DataRetrievalTest, AnAnswerLeavesTheErrorAsItWas)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     Error error{"elsewhere", 7, "kept"};
     EXPECT_EQ(plugin().getData(0, &error), Value("A"));
     EXPECT_EQ(error, (Error{"elsewhere", 7, "kept"}));

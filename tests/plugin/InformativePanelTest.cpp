@@ -15,7 +15,7 @@ class InformativePanelTest : public testsupport::PluginFixture
 protected:
     bool showsText(const QString &text)
     {
-        for (platform::View *view : testsupport::descendants(plugin().splitView())) {
+        for (platform::View *view : testsupport::descendants(rooms().views.splitView())) {
             auto *label = qobject_cast<platform::TextField *>(view);
             if (label && label->isVisible() && label->stringValue() == text)
                 return true;
@@ -42,7 +42,7 @@ TEST_F(InformativePanelTest, AMessageForAGroupIsNotValidated)
 
 TEST_F(InformativePanelTest, AMessageForAGroupLeavesItsRecordAndHighlightsNothing)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     ASSERT_TRUE(showGroup(0, {{"message", "Load"}}).waitUntilFinished());
     EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}}));
     EXPECT_TRUE(highlights.empty());
@@ -51,8 +51,8 @@ TEST_F(InformativePanelTest, AMessageForAGroupLeavesItsRecordAndHighlightsNothin
 
 TEST_F(InformativePanelTest, AMessageForAGroupComesBeforeTheLoopShortCut)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     EXPECT_EQ(showGroup(0, {{"message", "Load"}, {"input", Array{"S1"}}}).result(), Value(Dictionary()));
     EXPECT_TRUE(showsText("Load"));
 }

@@ -23,7 +23,7 @@ class LoopFieldTest : public testsupport::PluginFixture
 protected:
     TextField *caption()
     {
-        for (platform::View *view : plugin().rootView()->subviews()) {
+        for (platform::View *view : rooms().views.rootView()->subviews()) {
             auto *label = qobject_cast<TextField *>(view);
             if (label && label->stringValue() == "Loop:")
                 return label;
@@ -36,8 +36,8 @@ protected:
     /// What an operator does who wants another number of passes.
     void enter(const QString &text)
     {
-        click(plugin().loopNumberField());
-        plugin().loopNumberField()->selectText();
+        click(rooms().loop.loopNumberField());
+        rooms().loop.loopNumberField()->selectText();
         scan(text);
     }
 };
@@ -46,7 +46,7 @@ TEST_F(LoopFieldTest, TheCaptionStandsInTheTopLeftCorner)
 {
     TextField *label = caption();
     ASSERT_NE(label, nullptr);
-    const double height = plugin().rootView()->bounds().height();
+    const double height = rooms().views.rootView()->bounds().height();
     EXPECT_EQ(label->frame(), Rect(16.0, height - 30.0, 80.0, 22.5));
     EXPECT_EQ(label->font(), Font::system(12.0));
     EXPECT_FALSE(label->isBordered());
@@ -58,11 +58,11 @@ TEST_F(LoopFieldTest, TheCaptionStandsInTheTopLeftCorner)
 
 TEST_F(LoopFieldTest, TheNumberFieldStandsBesideItAndShowsZero)
 {
-    TextField *field = plugin().loopNumberField();
+    TextField *field = rooms().loop.loopNumberField();
     ASSERT_NE(qobject_cast<interactive::MouseTrackedTextField *>(field), nullptr);
-    const double height = plugin().rootView()->bounds().height();
+    const double height = rooms().views.rootView()->bounds().height();
     EXPECT_EQ(field->frame(), Rect(80.0, height - 26.0, 80.0, 22.5));
-    EXPECT_EQ(field->superview(), plugin().rootView());
+    EXPECT_EQ(field->superview(), rooms().views.rootView());
     EXPECT_EQ(field->stringValue(), "0");
     EXPECT_EQ(field->identifier().text(), "Loop");
     EXPECT_EQ(field->font(), Font::system(12.0));
@@ -77,7 +77,7 @@ TEST_F(LoopFieldTest, TheNumberFieldStandsBesideItAndShowsZero)
 
 TEST_F(LoopFieldTest, TheNumberFieldHasABezeledVerticallyCenteredCell)
 {
-    const platform::TextFieldCell &cell = plugin().loopNumberField()->cell();
+    const platform::TextFieldCell &cell = rooms().loop.loopNumberField()->cell();
     EXPECT_NE(dynamic_cast<const interactive::VerticallyCenteredTextFieldCell *>(&cell), nullptr);
     EXPECT_TRUE(cell.isBezeled());
     EXPECT_EQ(static_cast<int>(cell.bezelStyle()), 0);
@@ -89,12 +89,12 @@ TEST_F(LoopFieldTest, BothKeepTheirDistanceToTheTopLeftCornerWhenTheWindowGrows)
     window().resize(1400, 900);
     window().layout()->activate();
     EXPECT_EQ(caption()->frame(), Rect(16.0, 870.0, 80.0, 22.5));
-    EXPECT_EQ(plugin().loopNumberField()->frame(), Rect(80.0, 874.0, 80.0, 22.5));
+    EXPECT_EQ(rooms().loop.loopNumberField()->frame(), Rect(80.0, 874.0, 80.0, 22.5));
 }
 
 TEST_F(LoopFieldTest, TypingANumberSetsTheMaximumAndTurnsLoopModeOn)
 {
-    plugin().setSavedData({{"Loop", Dictionary{{"LoopMax", 9}, {"LoopCount_0", 4}, {"LoopCount_1", 2}}}});
+    rooms().records.restore({{"Loop", Dictionary{{"LoopMax", 9}, {"LoopCount_0", 4}, {"LoopCount_1", 2}}}});
     enter("5");
     EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 5}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
     EXPECT_TRUE(plugin().isLoopEnabled());
@@ -108,7 +108,7 @@ TEST_F(LoopFieldTest, TypingNoNumberGivesZeroAndTurnsLoopModeOff)
     enter("abc");
     EXPECT_EQ(loopRecord().value("LoopMax"), platform::Value(0));
     EXPECT_FALSE(plugin().isLoopEnabled());
-    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "abc");
+    EXPECT_EQ(rooms().loop.loopNumberField()->stringValue(), "abc");
 }
 
 TEST_F(LoopFieldTest, LoopModeIsOnFromTwoPasses)
@@ -123,7 +123,7 @@ TEST_F(LoopFieldTest, LoopModeIsOnFromTwoPasses)
 
 TEST_F(LoopFieldTest, WhatElseTheLoopRecordHoldsStays)
 {
-    plugin().setSavedData({{"Loop", Dictionary{{"Operator", "N. N."}}}, {"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"Loop", Dictionary{{"Operator", "N. N."}}}, {"G1", Dictionary{{"S1", "A"}}}});
     enter("2");
     EXPECT_EQ(loopRecord().value("Operator"), platform::Value("N. N."));
     EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}}));
@@ -132,12 +132,12 @@ TEST_F(LoopFieldTest, WhatElseTheLoopRecordHoldsStays)
 TEST_F(LoopFieldTest, AfterTheEntryTheInsertionPointStandsBehindTheNumber)
 {
     start();
-    TextField *field = plugin().loopNumberField();
+    TextField *field = rooms().loop.loopNumberField();
     field->selectText();
     type("12");
     ASSERT_NE(field->currentEditor(), nullptr);
     field->currentEditor()->setSelection(0, 1);
-    plugin().configLoop(field);
+    rooms().loop.configLoop(field);
     EXPECT_EQ(field->selectedText(), "");
     EXPECT_EQ(field->currentEditor()->cursorPosition(), 2);
 }
@@ -147,7 +147,7 @@ TEST_F(LoopFieldTest, AnotherSenderIsRefused)
     start();
     expectError("Invalid call for -[InteractiveView configLoop:]");
     platform::Button button;
-    plugin().configLoop(&button);
+    rooms().loop.configLoop(&button);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
                                                "<Button: (null)>"));
     EXPECT_FALSE(plugin().savedData().contains("Loop"));
@@ -160,7 +160,7 @@ TEST_F(LoopFieldTest, APlainTextFieldIsRefusedToo)
     TextField plain;
     plain.setIdentifier(platform::Identifier("Loop"));
     plain.setStringValue("3");
-    plugin().configLoop(&plain);
+    rooms().loop.configLoop(&plain);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
                                                "<TextField: Loop>"));
     EXPECT_FALSE(plugin().isLoopEnabled());
@@ -170,7 +170,7 @@ TEST_F(LoopFieldTest, NoSenderIsRefusedToo)
 {
     start();
     expectError("Invalid call for -[InteractiveView configLoop:]");
-    plugin().configLoop(nullptr);
+    rooms().loop.configLoop(nullptr);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView configLoop:] from sender: (null)"));
 }
@@ -181,14 +181,14 @@ TEST_F(LoopFieldTest, TheCaptionIsAPlainLabelWithoutAName)
     ASSERT_NE(label, nullptr);
     EXPECT_EQ(qobject_cast<interactive::MouseTrackedTextField *>(label), nullptr);
     EXPECT_TRUE(label->identifier().isNull());
-    EXPECT_EQ(label->superview(), plugin().rootView());
+    EXPECT_EQ(label->superview(), rooms().views.rootView());
 }
 
 TEST_F(LoopFieldTest, WithoutARootViewTheFieldIsMadeAsIfItHadNoHeight)
 {
     interactive::InteractiveView unloaded;
-    unloaded.setupLoopButton();
-    const std::unique_ptr<TextField> field(unloaded.loopNumberField());
+    unloaded.rooms().loop.setupLoopButton(&unloaded);
+    const std::unique_ptr<TextField> field(unloaded.rooms().loop.loopNumberField());
     ASSERT_NE(field, nullptr);
     EXPECT_EQ(field->frame(), Rect(80.0, -26.0, 80.0, 22.5));
     EXPECT_EQ(field->superview(), nullptr);
@@ -197,7 +197,7 @@ TEST_F(LoopFieldTest, WithoutARootViewTheFieldIsMadeAsIfItHadNoHeight)
 TEST_F(LoopFieldTest, AnEmptyEntryGivesZeroAndTurnsLoopModeOff)
 {
     enter("5");
-    plugin().loopNumberField()->setStringValue("");
+    rooms().loop.loopNumberField()->setStringValue("");
     enter("");
     EXPECT_EQ(loopRecord().value("LoopMax"), platform::Value(0));
     EXPECT_FALSE(plugin().isLoopEnabled());

@@ -50,7 +50,7 @@ TEST_F(LoopModeTest, TheConfigurationIsTheLoopRecord)
 
 TEST_F(LoopModeTest, WithoutALoopAGroupIsFinishedAtOnceAndItsAnswersGo)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
     EXPECT_EQ(isLoopFinished(0), Value(1));
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"G2", Dictionary{{"S1", "B"}}}}));
 }
@@ -61,7 +61,7 @@ TEST_F(LoopModeTest, ThreePassesAreTwoMoreAndThenTheEnd)
     const Dictionary answers{{"S1", "A"}};
     Dictionary data = plugin().savedData();
     data.insert("G1", answers);
-    plugin().setSavedData(data);
+    rooms().records.restore(data);
 
     EXPECT_EQ(isLoopFinished(0), Value(0));
     EXPECT_EQ(loopRecord().value("LoopCount_0"), Value(1));
@@ -116,13 +116,13 @@ TEST_F(LoopModeTest, SettingTheLoopResetsAllCountsAndShowsTheNumber)
     EXPECT_EQ(setLoop(3), Value(1));
     EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 3}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
     EXPECT_TRUE(plugin().isLoopEnabled());
-    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "3");
+    EXPECT_EQ(rooms().loop.loopNumberField()->stringValue(), "3");
 }
 
 TEST_F(LoopModeTest, AWholeDecimalNumberIsShownAndReadAsTheInteger)
 {
     setLoop(3.0);
-    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "3");
+    EXPECT_EQ(rooms().loop.loopNumberField()->stringValue(), "3");
     EXPECT_EQ(loopRecord().value("LoopMax"), Value(3));
 }
 
@@ -151,7 +151,7 @@ TEST_F(LoopModeTest, ASettingOfTheLoopIsLoggedByTheFieldsAction)
 
 TEST_F(LoopModeTest, AQuestionForTheEndIsLoggedWithAllAnswers)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}}});
     isLoopFinished(0);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, "-[InteractiveView isLoopFinished:error:]: data: "
                                                "{G1 = {S1 = A; clickedButton = Pass}}"));
@@ -159,14 +159,14 @@ TEST_F(LoopModeTest, AQuestionForTheEndIsLoggedWithAllAnswers)
 
 TEST_F(LoopModeTest, ARecordWithoutAMaximumIsFinishedAndKeepsItsCounts)
 {
-    plugin().setSavedData({{"Loop", Dictionary{{"LoopCount_0", 2}}}, {"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"Loop", Dictionary{{"LoopCount_0", 2}}}, {"G1", Dictionary{{"S1", "A"}}}});
     EXPECT_EQ(isLoopFinished(0), Value(1));
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"Loop", Dictionary{{"LoopCount_0", 2}}}}));
 }
 
 TEST_F(LoopModeTest, AGroupWithoutACountBeginsAtZero)
 {
-    plugin().setSavedData({{"Loop", Dictionary{{"LoopMax", 2}}}});
+    rooms().records.restore({{"Loop", Dictionary{{"LoopMax", 2}}}});
     EXPECT_EQ(isLoopFinished(1), Value(0));
     EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 2}, {"LoopCount_1", 1}}));
 }
@@ -218,8 +218,8 @@ TEST_F(LoopModeTest, ALoopOfThreePassesAsksTheOperatorOnce)
 
 TEST_F(LoopModeTest, WithoutItsFieldTheMaximumIsStoredAsGivenAndNothingElseChanges)
 {
-    plugin().setSavedData({{"Loop", Dictionary{{"LoopCount_0", 2}}}});
-    delete plugin().loopNumberField();
+    rooms().records.restore({{"Loop", Dictionary{{"LoopCount_0", 2}}}});
+    delete rooms().loop.loopNumberField();
     EXPECT_EQ(setLoop(3.0), Value(1));
     EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 3.0}, {"LoopCount_0", 2}}));
     EXPECT_FALSE(plugin().isLoopEnabled());
@@ -257,7 +257,7 @@ TEST_F(LoopModeTest, AGroupThatDoesNotExistIsCountedUntilItsEnd)
 TEST_F(LoopModeTest, ANumberWithAFractionIsShownAsItIsAndCountsAsItsWholePart)
 {
     setLoop(2.5);
-    EXPECT_EQ(plugin().loopNumberField()->stringValue(), "2.5");
+    EXPECT_EQ(rooms().loop.loopNumberField()->stringValue(), "2.5");
     EXPECT_EQ(loopRecord().value("LoopMax"), Value(2));
     EXPECT_TRUE(plugin().isLoopEnabled());
 }
@@ -274,7 +274,7 @@ TEST_F(LoopModeTest, SettingTheLoopTakesTheFocusFromNoEntry)
 
 TEST_F(LoopModeTest, SettingTheLoopKeepsWhatElseTheLoopRecordHolds)
 {
-    plugin().setSavedData({{"Loop", Dictionary{{"Operator", "N. N."}}}});
+    rooms().records.restore({{"Loop", Dictionary{{"Operator", "N. N."}}}});
     setLoop(3);
     EXPECT_EQ(loopRecord().value("Operator"), Value("N. N."));
 }
@@ -283,7 +283,7 @@ TEST_F(LoopModeTest, NoPassIsLostWhileTheMaximumIsBeingSet)
 {
     start();
     // Without the field setting the maximum resets no count.
-    delete plugin().loopNumberField();
+    delete rooms().loop.loopNumberField();
     setLoop(100000);
     interactive::InteractiveView &target = plugin();
     auto &counting = onSequencer([&target](Error *error) {

@@ -16,7 +16,7 @@ class LoopShortCutTest : public testsupport::PluginFixture
 
 TEST_F(LoopShortCutTest, ASecondCallForASystemGivesTheStoredRecordWithoutDrawing)
 {
-    plugin().setIsLoopEnabled(true);
+    rooms().records.setLoopEnabled(true);
     auto &first = showView(0, {{"input", Array{"SN"}}});
     ASSERT_TRUE(waitForPanel("0"));
     scan("X");
@@ -37,26 +37,26 @@ TEST_F(LoopShortCutTest, ASecondCallForASystemGivesTheStoredRecordWithoutDrawing
 
 TEST_F(LoopShortCutTest, AGroupsStoredRecordIsGivenAtOnce)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"G2", Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"G2", Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}}});
     EXPECT_EQ(showGroup(1, {{"input", Array{"S1"}}}).result(),
               Value(Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
-    EXPECT_TRUE(plugin().splitView()->subviews().isEmpty());
+    EXPECT_TRUE(rooms().views.splitView()->subviews().isEmpty());
 }
 
 TEST_F(LoopShortCutTest, ASwitchPanelsStatesAreGivenAtOnce)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"G1", Dictionary{{"clickedButton", "G1-1-OK"}}}});
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", 1}, {"S3", 1}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"G1", Dictionary{{"clickedButton", "G1-1-OK"}}}});
+    rooms().slotStates.restore({{"G1", Dictionary{{"S1", 1}, {"S3", 1}}}});
     EXPECT_EQ(showGroup(0, {{"switch", Array{"S1", "S2", "S3"}}}).result(),
               Value(Dictionary{{"S1", 1}, {"S3", 1}}));
 }
 
 TEST_F(LoopShortCutTest, AQuestionIsAskedInEveryPass)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"0", Dictionary{{"clickedButton", "Pass"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"0", Dictionary{{"clickedButton", "Pass"}}}});
     auto &call = showView(0, {{"button", Array{"No", "Yes"}}});
     ASSERT_TRUE(waitForPanel("0"));
     EXPECT_FALSE(call.finished());
@@ -66,15 +66,15 @@ TEST_F(LoopShortCutTest, AQuestionIsAskedInEveryPass)
 
 TEST_F(LoopShortCutTest, WithoutAnAnswerTheOperatorIsAsked)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"1", Dictionary{{"SN", "OTHER"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"1", Dictionary{{"SN", "OTHER"}}}});
     showView(0, {{"input", Array{"SN"}}});
     EXPECT_TRUE(waitForPanel("0"));
 }
 
 TEST_F(LoopShortCutTest, WithLoopModeOffTheOperatorIsAskedAgain)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     showGroup(0, {{"input", Array{"S1"}}});
     EXPECT_TRUE(waitForPanel("G1"));
 }
@@ -82,16 +82,16 @@ TEST_F(LoopShortCutTest, WithLoopModeOffTheOperatorIsAskedAgain)
 TEST_F(LoopShortCutTest, TheEarlierPanelIsTakenAwayBeforeTheStoredAnswerIsGiven)
 {
     ASSERT_TRUE(showGroup(0, {{"message", "Load"}}).waitUntilFinished());
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     ASSERT_TRUE(showGroup(0, {{"input", Array{"S1"}}}).waitUntilFinished());
     EXPECT_EQ(panel("G1"), nullptr);
 }
 
 TEST_F(LoopShortCutTest, ASwitchPanelThatWasNotConfirmedGivesItsRecordAndItsErrorAgain)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"G1", Dictionary{{"clickedButton", "G1-9-Retry"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"G1", Dictionary{{"clickedButton", "G1-9-Retry"}}}});
     auto &call = showGroup(0, {{"switch", Array{"S1"}}});
     EXPECT_EQ(call.result(), Value(Dictionary{{"clickedButton", "G1-9-Retry"}}));
     EXPECT_EQ(call.error(), (Error{interactive::InteractivePluginErrorDomain, 301,
@@ -100,14 +100,14 @@ TEST_F(LoopShortCutTest, ASwitchPanelThatWasNotConfirmedGivesItsRecordAndItsErro
 
 TEST_F(LoopShortCutTest, TheFocusOrderOfASystemIsForgottenAndThatOfAGroupIsNot)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"0", Dictionary{{"SN", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
-    plugin().setResponders("0", {});
-    plugin().setResponders("G2", {});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"0", Dictionary{{"SN", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
+    rooms().views.setResponders("0", {});
+    rooms().views.setResponders("G2", {});
     ASSERT_TRUE(showView(0, {{"input", Array{"SN"}}}).waitUntilFinished());
     ASSERT_TRUE(showGroup(1, {{"input", Array{"S1"}}}).waitUntilFinished());
-    EXPECT_FALSE(plugin().hasResponders("0"));
-    EXPECT_TRUE(plugin().hasResponders("G2"));
+    EXPECT_FALSE(rooms().views.hasResponders("0"));
+    EXPECT_TRUE(rooms().views.hasResponders("G2"));
 }
 
 } // namespace

@@ -145,21 +145,10 @@ TEST_F(RefusalTest, AnErrorThatTheCallerBringsAlongIsShownAndKept)
     EXPECT_EQ(call.error(), brought);
 }
 
-TEST_F(RefusalTest, WithoutAGroupThereIsNobodyToAcknowledgeAndTheCallReturns)
-{
-    start();
-    expectError(twoInputs);
-    auto &call = showView(99, {{"input", Array{"A", "B"}}});
-    EXPECT_EQ(call.result(), Value());
-    EXPECT_EQ(call.error(), (Error{interactive::InteractivePluginErrorDomain, 105, twoInputs}));
-    EXPECT_TRUE(plugin().splitView()->subviews().isEmpty());
-    EXPECT_TRUE(log.anyContains(twoInputs));
-}
-
 TEST_F(RefusalTest, InLoopModeAnAnswerThatIsThereComesBeforeValidation)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"0", Dictionary{{"A", "X"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"0", Dictionary{{"A", "X"}}}});
     auto &call = showView(0, {{"input", Array{"A", "B"}}});
     EXPECT_EQ(call.result(), Value(Dictionary{{"A", "X"}}));
     EXPECT_EQ(call.error(), Error());

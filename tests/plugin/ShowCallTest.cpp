@@ -57,14 +57,14 @@ TEST_F(ShowCallTest, AGroupsPanelIsKeyedByTheGroupOfThatNumberAmongTheDistinctOn
     showGroup(1, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("A"));
     EXPECT_FALSE(isOpen("B"));
-    EXPECT_TRUE(panel("A")->identifier().isSameInstance(plugin().panelKey("A")));
+    EXPECT_TRUE(panel("A")->identifier().isSameInstance(rooms().waits.panelKey("A")));
 }
 
 TEST_F(ShowCallTest, ASystemsPanelIsKeyedByTheDigitsOfItsIndex)
 {
     showView(5.0, question);
     ASSERT_TRUE(waitForPanel("5"));
-    EXPECT_TRUE(panel("5")->identifier().isSameInstance(plugin().panelKey("5")));
+    EXPECT_TRUE(panel("5")->identifier().isSameInstance(rooms().waits.panelKey("5")));
     EXPECT_TRUE(plugin().savedData().contains("5"));
 }
 
@@ -80,14 +80,21 @@ TEST_F(ShowCallTest, ANegativeGroupNumberIsARangeException)
     EXPECT_TRUE(showGroup(-1, {{"input", Array{"S1"}}}).thrown<std::out_of_range>().contains("-1"));
 }
 
-TEST_F(ShowCallTest, ASystemIndexBeyondTheMappingStillGetsItsPanelKey)
+TEST_F(ShowCallTest, ASystemBeyondTheStationIsAnsweredByAnErrorAtOnce)
 {
-    auto &call = showView(99, {{"input", Array{"SN"}}, {"length", 4}});
-    ASSERT_TRUE(testsupport::waitUntil([&] { return record("99").contains("length"); }));
-    EXPECT_EQ(record("99"), (Dictionary{{"length", 4}}));
-    EXPECT_FALSE(call.finished());
-    ASSERT_TRUE(testsupport::waitUntil([&] { return !highlights.empty(); }));
-    EXPECT_EQ(highlights.front(), Highlight(99, true));
+    start();
+    for (const int index : {99, 8, -1}) {
+        const QString text =
+            method + ": system index " + QString::number(index) + " is beyond the station's systems (0 to 7)";
+        expectError(text);
+        // Looked at before anything else: neither the wrong type nor the message of a group counts.
+        auto &call = showView(index, {{"switch", "S1"}, {"input", Array{"length"}}});
+        EXPECT_EQ(call.result(), Value()) << index;
+        EXPECT_EQ(call.error(), (platform::Error{interactive::InteractivePluginErrorDomain, 404, text}));
+    }
+    EXPECT_TRUE(highlights.empty());
+    EXPECT_EQ(plugin().savedData(), Dictionary());
+    EXPECT_TRUE(rooms().views.splitView()->subviews().isEmpty());
 }
 
 TEST_F(ShowCallTest, EnablesTheGroupsButton)
@@ -111,7 +118,7 @@ TEST_F(ShowCallTest, ASystemsCallLeavesItsGroupsButtonAlone)
 TEST_F(ShowCallTest, HidesWhatIsThereOfAGroupThatIsOffBeforeItIsTakenAway)
 {
     ASSERT_TRUE(showGroup(0, {{"message", "Load the fixture"}}).waitUntilFinished());
-    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     QPointer<platform::View> message = panel("G1");
     ASSERT_TRUE(message && !message->isHidden());
 
@@ -140,7 +147,7 @@ TEST_F(ShowCallTest, DoesNotHideWhatIsThereOfAGroupThatIsOn)
 
 TEST_F(ShowCallTest, ThePanelOfAGroupThatIsOffIsDrawnAllTheSame)
 {
-    plugin().turnOnGroupButton(false, plugin().panelKey("G1"));
+    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     showGroup(0, {{"input", Array{"S1"}}});
     EXPECT_TRUE(waitForPanel("G1"));
 }
@@ -153,7 +160,7 @@ TEST_F(ShowCallTest, TakesTheEarlierPanelOfItsKeyAway)
     showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     EXPECT_TRUE(!message || !message->superview());
-    EXPECT_EQ(plugin().splitView()->subviews().size(), 1);
+    EXPECT_EQ(rooms().views.splitView()->subviews().size(), 1);
 }
 
 TEST_F(ShowCallTest, LogsLoopModeAndWhatThereIsToAskFor)
@@ -172,8 +179,8 @@ TEST_F(ShowCallTest, LogsThatThereIsNothingButButtons)
 
 TEST_F(ShowCallTest, LogsLoopModeAndAnAnswerThatIsThere)
 {
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"0", Dictionary{{"SN", "A"}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"0", Dictionary{{"SN", "A"}}}});
     showView(0, question);
     ASSERT_TRUE(waitForPanel("0"));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, method + ": 1, 1, 0"));
@@ -181,7 +188,7 @@ TEST_F(ShowCallTest, LogsLoopModeAndAnAnswerThatIsThere)
 
 TEST_F(ShowCallTest, TheFreshRecordHoldsTheLengthAlone)
 {
-    plugin().setSavedData({{"3", Dictionary{{"SN", "OLD"}, {"clickedButton", "Pass"}}}});
+    rooms().records.restore({{"3", Dictionary{{"SN", "OLD"}, {"clickedButton", "Pass"}}}});
     showView(3, {{"input", Array{"SN"}}, {"length", 8}});
     ASSERT_TRUE(waitForPanel("3"));
     EXPECT_EQ(record("3"), (Dictionary{{"length", 8}}));
@@ -189,7 +196,7 @@ TEST_F(ShowCallTest, TheFreshRecordHoldsTheLengthAlone)
 
 TEST_F(ShowCallTest, TheFreshRecordOfAGroupHoldsTheLengthAloneWhateverItsLabel)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "OLD"}}}, {"G2", Dictionary{{"S1", "KEPT"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "OLD"}}}, {"G2", Dictionary{{"S1", "KEPT"}}}});
     showGroup(0, {{"input", Array{"S1"}}, {"label", "MAC"}});
     ASSERT_TRUE(waitForPanel("G1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
@@ -201,7 +208,7 @@ TEST_F(ShowCallTest, ASystemsSwitchStatesAreForgotten)
     const Dictionary kept = plugin().enableStatus();
     Dictionary status = kept;
     status.insert("0", Dictionary{{"A", 1}});
-    plugin().setEnableStatus(status);
+    rooms().slotStates.restore(status);
     showView(0, {{"switch", Array{"A"}}});
     ASSERT_TRUE(waitForPanel("0"));
     EXPECT_EQ(plugin().enableStatus(), kept);
@@ -220,7 +227,7 @@ TEST_F(ShowCallTest, SwitchesWithoutInputsAreDrawnAsTheirOwnInputs)
     showGroup(0, {{"switch", Array{"S2", "S3"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     // Only what is among the inputs is shown on a group panel.
-    platform::CollectionView *overview = plugin().collection("G1");
+    platform::CollectionView *overview = rooms().views.collection("G1");
     QList<bool> shown;
     for (int i = 0; i < 4; ++i)
         shown.append(overview->itemAtIndex(i)->view()->subviews().value(0)->isVisible());
@@ -279,7 +286,7 @@ TEST_F(ShowCallTest, ANumberThatIsNoIntegerIsRefused)
               method + ": group number must be an integer, got 0.5");
     EXPECT_EQ(showView("0", question).thrown<std::invalid_argument>(),
               method + ": system index must be an integer, got 0");
-    EXPECT_TRUE(plugin().splitView()->subviews().isEmpty());
+    EXPECT_TRUE(rooms().views.splitView()->subviews().isEmpty());
 }
 
 } // namespace

@@ -22,10 +22,10 @@ protected:
 TEST_F(StartUpTest, BeginsWithoutAnswersFocusOrdersOrPanels)
 {
     EXPECT_EQ(plugin().savedData(), Dictionary());
-    EXPECT_FALSE(plugin().hasResponders("G1"));
-    EXPECT_FALSE(plugin().hasResponders("0"));
-    EXPECT_EQ(plugin().collection("G1"), nullptr);
-    EXPECT_TRUE(plugin().splitView()->subviews().isEmpty());
+    EXPECT_FALSE(rooms().views.hasResponders("G1"));
+    EXPECT_FALSE(rooms().views.hasResponders("0"));
+    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
+    EXPECT_TRUE(rooms().views.splitView()->subviews().isEmpty());
 }
 
 TEST_F(StartUpTest, CopiesTheStationsMappings)
@@ -56,10 +56,10 @@ TEST_F(StartUpTest, AnEmptyMappingGivesNoGroupsAndNoSlotsAndStartsAllTheSame)
     station.systemSlots = Array{};
     EXPECT_EQ(plugin().groupCount(), 0U);
     EXPECT_EQ(plugin().slotCount(), 0U);
-    EXPECT_TRUE(plugin().groupButtons().isEmpty());
+    EXPECT_TRUE(rooms().groupButtons.groupButtons().isEmpty());
     EXPECT_EQ(plugin().enableStatus(), Dictionary());
-    EXPECT_NE(plugin().loopNumberField(), nullptr);
-    EXPECT_EQ(plugin().splitView()->dividerStyle(), platform::SplitView::DividerStyle::Thin);
+    EXPECT_NE(rooms().loop.loopNumberField(), nullptr);
+    EXPECT_EQ(rooms().views.splitView()->dividerStyle(), platform::SplitView::DividerStyle::Thin);
 }
 
 TEST_F(StartUpTest, LaterChangesOfTheHostsConfigurationAreNotSeen)
@@ -97,32 +97,32 @@ TEST_F(StartUpTest, BeginsWithoutShadowsAtAnOpacityOfThreeTenthsAndWithoutLoop)
 
 TEST_F(StartUpTest, TheRootViewHasAClearLayerAndResizesBothWays)
 {
-    EXPECT_TRUE(plugin().rootView()->wantsLayer());
-    EXPECT_EQ(plugin().rootView()->layerBackgroundColor(), Color::clear());
-    EXPECT_EQ(plugin().rootView()->autoresizingMask(), 18U);
-    EXPECT_EQ(plugin().rootView(), plugin().view());
+    EXPECT_TRUE(rooms().views.rootView()->wantsLayer());
+    EXPECT_EQ(rooms().views.rootView()->layerBackgroundColor(), Color::clear());
+    EXPECT_EQ(rooms().views.rootView()->autoresizingMask(), 18U);
+    EXPECT_EQ(rooms().views.rootView(), plugin().view());
 }
 
 TEST_F(StartUpTest, TheSplitViewHasAThinDividerAClearLayerAndResizesBothWays)
 {
-    EXPECT_EQ(static_cast<int>(plugin().splitView()->dividerStyle()), 2);
-    EXPECT_TRUE(plugin().splitView()->wantsLayer());
-    EXPECT_EQ(plugin().splitView()->layerBackgroundColor(), Color::clear());
-    EXPECT_EQ(plugin().splitView()->autoresizingMask(), 18U);
+    EXPECT_EQ(static_cast<int>(rooms().views.splitView()->dividerStyle()), 2);
+    EXPECT_TRUE(rooms().views.splitView()->wantsLayer());
+    EXPECT_EQ(rooms().views.splitView()->layerBackgroundColor(), Color::clear());
+    EXPECT_EQ(rooms().views.splitView()->autoresizingMask(), 18U);
 }
 
 TEST_F(StartUpTest, TheSplitViewIsScrolledInsideTheRootView)
 {
-    const QList<platform::View *> all = testsupport::descendants(plugin().rootView());
-    EXPECT_TRUE(all.contains(plugin().scrollView()));
-    EXPECT_TRUE(testsupport::descendants(plugin().scrollView()).contains(plugin().splitView()));
+    const QList<platform::View *> all = testsupport::descendants(rooms().views.rootView());
+    EXPECT_TRUE(all.contains(rooms().views.scrollView()));
+    EXPECT_TRUE(testsupport::descendants(rooms().views.scrollView()).contains(rooms().views.splitView()));
 }
 
 TEST_F(StartUpTest, ThePanelAreaLeavesRoomForTheLoopFieldAndTheGroupButtonsAboveIt)
 {
-    const platform::Rect area = plugin().scrollView()->frame();
-    EXPECT_LE(area.y() + area.height(), plugin().loopNumberField()->frame().y());
-    for (platform::Button *button : plugin().groupButtons())
+    const platform::Rect area = rooms().views.scrollView()->frame();
+    EXPECT_LE(area.y() + area.height(), rooms().loop.loopNumberField()->frame().y());
+    for (platform::Button *button : rooms().groupButtons.groupButtons())
         EXPECT_LE(area.y() + area.height(), button->frame().y());
 }
 
@@ -131,7 +131,7 @@ TEST_F(StartUpTest, MakesOneButtonPerGroupInGroupOrder)
     station.systemGroups = Array{"B", "A", "B", "A"};
     station.systemSlots = Array{"S1", "S1", "S2", "S2"};
     QStringList titles;
-    for (platform::Button *button : plugin().groupButtons())
+    for (platform::Button *button : rooms().groupButtons.groupButtons())
         titles.append(button->title());
     EXPECT_EQ(titles, (QStringList{"B", "A"}));
 }
@@ -139,9 +139,10 @@ TEST_F(StartUpTest, MakesOneButtonPerGroupInGroupOrder)
 TEST_F(StartUpTest, EveryGroupHasAConditionAndAllItsSlotsEnabled)
 {
     EXPECT_EQ(plugin().enableStatus(), (Dictionary{{"G1", allSlotsOn}, {"G2", allSlotsOn}}));
-    EXPECT_NE(plugin().getCondition(plugin().panelKey("G1")), nullptr);
-    EXPECT_NE(plugin().getCondition(plugin().panelKey("G2")), nullptr);
-    EXPECT_NE(plugin().getCondition(plugin().panelKey("G1")), plugin().getCondition(plugin().panelKey("G2")));
+    EXPECT_NE(rooms().waits.getCondition(rooms().waits.panelKey("G1")), nullptr);
+    EXPECT_NE(rooms().waits.getCondition(rooms().waits.panelKey("G2")), nullptr);
+    EXPECT_NE(rooms().waits.getCondition(rooms().waits.panelKey("G1")),
+              rooms().waits.getCondition(rooms().waits.panelKey("G2")));
 }
 
 TEST_F(StartUpTest, ListensForClicksOnFieldsFromAnySender)
@@ -156,7 +157,7 @@ TEST_F(StartUpTest, TheViewIsLoadedOnce)
 {
     platform::View *first = plugin().view();
     EXPECT_EQ(plugin().view(), first);
-    EXPECT_EQ(plugin().groupButtons().size(), 2);
+    EXPECT_EQ(rooms().groupButtons.groupButtons().size(), 2);
 }
 
 TEST_F(StartUpTest, NoTileMayBeSelected)
@@ -169,7 +170,7 @@ TEST_F(StartUpTest, AClickOnATileOfTheOverviewSelectsNothing)
 {
     showView(0, {{"input", Array{"SN"}}});
     ASSERT_TRUE(waitForPanel("0"));
-    platform::CollectionView *overview = plugin().collection("G1");
+    platform::CollectionView *overview = rooms().views.collection("G1");
     ASSERT_NE(overview, nullptr);
     ASSERT_EQ(overview->itemCount(), 4);
     EXPECT_TRUE(overview->isSelectable());
@@ -183,9 +184,9 @@ TEST_F(StartUpTest, APropertyKeepsWhatItIsSetTo)
     plugin().setBackgroundAlpha(0.75);
     plugin().setColumns(3);
     plugin().setCustomColorEnabled(true);
-    plugin().setIsLoopEnabled(true);
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
-    plugin().setEnableStatus({{"G1", Dictionary{{"S1", -1}}}});
+    rooms().records.setLoopEnabled(true);
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().slotStates.restore({{"G1", Dictionary{{"S1", -1}}}});
     EXPECT_TRUE(plugin().drawShadow());
     EXPECT_EQ(plugin().backgroundAlpha(), 0.75);
     EXPECT_EQ(plugin().columns(), 3U);
@@ -197,7 +198,7 @@ TEST_F(StartUpTest, APropertyKeepsWhatItIsSetTo)
 
 TEST_F(StartUpTest, TheHostCanReadTheStateAsProperties)
 {
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     QObject *context = plugin().pluginContext();
     EXPECT_EQ(context->property("savedData").toMap(), plugin().savedData());
     EXPECT_EQ(context->property("enableStatus").toMap(), plugin().enableStatus());
@@ -210,30 +211,30 @@ TEST_F(StartUpTest, TheHostCanReadTheStateAsProperties)
 
 TEST_F(StartUpTest, ThePanelKeyOfATextIsAlwaysTheSameInstance)
 {
-    const Identifier key = plugin().panelKey("G1");
+    const Identifier key = rooms().waits.panelKey("G1");
     EXPECT_EQ(key.text(), "G1");
-    EXPECT_TRUE(key.isSameInstance(plugin().panelKey(QString("G") + "1")));
+    EXPECT_TRUE(key.isSameInstance(rooms().waits.panelKey(QString("G") + "1")));
     EXPECT_FALSE(key.isSameInstance(Identifier("G1")));
-    EXPECT_FALSE(key.isSameInstance(plugin().panelKey("G2")));
+    EXPECT_FALSE(key.isSameInstance(rooms().waits.panelKey("G2")));
 }
 
 TEST_F(StartUpTest, TheGroupButtonsBearThePanelKeysThemselves)
 {
-    for (platform::Button *button : plugin().groupButtons())
-        EXPECT_TRUE(button->identifier().isSameInstance(plugin().panelKey(button->title())));
+    for (platform::Button *button : rooms().groupButtons.groupButtons())
+        EXPECT_TRUE(button->identifier().isSameInstance(rooms().waits.panelKey(button->title())));
 }
 
 TEST_F(StartUpTest, WhatWasSetBeforeTheViewWasLoadedDoesNotCount)
 {
     start();
     interactive::InteractiveView controller;
-    controller.setIsLoopEnabled(true);
+    controller.rooms().records.setLoopEnabled(true);
     controller.setDrawShadow(true);
     controller.setBackgroundAlpha(0.9);
     controller.setCustomColorEnabled(true);
-    controller.setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
-    controller.setEnableStatus({{"9", Dictionary{{"S1", 1}}}});
-    controller.setResponders("G1", {});
+    controller.rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    controller.rooms().slotStates.restore({{"9", Dictionary{{"S1", 1}}}});
+    controller.rooms().views.setResponders("G1", {});
     QWidget window;
     controller.view()->setParent(&window);
 
@@ -243,13 +244,13 @@ TEST_F(StartUpTest, WhatWasSetBeforeTheViewWasLoadedDoesNotCount)
     EXPECT_FALSE(controller.customColorEnabled());
     EXPECT_EQ(controller.savedData(), Dictionary());
     EXPECT_EQ(controller.enableStatus(), (Dictionary{{"G1", allSlotsOn}, {"G2", allSlotsOn}}));
-    EXPECT_FALSE(controller.hasResponders("G1"));
+    EXPECT_FALSE(controller.rooms().views.hasResponders("G1"));
 }
 
 TEST_F(StartUpTest, TheLoopControlsAreMadeBeforeTheGroupButtons)
 {
     QStringList order;
-    for (platform::View *view : plugin().rootView()->subviews()) {
+    for (platform::View *view : rooms().views.rootView()->subviews()) {
         if (auto *button = qobject_cast<platform::Button *>(view))
             order.append(button->title());
         if (auto *field = qobject_cast<platform::TextField *>(view))

@@ -42,10 +42,10 @@ TEST_F(WaitTest, NoLockIsHeldWhileACallWaits)
     ASSERT_TRUE(waitForPanel("0"));
     // Each would block for ever if the waiting call held its lock.
     auto &other = onSequencer([this](Error *) {
-        plugin().setSavedData(plugin().savedData());
-        plugin().setEnableStatus(plugin().enableStatus());
-        return Value(plugin().getCondition(plugin().panelKey("G2")) != nullptr &&
-                     plugin().hasResponders("0") && plugin().collection("G1") != nullptr);
+        rooms().records.restore(plugin().savedData());
+        rooms().slotStates.restore(plugin().enableStatus());
+        return Value(rooms().waits.getCondition(rooms().waits.panelKey("G2")) != nullptr &&
+                     rooms().views.hasResponders("0") && rooms().views.collection("G1") != nullptr);
     });
     EXPECT_EQ(other.result(), Value(true));
 }
@@ -128,7 +128,7 @@ TEST_F(WaitTest, ManyCallsLeaveTheNumberOfViewsWhereItWas)
             return Value(true);
         });
         EXPECT_EQ(calls.result(), Value(true));
-        return testsupport::descendants(target.rootView()).size();
+        return testsupport::descendants(target.rooms().views.rootView()).size();
     };
     const qsizetype few = viewsAfter(2);
     EXPECT_EQ(viewsAfter(100), few);
@@ -165,7 +165,7 @@ TEST_F(WaitTest, ASignalThatComesWhenNobodyWaitsIsNotKeptForTheNextCall)
     ASSERT_TRUE(waitForPanel("0"));
     press("0", "Yes");
     ASSERT_TRUE(first.waitUntilFinished());
-    plugin().getCondition(plugin().panelKey("0"))->signal();
+    rooms().waits.getCondition(rooms().waits.panelKey("0"))->signal();
 
     auto &second = showView(0, question);
     ASSERT_TRUE(waitForPanel("0"));
@@ -175,50 +175,18 @@ TEST_F(WaitTest, ASignalThatComesWhenNobodyWaitsIsNotKeptForTheNextCall)
     EXPECT_EQ(second.result(), Value(true));
 }
 
-TEST_F(WaitTest, TwoCallsForTheSamePanelShareOneConditionAndOneSignalEndsOne)
+TEST_F(WaitTest, TwoCallsForTheSamePanelTakeTurns)
 {
     auto &first = showView(0, question);
     ASSERT_TRUE(waitForPanel("0"));
     auto &second = showView(0, question);
-    ASSERT_TRUE(testsupport::waitUntil([&] { return timesLoggedFrom("Entered: ") == 2; }));
-    ASSERT_TRUE(waitForPanel("0"));
+    ASSERT_TRUE(waitsForTurn(1));
     press("0", "Yes");
-    ASSERT_TRUE(testsupport::waitUntil([&] { return first.finished() || second.finished(); }));
-    settle();
-    EXPECT_NE(first.finished(), second.finished());
-    plugin().getCondition(plugin().panelKey("0"))->signal();
-    EXPECT_TRUE(first.waitUntilFinished() && second.waitUntilFinished());
-}
-
-TEST_F(WaitTest, TwoFirstCallsForAPanelAtTheSameMomentWaitOnOneCondition)
-{
-    start();
-    constexpr int Panels = 60;
-    // No system has such an index, so that nobody has asked for its condition before.
-    constexpr int FirstIndex = 1000;
-    std::array<std::atomic<int>, Panels> arrived{};
-    std::vector<testsupport::SequencerCall *> calls;
-    int index = FirstIndex;
-    for (std::atomic<int> &here : arrived) {
-        const auto ask = [this, &here, index](Error *error) {
-            ++here;
-            while (here < 2)
-                std::this_thread::yield();
-            return plugin().showView(index, question, error);
-        };
-        calls.push_back(&onSequencer(ask));
-        calls.push_back(&onSequencer(ask));
-        ++index;
-    }
-    ASSERT_TRUE(testsupport::waitUntil(
-        [&] { return timesLoggedFrom("Entered: ") == static_cast<int>(calls.size()); }));
-    for (index = FirstIndex; index < FirstIndex + Panels; ++index) {
-        const auto condition = plugin().getCondition(plugin().panelKey(QString::number(index)));
-        condition->signal();
-        condition->signal();
-    }
-    for (testsupport::SequencerCall *call : calls)
-        EXPECT_FALSE(call->error().isPresent());
+    EXPECT_EQ(first.result(), Value(true));
+    ASSERT_TRUE(waitForPanel("0"));
+    EXPECT_FALSE(second.finished());
+    press("0", "No");
+    EXPECT_EQ(second.result(), Value(false));
 }
 
 TEST_F(WaitTest, OnTheMainThreadAShowCallReturnsAnErrorAtOnce)

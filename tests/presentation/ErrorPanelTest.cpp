@@ -1,3 +1,4 @@
+#include "plugin/ShowError.h"
 #include "tests/support/LogTrap.h"
 #include "tests/support/PanelFixture.h"
 #include "tests/support/Wait.h"
@@ -31,14 +32,14 @@ protected:
 
     SequencerCall &showError(const Dictionary &config, const Identifier &identifier)
     {
-        interactive::InteractiveView &target = plugin();
+        interactive::Rooms &target = rooms();
         return onSequencer([&target, config, identifier](Error *) {
-            return Value(target.showError(message, config, identifier));
+            return Value(interactive::showError(target, message, config, identifier, {}));
         });
     }
     SequencerCall &showError(const Dictionary &config, const QString &group)
     {
-        return showError(config, plugin().panelKey(group));
+        return showError(config, rooms().waits.panelKey(group));
     }
     /// The geometry of the panel that an error draws for the group, in words.
     QString geometryOf(const QString &group, const Dictionary &config)
@@ -53,7 +54,7 @@ protected:
         return geometry;
     }
     /// The text fields that stand in the split view beside the panels.
-    QList<TextField *> titleFields() { return labels(plugin().splitView()); }
+    QList<TextField *> titleFields() { return labels(rooms().views.splitView()); }
 };
 
 TEST_F(ErrorPanelTest, APanelStandsInItsGroupsBand)
@@ -225,7 +226,7 @@ TEST_F(ErrorPanelTest, FieldsOfAnEarlierPanelDoNotKeepOkFromEndingTheCall)
     ASSERT_TRUE(cancelled.waitUntilFinished());
     SequencerCall &call = showError({}, "G2");
     ASSERT_TRUE(waitForPanel("G2"));
-    EXPECT_FALSE(plugin().hasResponders("G2"));
+    EXPECT_FALSE(rooms().views.hasResponders("G2"));
     press("G2", "OK");
     EXPECT_EQ(call.result(), Value(true));
 }
@@ -233,10 +234,10 @@ TEST_F(ErrorPanelTest, FieldsOfAnEarlierPanelDoNotKeepOkFromEndingTheCall)
 TEST_F(ErrorPanelTest, AConditionIsMadeWhereThereIsNone)
 {
     // A key that no show call has used.
-    const Identifier key = plugin().panelKey("X");
+    const Identifier key = rooms().waits.panelKey("X");
     showError({}, key);
     ASSERT_TRUE(testsupport::waitUntil([&] { return pane("X") != nullptr; }));
-    EXPECT_NE(plugin().getCondition(key), nullptr);
+    EXPECT_NE(rooms().waits.getCondition(key), nullptr);
 }
 
 TEST_F(ErrorPanelTest, AnIdentifierThatNamesNoGroupIsDrawnFarOutsideWithALine)
@@ -244,7 +245,7 @@ TEST_F(ErrorPanelTest, AnIdentifierThatNamesNoGroupIsDrawnFarOutsideWithALine)
     SequencerCall &call = showError({}, "X");
     ASSERT_TRUE(testsupport::waitUntil([&] { return pane("X") != nullptr; }));
     View *drawn = pane("X");
-    EXPECT_GT(drawn->frame().y(), plugin().splitView()->frame().height());
+    EXPECT_GT(drawn->frame().y(), rooms().views.splitView()->frame().height());
     EXPECT_LE(drawn->frame().y(), double(QWIDGETSIZE_MAX));
     EXPECT_EQ(inWords(platform::Rect({}, drawn->frame().size())), "(0, 0, 1280, 126)");
     EXPECT_EQ(drawn->subviews().size(), 3);
@@ -313,8 +314,8 @@ TEST_F(ErrorPanelTest, APanelWiderThanTheWindowCanBeScrolledTo)
     station.windowSize = {600, 400};
     SequencerCall &call = showError({}, "G1");
     ASSERT_TRUE(waitForPanel("G1"));
-    ASSERT_GE(plugin().scrollView()->documentView()->frame().width(), 1000.0);
-    plugin().scrollView()->scrollToPoint({1000.0, 0.0});
+    ASSERT_GE(rooms().views.scrollView()->documentView()->frame().width(), 1000.0);
+    rooms().views.scrollView()->scrollToPoint({1000.0, 0.0});
     press("G1", "OK");
     EXPECT_EQ(call.result(), Value(true));
 }
@@ -344,7 +345,7 @@ TEST_F(ErrorPanelTest, EveryPanelOfThatTextIsShown)
     auto *hidden = new View(platform::Rect(0, 0, 10, 10));
     hidden->setIdentifier(Identifier("X"));
     hidden->setHidden(true);
-    plugin().splitView()->addSubview(hidden);
+    rooms().views.splitView()->addSubview(hidden);
     showError({}, "X");
     ASSERT_TRUE(testsupport::waitUntil([&] { return panes().count("X") == 2; }));
     EXPECT_FALSE(hidden->isHidden());
@@ -354,7 +355,7 @@ TEST_F(ErrorPanelTest, ThePanelBearsTheVeryKeyThatItWasShownFor)
 {
     showError({}, "G2");
     ASSERT_TRUE(waitForPanel("G2"));
-    EXPECT_TRUE(pane("G2")->identifier().isSameInstance(plugin().panelKey("G2")));
+    EXPECT_TRUE(pane("G2")->identifier().isSameInstance(rooms().waits.panelKey("G2")));
 }
 
 } // namespace

@@ -15,13 +15,13 @@ const Dictionary groupEntry{{"input", Array{"S1", "S2"}}};
 class PanelVisibilityTest : public testsupport::PanelFixture
 {
 protected:
-    Identifier key(const QString &text) { return plugin().panelKey(text); }
+    Identifier key(const QString &text) { return rooms().waits.panelKey(text); }
     /// A bare panel in the split view.
     View *addPane(const Identifier &identifier)
     {
         auto *made = new View(platform::Rect(0, 0, 100, 50));
         made->setIdentifier(identifier);
-        plugin().splitView()->addSubview(made);
+        rooms().views.splitView()->addSubview(made);
         return made;
     }
 };
@@ -29,20 +29,20 @@ protected:
 TEST_F(PanelVisibilityTest, ResettingDataForgetsTheRecordAndTheFields)
 {
     drawGroup(0, groupEntry);
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
-    plugin().resetData(key("G1"));
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
+    interactive::resetData(rooms().records, rooms().views, key("G1"));
     EXPECT_EQ(platform::description(plugin().savedData()), "{G2 = {S1 = B}}");
-    EXPECT_FALSE(plugin().hasResponders("G1"));
+    EXPECT_FALSE(rooms().views.hasResponders("G1"));
 }
 
 TEST_F(PanelVisibilityTest, ResettingDataInLoopModeForgetsTheFieldsAlone)
 {
     drawGroup(0, groupEntry);
-    plugin().setSavedData({{"G1", Dictionary{{"S1", "A"}}}});
-    plugin().setIsLoopEnabled(true);
-    plugin().resetData(key("G1"));
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    rooms().records.setLoopEnabled(true);
+    interactive::resetData(rooms().records, rooms().views, key("G1"));
     EXPECT_EQ(platform::description(plugin().savedData()), "{G1 = {S1 = A}}");
-    EXPECT_FALSE(plugin().hasResponders("G1"));
+    EXPECT_FALSE(rooms().views.hasResponders("G1"));
 }
 
 TEST_F(PanelVisibilityTest, ResettingDataLeavesOtherPanelsTheScreenAndTheSwitchesAlone)
@@ -50,8 +50,8 @@ TEST_F(PanelVisibilityTest, ResettingDataLeavesOtherPanelsTheScreenAndTheSwitche
     drawGroup(0, groupEntry);
     drawGroup(1, groupEntry);
     const Dictionary status = plugin().enableStatus();
-    plugin().resetData(key("G1"));
-    EXPECT_TRUE(plugin().hasResponders("G2"));
+    interactive::resetData(rooms().records, rooms().views, key("G1"));
+    EXPECT_TRUE(rooms().views.hasResponders("G2"));
     EXPECT_EQ(panes(), (QStringList{"G1", "G2"}));
     EXPECT_EQ(plugin().enableStatus(), status);
 }
@@ -60,16 +60,16 @@ TEST_F(PanelVisibilityTest, ResettingAGroupPanelTakesItAwayWithItsOverview)
 {
     drawGroup(0, groupEntry);
     drawGroup(1, groupEntry);
-    plugin().resetUI(key("G1"));
+    rooms().views.resetUI(key("G1"));
     EXPECT_EQ(panes(), QStringList{"G2"});
-    EXPECT_EQ(plugin().collection("G1"), nullptr);
-    EXPECT_NE(plugin().collection("G2"), nullptr);
+    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
+    EXPECT_NE(rooms().views.collection("G2"), nullptr);
 }
 
 TEST_F(PanelVisibilityTest, ResettingAPanelLogsWhatIsTakenAway)
 {
     drawGroup(0, {});
-    plugin().resetUI(key("G1"));
+    rooms().views.resetUI(key("G1"));
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Default,
                    "G1 removed with subViews (<TextField: (null)>, <ScrollView: (null)>, <Button: Pass>)"));
@@ -79,16 +79,16 @@ TEST_F(PanelVisibilityTest, ResettingTakesAwayTheFirstPanelOfThatInstanceAndStop
 {
     View *first = addPane(key("9"));
     View *second = addPane(key("9"));
-    plugin().resetUI(key("9"));
+    rooms().views.resetUI(key("9"));
     EXPECT_EQ(first->superview(), nullptr);
-    EXPECT_EQ(second->superview(), plugin().splitView());
+    EXPECT_EQ(second->superview(), rooms().views.splitView());
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "9 removed with subViews ()"));
 }
 
 TEST_F(PanelVisibilityTest, ResettingByAnEqualTextOfAnotherInstanceTakesNothingAway)
 {
     addPane(key("9"));
-    plugin().resetUI(Identifier("9"));
+    rooms().views.resetUI(Identifier("9"));
     EXPECT_EQ(panes(), QStringList{"9"});
 }
 
@@ -100,38 +100,39 @@ TEST_F(PanelVisibilityTest, ResettingAGroupTakesAwayEveryPanelThatBeginsWithItsN
     addPane(Identifier("G10-group"));
     drawSlot(4, entry);
     ASSERT_EQ(panes(), (QStringList{"G1-group", "G1-group", "G1-other", "G10-group", "G2-group"}));
-    plugin().resetUI(key("G1"));
+    rooms().views.resetUI(key("G1"));
     EXPECT_EQ(panes(), (QStringList{"G10-group", "G2-group"}));
-    EXPECT_EQ(plugin().collection("G1"), nullptr);
-    EXPECT_NE(plugin().collection("G2"), nullptr);
+    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
+    EXPECT_NE(rooms().views.collection("G2"), nullptr);
     EXPECT_EQ(timesLoggedFrom("G1-group removed"), 0);
 }
 
 TEST_F(PanelVisibilityTest, OnlyAGroupsNameTakesAwayWhatBeginsWithIt)
 {
     addPane(Identifier("9-group"));
-    plugin().resetUI(key("9"));
+    rooms().views.resetUI(key("9"));
     EXPECT_EQ(panes(), QStringList{"9-group"});
 }
 
-TEST_F(PanelVisibilityTest, ResettingASlotPanelEmptiesItsTileAlone)
+TEST_F(PanelVisibilityTest, ResettingASlotPanelEmptiesAndHidesItsTileAlone)
 {
     drawSlot(0, entry);
     drawSlot(1, entry);
     drawSlot(4, entry);
-    plugin().resetUI(key("0"));
+    rooms().views.resetUI(key("0"));
     ASSERT_NE(content("G1", 0), nullptr);
     EXPECT_TRUE(content("G1", 0)->subviews().isEmpty());
     EXPECT_FALSE(content("G1", 1)->subviews().isEmpty());
     EXPECT_FALSE(content("G2", 0)->subviews().isEmpty());
-    EXPECT_NE(plugin().collection("G1"), nullptr);
-    EXPECT_FALSE(box("G1", 0)->isHidden());
+    EXPECT_NE(rooms().views.collection("G1"), nullptr);
+    EXPECT_TRUE(box("G1", 0)->isHidden());
+    EXPECT_FALSE(box("G1", 1)->isHidden());
 }
 
 TEST_F(PanelVisibilityTest, ResettingASlotPanelByAnEqualTextOfAnotherInstanceKeepsItsTile)
 {
     drawSlot(0, entry);
-    plugin().resetUI(Identifier("0"));
+    rooms().views.resetUI(Identifier("0"));
     EXPECT_FALSE(content("G1", 0)->subviews().isEmpty());
 }
 
@@ -139,21 +140,21 @@ TEST_F(PanelVisibilityTest, ResettingKeepsTheConditions)
 {
     auto &call = showView(0, entry);
     ASSERT_TRUE(waitForPanel("0"));
-    const auto condition = plugin().getCondition(key("0"));
+    const auto condition = rooms().waits.getCondition(key("0"));
     ASSERT_NE(condition, nullptr);
     press("0", "Cancel");
     ASSERT_TRUE(call.waitUntilFinished());
-    plugin().resetUI(key("0"));
-    plugin().resetUI(key("G1"));
-    EXPECT_EQ(plugin().getCondition(key("0")), condition);
-    EXPECT_NE(plugin().getCondition(key("G1")), nullptr);
+    rooms().views.resetUI(key("0"));
+    rooms().views.resetUI(key("G1"));
+    EXPECT_EQ(rooms().waits.getCondition(key("0")), condition);
+    EXPECT_NE(rooms().waits.getCondition(key("G1")), nullptr);
 }
 
 TEST_F(PanelVisibilityTest, ResettingANullIdentifierTakesNothingAway)
 {
     addPane(Identifier());
     drawSlot(0, entry);
-    plugin().resetUI(Identifier());
+    rooms().views.resetUI(Identifier());
     EXPECT_EQ(panes(), (QStringList{"(null)", "G1-group"}));
     EXPECT_FALSE(content("G1", 0)->subviews().isEmpty());
 }
@@ -162,7 +163,7 @@ TEST_F(PanelVisibilityTest, HidingByIdentifierHidesTheFirstPanelOfThatInstance)
 {
     View *first = addPane(key("9"));
     View *second = addPane(key("9"));
-    plugin().hideUIWithIdentifier(key("9"));
+    rooms().views.hideFirst(key("9"));
     EXPECT_TRUE(first->isHidden());
     EXPECT_FALSE(second->isHidden());
 }
@@ -171,7 +172,7 @@ TEST_F(PanelVisibilityTest, HidingByIdentifierCanBeAskedForByASequence)
 {
     drawGroup(0, groupEntry);
     auto &call = onSequencer([this](platform::Error *) {
-        plugin().hideUIWithIdentifier(key("G1"));
+        rooms().views.hideFirst(key("G1"));
         return platform::Value();
     });
     ASSERT_TRUE(call.waitUntilFinished());
@@ -183,7 +184,7 @@ TEST_F(PanelVisibilityTest, HidingHidesEveryPanelOfThatInstance)
     View *first = addPane(key("9"));
     View *other = addPane(key("8"));
     View *second = addPane(key("9"));
-    plugin().hideUI(key("9"));
+    rooms().views.hideUI(key("9"));
     EXPECT_TRUE(first->isHidden());
     EXPECT_TRUE(second->isHidden());
     EXPECT_FALSE(other->isHidden());
@@ -193,14 +194,14 @@ TEST_F(PanelVisibilityTest, AnEqualTextOfAnotherInstanceHidesNothingAndShowsAll)
 {
     View *first = addPane(key("9"));
     View *second = addPane(Identifier("9"));
-    plugin().hideUI(Identifier("9"));
-    plugin().hideUIWithIdentifier(Identifier("9"));
+    rooms().views.hideUI(Identifier("9"));
+    rooms().views.hideFirst(Identifier("9"));
     EXPECT_FALSE(first->isHidden());
     EXPECT_FALSE(second->isHidden());
 
     first->setHidden(true);
     second->setHidden(true);
-    plugin().unhideUI(Identifier("9"));
+    rooms().focus.unhideUI(Identifier("9"));
     EXPECT_FALSE(first->isHidden());
     EXPECT_FALSE(second->isHidden());
 }
@@ -210,10 +211,10 @@ TEST_F(PanelVisibilityTest, AHiddenPanelComesBackAsItWasWithTheFocusInItsLastFie
     drawGroup(0, groupEntry);
     drawGroup(1, groupEntry);
     field("G1-S1")->setStringValue("A");
-    plugin().hideUI(key("G1"));
+    rooms().views.hideUI(key("G1"));
     EXPECT_TRUE(pane("G1")->isHidden());
-    EXPECT_TRUE(plugin().hasResponders("G1"));
-    plugin().unhideUI(key("G1"));
+    EXPECT_TRUE(rooms().views.hasResponders("G1"));
+    rooms().focus.unhideUI(key("G1"));
     EXPECT_FALSE(pane("G1")->isHidden());
     EXPECT_EQ(field("G1-S1")->stringValue(), "A");
     EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
@@ -225,7 +226,7 @@ TEST_F(PanelVisibilityTest, ShowingAPanelWithoutFieldsMakesItVisibleAlone)
     ASSERT_TRUE(field("G1-SharedInput")->isFirstResponder());
     View *plain = addPane(key("G2"));
     plain->setHidden(true);
-    plugin().unhideUI(key("G2"));
+    rooms().focus.unhideUI(key("G2"));
     EXPECT_FALSE(plain->isHidden());
     EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
 }
@@ -235,7 +236,7 @@ TEST_F(PanelVisibilityTest, ShowingAPanelShowsNoOther)
     View *other = addPane(key("G1-group"));
     other->setHidden(true);
     addPane(key("G1"));
-    plugin().unhideUI(key("G1"));
+    rooms().focus.unhideUI(key("G1"));
     EXPECT_TRUE(other->isHidden());
 }
 
@@ -243,11 +244,11 @@ TEST_F(PanelVisibilityTest, NoneOfTheFiveChangesTheSwitches)
 {
     drawGroup(0, groupEntry);
     const Dictionary status = plugin().enableStatus();
-    plugin().hideUIWithIdentifier(key("G1"));
-    plugin().hideUI(key("G1"));
-    plugin().unhideUI(key("G1"));
-    plugin().resetData(key("G1"));
-    plugin().resetUI(key("G1"));
+    rooms().views.hideFirst(key("G1"));
+    rooms().views.hideUI(key("G1"));
+    rooms().focus.unhideUI(key("G1"));
+    interactive::resetData(rooms().records, rooms().views, key("G1"));
+    rooms().views.resetUI(key("G1"));
     EXPECT_EQ(plugin().enableStatus(), status);
 }
 
@@ -263,7 +264,7 @@ TEST_F(PanelVisibilityTest, TheWalkOverAGroupsPanelsEndsAtTheOneThatBearsItsVery
     addPane(Identifier("G1-before"));
     addPane(key("G1"));
     addPane(Identifier("G1-behind"));
-    plugin().resetUI(key("G1"));
+    rooms().views.resetUI(key("G1"));
     EXPECT_EQ(panes(), QStringList{"G1-behind"});
 }
 
@@ -272,9 +273,9 @@ TEST_F(PanelVisibilityTest, AnEqualTextOfAGroupsNameTakesItsPanelsAwayWithoutALi
     drawGroup(0, groupEntry);
     addPane(Identifier("G1-behind"));
     log.clear();
-    plugin().resetUI(Identifier("G1"));
+    rooms().views.resetUI(Identifier("G1"));
     EXPECT_EQ(panes(), QStringList());
-    EXPECT_EQ(plugin().collection("G1"), nullptr);
+    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
     EXPECT_EQ(timesLoggedFrom("G1"), 0);
 }
 
@@ -282,7 +283,7 @@ TEST_F(PanelVisibilityTest, TheWalkEndsWithTheTileThatIsEmptied)
 {
     drawSlot(0, entry);
     addPane(key("0"));
-    plugin().resetUI(key("0"));
+    rooms().views.resetUI(key("0"));
     EXPECT_TRUE(content("G1", 0)->subviews().isEmpty());
     EXPECT_EQ(panes(), (QStringList{"G1-group", "0"}));
 }
@@ -291,7 +292,7 @@ TEST_F(PanelVisibilityTest, EmptyingATileIsNotLogged)
 {
     drawSlot(0, entry);
     log.clear();
-    plugin().resetUI(key("0"));
+    rooms().views.resetUI(key("0"));
     EXPECT_EQ(timesLoggedFrom("0 removed"), 0);
     EXPECT_NE(tile("G1", 0), nullptr);
 }
@@ -302,9 +303,9 @@ TEST_F(PanelVisibilityTest, ShowingAPanelWhoseLastFieldIsGoneMakesItVisibleAlone
     View *shown = addPane(key("9"));
     shown->setHidden(true);
     auto *gone = new platform::TextField(platform::Rect(0, 0, 10, 10));
-    plugin().setResponders("9", {gone});
+    rooms().views.setResponders("9", {gone});
     delete gone;
-    plugin().unhideUI(key("9"));
+    rooms().focus.unhideUI(key("9"));
     EXPECT_FALSE(shown->isHidden());
     EXPECT_TRUE(field("G1-SharedInput")->isFirstResponder());
 }
@@ -316,7 +317,7 @@ TEST_F(PanelVisibilityTest, EveryPanelOfThatTextIsShownAndItsFieldGetsTheFocus)
     View *first = addPane(Identifier("G2"));
     first->setHidden(true);
     pane("G2")->setHidden(true);
-    plugin().unhideUI(Identifier("G2"));
+    rooms().focus.unhideUI(Identifier("G2"));
     EXPECT_FALSE(first->isHidden());
     EXPECT_FALSE(pane("G2")->isHidden());
     EXPECT_TRUE(field("G2-SharedInput")->isFirstResponder());

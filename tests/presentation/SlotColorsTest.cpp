@@ -27,7 +27,7 @@ protected:
     }
     std::unique_ptr<Box> boxFor(const Value &index)
     {
-        return std::unique_ptr<Box>(plugin().bgView(Rect(5, 6, 70, 80), index));
+        return std::unique_ptr<Box>(rooms().colors.bgView(Rect(5, 6, 70, 80), index));
     }
 };
 
@@ -43,43 +43,43 @@ TEST_F(SlotColorsTest, TextHasTheHostsColourOnABackgroundThatIsStrongEnough)
                                               {0.41, hostText},       {1.0, hostText}};
     for (const auto &[alpha, expected] : cases) {
         plugin().setBackgroundAlpha(alpha);
-        EXPECT_EQ(plugin().textColor(3), expected) << alpha;
+        EXPECT_EQ(rooms().colors.textColor(3, plugin().backgroundAlpha()), expected) << alpha;
     }
 }
 
 TEST_F(SlotColorsTest, TextIsBlackWithoutASystemAHostsColourOrCustomColours)
 {
     plugin().setBackgroundAlpha(1.0);
-    EXPECT_EQ(plugin().textColor(Value()), Color::black());
-    EXPECT_EQ(plugin().textColor(4), Color::black());
+    EXPECT_EQ(rooms().colors.textColor(Value(), plugin().backgroundAlpha()), Color::black());
+    EXPECT_EQ(rooms().colors.textColor(4, plugin().backgroundAlpha()), Color::black());
     plugin().setCustomColorEnabled(false);
-    EXPECT_EQ(plugin().textColor(3), Color::black());
+    EXPECT_EQ(rooms().colors.textColor(3, plugin().backgroundAlpha()), Color::black());
 }
 
 TEST_F(SlotColorsTest, ABackgroundHasTheHostsColourAsTheHostGivesIt)
 {
     for (const double alpha : {0.0, 0.3, 1.0}) {
         plugin().setBackgroundAlpha(alpha);
-        EXPECT_EQ(plugin().bgColor(3), hostBackground);
+        EXPECT_EQ(rooms().colors.bgColor(3), hostBackground);
     }
 }
 
 TEST_F(SlotColorsTest, ABackgroundIsOpaqueWhiteWithoutASystemAHostsColourOrCustomColours)
 {
-    EXPECT_EQ(plugin().bgColor(Value()), Color::white());
-    EXPECT_EQ(plugin().bgColor(4), Color::white());
+    EXPECT_EQ(rooms().colors.bgColor(Value()), Color::white());
+    EXPECT_EQ(rooms().colors.bgColor(4), Color::white());
     plugin().setCustomColorEnabled(false);
-    EXPECT_EQ(plugin().bgColor(3), Color::white());
+    EXPECT_EQ(rooms().colors.bgColor(3), Color::white());
 }
 
 TEST_F(SlotColorsTest, AFieldTakesTheColoursOfItsSystem)
 {
     plugin().setBackgroundAlpha(0.5);
     platform::TextField field;
-    plugin().setTextFieldColor(&field, 3);
+    rooms().colors.setTextFieldColor(&field, 3);
     EXPECT_EQ(field.backgroundColor(), hostBackground);
     EXPECT_EQ(field.textColor(), hostText);
-    plugin().setTextFieldColor(&field, Value());
+    rooms().colors.setTextFieldColor(&field, Value());
     EXPECT_EQ(field.backgroundColor(), Color::white());
     EXPECT_EQ(field.textColor(), Color::black());
 }
@@ -90,7 +90,7 @@ TEST_F(SlotColorsTest, WithoutCustomColoursAFieldIsBlackOnFaintWhite)
     plugin().setBackgroundAlpha(0.5);
     platform::TextField field;
     field.setTextColor(Color::standardRed());
-    plugin().setTextFieldColor(&field, 3);
+    rooms().colors.setTextFieldColor(&field, 3);
     EXPECT_EQ(field.backgroundColor(), Color::white().withAlphaComponent(0.5));
     EXPECT_EQ(field.textColor(), Color::black());
 }

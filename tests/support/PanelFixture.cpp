@@ -38,14 +38,14 @@ QList<Kind *> childrenOf(View *parent)
 
 void PanelFixture::drawGroup(qint64 group, const Dictionary &config)
 {
-    plugin().drawUI(config, inputsOf(config), config.value("switch").toList(), config.value("button"), group,
-                    Value());
+    rooms().builder.drawUI(
+        {config, inputsOf(config), config.value("switch").toList(), config.value("button"), group, Value()});
 }
 
 void PanelFixture::drawSlot(qint64 system, const Dictionary &config)
 {
-    plugin().drawUI(config, inputsOf(config), config.value("switch").toList(), config.value("button"),
-                    Value(), system);
+    rooms().builder.drawUI(
+        {config, inputsOf(config), config.value("switch").toList(), config.value("button"), Value(), system});
 }
 
 View *PanelFixture::child(View *parent, const QString &identifier)
@@ -59,20 +59,20 @@ View *PanelFixture::child(View *parent, const QString &identifier)
 
 View *PanelFixture::pane(const QString &identifier)
 {
-    return child(plugin().splitView(), identifier);
+    return child(rooms().views.splitView(), identifier);
 }
 
 QStringList PanelFixture::panes()
 {
     QStringList found;
-    for (View *view : plugin().splitView()->subviews())
+    for (View *view : rooms().views.splitView()->subviews())
         found.append(identifierOf(view));
     return found;
 }
 
 interactive::CollectionViewItem *PanelFixture::tile(const QString &group, int i)
 {
-    platform::CollectionView *overview = plugin().collection(group);
+    platform::CollectionView *overview = rooms().views.collection(group);
     return overview ? qobject_cast<interactive::CollectionViewItem *>(overview->itemAtIndex(i)) : nullptr;
 }
 
@@ -90,7 +90,7 @@ View *PanelFixture::content(const QString &group, int i)
 
 interactive::ScrollView *PanelFixture::overviewScroll(const QString &group)
 {
-    platform::CollectionView *overview = plugin().collection(group);
+    platform::CollectionView *overview = rooms().views.collection(group);
     View *clip = overview ? overview->superview() : nullptr;
     return clip ? qobject_cast<interactive::ScrollView *>(clip->superview()) : nullptr;
 }

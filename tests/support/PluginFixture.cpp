@@ -79,7 +79,10 @@ void PluginFixture::TearDown()
     endCalls();
     m_plugin.reset();
     m_window.reset();
-    KVKExtensionStatusRelay::sharedStatusRelay()->setHandler({});
+    KVKExtensionStatusRelay *relay = KVKExtensionStatusRelay::sharedStatusRelay();
+    relay->setHandler({});
+    relay->setWaitHandler({});
+    relay->setMessageHandler({});
     KVKColorEngine::setProviders({}, {});
 }
 
@@ -122,7 +125,15 @@ void PluginFixture::configureHost()
         };
     };
     KVKColorEngine::setProviders(provider(station.backgrounds), provider(station.texts));
-    KVKExtensionStatusRelay::sharedStatusRelay()->setHandler(
+    KVKExtensionStatusRelay *relay = KVKExtensionStatusRelay::sharedStatusRelay();
+    relay->setMessageHandler([this](const QString &line) { operatorLines.append(line); });
+    relay->setWaitHandler([this](const KVKCallWait &wait) {
+        thread_local bool waitsForTurn = false;
+        const bool waits = wait.what == QLatin1String("its turn");
+        m_waitingForTurn += static_cast<int>(waits) - static_cast<int>(waitsForTurn);
+        waitsForTurn = waits;
+    });
+    relay->setHandler(
         [this](quint64 systemIndex, bool highlighted) { highlights.emplace_back(systemIndex, highlighted); });
 }
 
@@ -147,6 +158,11 @@ InteractiveView &PluginFixture::plugin()
 {
     start();
     return *m_plugin;
+}
+
+interactive::Rooms &PluginFixture::rooms()
+{
+    return plugin().rooms();
 }
 
 QWidget &PluginFixture::window()
@@ -194,8 +210,10 @@ SequencerCall &PluginFixture::showGroupWithoutError(const Value &groupNumber, co
 View *PluginFixture::panel(const QString &panelKey)
 {
     start();
-    View *open = firstWithIdentifier(m_plugin->splitView(), panelKey, hasButtons);
-    return open ? open : firstWithIdentifier(m_plugin->splitView(), panelKey, [](View *) { return true; });
+    View *open = firstWithIdentifier(m_plugin->rooms().views.splitView(), panelKey, hasButtons);
+    return open ? open : firstWithIdentifier(m_plugin->rooms().views.splitView(), panelKey, [](View *) {
+        return true;
+    });
 }
 
 bool PluginFixture::isOpen(const QString &panelKey)
@@ -221,9 +239,9 @@ bool PluginFixture::waitForPanelGone(const QString &panelKey)
 TextField *PluginFixture::field(const QString &identifier)
 {
     start();
-    return qobject_cast<TextField *>(firstWithIdentifier(m_plugin->rootView(), identifier, [](View *view) {
-        return qobject_cast<TextField *>(view) != nullptr;
-    }));
+    return qobject_cast<TextField *>(
+        firstWithIdentifier(m_plugin->rooms().views.rootView(), identifier,
+                            [](View *view) { return qobject_cast<TextField *>(view) != nullptr; }));
 }
 
 Button *PluginFixture::button(const QString &panelKey, const QString &title)
@@ -235,11 +253,18 @@ Button *PluginFixture::button(const QString &panelKey, const QString &title)
 
 Button *PluginFixture::groupButton(const QString &group)
 {
-    for (Button *candidate : plugin().groupButtons()) {
+    for (Button *candidate : rooms().groupButtons.groupButtons()) {
         if (candidate->title() == group)
             return candidate;
     }
     return nullptr;
+}
+
+bool PluginFixture::waitsForTurn(int calls)
+{
+    const bool waits = waitUntil([&] { return m_waitingForTurn == calls; });
+    EXPECT_TRUE(waits) << m_waitingForTurn << " calls wait for their turn instead of " << calls;
+    return waits;
 }
 
 void PluginFixture::type(const QString &text)
@@ -287,7 +312,7 @@ void PluginFixture::settle()
         View parent;
         parent.setIdentifier(Identifier(QStringLiteral("gone")));
         auto *gone = new Button(&parent);
-        plugin().confirmBtnClicked(gone);
+        rooms().confirmation.confirmBtnClicked(gone);
     }
     EXPECT_TRUE(waitUntil([&] { return timesLoggedFrom(goneButtonLine) > before; }))
         << "the confirmations did not end";

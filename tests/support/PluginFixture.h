@@ -4,6 +4,7 @@
 #include "platform/Value.h"
 #include "platform/View.h"
 #include "plugin/InteractiveView.h"
+#include "plugin/Rooms.h"
 #include "tests/support/LogRecorder.h"
 #include "tests/support/LogTrap.h"
 #include "tests/support/Printing.h"
@@ -15,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -62,6 +64,8 @@ protected:
     /// Makes the controller and shows its view in the active window. Called by every verb that needs it.
     void start();
     interactive::InteractiveView &plugin();
+    /// What the plug-in is made of.
+    interactive::Rooms &rooms();
     QWidget &window();
 
     // The sequencer
@@ -88,6 +92,10 @@ protected:
     /// The direct button of the panel with the title; null when there is none.
     platform::Button *button(const QString &panelKey, const QString &title);
     platform::Button *groupButton(const QString &group);
+
+    /// Serves the event loop until this many calls wait for their turn; false, and a failed test, when they
+    /// do not.
+    bool waitsForTurn(int calls);
 
     // The operator
     /// Real key events to whatever has the focus; "\n" is Return.
@@ -117,11 +125,14 @@ protected:
     Station station;
     LogRecorder log;
     std::vector<Highlight> highlights;
+    /// Lines that the plug-in has asked the host to show to the operator.
+    QStringList operatorLines;
 
 private:
     void configureHost();
     void endCalls();
 
+    std::atomic<int> m_waitingForTurn{0};
     std::unique_ptr<interactive::InteractiveView> m_plugin;
     std::unique_ptr<QWidget> m_window;
     std::deque<std::unique_ptr<SequencerCall>> m_calls;

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "platform/Value.h"
+
+#include <QHash>
+#include <QString>
+
+#include <mutex>
+#include <optional>
+
+#include "common/LoopRecord.h"
+
+namespace interactive {
+
+/// The answers that panels collect, and the loop record: what the system calls `savedData`.
+///
+/// A panel's record lies under its panel key: "length", the required length of an entry, from the drawing
+/// until the answer; one entry a slot; "clickedButton", the identifier of the button that ended the panel.
+/// The loop record lies under "Loop". Besides, an answer is kept for each question of a panel, so that loop
+/// mode can give each question its own answer back.
+///
+/// Every change makes a new dictionary and puts it in the old one's place, under the lock: what was handed
+/// out before is never written again, whichever thread still reads it. Thread: any.
+class PanelRecords
+{
+public:
+    /// What loop mode gives back without asking again.
+    struct Answer
+    {
+        platform::Value record;
+        /// A switch panel's states at its end; nothing for other panels.
+        platform::Value states;
+    };
+
+    [[nodiscard]] platform::Dictionary all() const;
+    /// Replaces everything, the answers of former questions included.
+    void restore(const platform::Dictionary &data);
+
+    // A panel's record
+    /// Nothing when there is none.
+    [[nodiscard]] std::optional<platform::Dictionary> record(const QString &panelKey) const;
+    [[nodiscard]] bool contains(const QString &panelKey) const;
+    /// Begins a record that holds the required length alone, for a question.
+    void start(const QString &panelKey, qint64 length, const QString &question);
+    /// Puts a whole record in the place of what there is.
+    void put(const QString &panelKey, const platform::Dictionary &record);
+    void store(const QString &panelKey, const QString &slot, const QString &text);
+    /// Takes a slot's entry out and returns the record as it stands then; an empty record is made where there
+    /// is none.
+    platform::Dictionary makeRoom(const QString &panelKey, const QString &slot);
+    /// Takes a slot's entry out; false when the record, or the entry in it, does not exist.
+    bool discard(const QString &panelKey, const QString &slot);
+    /// Notes the button that ends the panel, in a new record where there is none.
+    void press(const QString &panelKey, const QString &buttonIdentifier);
+    /// Leaves the required length alone, or no record when it has none.
+    void clear(const QString &panelKey);
+    /// Takes "length" out, which the answer does not hold.
+    void finish(const QString &panelKey);
+    void forget(const QString &panelKey);
+
+    // Answers of questions
+    /// Keeps the record of a panel as the answer to its question.
+    void keepAnswer(const QString &panelKey, const QString &question, const platform::Value &states);
+    /// The kept answer to a question; also a record of which no question is known. Nothing when the question
+    /// was not answered yet.
+    [[nodiscard]] std::optional<Answer> answer(const QString &panelKey, const QString &question) const;
+    /// Makes a kept answer the panel's record again, for whoever reads single values of it.
+    void giveAgain(const QString &panelKey, const QString &question, const Answer &answer);
+    /// Forgets record and kept answers of a panel.
+    void forgetAnswers(const QString &panelKey);
+    /// Forgets the records and kept answers of all panels; the loop record stays.
+    void forgetAllAnswers();
+
+    // The loop record
+    /// Empty when there is none.
+    [[nodiscard]] platform::Dictionary loopRecord() const;
+    void setLoopMaximum(const platform::Value &maximum);
+    /// Sets the number of passes and every group's count to 0, and loop mode on or off with it.
+    void startLoop(qint64 maximum, quint64 groupCount);
+    /// Counts a pass of a group; true when it was the last one.
+    bool finishPass(const platform::Value &groupNumber);
+    [[nodiscard]] bool isLoopEnabled() const;
+    void setLoopEnabled(bool enabled);
+
+private:
+    template <class Change>
+    void replace(Change change);
+    template <class Change>
+    void replaceRecord(const QString &panelKey, Change change);
+
+    mutable std::mutex m_mutex;
+    platform::Dictionary m_data;
+    /// The question that the record under a panel key belongs to.
+    QHash<QString, QString> m_questions;
+    QHash<QString, QHash<QString, Answer>> m_answers;
+    bool m_isLoopEnabled = false;
+};
+
+} // namespace interactive

@@ -1,0 +1,80 @@
+#include "common/SlotLabels.h"
+
+#include <algorithm>
+
+namespace interactive::labels {
+
+namespace {
+
+bool countsAsNumber(const platform::Value &value)
+{
+    return platform::isNumber(value) || value.metaType() == QMetaType::fromType<bool>();
+}
+
+} // namespace
+
+bool isEqual(const platform::Value &a, const platform::Value &b)
+{
+    if (countsAsNumber(a) && countsAsNumber(b))
+        return platform::description(a) == platform::description(b);
+    return a.metaType() == b.metaType() && a == b;
+}
+
+bool contains(const platform::Array &list, const platform::Value &value)
+{
+    return std::any_of(list.cbegin(), list.cend(),
+                       [&](const platform::Value &element) { return isEqual(element, value); });
+}
+
+platform::Array unique(const platform::Array &list)
+{
+    platform::Array result;
+    for (const platform::Value &element : list) {
+        if (!contains(result, element))
+            result.append(element);
+    }
+    return result;
+}
+
+platform::Array ordered(const platform::Array &list, const platform::Array &slotMapping, quint64 slotCount)
+{
+    const platform::Array wanted = unique(list);
+    const auto end = std::min<quint64>(slotCount, static_cast<quint64>(slotMapping.size()));
+    platform::Array result;
+    for (quint64 i = 0; i < end; ++i) {
+        const platform::Value &label = slotMapping.at(static_cast<qsizetype>(i));
+        if (contains(wanted, label))
+            result.append(label);
+    }
+    return result;
+}
+
+bool hasDuplication(const platform::Array &list)
+{
+    return unique(list).size() != list.size();
+}
+
+bool hasInvalidLabel(const platform::Array &list, const platform::Array &slotMapping)
+{
+    return std::any_of(list.cbegin(), list.cend(),
+                       [&](const platform::Value &label) { return !contains(slotMapping, label); });
+}
+
+platform::Array enabledSlots(const platform::Dictionary &status)
+{
+    platform::Array result;
+    for (auto entry = status.cbegin(); entry != status.cend(); ++entry) {
+        if (platform::integerValue(entry.value()) >= 0)
+            result.append(entry.key());
+    }
+    return result;
+}
+
+platform::Value firstUnfilled(const platform::Array &orderedLabels, const platform::Array &filled)
+{
+    const auto found = std::find_if(orderedLabels.cbegin(), orderedLabels.cend(),
+                                    [&](const platform::Value &label) { return !contains(filled, label); });
+    return found == orderedLabels.cend() ? platform::Value() : *found;
+}
+
+} // namespace interactive::labels

@@ -1,0 +1,90 @@
+#include "common/SlotStates.h"
+
+#include <utility>
+
+namespace interactive {
+
+namespace {
+
+/// Marks a slot that is on but takes no part in the panel: it waits for no input.
+constexpr qlonglong TakesNoInput = -1;
+constexpr qlonglong TakesInput = 1;
+
+} // namespace
+
+/// Changes a copy while what others may share is still there: see PanelRecords::replace.
+template <class Change>
+void SlotStates::replace(const QString &panelKey, Change change)
+{
+    platform::Dictionary former;
+    {
+        const std::lock_guard lock(m_mutex);
+        platform::Dictionary next = m_data;
+        platform::Dictionary states = next.value(panelKey).toMap();
+        change(states);
+        next.insert(panelKey, states);
+        former = std::exchange(m_data, std::move(next));
+    }
+}
+
+platform::Dictionary SlotStates::all() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_data;
+}
+
+void SlotStates::restore(const platform::Dictionary &data)
+{
+    const std::lock_guard lock(m_mutex);
+    m_data = data;
+}
+
+platform::Value SlotStates::of(const QString &panelKey) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_data.value(panelKey);
+}
+
+void SlotStates::setUp(const QString &panelKey, const platform::Array &slotNames)
+{
+    if (of(panelKey).isValid())
+        return;
+    replace(panelKey, [&](platform::Dictionary &states) {
+        for (const platform::Value &slot : slotNames)
+            states.insert(platform::description(slot), TakesInput);
+    });
+}
+
+void SlotStates::switchOn(const QString &panelKey, const QString &slot)
+{
+    replace(panelKey, [&](platform::Dictionary &states) { states.insert(slot, true); });
+}
+
+void SlotStates::switchOff(const QString &panelKey, const QString &slot)
+{
+    replace(panelKey, [&](platform::Dictionary &states) { states.remove(slot); });
+}
+
+void SlotStates::leaveOut(const QString &panelKey, const QString &slot)
+{
+    replace(panelKey, [&](platform::Dictionary &states) { states.insert(slot, TakesNoInput); });
+}
+
+void SlotStates::takeIn(const QString &panelKey, const QString &slot)
+{
+    replace(panelKey, [&](platform::Dictionary &states) {
+        if (platform::integerValue(states.value(slot)) < 0)
+            states.insert(slot, TakesInput);
+    });
+}
+
+void SlotStates::forget(const QString &panelKey)
+{
+    platform::Dictionary former;
+    const std::lock_guard lock(m_mutex);
+    platform::Dictionary next = m_data;
+    next.remove(panelKey);
+    former = std::exchange(m_data, std::move(next));
+}
+
+} // namespace interactive

@@ -1,0 +1,138 @@
+#include "common/Waits.h"
+
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
+
+namespace interactive {
+
+using platform::Condition;
+using platform::Identifier;
+
+namespace {
+
+QString describe(const std::shared_ptr<Condition> &condition)
+{
+    return condition
+               ? QStringLiteral("<Condition: 0x%1>")
+                     .arg(reinterpret_cast<quintptr>(condition.get()), 0, 16) // NOLINT: an address to show
+               : QStringLiteral("(null)");
+}
+
+} // namespace
+
+Waits::Wait::Wait(Waits &waits, const Identifier &panelKey, Purpose purpose)
+    : m_waits(waits)
+    , m_panelKey(panelKey)
+    , m_condition(waits.conditionMade(panelKey))
+    , m_place(*m_condition)
+{
+    m_waits.m_purposes.lock()->insert(m_panelKey.text(), purpose);
+}
+
+Waits::Wait::~Wait()
+{
+    m_waits.m_purposes.lock()->remove(m_panelKey.text());
+}
+
+Waits::Wake Waits::Wait::wait()
+{
+    return m_place.wait() == Condition::Wake::Signalled ? Wake::Pressed : Wake::Interrupted;
+}
+
+bool Waits::Press::isOpen() const
+{
+    return !m_condition || m_condition->accepts(m_ticket);
+}
+
+bool Waits::Press::end() const
+{
+    return m_condition && m_condition->signal(m_ticket);
+}
+
+Identifier Waits::panelKey(const QString &text)
+{
+    const auto keys = m_panelKeys.lock();
+    auto found = keys->find(text);
+    if (found == keys->end())
+        found = keys->insert(text, Identifier(text));
+    return *found;
+}
+
+std::shared_ptr<Condition> Waits::getCondition(const Identifier &key)
+{
+    std::shared_ptr<Condition> found;
+    bool any = false;
+    {
+        const auto conditions = m_conditions.lock();
+        any = !conditions->isEmpty();
+        found = conditions->value(key.text());
+    }
+    const QString method = selectors::bracketed(selectors::GetCondition);
+    if (!any) {
+        log::error(messages::NoCondition, {method, key});
+        return nullptr;
+    }
+    log::debug(messages::FoundCondition, {method, key, platform::integerValue(key.text()), describe(found)});
+    return found;
+}
+
+std::shared_ptr<Condition> Waits::conditionMade(const Identifier &key)
+{
+    if (auto found = getCondition(key))
+        return found;
+    // Another call for the same key may have made it since: both must wait on one condition.
+    const auto conditions = m_conditions.lock();
+    std::shared_ptr<Condition> &condition = (*conditions)[key.text()];
+    if (!condition)
+        condition = std::make_shared<Condition>();
+    return condition;
+}
+
+void Waits::makeCondition(const Identifier &key)
+{
+    m_conditions.lock()->insert(key.text(), std::make_shared<Condition>());
+}
+
+void Waits::clear()
+{
+    m_conditions.lock()->clear();
+}
+
+std::shared_ptr<Condition> Waits::find(const QString &key)
+{
+    return m_conditions.lock()->value(key);
+}
+
+Waits::Press Waits::press(const Identifier &key)
+{
+    Press press;
+    press.m_condition = find(key.text());
+    if (press.m_condition)
+        press.m_ticket = press.m_condition->ticket();
+    press.m_purpose = m_purposes.lock()->value(key.text(), Purpose::Answer);
+    return press;
+}
+
+bool Waits::isAnswered(const Identifier &key)
+{
+    const std::shared_ptr<Condition> condition = find(key.text());
+    return condition && !condition->accepts(condition->ticket());
+}
+
+void Waits::interrupt()
+{
+    m_interrupted = true;
+    m_turns.interrupt();
+    const Conditions conditions = m_conditions.copy();
+    for (const std::shared_ptr<Condition> &condition : conditions)
+        condition->interruptAll();
+}
+
+void Waits::accept()
+{
+    m_interrupted = false;
+    m_turns.accept();
+}
+
+} // namespace interactive

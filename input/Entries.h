@@ -1,0 +1,53 @@
+#pragma once
+
+#include "input/Focus.h"
+#include "presentation/PanelViews.h"
+
+#include <optional>
+
+#include "common/PanelRecords.h"
+#include "common/PanelSettings.h"
+#include "common/SlotStates.h"
+#include "common/Waits.h"
+
+namespace interactive {
+
+class MouseTrackedTextField;
+
+/// Checks each entry that an operator ends with Return, and stores it in its panel's record.
+///
+/// On a group's panel an entry in the shared field goes to the first slot that still waits for one; on a
+/// slot's panel to the field's own. Thread: the main thread, except checkDuplicatedInput().
+class Entries
+{
+public:
+    Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const PanelSettings &settings,
+            PanelViews &views, Focus &focus);
+
+    /// What Return in a field does: checks the entry, and lets the focus go on when it was accepted.
+    void endEntry(platform::View *sender);
+    /// Checks and stores the entry of an input field; false when it is invalid or the sender is no input
+    /// field.
+    bool checkInput(platform::View *sender);
+    /// True when the text may be stored. Thread: any.
+    [[nodiscard]] bool checkDuplicatedInput(const QString &text, const platform::Identifier &panelKey) const;
+    /// An entry that cannot be taken at all, whoever sent it: says so to the operator and in the log.
+    static void refuse(const QString &text, const QString &why);
+
+private:
+    struct Entry;
+    [[nodiscard]] bool takesEntry(Entry &entry);
+    [[nodiscard]] bool isValidEntry(const Entry &entry) const;
+    void acceptEntry(const Entry &entry);
+    static void rejectEntry(const Entry &entry);
+    [[nodiscard]] platform::TextField *entryTarget(const Entry &entry);
+
+    PanelRecords &m_records;
+    const SlotStates &m_slotStates;
+    Waits &m_waits;
+    const PanelSettings &m_settings;
+    PanelViews &m_views;
+    Focus &m_focus;
+};
+
+} // namespace interactive

@@ -1,0 +1,204 @@
+#include "input/KeyRouter.h"
+
+#include "input/Entries.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+#include <utility>
+
+#include "common/Messages.h"
+
+namespace interactive {
+
+using platform::TextField;
+
+namespace {
+
+/// A scanner leaves a few milliseconds between two characters; a person who types without looking leaves less
+/// than this too, and means one text by it as well.
+constexpr int LongestPauseInAText = 300;
+
+bool isReturn(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+/// A key that writes. Control and a key is a command of the program, whatever character the layout sends
+/// along, except the group separator, which scanners send that way; with Alt it is how layouts reach their
+/// third level.
+bool isCharacter(const QKeyEvent &event)
+{
+    constexpr QChar GroupSeparator(29);
+    const QString text = event.text();
+    if (text.isEmpty() || isReturn(event))
+        return false;
+    if (text.at(0) == GroupSeparator)
+        return true;
+    const bool command =
+        event.modifiers().testFlag(Qt::ControlModifier) && !event.modifiers().testFlag(Qt::AltModifier);
+    return !command && QChar::isPrint(text.toUcs4().front());
+}
+
+/// Whether a widget of the host enters text by itself.
+bool entersText(const QWidget *widget)
+{
+    if (const auto *edit = qobject_cast<const QTextEdit *>(widget))
+        return !edit->isReadOnly();
+    if (const auto *edit = qobject_cast<const QPlainTextEdit *>(widget))
+        return !edit->isReadOnly();
+    if (const auto *box = qobject_cast<const QComboBox *>(widget))
+        return box->isEditable();
+    return qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QAbstractSpinBox *>(widget);
+}
+
+} // namespace
+
+KeyRouter::KeyRouter(PanelViews &views, Focus &focus)
+    : m_views(views)
+    , m_focus(focus)
+{
+    m_strayEnds.setSingleShot(true);
+    m_strayEnds.setInterval(LongestPauseInAText);
+    connect(&m_strayEnds, &QTimer::timeout, this, &KeyRouter::refuseStray);
+    m_sinceCharacter.start();
+}
+
+KeyRouter::~KeyRouter() = default;
+
+void KeyRouter::start()
+{
+    QApplication::instance()->installEventFilter(this);
+}
+
+void KeyRouter::release()
+{
+    if (m_holds > 0 && --m_holds == 0)
+        deliverHeld();
+}
+
+/// Keys that come back in go to whoever has the focus now.
+void KeyRouter::deliverHeld()
+{
+    while (m_holds == 0 && !m_held.empty()) {
+        const std::unique_ptr<QKeyEvent> event = std::move(m_held.front());
+        m_held.pop_front();
+        if (!m_views.rootView())
+            continue;
+        QWidget *window = m_views.rootView()->window();
+        QWidget *receiver = window->focusWidget() ? window->focusWidget() : window;
+        QCoreApplication::sendEvent(receiver, event.get());
+    }
+}
+
+bool KeyRouter::isOurs(const QObject *watched) const
+{
+    const auto *widget = qobject_cast<const QWidget *>(watched);
+    return widget && m_views.rootView() && widget->window() == m_views.rootView()->window();
+}
+
+bool KeyRouter::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
+    if ((!isKey && type != QEvent::MouseButtonPress) || !isOurs(watched))
+        return false;
+    if (type == QEvent::MouseButtonPress) {
+        // Whoever clicks begins something new.
+        m_burst.clear();
+        return false;
+    }
+    auto *key = static_cast<QKeyEvent *>(event);
+    auto *receiver = static_cast<QWidget *>(watched);
+    if (m_holds > 0 || (!m_held.empty() && key->spontaneous())) {
+        m_held.emplace_back(static_cast<QKeyEvent *>(key->clone()));
+        return true;
+    }
+    return type == QEvent::KeyPress && route(receiver, *key);
+}
+
+/// Looks at a key where it arrives first, and once more where nobody below has taken it; true when it goes no
+/// further.
+bool KeyRouter::route(QWidget *receiver, const QKeyEvent &event)
+{
+    const QWidget *window = receiver->window();
+    const QWidget *focused = window->focusWidget();
+    const bool isFirst = receiver == (focused ? focused : window);
+    const bool nobodyTookIt = receiver == window || receiver == m_views.rootView();
+    if (!m_stray.isEmpty() || (isFirst && isCharacter(event) && continuesElsewhere(receiver)))
+        return takeAsStray(event);
+    const bool isInside = m_views.rootView()->isAncestorOf(receiver);
+    const bool space = event.key() == Qt::Key_Space && m_burst.isEmpty();
+    if (isFirst && !isInside && !nobodyTookIt && !entersText(receiver) && isCharacter(event) && !space)
+        return giveToWaitingField(event) || takeAsStray(event);
+    if (nobodyTookIt && isCharacter(event))
+        return giveToWaitingField(event) || takeAsStray(event);
+    if (isFirst)
+        noteBurst(receiver, event);
+    return false;
+}
+
+/// Whether the characters before this one went to somebody else, without an end and without a click in
+/// between.
+bool KeyRouter::continuesElsewhere(const QWidget *receiver) const
+{
+    return !m_burst.isEmpty() && m_burstIsReceived && m_sinceCharacter.elapsed() < LongestPauseInAText &&
+           m_burstReceiver != receiver;
+}
+
+void KeyRouter::noteBurst(QWidget *receiver, const QKeyEvent &event)
+{
+    if (!isCharacter(event)) {
+        // A modifier belongs to the character that follows it.
+        if (!event.text().isEmpty() || event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab)
+            m_burst.clear();
+        return;
+    }
+    if (m_sinceCharacter.elapsed() >= LongestPauseInAText)
+        m_burst.clear();
+    m_burst += event.text();
+    // A control that enters no text hands the character on: who got it is seen at the next one.
+    m_burstIsReceived = entersText(receiver);
+    m_burstReceiver = m_burstIsReceived ? receiver : nullptr;
+    m_sinceCharacter.restart();
+}
+
+bool KeyRouter::giveToWaitingField(const QKeyEvent &event)
+{
+    TextField *field = m_stray.isEmpty() ? m_focus.waitingField() : nullptr;
+    if (!field || !field->becomeFirstResponder())
+        return false;
+    QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat());
+    QCoreApplication::sendEvent(field->focusTarget(), &copy);
+    return true;
+}
+
+/// Collects a text that belongs to no field until it ends.
+bool KeyRouter::takeAsStray(const QKeyEvent &event)
+{
+    if (isReturn(event)) {
+        refuseStray();
+        return true;
+    }
+    if (!isCharacter(event))
+        return !event.text().isEmpty();
+    if (m_stray.isEmpty())
+        m_stray = std::exchange(m_burst, QString());
+    m_stray += event.text();
+    m_strayEnds.start();
+    return true;
+}
+
+void KeyRouter::refuseStray()
+{
+    m_strayEnds.stop();
+    m_burst.clear();
+    if (!m_stray.isEmpty())
+        Entries::refuse(std::exchange(m_stray, QString()), QLatin1String(messages::NoFieldWaits));
+}
+
+} // namespace interactive

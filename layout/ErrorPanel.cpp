@@ -1,0 +1,121 @@
+#include "layout/ErrorPanel.h"
+
+#include "layout/PanelGeometry.h"
+#include "layout/PanelParts.h"
+#include "layout/PanelPlan.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "common/ConfigValues.h"
+#include "common/Identifiers.h"
+
+namespace interactive {
+
+namespace {
+
+constexpr double FontSize = 15.0;
+constexpr double ButtonFontSize = 16.0;
+
+/// The title's line crosses the upper half of the message's frame.
+class BelowTitleCell : public platform::TextFieldCell
+{
+public:
+    [[nodiscard]] VerticalPlacement verticalPlacement() const override { return VerticalPlacement::Lower; }
+};
+
+/// What the toolkit takes as a coordinate.
+double clamped(double coordinate)
+{
+    return std::min(coordinate, platform::LargestCoordinate);
+}
+
+} // namespace
+
+ErrorPanel::ErrorPanel(const StationMap &station, const PanelSettings &settings, PanelViews &views,
+                       Document &document, Focus &focus, Confirmation &confirmation, QObject *controller)
+    : m_station(station)
+    , m_settings(settings)
+    , m_views(views)
+    , m_document(document)
+    , m_focus(focus)
+    , m_confirmation(confirmation)
+    , m_controller(controller)
+{}
+
+void ErrorPanel::draw(const QString &message, const platform::Dictionary &config,
+                      const platform::Identifier &identifier)
+{
+    m_views.resetUI(identifier);
+    // The error panel has no fields; those of an earlier panel must not be checked when it is acknowledged.
+    m_views.dropResponders(identifier.text());
+
+    const PanelGeometry geometry(PanelKind::Group, m_station.slotCount(), columnsFor(config),
+                                 m_views.splitView()->frame().width());
+    const double width = clamped(geometry.containerWidth());
+    const double height = clamped(geometry.areaHeight());
+    // A name that is no group's has no position: its panel is drawn as far outside as the toolkit takes it.
+    const quint64 group = m_station.groupNumber(identifier.text())
+                              .value_or(static_cast<quint64>(std::numeric_limits<qint64>::max()));
+
+    auto panel = std::make_unique<platform::View>(
+        platform::Rect(0.0, clamped(static_cast<double>(group) * height), width, height));
+    panel->setIdentifier(identifier);
+    m_document.makeRoom(geometry);
+    showTitle(message, config::text(config::Title, config), width);
+    fill(*panel, message, group > 0);
+    m_views.splitView()->addSubview(panel.release());
+    m_focus.unhideUI(identifier);
+}
+
+/// A column count that no panel could have may be the very error to be shown; its panel is drawn as
+/// if none had been given.
+quint64 ErrorPanel::columnsFor(const platform::Dictionary &config) const
+{
+    const quint64 slotCount = m_station.slotCount();
+    const quint64 wanted = plan::columns(config, m_settings.columns(), slotCount);
+    if (PanelGeometry::whyNotDrawable(m_station.groupCount(), slotCount, wanted, {}).isEmpty())
+        return wanted;
+    return std::max<quint64>(plan::columns({}, m_settings.columns(), slotCount), 1);
+}
+
+void ErrorPanel::showTitle(const QString &message, const QString &title, double width)
+{
+    const platform::Rect frame(16.0, 86.0, width, 20.0);
+    if (!m_title) {
+        m_title = parts::label(frame, platform::Font::boldSystem(FontSize), QString()).release();
+        m_title->setAutoresizingMask(platform::WidthSizable | platform::MaxXMargin | platform::MinYMargin);
+    }
+    m_title->setFrame(frame);
+    m_title->setStringValue(message);
+    m_title->setStringValue(title);
+    m_views.splitView()->addSubview(m_title);
+}
+
+void ErrorPanel::clearTitle()
+{
+    if (m_title)
+        m_title->setStringValue(QString());
+}
+
+void ErrorPanel::fill(platform::View &panel, const QString &message, bool withSeparator)
+{
+    const platform::Size size = panel.frame().size();
+    platform::TextField *text = parts::add(
+        panel, parts::label({16.0, 62.0, size.width(), 46.0}, platform::Font::system(FontSize), message));
+    text->setCell(std::make_unique<BelowTitleCell>());
+    text->setTextColor(platform::Color::standardRed());
+    text->setAutoresizingMask(platform::WidthSizable | platform::MinYMargin | platform::HeightSizable);
+
+    platform::Button *button =
+        parts::add(panel, parts::confirmButton(platform::Rect(size.width() - 96.0, 0.0, 80.0, 30.0),
+                                               QStringLiteral("OK"), platform::Identifier(identifiers::Pass),
+                                               ButtonFontSize, {m_controller, [this](platform::View *sender) {
+                                                                    m_confirmation.confirmBtnClicked(sender);
+                                                                }}));
+    button->setAutoresizingMask(platform::MaxYMargin);
+    if (withSeparator)
+        parts::add(panel, parts::separator(platform::Rect(0.0, size.height() - 2.0, size.width(), 1.0), {}));
+}
+
+} // namespace interactive

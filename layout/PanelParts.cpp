@@ -1,0 +1,66 @@
+#include "layout/PanelParts.h"
+
+#include "presentation/VerticallyCenteredTextFieldCell.h"
+
+#include "common/Selectors.h"
+
+namespace interactive::parts {
+
+std::unique_ptr<platform::TextField> label(const platform::Rect &frame, const platform::Font &font,
+                                           const QString &text)
+{
+    auto label = std::make_unique<platform::TextField>(frame);
+    label->setBordered(false);
+    label->setEditable(false);
+    label->setDrawsBackground(false);
+    label->setBackgroundColor(platform::Color::clear());
+    label->setFont(font);
+    label->setStringValue(text);
+    return label;
+}
+
+std::unique_ptr<MouseTrackedTextField>
+inputField(const platform::Rect &frame, const platform::Identifier &parentIdentifier, double fontSize)
+{
+    auto field = std::make_unique<MouseTrackedTextField>(frame);
+    auto cell = std::make_unique<VerticallyCenteredTextFieldCell>();
+    cell->setBezeled(true);
+    cell->setBezelStyle(platform::TextFieldCell::BezelStyle::Square);
+    field->setCell(std::move(cell));
+    field->setParentIdentifier(parentIdentifier);
+    field->setFont(platform::Font::system(fontSize));
+    field->setDrawsBackground(true);
+    field->setMaximumNumberOfLines(1);
+    return field;
+}
+
+std::unique_ptr<platform::View> separator(const platform::Rect &frame, const platform::Identifier &identifier)
+{
+    auto line = std::make_unique<platform::View>(frame);
+    line->setWantsLayer(true);
+    line->setLayerBackgroundColor(platform::Color::lightGray());
+    line->setAutoresizingMask(platform::MinXMargin | platform::WidthSizable);
+    line->setIdentifier(identifier);
+    return line;
+}
+
+std::unique_ptr<platform::Button> confirmButton(const platform::Rect &frame, const QString &title,
+                                                const platform::Identifier &identifier, double fontSize,
+                                                const ButtonAction &action)
+{
+    auto button = std::make_unique<platform::Button>(frame);
+    button->setTitle(title);
+    button->setBezelStyle(platform::Button::BezelStyle::RegularSquare);
+    button->setIdentifier(identifier);
+    button->setFont(platform::Font::system(fontSize));
+    button->setTarget(action.target, selectors::ConfirmBtnClicked, action.pressed);
+    return button;
+}
+
+void makeClear(platform::View &view)
+{
+    view.setWantsLayer(true);
+    view.setLayerBackgroundColor(platform::Color::clear());
+}
+
+} // namespace interactive::parts

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/Button.h"
+#include "platform/Geometry.h"
+#include "platform/TextField.h"
+#include "presentation/MouseTrackedTextField.h"
+
+#include <memory>
+
+/// The views that panels are made of. Thread: the main thread.
+namespace interactive::parts {
+
+/// Puts a view into another one, which owns it from then on.
+template <class Kind>
+Kind *add(platform::View &around, std::unique_ptr<Kind> view)
+{
+    Kind *added = view.get();
+    around.addSubview(view.release());
+    return added;
+}
+
+/// A label: not bordered, not editable, on a clear background.
+[[nodiscard]] std::unique_ptr<platform::TextField> label(const platform::Rect &frame,
+                                                         const platform::Font &font, const QString &text);
+
+/// An input field as all panels have it: square bezel, text centred vertically, one line, drawing its
+/// background.
+[[nodiscard]] std::unique_ptr<MouseTrackedTextField>
+inputField(const platform::Rect &frame, const platform::Identifier &parentIdentifier, double fontSize);
+
+/// The line above a group's band; a null identifier leaves it without a name.
+[[nodiscard]] std::unique_ptr<platform::View> separator(const platform::Rect &frame,
+                                                        const platform::Identifier &identifier);
+
+/// What a panel's buttons tell when they are pressed.
+struct ButtonAction
+{
+    QObject *target;
+    platform::Control::Action pressed;
+};
+/// A button that ends, clears or confirms its panel.
+[[nodiscard]] std::unique_ptr<platform::Button> confirmButton(const platform::Rect &frame,
+                                                              const QString &title,
+                                                              const platform::Identifier &identifier,
+                                                              double fontSize, const ButtonAction &action);
+
+/// What a panel's background is made of: a clear layer.
+void makeClear(platform::View &view);
+
+} // namespace interactive::parts

@@ -1,0 +1,19 @@
+#include "plugin/Rooms.h"
+
+namespace interactive {
+
+Rooms::Rooms(QObject *controller, platform::CollectionViewDelegate *delegate)
+    : errors(station, settings, views, document, focus, confirmation, controller)
+    , boxes(station, slotStates, views, colors, switches, entries, confirmation, controller)
+    , builder({station, records, slotStates, waits, settings, views, focus, controller, delegate}, boxes,
+              document, errors, entries, confirmation)
+{
+    confirmation.setGroups({
+        [this](const platform::Identifier &key) {
+            return groupButtons.getGroupButtonState(key) != platform::Button::Off;
+        },
+        [this](const platform::Identifier &key) { groupButtons.enableGroupButton(false, key); },
+    });
+}
+
+} // namespace interactive

@@ -1,0 +1,210 @@
+#include "presentation/PanelViews.h"
+
+#include "platform/Box.h"
+#include "presentation/CollectionViewItemView.h"
+#include "presentation/ScrollView.h"
+
+#include "common/Identifiers.h"
+#include "common/Log.h"
+#include "common/Messages.h"
+#include "common/Selectors.h"
+
+namespace interactive {
+
+using platform::Identifier;
+using platform::View;
+
+namespace {
+
+/// The tiles of the overviews that stand in a panel.
+QList<CollectionViewItemView *> tilesIn(const View *panel)
+{
+    QList<CollectionViewItemView *> tiles;
+    for (View *child : panel->subviews()) {
+        const auto *scrollView = qobject_cast<ScrollView *>(child);
+        if (!scrollView)
+            continue;
+        for (View *overview : scrollView->contentView()->subviews()) {
+            if (!qobject_cast<platform::CollectionView *>(overview))
+                continue;
+            for (View *view : overview->subviews()) {
+                if (auto *tile = qobject_cast<CollectionViewItemView *>(view))
+                    tiles.append(tile);
+            }
+        }
+    }
+    return tiles;
+}
+
+} // namespace
+
+void PanelViews::setViews(View *root, platform::ScrollView *scrollView, platform::SplitView *splitView)
+{
+    m_rootView = root;
+    m_scrollView = scrollView;
+    m_splitView = splitView;
+    m_responders.lock()->clear();
+}
+
+QList<View *> PanelViews::panels() const
+{
+    return m_splitView ? m_splitView->subviews() : QList<View *>();
+}
+
+Responders PanelViews::responders(const QString &key)
+{
+    return m_responders.lock()->value(key);
+}
+
+bool PanelViews::hasResponders(const QString &key)
+{
+    return m_responders.lock()->contains(key);
+}
+
+void PanelViews::setResponders(const QString &key, const Responders &fields)
+{
+    m_responders.lock()->insert(key, fields);
+}
+
+void PanelViews::dropResponders(const QString &key)
+{
+    m_responders.lock()->remove(key);
+}
+
+QString PanelViews::describeResponders()
+{
+    platform::Dictionary description;
+    const QHash<QString, Responders> all = m_responders.copy();
+    for (auto entry = all.cbegin(); entry != all.cend(); ++entry) {
+        platform::Array fields;
+        for (const QPointer<platform::TextField> &field : entry.value())
+            fields.append(log::describe(field));
+        description.insert(entry.key(), fields);
+    }
+    return platform::description(description);
+}
+
+PanelLook PanelViews::lookOf(const QString &key, const PanelLook &fallback) const
+{
+    return m_looks.value(key, fallback);
+}
+
+void PanelViews::setLook(const QString &key, const PanelLook &look)
+{
+    m_looks.insert(key, look);
+}
+
+platform::CollectionView *PanelViews::collection(const QString &groupName) const
+{
+    return m_collections.value(groupName);
+}
+
+void PanelViews::setCollection(const QString &groupName, platform::CollectionView *overview)
+{
+    m_collections.insert(groupName, overview);
+}
+
+QString PanelViews::describeCollections() const
+{
+    platform::Dictionary description;
+    for (auto entry = m_collections.cbegin(); entry != m_collections.cend(); ++entry)
+        description.insert(entry.key(), log::describe(entry.value()));
+    return platform::description(description);
+}
+
+bool PanelViews::isGroupView(const Identifier &identifier) const
+{
+    return !identifier.isNull() && m_station.groupNumber(identifier.text()).has_value();
+}
+
+Identifier PanelViews::getParentIdentifier(const View *view)
+{
+    if (!view)
+        return {};
+    const View *parent = view->superview();
+    if (parent && !parent->identifier().isNull())
+        return parent->identifier();
+    log::error(messages::NoParentView, {selectors::bracketed(selectors::GetParentIdentifier),
+                                        log::describe(view), view->identifier()});
+    return {};
+}
+
+View *PanelViews::subView(const View *parent, const Identifier &identifier)
+{
+    if (!parent)
+        return nullptr;
+    for (View *view : parent->subviews()) {
+        if (view->identifier().isSameInstance(identifier))
+            return view;
+    }
+    return nullptr;
+}
+
+void PanelViews::resetUI(const Identifier &identifier)
+{
+    const bool isGroup = isGroupView(identifier);
+    for (View *panel : panels()) {
+        if (panel->identifier().isSameInstance(identifier)) {
+            m_collections.remove(identifier.text());
+            log::standard(messages::PanelRemoved, {panel->identifier(), log::describe(panel->subviews())});
+            panel->removeFromSuperview();
+            return;
+        }
+        if (isGroup && identifiers::before(identifiers::Separator, panel->identifier()) == identifier) {
+            panel->removeFromSuperview();
+            m_collections.remove(identifier.text());
+            continue;
+        }
+        if (emptyTile(panel, identifier))
+            return;
+    }
+}
+
+/// A tile that nothing is asked on any more would stand there as a coloured box without a meaning.
+bool PanelViews::emptyTile(const View *panel, const Identifier &identifier)
+{
+    for (CollectionViewItemView *tile : tilesIn(panel)) {
+        if (!tile->box() || !tile->box()->contentView()->identifier().isSameInstance(identifier))
+            continue;
+        for (View *child : tile->box()->contentView()->subviews())
+            child->removeFromSuperview();
+        tile->box()->setHidden(true);
+        return true;
+    }
+    return false;
+}
+
+void PanelViews::hideFirst(const Identifier &identifier)
+{
+    if (View *panel = subView(m_splitView, identifier))
+        panel->setHidden(true);
+}
+
+void PanelViews::hideUI(const Identifier &identifier)
+{
+    for (View *panel : panels()) {
+        if (panel->identifier().isSameInstance(identifier))
+            panel->setHidden(true);
+    }
+}
+
+bool PanelViews::show(const Identifier &identifier)
+{
+    bool shown = false;
+    for (View *panel : panels()) {
+        if (!(panel->identifier() == identifier))
+            continue;
+        panel->setHidden(false);
+        shown = true;
+    }
+    return shown;
+}
+
+void resetData(PanelRecords &records, PanelViews &views, const Identifier &identifier)
+{
+    if (!records.isLoopEnabled())
+        records.forget(identifier.text());
+    views.dropResponders(identifier.text());
+}
+
+} // namespace interactive

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/CollectionView.h"
+#include "platform/Identifier.h"
+#include "platform/Monitored.h"
+#include "platform/ScrollView.h"
+#include "platform/SplitView.h"
+#include "platform/TextField.h"
+
+#include <QHash>
+#include <QList>
+#include <QPointer>
+
+#include "common/PanelRecords.h"
+#include "common/PanelSettings.h"
+#include "common/StationMap.h"
+
+namespace interactive {
+
+/// A panel's input fields in the order in which they follow one another. A field may be gone.
+using Responders = QList<QPointer<platform::TextField>>;
+
+/// The panels that stand in the split view: their fields, the groups' overviews, and how a panel is taken
+/// away, hidden and found.
+///
+/// Two ways of comparing identifiers are used: by text, and by instance where that is said; a text that was
+/// made afresh is another instance. Thread: the main thread, except where stated. Ownership: the view tree
+/// owns the views; what is remembered of them may be gone.
+class PanelViews
+{
+public:
+    explicit PanelViews(const StationMap &station)
+        : m_station(station)
+    {}
+
+    void setViews(platform::View *root, platform::ScrollView *scrollView, platform::SplitView *splitView);
+    [[nodiscard]] platform::View *rootView() const { return m_rootView; }
+    [[nodiscard]] platform::ScrollView *scrollView() const { return m_scrollView; }
+    [[nodiscard]] platform::SplitView *splitView() const { return m_splitView; }
+    /// The split view's children, lowest first.
+    [[nodiscard]] QList<platform::View *> panels() const;
+
+    // The panels' fields. Thread: any.
+    [[nodiscard]] Responders responders(const QString &panelKey);
+    [[nodiscard]] bool hasResponders(const QString &panelKey);
+    void setResponders(const QString &panelKey, const Responders &fields);
+    void dropResponders(const QString &panelKey);
+    [[nodiscard]] QString describeResponders();
+
+    /// The look that a panel was drawn with; the fallback for a panel that was not drawn.
+    [[nodiscard]] PanelLook lookOf(const QString &panelKey, const PanelLook &fallback) const;
+    void setLook(const QString &panelKey, const PanelLook &look);
+
+    /// A group's overview of tiles, or null.
+    [[nodiscard]] platform::CollectionView *collection(const QString &groupName) const;
+    void setCollection(const QString &groupName, platform::CollectionView *overview);
+    [[nodiscard]] QString describeCollections() const;
+
+    /// Whether the identifier is a group's name. Thread: any.
+    [[nodiscard]] bool isGroupView(const platform::Identifier &identifier) const;
+    /// The identifier of the view's superview, or a null one.
+    [[nodiscard]] static platform::Identifier getParentIdentifier(const platform::View *view);
+    /// The first direct subview that bears this very identifier instance, or null.
+    [[nodiscard]] static platform::View *subView(const platform::View *parent,
+                                                 const platform::Identifier &identifier);
+
+    /// Removes the panel that bears this very identifier instance, or empties the tile that does and hides
+    /// it; for a group, all its panels.
+    void resetUI(const platform::Identifier &identifier);
+    /// Hides the first panel, or every panel, that bears this very identifier instance.
+    void hideFirst(const platform::Identifier &identifier);
+    void hideUI(const platform::Identifier &identifier);
+    /// Makes every panel visible whose identifier has this text; true when there was one.
+    bool show(const platform::Identifier &identifier);
+
+private:
+    static bool emptyTile(const platform::View *panel, const platform::Identifier &identifier);
+
+    const StationMap &m_station;
+    QPointer<platform::View> m_rootView;
+    QPointer<platform::ScrollView> m_scrollView;
+    QPointer<platform::SplitView> m_splitView;
+    platform::Monitored<QHash<QString, Responders>> m_responders;
+    QHash<QString, PanelLook> m_looks;
+    QHash<QString, QPointer<platform::CollectionView>> m_collections;
+};
+
+/// Forgets what was entered on a panel, unless loop mode is on, and the order of its fields. Thread: any.
+void resetData(PanelRecords &records, PanelViews &views, const platform::Identifier &identifier);
+
+} // namespace interactive

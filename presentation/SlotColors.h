@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Color.h"
+#include "platform/Geometry.h"
+#include "platform/Value.h"
+
+#include "common/PanelSettings.h"
+
+namespace platform {
+class Box;
+class TextField;
+} // namespace platform
+
+namespace interactive {
+
+/// The colours of systems: the host's where the station asks for them, neutral ones otherwise.
+///
+/// A system index may be nothing. Thread: the main thread.
+class SlotColors
+{
+public:
+    explicit SlotColors(const PanelSettings &settings)
+        : m_settings(settings)
+    {}
+
+    /// The colour for text on a background of that opacity.
+    [[nodiscard]] platform::Color textColor(const platform::Value &systemIndex, double backgroundAlpha) const;
+    [[nodiscard]] platform::Color bgColor(const platform::Value &systemIndex) const;
+    /// Gives a field the system's colours; nothing without a field.
+    void setTextFieldColor(platform::TextField *field, const platform::Value &systemIndex) const;
+    /// A new box in the system's colour. The caller owns it.
+    [[nodiscard]] platform::Box *bgView(const platform::Rect &frame,
+                                        const platform::Value &systemIndex) const;
+
+    /// What fills the box of a slot that is on.
+    [[nodiscard]] platform::Color boxColor(const platform::Value &systemIndex, const PanelLook &look) const;
+    /// What lies behind a slot's value, or behind a field that waits: twice as opaque as the box around it,
+    /// so that the field stands out from it.
+    [[nodiscard]] static platform::Color valueColor(const PanelLook &look);
+
+private:
+    const PanelSettings &m_settings;
+};
+
+} // namespace interactive

@@ -1,0 +1,176 @@
+#include "common/PanelRecords.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+using interactive::PanelRecords;
+using platform::Dictionary;
+using platform::Value;
+
+namespace {
+
+const QString question = QStringLiteral("slot SN");
+const QString other = QStringLiteral("slot MAC");
+
+TEST(PanelRecords, ARecordBeginsWithItsLengthAloneWhateverWasThere)
+{
+    PanelRecords records;
+    records.store("0", "SN", "old");
+    records.start("0", 4, question);
+    EXPECT_EQ(records.record("0"), (Dictionary{{"length", 4}}));
+    records.store("0", "SN", "new");
+    records.press("0", "Pass");
+    EXPECT_EQ(records.record("0"), (Dictionary{{"length", 4}, {"SN", "new"}, {"clickedButton", "Pass"}}));
+    records.finish("0");
+    EXPECT_EQ(records.record("0"), (Dictionary{{"SN", "new"}, {"clickedButton", "Pass"}}));
+}
+
+TEST(PanelRecords, ClearingKeepsTheLengthOrNothing)
+{
+    PanelRecords records;
+    records.start("0", 4, question);
+    records.store("0", "SN", "A");
+    records.clear("0");
+    EXPECT_EQ(records.record("0"), (Dictionary{{"length", 4}}));
+    records.finish("0");
+    records.clear("0");
+    EXPECT_FALSE(records.contains("0"));
+}
+
+TEST(PanelRecords, DiscardingTellsWhetherThereWasAnEntry)
+{
+    PanelRecords records;
+    EXPECT_FALSE(records.discard("G1", "S1"));
+    EXPECT_FALSE(records.contains("G1"));
+    records.store("G1", "S1", "A");
+    EXPECT_TRUE(records.discard("G1", "S1"));
+    EXPECT_FALSE(records.discard("G1", "S1"));
+    EXPECT_EQ(records.record("G1"), Dictionary());
+}
+
+TEST(PanelRecords, FinishingWhatIsNotThereMakesNothing)
+{
+    PanelRecords records;
+    records.finish("0");
+    records.clear("0");
+    records.forget("0");
+    EXPECT_EQ(records.all(), Dictionary());
+}
+
+TEST(PanelRecords, EachQuestionHasItsOwnAnswer)
+{
+    PanelRecords records;
+    records.start("0", 0, question);
+    records.store("0", "SN", "A");
+    records.keepAnswer("0", question, {});
+    records.start("0", 0, other);
+    EXPECT_FALSE(records.answer("0", other).has_value());
+    records.store("0", "MAC", "B");
+    records.keepAnswer("0", other, {});
+    ASSERT_TRUE(records.answer("0", question).has_value());
+    EXPECT_EQ(records.answer("0", question)->record.toMap().value("SN"), Value("A"));
+    EXPECT_EQ(records.answer("0", other)->record.toMap().value("MAC"), Value("B"));
+    EXPECT_FALSE(records.answer("1", question).has_value());
+}
+
+TEST(PanelRecords, AnAnswerGivenAgainIsTheRecordAgain)
+{
+    PanelRecords records;
+    records.start("G1", 0, question);
+    records.store("G1", "S1", "A");
+    records.keepAnswer("G1", question, {});
+    records.start("G1", 0, other);
+    records.giveAgain("G1", question, *records.answer("G1", question));
+    EXPECT_EQ(records.record("G1")->value("S1"), Value("A"));
+}
+
+TEST(PanelRecords, ACancelledQuestionHasNoAnswer)
+{
+    PanelRecords records;
+    records.start("0", 0, question);
+    records.forget("0");
+    records.keepAnswer("0", question, {});
+    EXPECT_FALSE(records.answer("0", question).has_value());
+}
+
+TEST(PanelRecords, ARecordOfWhichNoQuestionIsKnownAnswersAny)
+{
+    PanelRecords records;
+    records.restore({{"0", Dictionary{{"SN", "A"}}}});
+    EXPECT_TRUE(records.answer("0", question).has_value());
+    records.start("0", 0, other);
+    EXPECT_FALSE(records.answer("0", question).has_value());
+}
+
+TEST(PanelRecords, ForgettingAllAnswersLeavesTheLoop)
+{
+    PanelRecords records;
+    records.startLoop(3, 1);
+    records.start("0", 0, question);
+    records.keepAnswer("0", question, {});
+    records.forgetAllAnswers();
+    EXPECT_EQ(records.all().keys(), QStringList{"Loop"});
+    EXPECT_TRUE(records.isLoopEnabled());
+    EXPECT_FALSE(records.answer("0", question).has_value());
+}
+
+TEST(PanelRecords, PassesAreCountedForEachGroup)
+{
+    PanelRecords records;
+    records.startLoop(2, 2);
+    EXPECT_FALSE(records.finishPass(0));
+    EXPECT_FALSE(records.finishPass(1));
+    EXPECT_TRUE(records.finishPass(0));
+    EXPECT_TRUE(records.finishPass(1));
+}
+
+TEST(PanelRecords, LoopModeBeginsWithTwoPasses)
+{
+    PanelRecords records;
+    EXPECT_FALSE(records.isLoopEnabled());
+    records.startLoop(2, 1);
+    EXPECT_TRUE(records.isLoopEnabled());
+    records.startLoop(1, 1);
+    EXPECT_FALSE(records.isLoopEnabled());
+}
+
+TEST(PanelRecords, WhatWasHandedOutIsNeverWrittenAgain)
+{
+    PanelRecords records;
+    records.start("0", 4, question);
+    const Dictionary before = records.all();
+    const Dictionary record = *records.record("0");
+    records.store("0", "SN", "A");
+    records.startLoop(2, 1);
+    EXPECT_EQ(before, (Dictionary{{"0", Dictionary{{"length", 4}}}}));
+    EXPECT_EQ(record, (Dictionary{{"length", 4}}));
+}
+
+TEST(PanelRecords, NothingIsLostWhenManyThreadsWriteAndRead)
+{
+    PanelRecords records;
+    constexpr int Threads = 4;
+    constexpr int Entries = 200;
+    std::atomic<bool> ended{false};
+    std::thread reader([&] {
+        while (!ended)
+            static_cast<void>(platform::description(records.all()));
+    });
+    std::vector<std::thread> writers;
+    for (int i = 0; i < Threads; ++i) {
+        writers.emplace_back([&records, i] {
+            for (int j = 0; j < Entries; ++j)
+                records.store("G1", QStringLiteral("S%1-%2").arg(i).arg(j), QString::number(j));
+        });
+    }
+    for (std::thread &writer : writers)
+        writer.join();
+    ended = true;
+    reader.join();
+    EXPECT_EQ(records.record("G1")->size(), Threads * Entries);
+}
+
+} // namespace
