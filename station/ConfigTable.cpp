@@ -24,6 +24,11 @@ void ConfigTable::fail(const char *key, const QString &why) const
     failAt(node ? *node : static_cast<const toml::node &>(m_table), QString::fromUtf8(key), why);
 }
 
+void ConfigTable::failElement(const char *key, qsizetype element, const QString &why) const
+{
+    failAt(m_table.at(key).as_array()->at(static_cast<std::size_t>(element)), QString::fromUtf8(key), why);
+}
+
 void ConfigTable::failMissing(const char *key) const
 {
     failAt(m_table, QString::fromUtf8(key), QStringLiteral("is missing"));

@@ -7,7 +7,8 @@
 namespace station {
 
 /// The status table: a row for each system, painted in the system's colours, its state as a coloured badge,
-/// and a frame around the rows that are highlighted. It never takes the focus, so that a click on it loses no
+/// and a frame around the rows that are highlighted. A state that does not fit into its column makes its row
+/// higher. It never takes the focus, so that a click on it loses no
 /// scan.
 ///
 /// Thread: the main thread.
@@ -23,7 +24,8 @@ public:
 
 private:
     void setLook();
-    [[nodiscard]] int columnsWidth() const;
+    void fitRows(int first, int last);
+    [[nodiscard]] int columnsWidth(int stateWidth) const;
 
     StatusModel *m_model;
 };

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+
+namespace station {
+
+/// A text that takes as many lines as its width needs, up to a few; what is more is elided on the last one.
+///
+/// Thread: the main thread. Widths and heights in pixels.
+class BadgeText
+{
+public:
+    static constexpr int MostLines = 4;
+
+    BadgeText(QString text, const QFont &font);
+
+    /// The width at which the text takes one line.
+    [[nodiscard]] int width() const;
+    [[nodiscard]] int heightFor(int width) const;
+    /// Draws it left-aligned, in the middle of the rectangle's height, with the painter's pen.
+    void draw(QPainter *painter, const QRect &rect) const;
+
+private:
+    [[nodiscard]] QStringList lines(int width) const;
+
+    QString m_text;
+    QFont m_font;
+};
+
+} // namespace station

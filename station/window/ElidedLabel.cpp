@@ -1,0 +1,68 @@
+#include "station/window/ElidedLabel.h"
+
+#include <QEvent>
+
+namespace station {
+namespace {
+
+/// Enough to tell that there is a text.
+constexpr int FewCharacters = 3;
+
+} // namespace
+
+ElidedLabel::ElidedLabel(const QString &text, QWidget *parent)
+    : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    setWholeText(text);
+}
+
+void ElidedLabel::setWholeText(const QString &text)
+{
+    m_whole = text;
+    setAccessibleName(text);
+    fit();
+    updateGeometry();
+}
+
+int ElidedLabel::widthAround() const
+{
+    const QMargins margins = contentsMargins();
+    return margins.left() + margins.right() + 2 * margin() + 2;
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(m_whole) + widthAround(), QLabel::sizeHint().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {FewCharacters * fontMetrics().averageCharWidth() + widthAround(),
+            QLabel::minimumSizeHint().height()};
+}
+
+void ElidedLabel::resizeEvent(QResizeEvent *event)
+{
+    QLabel::resizeEvent(event);
+    fit();
+}
+
+void ElidedLabel::changeEvent(QEvent *event)
+{
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fit();
+}
+
+void ElidedLabel::fit()
+{
+    QString line = m_whole;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, qMax(0, width() - widthAround()));
+    setText(shown);
+    setToolTip(shown == m_whole ? QString() : m_whole);
+}
+
+} // namespace station
