@@ -10,8 +10,9 @@ constexpr int FewCharacters = 3;
 
 } // namespace
 
-ElidedLabel::ElidedLabel(const QString &text, QWidget *parent)
+ElidedLabel::ElidedLabel(const QString &spokenName, const QString &text, QWidget *parent)
     : QLabel(parent)
+    , m_spokenName(spokenName)
 {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
@@ -21,7 +22,7 @@ ElidedLabel::ElidedLabel(const QString &text, QWidget *parent)
 void ElidedLabel::setWholeText(const QString &text)
 {
     m_whole = text;
-    setAccessibleName(text);
+    setAccessibleName(m_spokenName + QStringLiteral(": ") + text);
     fit();
     updateGeometry();
 }

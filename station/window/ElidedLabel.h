@@ -12,7 +12,8 @@ class ElidedLabel : public QLabel
 {
     Q_OBJECT
 public:
-    explicit ElidedLabel(const QString &text = {}, QWidget *parent = nullptr);
+    /// `spokenName` stands before the text in the accessible name: "Status: All passed".
+    explicit ElidedLabel(const QString &spokenName, const QString &text = {}, QWidget *parent = nullptr);
 
     /// What is to be read; text() has what there is room for.
     [[nodiscard]] const QString &wholeText() const { return m_whole; }
@@ -29,6 +30,7 @@ private:
     [[nodiscard]] int widthAround() const;
     void fit();
 
+    QString m_spokenName;
     QString m_whole;
 };
 

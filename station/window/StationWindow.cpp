@@ -120,6 +120,8 @@ void StationWindow::makeStatusBar()
     m_message = messageLabel();
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addWidget(m_message, 1);
+    m_messageTime.setObjectName(QStringLiteral("messageTime"));
+    m_messageTime.setParent(this);
     m_messageTime.setSingleShot(true);
     m_messageTime.setInterval(MessageTime);
     connect(&m_messageTime, &QTimer::timeout, this, [this] { showMessage({}); });

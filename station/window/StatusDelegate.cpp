@@ -15,6 +15,14 @@ constexpr int TextMargin = 4;
 constexpr QMargins AroundBadge{4, 5, 6, 6};
 constexpr QMargins InBadge{7, 0, 5, 0};
 constexpr int AboveAndBelowBadgeText = 3;
+constexpr int BesideBadgeText = AroundBadge.left() + AroundBadge.right() + InBadge.left() + InBadge.right();
+constexpr int LeastTextWidth = 20;
+
+QFont bold(QFont font)
+{
+    font.setBold(true);
+    return font;
+}
 
 QFont cellFont(const QStyleOptionViewItem &option, bool bold)
 {
@@ -111,16 +119,16 @@ QColor StatusDelegate::textColor(const QModelIndex &index)
     return readableOn(rowColor(index), wanted);
 }
 
-QSize StatusDelegate::badgeSize(const QString &text, const QFont &font, int columnWidth)
+int StatusDelegate::badgeHeight(const QString &text, const QFont &font, int columnWidth)
 {
-    QFont bold = font;
-    bold.setBold(true);
-    const BadgeText badge(text, bold);
-    const int around = AroundBadge.left() + AroundBadge.right() + InBadge.left() + InBadge.right();
-    // A column narrower than a few characters can show none anyway.
-    const int height = badge.heightFor(qMax(columnWidth - around, QFontMetrics(bold).averageCharWidth() * 4));
-    return {badge.width() + around,
-            height + AroundBadge.top() + AroundBadge.bottom() + AboveAndBelowBadgeText};
+    const int above = AroundBadge.top() + AroundBadge.bottom() + AboveAndBelowBadgeText;
+    return BadgeText(text, bold(font)).heightFor(qMax(columnWidth - BesideBadgeText, LeastTextWidth)) + above;
+}
+
+int StatusDelegate::badgeWidth(const QString &text, const QFont &font, BadgeLines lines)
+{
+    const BadgeText badge(text, bold(font));
+    return (lines == BadgeLines::One ? badge.width() : badge.widthOfTwoLines()) + BesideBadgeText;
 }
 
 void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,

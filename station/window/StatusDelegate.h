@@ -27,8 +27,12 @@ public:
     [[nodiscard]] static QColor badgeTextColor();
     /// The colour of a cell's text.
     [[nodiscard]] static QColor textColor(const QModelIndex &index);
-    /// The width of a cell whose badge has the text in one line, and the height of one as wide as the column.
-    [[nodiscard]] static QSize badgeSize(const QString &text, const QFont &font, int columnWidth);
+
+    enum class BadgeLines { One, Two };
+    /// The width of a cell whose badge has the text in one or two lines.
+    [[nodiscard]] static int badgeWidth(const QString &text, const QFont &font, BadgeLines lines);
+    /// The height of a cell as wide as the column.
+    [[nodiscard]] static int badgeHeight(const QString &text, const QFont &font, int columnWidth);
 };
 
 } // namespace station

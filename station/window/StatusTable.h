@@ -1,5 +1,6 @@
 #pragma once
 
+#include "station/window/StatusDelegate.h"
 #include "station/window/StatusModel.h"
 
 #include <QTableView>
@@ -22,10 +23,16 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void setLook();
+    void fitState();
     void fitRows(int first, int last);
+    [[nodiscard]] int stateWidth(StatusDelegate::BadgeLines lines) const;
     [[nodiscard]] int columnsWidth(int stateWidth) const;
+    [[nodiscard]] int barWidth() const;
 
     StatusModel *m_model;
 };

@@ -71,7 +71,7 @@ QIcon stopIcon()
 
 ElidedLabel *titleLabel(const QString &text)
 {
-    auto *label = new ElidedLabel(text);
+    auto *label = new ElidedLabel(QStringLiteral("Station"), text);
     label->setFont(windowFont(18, true));
     label->setContentsMargins(10, 0, 18, 0);
     return label;
@@ -79,7 +79,8 @@ ElidedLabel *titleLabel(const QString &text)
 
 ElidedLabel *statusLabel()
 {
-    auto *label = new ElidedLabel;
+    auto *label = new ElidedLabel(QStringLiteral("Status"));
+    label->setObjectName(QStringLiteral("status"));
     label->setFont(windowFont(18));
     label->setContentsMargins(18, 0, 10, 0);
     label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -88,7 +89,8 @@ ElidedLabel *statusLabel()
 
 ElidedLabel *messageLabel()
 {
-    auto *label = new ElidedLabel;
+    auto *label = new ElidedLabel(QStringLiteral("Message"));
+    label->setObjectName(QStringLiteral("message"));
     label->setFont(windowFont(16, true));
     label->setContentsMargins(10, 0, 10, 0);
     // Amber under dark letters; the label is filled while it has something to say.
