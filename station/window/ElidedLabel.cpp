@@ -1,6 +1,9 @@
 #include "station/window/ElidedLabel.h"
 
 #include <QEvent>
+#include <QFontMetricsF>
+
+#include <cmath>
 
 namespace station {
 namespace {
@@ -35,7 +38,9 @@ int ElidedLabel::widthAround() const
 
 QSize ElidedLabel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(m_whole) + widthAround(), QLabel::sizeHint().height()};
+    // Eliding counts in fractions of a pixel.
+    const int text = static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(m_whole))) + 1;
+    return {text + widthAround(), QLabel::sizeHint().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const

@@ -123,6 +123,20 @@ TEST_F(StationWindowTest, ASplitterThatAPersonHasMovedStaysWhereItIs)
     EXPECT_EQ(window.statusTable()->width(), width);
 }
 
+TEST(StationWindowName, AShortNameIsShownWhole)
+{
+    for (const char *name :
+         {"Line 3", "Final test 4", "Prüfstand 7", "i", "Demo, act 1: a panel per position"}) {
+        StationWindow window(QString::fromUtf8(name), {{0, "G1", "S1"}});
+        window.resize(1200, 732);
+        window.show();
+        bool shown = false;
+        for (const QLabel *label : window.findChildren<QLabel *>())
+            shown = shown || label->text() == QString::fromUtf8(name);
+        EXPECT_TRUE(shown) << name;
+    }
+}
+
 TEST(StationWindowName, ALongNameLeavesRunAndStopInSight)
 {
     const QString name(200, 'N');
