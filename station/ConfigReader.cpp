@@ -217,11 +217,10 @@ toml::table parse(const QString &path)
     try {
         return toml::parse(std::string_view(content.constData(), static_cast<std::size_t>(content.size())));
     } catch (const toml::parse_error &problem) {
-        throw StationError(QStringLiteral("%1:%2: %3")
-                               .arg(path)
-                               .arg(problem.source().begin.line)
-                               .arg(QString::fromUtf8(problem.description().data(),
-                                                      static_cast<qsizetype>(problem.description().size()))));
+        const QString why = QString::fromUtf8(problem.description().data(),
+                                              static_cast<qsizetype>(problem.description().size()));
+        throw StationError(
+            QStringLiteral("%1:%2: %3").arg(path, QString::number(problem.source().begin.line), why));
     }
 }
 

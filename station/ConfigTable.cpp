@@ -14,8 +14,9 @@ ConfigTable::ConfigTable(const toml::table &table, QString file, QString prefix)
 
 void ConfigTable::failAt(const toml::node &node, const QString &key, const QString &why) const
 {
-    const auto line = node.source().begin.line;
-    throw StationError(QStringLiteral("%1:%2: key '%3%4': %5").arg(m_file).arg(line).arg(m_prefix, key, why));
+    // All at once: a name that holds "%2" is no place for anything.
+    throw StationError(QStringLiteral("%1:%2: key '%3%4': %5")
+                           .arg(m_file, QString::number(node.source().begin.line), m_prefix, key, why));
 }
 
 void ConfigTable::fail(const char *key, const QString &why) const

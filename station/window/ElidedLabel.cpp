@@ -1,5 +1,7 @@
 #include "station/window/ElidedLabel.h"
 
+#include "station/window/PlainToolTip.h"
+
 #include <QEvent>
 #include <QFontMetricsF>
 
@@ -10,6 +12,14 @@ namespace {
 
 /// Enough to tell that there is a text.
 constexpr int FewCharacters = 3;
+/// More than a line can show: a longer text is not measured to its end.
+constexpr int MostCharacters = 2000;
+
+QString oneLine(const QString &text)
+{
+    QString line = text.size() > MostCharacters ? text.left(MostCharacters) + QChar(0x2026) : text;
+    return line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+}
 
 } // namespace
 
@@ -39,7 +49,8 @@ int ElidedLabel::widthAround() const
 QSize ElidedLabel::sizeHint() const
 {
     // Eliding counts in fractions of a pixel.
-    const int text = static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(m_whole))) + 1;
+    const int text =
+        static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(oneLine(m_whole)))) + 1;
     return {text + widthAround(), QLabel::sizeHint().height()};
 }
 
@@ -64,11 +75,10 @@ void ElidedLabel::changeEvent(QEvent *event)
 
 void ElidedLabel::fit()
 {
-    QString line = m_whole;
-    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, qMax(0, width() - widthAround()));
+    const QString shown =
+        fontMetrics().elidedText(oneLine(m_whole), Qt::ElideRight, qMax(0, width() - widthAround()));
     setText(shown);
-    setToolTip(shown == m_whole ? QString() : m_whole);
+    setToolTip(shown == m_whole ? QString() : plainToolTip(m_whole));
 }
 
 } // namespace station

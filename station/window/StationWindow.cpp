@@ -29,12 +29,10 @@ constexpr QSize OpeningSize{1440, 900};
 constexpr QSize FrameAllowance{8, 36};
 constexpr std::chrono::seconds MessageTime{10};
 
-/// Gives the second part what it wants, and the first what is left between its least and its own wish.
-void share(QSplitter *splitter, int room, int wanted, int least, int wish, bool firstIsFixed)
+/// How much a pane beside the views gets of the room: what these leave, between its least and its wish.
+int besideViews(int room, int wantedByViews, int least, int wish)
 {
-    const int fixed = qBound(least, room - splitter->handleWidth() - wanted, wish);
-    const int rest = room - splitter->handleWidth() - fixed;
-    splitter->setSizes(firstIsFixed ? QList<int>{fixed, rest} : QList<int>{rest, fixed});
+    return qBound(least, room - wantedByViews, wish);
 }
 
 } // namespace
@@ -132,11 +130,15 @@ void StationWindow::shareRoom()
 {
     if (m_sharedByHand)
         return;
-    share(m_upper, m_upper->width(), m_wanted.width(), m_table->minimumSizeHint().width(),
-          m_table->sizeHint().width(), true);
-    const int aboveViews = m_views->tabBar()->isVisibleTo(m_views) ? m_views->tabBar()->height() : 0;
-    share(m_whole, m_whole->height(), m_wanted.height() + aboveViews, m_log->minimumSizeHint().height(),
-          m_log->sizeHint().height(), false);
+    const int width = m_upper->width() - m_upper->handleWidth();
+    const int table =
+        besideViews(width, m_wanted.width(), m_table->minimumSizeHint().width(), m_table->sizeHint().width());
+    m_upper->setSizes({table, width - table});
+    const int tabs = m_views->tabBar()->isVisibleTo(m_views) ? m_views->tabBar()->height() : 0;
+    const int height = m_whole->height() - m_whole->handleWidth();
+    const int log = besideViews(height, m_wanted.height() + tabs, m_log->minimumSizeHint().height(),
+                                m_log->sizeHint().height());
+    m_whole->setSizes({height - log, log});
 }
 
 void StationWindow::resizeEvent(QResizeEvent *event)

@@ -2,6 +2,7 @@
 
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "station/window/PlainToolTip.h"
 
 #include <QBrush>
 
@@ -99,8 +100,9 @@ QVariant StatusModel::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[index.row()];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return textOf(row, index.column());
+    case Qt::ToolTipRole:
+        return plainToolTip(textOf(row, index.column()));
     case Qt::BackgroundRole:
     case Qt::ForegroundRole:
         return systemColor(row.system.index, role);

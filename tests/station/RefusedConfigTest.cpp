@@ -126,6 +126,11 @@ INSTANTIATE_TEST_SUITE_P(
               "4: key 'station.groups': holds 'G' twice"},
         Wrong{"GroupWithAHyphen", "[station]\ngroups = ['G',\n'G-1']\nslots = ['S']\n",
               "3: key 'station.groups': 'G-1' holds a '-'"},
+        Wrong{"NameThatLooksLikeAPlaceholder", "[station]\ngroups = ['%1-%5']\nslots = ['S']\n",
+              "2: key 'station.groups': '%1-%5' holds a '-'"},
+        Wrong{"KeyThatLooksLikeAPlaceholder", good + "'%5' = 1\n",
+              "4: key 'station.%5': is not known here (known: name, groups, slots, custom_row_color, "
+              "system_groups, system_slots)"},
         Wrong{"GroupNamedAsTheFirstSystem", "[station]\ngroups = ['0']\nslots = ['S']\n",
               "2: key 'station.groups': '0' is the number of a system"},
         Wrong{"GroupNamedAsTheLastSystem", "[station]\ngroups = ['G', '3']\nslots = ['S', 'T']\n",

@@ -8,6 +8,7 @@
 
 #include <QImage>
 #include <QScrollBar>
+#include <QTextDocumentFragment>
 
 #include <gtest/gtest.h>
 
@@ -216,6 +217,14 @@ TEST_F(StatusTableTest, AStateOfAMegabyteTakesAFewLinesAndStandsWholeInItsToolti
     table.statusModel()->setState(0, SystemState::Erred, text);
     EXPECT_LT(rectOf(0, StatusModel::StateColumn).height(), 120);
     EXPECT_EQ(cell(0, StatusModel::StateColumn, Qt::ToolTipRole), "Error: " + text);
+}
+
+TEST_F(StatusTableTest, AMessageThatLooksLikeMarkupIsShownAsItIsInItsTooltip)
+{
+    table.statusModel()->setState(0, SystemState::Erred, "ask.lua:1: unexpected symbol near <b>x</b>");
+    const QString tip = cell(0, StatusModel::StateColumn, Qt::ToolTipRole).toString();
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(tip).toPlainText(),
+              "Error: ask.lua:1: unexpected symbol near <b>x</b>");
 }
 
 TEST_F(StatusTableTest, ABadgeGivesEachOfItsLinesTheRoomItNeeds)
