@@ -9,20 +9,66 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace station {
 
 namespace {
 
-void refuseDuplicatesAndBlanks(const ConfigTable &table, const char *key, const QStringList &names)
+void refuseBlanks(const ConfigTable &table, const char *key, const QStringList &names)
 {
-    QStringList seen;
-    for (const QString &name : names) {
-        if (name.isEmpty())
-            table.fail(key, QStringLiteral("holds an empty name"));
-        if (seen.contains(name))
-            table.fail(key, QStringLiteral("holds '%1' twice").arg(name));
-        seen.append(name);
+    const qsizetype blank = names.indexOf(QString());
+    if (blank >= 0)
+        table.failElement(key, blank, QStringLiteral("holds an empty name"));
+}
+
+void refuseDuplicates(const ConfigTable &table, const char *key, const QStringList &names)
+{
+    for (qsizetype i = 1; i < names.size(); ++i) {
+        if (names.lastIndexOf(names.at(i), i - 1) >= 0)
+            table.failElement(key, i, QStringLiteral("holds '%1' twice").arg(names.at(i)));
+    }
+}
+
+/// A panel bears the name of its group or the number of its system, and its parts that name, a '-' and the
+/// slot's: a group whose name could be taken for another's part or number could not be told apart from it.
+void refuseUnusableGroups(const ConfigTable &table, const char *key, const QStringList &groups,
+                          qsizetype systemCount)
+{
+    for (qsizetype i = 0; i < groups.size(); ++i) {
+        const QString &name = groups.at(i);
+        if (name.contains(QLatin1Char('-')))
+            table.failElement(key, i, QStringLiteral("'%1' holds a '-'").arg(name));
+        if (name == QLatin1String("Loop"))
+            table.failElement(key, i, QStringLiteral("'Loop' is the name of the loop's field"));
+        const int number = name.toInt();
+        if (number >= 0 && number < systemCount && name == QString::number(number))
+            table.failElement(key, i, QStringLiteral("'%1' is the number of a system").arg(name));
+    }
+}
+
+/// An answer holds each slot's entry under the slot's name, beside what the panel keeps there itself.
+void refuseUnusableSlots(const ConfigTable &table, const char *key, const QStringList &slotNames)
+{
+    static const QStringList taken{QStringLiteral("length"), QStringLiteral("clickedButton"),
+                                   QStringLiteral("SharedInput")};
+    for (qsizetype i = 0; i < slotNames.size(); ++i) {
+        if (taken.contains(slotNames.at(i)))
+            table.failElement(key, i, QStringLiteral("'%1' is a name that answers use").arg(slotNames.at(i)));
+    }
+}
+
+void refusePositionTwice(const ConfigTable &table, const QStringList &groups, const QStringList &slotNames)
+{
+    std::map<std::pair<QString, QString>, qsizetype> seen;
+    for (qsizetype i = 0; i < groups.size(); ++i) {
+        const auto [first, isNew] = seen.emplace(std::pair(groups.at(i), slotNames.at(i)), i);
+        if (!isNew) {
+            table.failElement(
+                "system_slots", i,
+                QStringLiteral("system %1 is slot '%2' of group '%3', as system %4 is")
+                    .arg(QString::number(i), slotNames.at(i), groups.at(i), QString::number(first->second)));
+        }
     }
 }
 
@@ -51,10 +97,11 @@ void readMapping(StationConfig &config, const ConfigTable &table)
                                        .arg(slotNames->size())
                                        .arg(groups->size()));
     }
-    if (groups->contains(QString()))
-        table.fail("system_groups", QStringLiteral("holds an empty name"));
-    if (slotNames->contains(QString()))
-        table.fail("system_slots", QStringLiteral("holds an empty name"));
+    refuseBlanks(table, "system_groups", *groups);
+    refuseBlanks(table, "system_slots", *slotNames);
+    refuseUnusableGroups(table, "system_groups", *groups, groups->size());
+    refuseUnusableSlots(table, "system_slots", *slotNames);
+    refusePositionTwice(table, *groups, *slotNames);
     config.systemGroups = *groups;
     config.systemSlots = *slotNames;
 }
@@ -80,8 +127,12 @@ void readStation(StationConfig &config, const ConfigTable &table)
         table.failMissing("groups");
     if (!slotNames)
         table.failMissing("slots");
-    refuseDuplicatesAndBlanks(table, "groups", *groups);
-    refuseDuplicatesAndBlanks(table, "slots", *slotNames);
+    refuseBlanks(table, "groups", *groups);
+    refuseDuplicates(table, "groups", *groups);
+    refuseUnusableGroups(table, "groups", *groups, groups->size() * slotNames->size());
+    refuseBlanks(table, "slots", *slotNames);
+    refuseDuplicates(table, "slots", *slotNames);
+    refuseUnusableSlots(table, "slots", *slotNames);
     numberSystems(config, *groups, *slotNames);
 }
 
@@ -143,12 +194,17 @@ SequenceEntry readSequence(const ConfigTable &table, const QDir &folder)
 }
 
 /// A path stands for a file beside the configuration; a bare name is looked for where plug-ins are.
-QStringList pluginPaths(const QStringList &plugins, const QDir &folder)
+QStringList readPlugins(const ConfigTable &table, const QDir &folder)
 {
+    const auto plugins = table.texts("plugins");
+    if (!plugins)
+        return {QStringLiteral("InteractiveView")};
+    refuseBlanks(table, "plugins", *plugins);
     QStringList paths;
-    for (const QString &plugin : plugins)
+    for (const QString &plugin : *plugins)
         paths.append(plugin.contains(QLatin1Char('/')) ? QDir::cleanPath(folder.absoluteFilePath(plugin))
                                                        : plugin);
+    refuseDuplicates(table, "plugins", paths);
     return paths;
 }
 
@@ -161,17 +217,16 @@ toml::table parse(const QString &path)
     try {
         return toml::parse(std::string_view(content.constData(), static_cast<std::size_t>(content.size())));
     } catch (const toml::parse_error &problem) {
-        throw StationError(QStringLiteral("%1:%2: %3")
-                               .arg(path)
-                               .arg(problem.source().begin.line)
-                               .arg(QString::fromUtf8(problem.description().data(),
-                                                      static_cast<qsizetype>(problem.description().size()))));
+        const QString why = QString::fromUtf8(problem.description().data(),
+                                              static_cast<qsizetype>(problem.description().size()));
+        throw StationError(
+            QStringLiteral("%1:%2: %3").arg(path, QString::number(problem.source().begin.line), why));
     }
 }
 
 } // namespace
 
-StationConfig readStationConfig(const QString &path)
+StationConfig readStationConfig(const QString &path, SequenceNeed need)
 {
     const toml::table content = parse(path);
     const QDir folder = QFileInfo(path).absoluteDir();
@@ -189,8 +244,9 @@ StationConfig readStationConfig(const QString &path)
     root.forEachTable("system", [&](const ConfigTable &table) { readSystem(config, seen, table); });
     root.forEachTable(
         "sequence", [&](const ConfigTable &table) { config.sequences.append(readSequence(table, folder)); });
-    config.plugins =
-        pluginPaths(root.texts("plugins").value_or(QStringList{QStringLiteral("InteractiveView")}), folder);
+    config.plugins = readPlugins(root, folder);
+    if (config.sequences.isEmpty() && need == SequenceNeed::AtLeastOne)
+        root.fail("sequence", QStringLiteral("is missing; there is nothing to run"));
     return config;
 }
 

@@ -14,14 +14,20 @@ ConfigTable::ConfigTable(const toml::table &table, QString file, QString prefix)
 
 void ConfigTable::failAt(const toml::node &node, const QString &key, const QString &why) const
 {
-    const auto line = node.source().begin.line;
-    throw StationError(QStringLiteral("%1:%2: key '%3%4': %5").arg(m_file).arg(line).arg(m_prefix, key, why));
+    // All at once: a name that holds "%2" is no place for anything.
+    throw StationError(QStringLiteral("%1:%2: key '%3%4': %5")
+                           .arg(m_file, QString::number(node.source().begin.line), m_prefix, key, why));
 }
 
 void ConfigTable::fail(const char *key, const QString &why) const
 {
     const toml::node *node = m_table.get(key);
     failAt(node ? *node : static_cast<const toml::node &>(m_table), QString::fromUtf8(key), why);
+}
+
+void ConfigTable::failElement(const char *key, qsizetype element, const QString &why) const
+{
+    failAt(m_table.at(key).as_array()->at(static_cast<std::size_t>(element)), QString::fromUtf8(key), why);
 }
 
 void ConfigTable::failMissing(const char *key) const

@@ -34,6 +34,9 @@ public:
 
     /// Refuses the value of a key.
     [[noreturn]] void fail(const char *key, const QString &why) const;
+    /// Refuses one element of the list under the key, whose line is named. Requires: there is such an
+    /// element.
+    [[noreturn]] void failElement(const char *key, qsizetype element, const QString &why) const;
     /// Refuses the table itself, where a key is missing.
     [[noreturn]] void failMissing(const char *key) const;
 

@@ -1,6 +1,7 @@
 #include "station/LogFile.h"
 
 #include "station/StationError.h"
+#include "station/window/LineBreaks.h"
 
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
@@ -8,6 +9,8 @@
 namespace station {
 
 namespace {
+
+const QString ContinuedLine(4, QLatin1Char(' '));
 
 void showSystemErrors()
 {
@@ -35,7 +38,9 @@ LogFile::LogFile(const QString &path)
     m_file->set_level(spdlog::level::trace);
     m_file->flush_on(spdlog::level::trace);
     m_sink = KVKLogGetProxy()->addSink([file = m_file](const KVKLogProxy::Line &line) {
-        const std::string text = line.message.toStdString();
+        // Whoever reads the file line by line sees by the indentation that no new entry begins.
+        const std::string text =
+            withoutLineBreaks(line.message, QStringLiteral("\n") + ContinuedLine).toStdString();
         file->log(KVKLogSystemLevel(line.level), spdlog::string_view_t(text));
     });
 }

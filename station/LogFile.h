@@ -7,7 +7,8 @@
 namespace station {
 
 /// Where the station's logs go: the log proxy's lines with time, level and thread to a file, and the system
-/// log's errors to the standard error output.
+/// log's errors to the standard error output. A message with line breaks is one entry, its further lines are
+/// indented.
 ///
 /// Thread: made and destroyed on the main thread; lines come from any.
 class LogFile

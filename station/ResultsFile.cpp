@@ -3,17 +3,25 @@
 #include "station/StationError.h"
 
 #include <QDateTime>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QTextStream>
+#include <QUuid>
+
+#include <utility>
 
 namespace station {
 
 namespace {
 
+QString now()
+{
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
+}
+
 QJsonObject begun(const ResultOwner &owner)
 {
-    QJsonObject line{{QStringLiteral("time"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)},
-                     {QStringLiteral("sequence"), owner.sequence}};
+    QJsonObject line{{QStringLiteral("time"), now()}, {QStringLiteral("sequence"), owner.sequence}};
     if (owner.system.isValid())
         line.insert(QStringLiteral("system"), QJsonValue::fromVariant(owner.system));
     if (owner.group.isValid())
@@ -64,11 +72,26 @@ QString outcomeText(KVKLuaOutcome outcome)
 }
 
 ResultsFile::ResultsFile(const QString &path, bool printsAnswers)
-    : m_file(path)
-    , m_prints(printsAnswers)
+    : m_prints(printsAnswers)
 {
-    if (!path.isEmpty() && !m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        throw StationError(QStringLiteral("--results: %1: %2").arg(path, m_file.errorString()));
+    if (path.isEmpty())
+        return;
+    try {
+        m_file.emplace(path);
+    } catch (const StationError &problem) {
+        throw StationError(QStringLiteral("--results: ") + problem.text());
+    }
+}
+
+void ResultsFile::beginRun(const QString &station, const QString &configuration)
+{
+    const std::lock_guard lock(m_mutex);
+    // Files of several stations are put together: a counter would name their runs alike.
+    m_run = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    append({{QStringLiteral("run"), m_run},
+            {QStringLiteral("station"), station},
+            {QStringLiteral("configuration"), QFileInfo(configuration).absoluteFilePath()},
+            {QStringLiteral("start"), now()}});
 }
 
 void ResultsFile::writeCall(const ResultOwner &owner, const KVKLuaCall &call)
@@ -98,17 +121,25 @@ bool ResultsFile::hasFailed()
     return m_failed;
 }
 
-void ResultsFile::write(const QJsonObject &line, const QString &readable)
+void ResultsFile::write(QJsonObject line, const QString &readable)
 {
-    const QByteArray bytes = QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
     const std::lock_guard lock(m_mutex);
-    if (m_file.isOpen() && (m_file.write(bytes) != bytes.size() || !m_file.flush()) && !m_failed) {
-        m_failed = true;
-        QTextStream(stderr) << "station: results are lost: " << m_file.fileName() << ": "
-                            << m_file.errorString() << Qt::endl;
-    }
+    if (!m_run.isEmpty())
+        line.insert(QStringLiteral("run"), m_run);
+    append(line);
     if (m_prints)
         QTextStream(stdout) << readable << Qt::endl;
+}
+
+/// Requires: the lock is held.
+void ResultsFile::append(const QJsonObject &line)
+{
+    if (!m_file)
+        return;
+    const QString why = m_file->append(QJsonDocument(line).toJson(QJsonDocument::Compact));
+    if (why.isEmpty() || std::exchange(m_failed, true))
+        return;
+    QTextStream(stderr) << "station: results are lost: " << m_file->path() << ": " << why << Qt::endl;
 }
 
 } // namespace station

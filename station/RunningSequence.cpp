@@ -8,6 +8,11 @@ namespace station {
 
 namespace {
 
+std::atomic<quint64> lastCallNumber{0};
+
+/// The sequence whose call runs on this thread.
+thread_local RunningSequence *inCall = nullptr;
+
 platform::Dictionary groupGlobals(int groupNumber, const QString &group)
 {
     return {{QStringLiteral("groupNumber"), static_cast<qlonglong>(groupNumber)},
@@ -54,25 +59,45 @@ RunningSequence::Plan planForStation(const QString &script, const StationConfig 
 } // namespace
 
 RunningSequence::RunningSequence(const Plan &plan, const std::vector<KVKBoundFunction> &functions,
-                                 ResultsFile &results, Ended ended)
+                                 ResultsFile &results, Listener listener)
     : m_plan(plan)
     , m_results(results)
-    , m_ended(std::move(ended))
+    , m_listener(std::move(listener))
     , m_alive(std::make_shared<bool>(true))
     , m_sequence({plan.script, plan.globals, functions}, *this)
 {}
 
 RunningSequence::~RunningSequence() = default;
 
+void RunningSequence::callWaits(const KVKCallWait &wait)
+{
+    if (inCall)
+        inCall->tellWait(wait);
+}
+
 void RunningSequence::sequenceCalls(const QString &)
 {
-    m_inCall = true;
+    m_call = ++lastCallNumber;
+    inCall = this;
 }
 
 void RunningSequence::sequenceCalled(const KVKLuaCall &call)
 {
-    m_inCall = false;
+    inCall = nullptr;
+    // A call that is over waits for nothing, whether its plug-in has said so or not.
+    if (m_waits)
+        tellWait({});
+    m_call = 0;
     m_results.writeCall(m_plan.owner, call);
+}
+
+void RunningSequence::tellWait(const KVKCallWait &wait)
+{
+    m_waits = !wait.what.isEmpty();
+    platform::MainQueue::async([this, wait, alive = std::weak_ptr<bool>(m_alive)] {
+        if (!alive.expired())
+            m_listener.waits(wait);
+    });
 }
 
 void RunningSequence::sequenceEnded(const KVKLuaEnd &end)
@@ -82,7 +107,7 @@ void RunningSequence::sequenceEnded(const KVKLuaEnd &end)
         if (alive.expired())
             return;
         m_end = end;
-        m_ended(*this);
+        m_listener.ended(end);
     });
 }
 

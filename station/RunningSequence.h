@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "station/ResultsFile.h"
 #include "station/StationConfig.h"
 
@@ -16,8 +17,13 @@ namespace station {
 class RunningSequence : private KVKLuaSequenceObserver
 {
 public:
-    /// Called on the main thread when the sequence has ended, not after the RunningSequence is gone.
-    using Ended = std::function<void(const RunningSequence &sequence)>;
+    /// Told on the main thread what happens to a sequence; not after the RunningSequence is gone.
+    struct Listener
+    {
+        /// What its call waits for from now on; an empty `what` when it waits no longer.
+        std::function<void(const KVKCallWait &wait)> waits;
+        std::function<void(const KVKLuaEnd &end)> ended;
+    };
 
     struct Plan
     {
@@ -28,7 +34,7 @@ public:
     };
 
     RunningSequence(const Plan &plan, const std::vector<KVKBoundFunction> &functions, ResultsFile &results,
-                    Ended ended);
+                    Listener listener);
     /// Requires: the sequence was not started, or has ended.
     ~RunningSequence() override;
 
@@ -39,18 +45,24 @@ public:
     [[nodiscard]] const QList<int> &systems() const { return m_plan.systems; }
     /// How it ended; nothing while it runs. Main thread.
     [[nodiscard]] const std::optional<KVKLuaEnd> &end() const { return m_end; }
-    /// Whether the sequence is inside a call of a plug-in. Thread: any.
-    [[nodiscard]] bool isInCall() const { return m_inCall; }
+    /// The number of the plug-in's call that the sequence is inside of, which no other call of the process
+    /// has; 0 outside. Thread: any.
+    [[nodiscard]] quint64 callNumber() const { return m_call; }
+
+    /// Tells the sequence whose call runs on the calling thread what it waits for; elsewhere nothing happens.
+    static void callWaits(const KVKCallWait &wait);
 
 private:
     void sequenceCalls(const QString &name) override;
     void sequenceCalled(const KVKLuaCall &call) override;
     void sequenceEnded(const KVKLuaEnd &end) override;
+    void tellWait(const KVKCallWait &wait);
 
     Plan m_plan;
     ResultsFile &m_results;
-    Ended m_ended;
-    std::atomic<bool> m_inCall{false};
+    Listener m_listener;
+    std::atomic<quint64> m_call{0};
+    bool m_waits = false; ///< Whether the listener knows of a wait. The sequence's thread.
     std::optional<KVKLuaEnd> m_end;
     std::shared_ptr<bool> m_alive; ///< Expires with this, for jobs that arrive too late.
     KVKLuaSequence m_sequence;

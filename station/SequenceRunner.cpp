@@ -1,9 +1,8 @@
 #include "station/SequenceRunner.h"
 
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/MainQueue.h"
-
-#include <algorithm>
 
 namespace station {
 
@@ -15,10 +14,13 @@ SequenceRunner::SequenceRunner(const StationConfig &config, std::vector<KVKBound
     , m_constants(std::move(constants))
     , m_interruptions(std::move(interruptions))
     , m_results(results)
-{}
+{
+    KVKExtensionStatusRelay::sharedStatusRelay()->setWaitHandler(&RunningSequence::callWaits);
+}
 
 SequenceRunner::~SequenceRunner()
 {
+    KVKExtensionStatusRelay::sharedStatusRelay()->setWaitHandler({});
     stop();
     platform::MainQueue::drainUntil([this] { return m_running == 0; });
 }
@@ -28,16 +30,19 @@ void SequenceRunner::start()
     if (isRunning())
         return;
     m_sequences.clear();
-    m_allPassed = true;
     for (KVKExtensionInterruption *interruption : m_interruptions)
         interruption->acceptCalls();
     for (RunningSequence::Plan plan : planSequences(m_config)) {
         for (auto constant = m_constants.cbegin(); constant != m_constants.cend(); ++constant)
             plan.globals.insert(constant.key(), constant.value());
-        m_sequences.push_back(std::make_unique<RunningSequence>(
-            plan, m_functions, m_results, [this](const RunningSequence &sequence) { ended(sequence); }));
+        const int number = static_cast<int>(m_sequences.size());
+        m_sequences.push_back(
+            std::make_unique<RunningSequence>(plan, m_functions, m_results, listenerOf(number)));
     }
     m_running = static_cast<int>(m_sequences.size());
+    m_ranNothing = m_running == 0;
+    // Nothing was tested, so nothing has passed.
+    m_allPassed = !m_ranNothing;
     Q_EMIT started();
     for (const auto &sequence : m_sequences)
         sequence->start();
@@ -56,11 +61,31 @@ void SequenceRunner::stop()
         interruption->interruptWaitingCalls();
 }
 
-bool SequenceRunner::isWaiting() const
+RunningSequence::Listener SequenceRunner::listenerOf(int sequence)
 {
-    return isRunning() && std::all_of(m_sequences.cbegin(), m_sequences.cend(), [](const auto &sequence) {
-               return sequence->end() || sequence->isInCall();
-           });
+    return {[this, sequence](const KVKCallWait &wait) { Q_EMIT sequenceWaits(sequence, wait); },
+            [this, sequence](const KVKLuaEnd &end) { ended(sequence, end); }};
+}
+
+QList<QList<int>> SequenceRunner::systemsOfSequences() const
+{
+    QList<QList<int>> systems;
+    for (const auto &sequence : m_sequences)
+        systems.append(sequence->systems());
+    return systems;
+}
+
+QList<quint64> SequenceRunner::callsUnderWay() const
+{
+    QList<quint64> calls;
+    for (const auto &sequence : m_sequences) {
+        if (sequence->end())
+            continue;
+        calls.append(sequence->callNumber());
+        if (calls.constLast() == 0)
+            return {};
+    }
+    return calls;
 }
 
 QStringList SequenceRunner::runningNames() const
@@ -73,11 +98,11 @@ QStringList SequenceRunner::runningNames() const
     return names;
 }
 
-void SequenceRunner::ended(const RunningSequence &sequence)
+void SequenceRunner::ended(int sequence, const KVKLuaEnd &end)
 {
     --m_running;
-    m_allPassed = m_allPassed && sequence.end()->outcome == KVKLuaOutcome::Passed;
-    Q_EMIT sequenceEnded(sequence.systems(), *sequence.end());
+    m_allPassed = m_allPassed && end.outcome == KVKLuaOutcome::Passed;
+    Q_EMIT sequenceEnded(sequence, end);
     if (m_running == 0)
         Q_EMIT allEnded();
 }

@@ -31,22 +31,32 @@ public:
     /// Ends the run: the scripts at their next instruction, waiting calls through the plug-ins.
     void stop();
     [[nodiscard]] bool isRunning() const { return m_running > 0; }
-    /// Whether every sequence of the last run passed; true before the first run.
+    /// Whether every sequence of the last run passed; true before the first run, false after one that had
+    /// nobody to run for.
     [[nodiscard]] bool allPassed() const { return m_allPassed; }
-    /// Whether each sequence that still runs is inside a call of a plug-in.
-    [[nodiscard]] bool isWaiting() const;
+    /// Whether the last run had no sequence, since those of the configuration had no system or group to run
+    /// for.
+    [[nodiscard]] bool ranNothing() const { return m_ranNothing; }
+    /// The systems that each sequence of the last run speaks for.
+    [[nodiscard]] QList<QList<int>> systemsOfSequences() const;
+    /// The calls of plug-ins that the sequences that still run are inside of, by number; none when one of
+    /// them is outside. The same answer twice means that each is still in the same call.
+    [[nodiscard]] QList<quint64> callsUnderWay() const;
     /// The names of those that still run.
     [[nodiscard]] QStringList runningNames() const;
 
 signals:
     void started();
+    /// What a sequence's call waits for from now on (see KVKCallWait); the number counts from 0 in each run.
+    void sequenceWaits(int sequence, const KVKCallWait &wait);
     /// Sent for each sequence, and not once more for the same run.
-    void sequenceEnded(const QList<int> &systems, const KVKLuaEnd &end);
+    void sequenceEnded(int sequence, const KVKLuaEnd &end);
     /// Sent when the last one has ended.
     void allEnded();
 
 private:
-    void ended(const RunningSequence &sequence);
+    [[nodiscard]] RunningSequence::Listener listenerOf(int sequence);
+    void ended(int sequence, const KVKLuaEnd &end);
 
     StationConfig m_config;
     std::vector<KVKBoundFunction> m_functions;
@@ -56,6 +66,7 @@ private:
     std::vector<std::unique_ptr<RunningSequence>> m_sequences;
     int m_running = 0;
     bool m_allPassed = true;
+    bool m_ranNothing = false;
 };
 
 } // namespace station

@@ -12,6 +12,7 @@
 #include <QTextStream>
 
 #include <cstdlib>
+#include <utility>
 
 namespace station {
 
@@ -19,7 +20,7 @@ namespace {
 
 constexpr std::chrono::milliseconds StopLimit{1000};
 constexpr std::chrono::milliseconds BetweenIdleLooks{500};
-constexpr int IdleLooksBeforeStop = 10;
+const QString NobodyToRunFor = QStringLiteral("no sequence has a system or group to run for");
 constexpr QSize HeadlessSize{1440, 900};
 
 platform::Array toArray(const QStringList &texts)
@@ -32,28 +33,14 @@ platform::Array toArray(const QStringList &texts)
 
 StationConfig configurationFor(const CommandLine &line)
 {
-    StationConfig config = readStationConfig(line.config);
+    StationConfig config = readStationConfig(line.config, line.sequences.isEmpty() ? SequenceNeed::AtLeastOne
+                                                                                   : SequenceNeed::None);
     if (!line.sequences.isEmpty()) {
         config.sequences.clear();
         for (const QString &script : line.sequences)
             config.sequences.append({script, SequenceKind::System});
     }
     return config;
-}
-
-SystemState stateOf(KVKLuaOutcome outcome)
-{
-    switch (outcome) {
-    case KVKLuaOutcome::Passed:
-        return SystemState::Passed;
-    case KVKLuaOutcome::Failed:
-        return SystemState::Failed;
-    case KVKLuaOutcome::Erred:
-        return SystemState::Erred;
-    case KVKLuaOutcome::Stopped:
-        return SystemState::Stopped;
-    }
-    return SystemState::Idle;
 }
 
 void sayOnError(const QString &text)
@@ -110,8 +97,16 @@ void Station::loadPlugins()
     // Beside the program as it was built, and as it was installed.
     folders +=
         {here + QStringLiteral("/../lib"), here + QLatin1Char('/') + QLatin1String(PluginFolder), here};
-    for (const QString &plugin : libraries.isEmpty() ? m_config.plugins : libraries)
-        m_plugins.emplace_back(findPlugin(plugin, folders));
+    QStringList files;
+    for (const QString &plugin : libraries.isEmpty() ? m_config.plugins : libraries) {
+        const QString path = findPlugin(plugin, folders);
+        // A name, a path and a link may mean one file, whose second instance would be the first one again.
+        const QString file = QFileInfo(path).canonicalFilePath();
+        if (files.contains(file))
+            throw StationError(QStringLiteral("plug-in %1: is named twice").arg(path));
+        files.append(file);
+        m_plugins.emplace_back(path);
+    }
     if (m_plugins.empty())
         throw StationError(QStringLiteral("%1: key 'plugins': names no plug-in").arg(m_commandLine.config));
 }
@@ -161,6 +156,7 @@ void Station::connectRun()
 {
     connect(m_window.get(), &StationWindow::runRequested, this, &Station::startRun);
     connect(m_window.get(), &StationWindow::stopRequested, this, &Station::stopRun);
+    connect(m_runner.get(), &SequenceRunner::sequenceWaits, this, &Station::sequenceWaits);
     connect(m_runner.get(), &SequenceRunner::sequenceEnded, this, &Station::sequenceEnded);
     // Queued, so that the last sequence is not taken away inside its own report.
     connect(m_runner.get(), &SequenceRunner::allEnded, this, &Station::runEnded, Qt::QueuedConnection);
@@ -197,11 +193,13 @@ bool Station::endsByItself() const
 
 void Station::startRun()
 {
-    for (const SystemRow &row : m_config.systems())
-        m_window->setSystemState(row.index, SystemState::Running);
     m_window->setRunning(true);
     m_window->setStatus(QStringLiteral("Running"));
+    m_results.beginRun(m_config.name, m_commandLine.config);
     m_runner->start();
+    m_states = RunStates(m_runner->systemsOfSequences());
+    for (const SystemRow &row : m_config.systems())
+        showStates({row.index});
 }
 
 void Station::stopRun()
@@ -213,18 +211,49 @@ void Station::stopRun()
     m_runner->stop();
 }
 
-void Station::sequenceEnded(const QList<int> &systems, const KVKLuaEnd &end)
+void Station::sequenceWaits(int sequence, const KVKCallWait &wait)
 {
-    for (const int system : systems)
-        m_window->setSystemState(system, stateOf(end.outcome), end.message);
+    m_states.waits(sequence, wait);
+    showStates(m_states.systemsOf(sequence));
+    showFrames();
+}
+
+void Station::sequenceEnded(int sequence, const KVKLuaEnd &end)
+{
+    m_states.ended(sequence, end);
+    showStates(m_states.systemsOf(sequence));
+    showFrames();
+}
+
+void Station::showStates(const QList<int> &systems)
+{
+    for (const int system : systems) {
+        const RunStates::Shown shown = m_states.of(system);
+        m_window->setSystemState(system, shown.state, shown.text);
+    }
+}
+
+void Station::showFrames()
+{
+    const QList<quint64> framed = m_states.framed();
+    // The new ones first: a row that stays framed does not flicker.
+    for (const quint64 system : framed)
+        m_window->highlightSystem(system, true);
+    for (const quint64 system : std::exchange(m_framed, framed))
+        m_window->highlightSystem(system, false);
 }
 
 void Station::runEnded()
 {
     m_stuck.stop();
     m_idleWait.stop();
-    m_window->setStatus(m_runner->allPassed() ? QStringLiteral("All passed")
-                                              : QStringLiteral("Not all passed"));
+    if (m_runner->ranNothing()) {
+        sayOnError(QStringLiteral("nothing has run: ") + NobodyToRunFor);
+        m_window->setStatus(QStringLiteral("Nothing has run: ") + NobodyToRunFor);
+    } else {
+        m_window->setStatus(m_runner->allPassed() ? QStringLiteral("All passed")
+                                                  : QStringLiteral("Not all passed"));
+    }
     m_window->setRunning(false);
     endWhenDone();
 }
@@ -237,7 +266,7 @@ void Station::operatorEnded(bool ok, const QString &message)
         sayOnError(QStringLiteral("operator: %1").arg(message));
         stopRun();
     } else if (m_runner->isRunning()) {
-        m_idleLooks = 0;
+        m_idleWatch = {};
         m_idleWait.start();
     }
     endWhenDone();
@@ -252,8 +281,7 @@ void Station::endWhenDone()
 /// Without an operator, or with its script over, a sequence that waits for an answer would wait for ever.
 void Station::lookForIdleWait()
 {
-    m_idleLooks = m_runner->isWaiting() ? m_idleLooks + 1 : 0;
-    if (m_idleLooks < IdleLooksBeforeStop)
+    if (!m_idleWatch.look(m_runner->callsUnderWay()))
         return;
     m_idleWait.stop();
     m_operatorFailed = true;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "station/CommandLine.h"
+#include "station/IdleWatch.h"
 #include "station/LogFile.h"
 #include "station/PluginHost.h"
 #include "station/ResultsFile.h"
+#include "station/RunStates.h"
 #include "station/SequenceRunner.h"
 #include "station/StationConfig.h"
 #include "station/operator/OperatorScript.h"
@@ -43,7 +45,10 @@ private:
 
     void startRun();
     void stopRun();
-    void sequenceEnded(const QList<int> &systems, const KVKLuaEnd &end);
+    void sequenceWaits(int sequence, const KVKCallWait &wait);
+    void sequenceEnded(int sequence, const KVKLuaEnd &end);
+    void showStates(const QList<int> &systems);
+    void showFrames();
     void runEnded();
     void operatorEnded(bool ok, const QString &message);
     void endWhenDone();
@@ -64,7 +69,9 @@ private:
     QTimer m_stuck;    ///< Runs out when a stopped sequence does not end.
     bool m_operatorDone = true;
     bool m_operatorFailed = false;
-    int m_idleLooks = 0;
+    RunStates m_states;
+    QList<quint64> m_framed; ///< The systems that m_states has put a frame around.
+    IdleWatch m_idleWatch;
 };
 
 } // namespace station

@@ -45,9 +45,12 @@ struct StationConfig
     [[nodiscard]] QList<SystemRow> systems() const;
 };
 
+/// Whether a configuration has to name a sequence itself.
+enum class SequenceNeed { AtLeastOne, None };
+
 /// Reads a station's configuration (TOML).
 ///
 /// Errors: throws StationError with one line that names the file, the line and the key.
-[[nodiscard]] StationConfig readStationConfig(const QString &path);
+[[nodiscard]] StationConfig readStationConfig(const QString &path, SequenceNeed need);
 
 } // namespace station

@@ -1,6 +1,7 @@
 #include "station/window/LogPane.h"
 
 #include "platform/MainQueue.h"
+#include "station/window/LineBreaks.h"
 
 #include <QFontDatabase>
 #include <QScrollBar>
@@ -39,11 +40,9 @@ QTextCharFormat formatOf(KVKLogLevel level)
 /// One log line is one line of the pane, whatever it holds.
 QString oneLine(const QString &message)
 {
-    QString text =
+    const QString text =
         message.size() > MaximumLineLength ? message.left(MaximumLineLength) + QChar(0x2026) : message;
-    text.replace(QLatin1Char('\n'), QChar(0x23ce));
-    text.replace(QChar::ParagraphSeparator, QChar(0x23ce));
-    return text;
+    return withoutLineBreaks(text, QString(QChar(0x23ce)));
 }
 
 } // namespace
@@ -102,6 +101,7 @@ LogPane::LogPane(QWidget *parent)
     m_flushTimer.setSingleShot(true);
     m_flushTimer.setInterval(FlushMilliseconds);
     connect(&m_flushTimer, &QTimer::timeout, this, &LogPane::flush);
+    followNewest();
     m_sink = KVKLogGetProxy()->addSink([this](const KVKLogProxy::Line &line) { take(line); });
 }
 
@@ -116,12 +116,26 @@ void LogPane::setLook()
     text.setPixelSize(TextPixels);
     setFont(text);
     setReadOnly(true);
+    setAccessibleName(QStringLiteral("Log"));
     setUndoRedoEnabled(false);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setMaximumBlockCount(MaximumLines);
     setFrameShape(QFrame::NoFrame);
     // A click into the log must not take the focus from the field that is being scanned into.
     setFocusPolicy(Qt::NoFocus);
+}
+
+/// The bar's range changes when lines come, and once more when a long one brings the other scroll bar, which
+/// takes a line of the pane's height: the pane follows whichever it is, until the reader moves the bar.
+void LogPane::followNewest()
+{
+    QScrollBar *bar = verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this,
+            [this, bar](int value) { m_follows = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int newest) {
+        if (m_follows)
+            bar->setValue(newest);
+    });
 }
 
 QSize LogPane::sizeHint() const
@@ -156,8 +170,6 @@ void LogPane::flush()
 
 void LogPane::write(const QList<Entry> &lines, qsizetype leftOut)
 {
-    QScrollBar *bar = verticalScrollBar();
-    const bool follows = bar->value() == bar->maximum();
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
     cursor.beginEditBlock();
@@ -171,8 +183,6 @@ void LogPane::write(const QList<Entry> &lines, qsizetype leftOut)
     for (const Entry &line : lines)
         writeLine(line.level, line.time.toString(QStringLiteral("HH:mm:ss.zzz  ")) + line.text);
     cursor.endEditBlock();
-    if (follows)
-        bar->setValue(bar->maximum());
 }
 
 } // namespace station

@@ -10,7 +10,8 @@
 
 namespace station {
 
-/// The last lines of the log proxy, coloured by level, the newest below.
+/// The last lines of the log proxy, coloured by level, the newest below and in sight, unless the reader has
+/// scrolled away from it.
 ///
 /// Lines are collected on the threads that log and put into the pane some at a time, so that the window stays
 /// responsive however much is logged; lines that would have scrolled out of the pane before they were seen
@@ -35,6 +36,7 @@ private:
     struct Entry;
 
     void setLook();
+    void followNewest();
     void take(const KVKLogProxy::Line &line);
     void flush();
     void write(const QList<Entry> &lines, qsizetype leftOut);
@@ -42,6 +44,7 @@ private:
     std::shared_ptr<Backlog> m_backlog;
     QPointer<LogPane> m_self; ///< Made here once; the logging threads copy it.
     QTimer m_flushTimer;
+    bool m_follows = true; ///< Whether the newest line is kept in sight.
     KVKLogProxy::SinkId m_sink = 0;
 };
 

@@ -2,22 +2,40 @@
 
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/View.h"
+#include "station/window/ElidedLabel.h"
 #include "station/window/LogPane.h"
 #include "station/window/StatusTable.h"
 #include "station/window/WindowLook.h"
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QLabel>
+#include <QLayout>
+#include <QScreen>
 #include <QSplitter>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
 
+#include <chrono>
 #include <cmath>
 
 namespace station {
+namespace {
+
+constexpr QSize OpeningSize{1440, 900};
+/// What a window manager puts around a window is not known before it is shown.
+constexpr QSize FrameAllowance{8, 36};
+constexpr std::chrono::seconds MessageTime{10};
+
+/// How much a pane beside the views gets of the room: what these leave, between its least and its wish.
+int besideViews(int room, int wantedByViews, int least, int wish)
+{
+    return qBound(least, room - wantedByViews, wish);
+}
+
+} // namespace
 
 StationWindow::StationWindow(const QString &stationName, const QList<SystemRow> &systems)
 {
@@ -26,16 +44,24 @@ StationWindow::StationWindow(const QString &stationName, const QList<SystemRow> 
     setContextMenuPolicy(Qt::NoContextMenu);
     makeToolBar(stationName);
     makePanes(systems);
+    makeStatusBar();
     showActions();
-    KVKExtensionStatusRelay::sharedStatusRelay()->setHandler([this](quint64 systemIndex, bool highlighted) {
-        m_table->statusModel()->setHighlighted(systemIndex, highlighted);
-    });
-    resize(1280, 800);
+    followPlugins();
+    resize(OpeningSize.boundedTo(screen()->availableGeometry().size() - FrameAllowance));
 }
 
 StationWindow::~StationWindow()
 {
     KVKExtensionStatusRelay::sharedStatusRelay()->setHandler({});
+    KVKExtensionStatusRelay::sharedStatusRelay()->setMessageHandler({});
+}
+
+void StationWindow::followPlugins()
+{
+    KVKExtensionStatusRelay *relay = KVKExtensionStatusRelay::sharedStatusRelay();
+    relay->setHandler(
+        [this](quint64 systemIndex, bool highlighted) { highlightSystem(systemIndex, highlighted); });
+    relay->setMessageHandler([this](const QString &message) { showMessage(message); });
 }
 
 void StationWindow::makeToolBar(const QString &stationName)
@@ -71,31 +97,81 @@ void StationWindow::makePanes(const QList<SystemRow> &systems)
     m_views->setFocusPolicy(Qt::NoFocus);
     m_log = new LogPane;
 
-    auto *upper = new QSplitter(Qt::Horizontal);
-    upper->addWidget(m_table);
-    upper->addWidget(m_views);
-    upper->setStretchFactor(1, 1);
-    auto *whole = new QSplitter(Qt::Vertical);
-    whole->addWidget(upper);
-    whole->addWidget(m_log);
-    whole->setStretchFactor(0, 1);
-    for (QSplitter *splitter : {upper, whole}) {
+    m_upper = new QSplitter(Qt::Horizontal);
+    m_upper->addWidget(m_table);
+    m_upper->addWidget(m_views);
+    m_upper->setStretchFactor(1, 1);
+    m_whole = new QSplitter(Qt::Vertical);
+    m_whole->addWidget(m_upper);
+    m_whole->addWidget(m_log);
+    m_whole->setStretchFactor(0, 1);
+    for (QSplitter *splitter : {m_upper, m_whole}) {
         splitter->setChildrenCollapsible(false);
         splitter->setHandleWidth(5);
+        connect(splitter, &QSplitter::splitterMoved, this, [this] { m_sharedByHand = true; });
     }
-    setCentralWidget(whole);
+    setCentralWidget(m_whole);
+}
+
+void StationWindow::makeStatusBar()
+{
+    m_message = messageLabel();
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->addWidget(m_message, 1);
+    m_messageTime.setObjectName(QStringLiteral("messageTime"));
+    m_messageTime.setParent(this);
+    m_messageTime.setSingleShot(true);
+    m_messageTime.setInterval(MessageTime);
+    connect(&m_messageTime, &QTimer::timeout, this, [this] { showMessage({}); });
+}
+
+/// Where the window is small the table and the log give way first, since a panel is what is worked in.
+void StationWindow::shareRoom()
+{
+    if (m_sharedByHand)
+        return;
+    const int width = m_upper->width() - m_upper->handleWidth();
+    const int table =
+        besideViews(width, m_wanted.width(), m_table->minimumSizeHint().width(), m_table->sizeHint().width());
+    m_upper->setSizes({table, width - table});
+    const int tabs = m_views->tabBar()->isVisibleTo(m_views) ? m_views->tabBar()->height() : 0;
+    const int height = m_whole->height() - m_whole->handleWidth();
+    const int log = besideViews(height, m_wanted.height() + tabs, m_log->minimumSizeHint().height(),
+                                m_log->sizeHint().height());
+    m_whole->setSizes({height - log, log});
+}
+
+void StationWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    // The panes have their new sizes once the window's layout has been done.
+    layout()->activate();
+    shareRoom();
+}
+
+void StationWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    shareRoom();
 }
 
 void StationWindow::addPluginView(const QString &name, platform::View *view, const QSizeF &minimumSize)
 {
-    view->setMinimumSize(static_cast<int>(std::ceil(minimumSize.width())),
-                         static_cast<int>(std::ceil(minimumSize.height())));
+    const QSize wanted(static_cast<int>(std::ceil(minimumSize.width())),
+                       static_cast<int>(std::ceil(minimumSize.height())));
+    view->setMinimumSize(wanted.boundedTo(PanelRoom));
+    m_wanted = m_wanted.expandedTo(wanted);
     m_views->addTab(view, name);
 }
 
-void StationWindow::setSystemState(int systemIndex, SystemState state, const QString &text)
+void StationWindow::setSystemState(int systemIndex, SystemState state, const QString &about)
 {
-    m_table->statusModel()->setState(systemIndex, state, text);
+    m_table->statusModel()->setState(systemIndex, state, about);
+}
+
+void StationWindow::highlightSystem(quint64 systemIndex, bool highlighted)
+{
+    m_table->statusModel()->setHighlighted(systemIndex, highlighted);
 }
 
 void StationWindow::setRunning(bool running)
@@ -109,12 +185,28 @@ void StationWindow::setRunning(bool running)
 
 void StationWindow::setStatus(const QString &text)
 {
-    m_status->setText(text);
+    m_status->setWholeText(text);
 }
 
 QString StationWindow::status() const
 {
-    return m_status->text();
+    return m_status->wholeText();
+}
+
+void StationWindow::showMessage(const QString &message)
+{
+    m_message->setWholeText(message);
+    m_message->setAutoFillBackground(!message.isEmpty());
+    m_message->update();
+    if (message.isEmpty())
+        m_messageTime.stop();
+    else
+        m_messageTime.start();
+}
+
+QString StationWindow::message() const
+{
+    return m_message->wholeText();
 }
 
 void StationWindow::requestStop()
@@ -122,7 +214,7 @@ void StationWindow::requestStop()
     if (!m_running || std::exchange(m_stopping, true))
         return;
     showActions();
-    setStatus(QStringLiteral("Stopping …"));
+    setStatus(QStringLiteral("Stopping"));
     Q_EMIT stopRequested();
 }
 

@@ -3,9 +3,10 @@
 #include "station/window/SystemRow.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 class QAction;
-class QLabel;
+class QSplitter;
 class QTabWidget;
 
 namespace platform {
@@ -14,14 +15,16 @@ class View;
 
 namespace station {
 
+class ElidedLabel;
 class LogPane;
 class StatusTable;
 
 /// The station's window: what runs (Run, Stop and a status text above), the status table on the left, the
-/// plug-ins' views in the centre, the log's last lines below.
+/// plug-ins' views in the centre, the log's last lines and a status bar for lines to the operator below.
 ///
-/// The window follows the plug-ins' highlight requests (KVKExtensionStatusRelay) and the log proxy as long as
-/// it lives; there is one of it in a process. Thread: the main thread. Requires: platform::MainQueue is
+/// It fits a screen of 1024 x 768 and opens no larger than its screen. The window follows the plug-ins'
+/// highlight requests and lines for the operator (KVKExtensionStatusRelay) and the log proxy as long as it
+/// lives; there is one of it in a process. Thread: the main thread. Requires: platform::MainQueue is
 /// attached.
 class StationWindow : public QMainWindow
 {
@@ -30,13 +33,18 @@ public:
     StationWindow(const QString &stationName, const QList<SystemRow> &systems);
     ~StationWindow() override;
 
-    /// Puts a plug-in's view into the centre, with at least the given size; a second and further one get a
-    /// tab each, named by the name. The window takes the view.
+    /// Puts a plug-in's view into the centre; a second and further one get a tab each, named by the name. The
+    /// view has at least the given size where the window has that room, and at least PanelRoom or its own
+    /// size otherwise: a larger view scrolls by itself. The window takes the view.
     void addPluginView(const QString &name, platform::View *view, const QSizeF &minimumSize);
+    static constexpr QSize PanelRoom{640, 440};
 
-    /// Shows how far a system's sequence is; `text` is what stands in its row, the state's own word when
-    /// empty. An unknown index is ignored.
-    void setSystemState(int systemIndex, SystemState state, const QString &text = {});
+    /// Shows how far a system's sequences are; `about` stands behind the state's word. An unknown index is
+    /// ignored.
+    void setSystemState(int systemIndex, SystemState state, const QString &about = {});
+    /// Frames a system's row, or takes one frame back; a row stays framed until all are taken back. An
+    /// unknown index is ignored.
+    void highlightSystem(quint64 systemIndex, bool highlighted);
     /// Tells the window that sequences run (Stop can be pressed) or that none does any more (Run can). A
     /// window that was asked to close meanwhile closes now.
     void setRunning(bool running);
@@ -46,6 +54,9 @@ public:
     /// The text beside Run and Stop.
     void setStatus(const QString &text);
     [[nodiscard]] QString status() const;
+    /// Shows a line to the operator in the status bar, for ten seconds or until the next one.
+    void showMessage(const QString &message);
+    [[nodiscard]] QString message() const;
 
     [[nodiscard]] StatusTable *statusTable() const { return m_table; }
     [[nodiscard]] LogPane *logPane() const { return m_log; }
@@ -61,19 +72,30 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void makeToolBar(const QString &stationName);
     void makePanes(const QList<SystemRow> &systems);
+    void makeStatusBar();
+    void followPlugins();
+    void shareRoom();
     void requestStop();
     void showActions();
 
     StatusTable *m_table = nullptr;
     QTabWidget *m_views = nullptr;
     LogPane *m_log = nullptr;
+    QSplitter *m_upper = nullptr; ///< Table and views.
+    QSplitter *m_whole = nullptr; ///< These and the log.
+    QSize m_wanted;               ///< What the largest plug-in's view asks for.
+    bool m_sharedByHand = false;  ///< Whether a person has moved a splitter.
     QAction *m_run = nullptr;
     QAction *m_stop = nullptr;
-    QLabel *m_status = nullptr;
+    ElidedLabel *m_status = nullptr;
+    ElidedLabel *m_message = nullptr;
+    QTimer m_messageTime;
     bool m_running = false;
     bool m_stopping = false;
     bool m_closing = false;

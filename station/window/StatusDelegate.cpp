@@ -1,5 +1,7 @@
 #include "station/window/StatusDelegate.h"
 
+#include "station/window/BadgeText.h"
+#include "station/window/Contrast.h"
 #include "station/window/StatusModel.h"
 
 #include <QBrush>
@@ -10,6 +12,17 @@ namespace {
 
 constexpr int FrameWidth = 3;
 constexpr int TextMargin = 4;
+constexpr QMargins AroundBadge{4, 5, 6, 6};
+constexpr QMargins InBadge{7, 0, 5, 0};
+constexpr int AboveAndBelowBadgeText = 3;
+constexpr int BesideBadgeText = AroundBadge.left() + AroundBadge.right() + InBadge.left() + InBadge.right();
+constexpr int LeastTextWidth = 20;
+
+QFont bold(QFont font)
+{
+    font.setBold(true);
+    return font;
+}
 
 QFont cellFont(const QStyleOptionViewItem &option, bool bold)
 {
@@ -18,10 +31,20 @@ QFont cellFont(const QStyleOptionViewItem &option, bool bold)
     return font;
 }
 
-void paintBackground(QPainter *painter, const QRect &rect, const QModelIndex &index)
+/// The row's colour as it is seen: a translucent one lies on white.
+QColor rowColor(const QModelIndex &index)
 {
     const QVariant background = index.data(Qt::BackgroundRole);
-    painter->fillRect(rect, background.isValid() ? background.value<QBrush>() : QBrush(Qt::white));
+    if (!background.isValid())
+        return Qt::white;
+    const QColor color = background.value<QBrush>().color();
+    const auto onWhite = [alpha = color.alphaF()](float part) { return part * alpha + 1.0F - alpha; };
+    return QColor::fromRgbF(onWhite(color.redF()), onWhite(color.greenF()), onWhite(color.blueF()));
+}
+
+void paintBackground(QPainter *painter, const QRect &rect, const QModelIndex &index)
+{
+    painter->fillRect(rect, rowColor(index));
     painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), QColor(0, 0, 0, 40));
 }
 
@@ -35,12 +58,13 @@ void paintText(QPainter *painter, const QRect &rect, const QColor &color, const 
 void paintBadge(QPainter *painter, const QRect &rect, const QModelIndex &index)
 {
     const auto state = static_cast<SystemState>(index.data(StatusModel::StateRole).toInt());
-    const QRect badge = rect.adjusted(4, 5, -6, -6);
+    const QRect badge = rect.marginsRemoved(AroundBadge);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(QColor(255, 255, 255, 150), 1.0));
     painter->setBrush(StatusDelegate::badgeColor(state));
     painter->drawRoundedRect(badge, 5.0, 5.0);
-    paintText(painter, badge.adjusted(7, 0, -5, 0), Qt::white, index.data().toString(), Qt::AlignLeft);
+    painter->setPen(StatusDelegate::badgeTextColor());
+    BadgeText(index.data().toString(), painter->font()).draw(painter, badge.marginsRemoved(InBadge));
 }
 
 /// The frame runs along the whole row; each cell paints its piece of it.
@@ -67,6 +91,8 @@ QColor StatusDelegate::badgeColor(SystemState state)
     switch (state) {
     case SystemState::Running:
         return {0, 98, 204};
+    case SystemState::Waiting:
+        return {150, 84, 0};
     case SystemState::Passed:
         return {24, 128, 56};
     case SystemState::Failed:
@@ -80,6 +106,31 @@ QColor StatusDelegate::badgeColor(SystemState state)
     return {112, 112, 118};
 }
 
+QColor StatusDelegate::badgeTextColor()
+{
+    return Qt::white;
+}
+
+QColor StatusDelegate::textColor(const QModelIndex &index)
+{
+    const QVariant foreground = index.data(Qt::ForegroundRole);
+    QColor wanted = foreground.isValid() ? foreground.value<QBrush>().color() : QColor(Qt::black);
+    wanted.setAlpha(255);
+    return readableOn(rowColor(index), wanted);
+}
+
+int StatusDelegate::badgeHeight(const QString &text, const QFont &font, int columnWidth)
+{
+    const int above = AroundBadge.top() + AroundBadge.bottom() + AboveAndBelowBadgeText;
+    return BadgeText(text, bold(font)).heightFor(qMax(columnWidth - BesideBadgeText, LeastTextWidth)) + above;
+}
+
+int StatusDelegate::badgeWidth(const QString &text, const QFont &font, BadgeLines lines)
+{
+    const BadgeText badge(text, bold(font));
+    return (lines == BadgeLines::One ? badge.width() : badge.widthOfTwoLines()) + BesideBadgeText;
+}
+
 void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                            const QModelIndex &index) const
 {
@@ -90,9 +141,7 @@ void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     if (index.column() == StatusModel::StateColumn) {
         paintBadge(painter, option.rect, index);
     } else {
-        const QVariant foreground = index.data(Qt::ForegroundRole);
-        const QColor color = foreground.isValid() ? foreground.value<QBrush>().color() : QColor(Qt::black);
-        paintText(painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), color,
+        paintText(painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), textColor(index),
                   index.data().toString(), Qt::AlignHCenter);
     }
     if (highlighted)

@@ -2,6 +2,7 @@
 
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "station/window/PlainToolTip.h"
 
 #include <QBrush>
 
@@ -29,7 +30,7 @@ StatusModel::StatusModel(const QList<SystemRow> &systems, QObject *parent)
     : QAbstractTableModel(parent)
 {
     for (const SystemRow &system : systems)
-        m_rows.append({system, SystemState::Idle, {}, false});
+        m_rows.append({system, SystemState::Idle, {}, 0});
 }
 
 int StatusModel::rowOf(qint64 systemIndex) const
@@ -41,13 +42,13 @@ int StatusModel::rowOf(qint64 systemIndex) const
     return -1;
 }
 
-void StatusModel::setState(int systemIndex, SystemState state, const QString &text)
+void StatusModel::setState(int systemIndex, SystemState state, const QString &about)
 {
     const int row = rowOf(systemIndex);
     if (row < 0)
         return;
     m_rows[row].state = state;
-    m_rows[row].text = text.isEmpty() ? stateText(state) : text;
+    m_rows[row].about = about;
     rowChanged(row);
 }
 
@@ -58,7 +59,8 @@ void StatusModel::setHighlighted(quint64 systemIndex, bool highlighted)
     const int row = rowOf(static_cast<qint64>(systemIndex));
     if (row < 0)
         return;
-    m_rows[row].highlighted = highlighted;
+    int &highlights = m_rows[row].highlights;
+    highlights = highlighted ? highlights + 1 : qMax(0, highlights - 1);
     rowChanged(row);
 }
 
@@ -87,7 +89,7 @@ QString StatusModel::textOf(const Row &row, int column)
     case SlotColumn:
         return row.system.slotName;
     default:
-        return row.text.isEmpty() ? stateText(row.state) : row.text;
+        return stateText(row.state, row.about);
     }
 }
 
@@ -98,15 +100,16 @@ QVariant StatusModel::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[index.row()];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return textOf(row, index.column());
+    case Qt::ToolTipRole:
+        return plainToolTip(textOf(row, index.column()));
     case Qt::BackgroundRole:
     case Qt::ForegroundRole:
         return systemColor(row.system.index, role);
     case StateRole:
         return static_cast<int>(row.state);
     case HighlightRole:
-        return row.highlighted;
+        return row.highlights > 0;
     default:
         return {};
     }

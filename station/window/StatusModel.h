@@ -24,8 +24,9 @@ public:
 
     explicit StatusModel(const QList<SystemRow> &systems, QObject *parent = nullptr);
 
-    /// An unknown system index is ignored by both.
-    void setState(int systemIndex, SystemState state, const QString &text);
+    /// An unknown system index is ignored by both. `about` stands behind the state's word.
+    void setState(int systemIndex, SystemState state, const QString &about);
+    /// A row is highlighted until as many have taken their highlight back as have asked for one.
     void setHighlighted(quint64 systemIndex, bool highlighted);
     /// The row of the system, or -1.
     [[nodiscard]] int rowOf(qint64 systemIndex) const;
@@ -40,8 +41,8 @@ private:
     {
         SystemRow system;
         SystemState state = SystemState::Idle;
-        QString text;
-        bool highlighted = false;
+        QString about;
+        int highlights = 0;
     };
 
     [[nodiscard]] static QString textOf(const Row &row, int column);

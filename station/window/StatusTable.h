@@ -1,5 +1,6 @@
 #pragma once
 
+#include "station/window/StatusDelegate.h"
 #include "station/window/StatusModel.h"
 
 #include <QTableView>
@@ -7,7 +8,8 @@
 namespace station {
 
 /// The status table: a row for each system, painted in the system's colours, its state as a coloured badge,
-/// and a frame around the rows that are highlighted. It never takes the focus, so that a click on it loses no
+/// and a frame around the rows that are highlighted. A state that does not fit into its column makes its row
+/// higher. It never takes the focus, so that a click on it loses no
 /// scan.
 ///
 /// Thread: the main thread.
@@ -21,9 +23,16 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void setLook();
-    [[nodiscard]] int columnsWidth() const;
+    void fitState();
+    void fitRows(int first, int last);
+    [[nodiscard]] int stateWidth(StatusDelegate::BadgeLines lines) const;
+    [[nodiscard]] int columnsWidth(int stateWidth) const;
+    [[nodiscard]] int barWidth() const;
 
     StatusModel *m_model;
 };

@@ -9,6 +9,8 @@ QString stateText(SystemState state)
         return QStringLiteral("Idle");
     case SystemState::Running:
         return QStringLiteral("Running");
+    case SystemState::Waiting:
+        return QStringLiteral("Waiting");
     case SystemState::Passed:
         return QStringLiteral("Passed");
     case SystemState::Failed:
@@ -19,6 +21,11 @@ QString stateText(SystemState state)
         return QStringLiteral("Stopped");
     }
     return {};
+}
+
+QString stateText(SystemState state, const QString &about)
+{
+    return about.isEmpty() ? stateText(state) : stateText(state) + QStringLiteral(": ") + about;
 }
 
 } // namespace station

@@ -12,10 +12,12 @@ struct SystemRow
     QString slotName;
 };
 
-/// How far a system's sequence is, or how it ended.
-enum class SystemState { Idle, Running, Passed, Failed, Erred, Stopped };
+/// How far a system's sequences are, or how they ended.
+enum class SystemState { Idle, Running, Waiting, Passed, Failed, Erred, Stopped };
 
-/// The state in a word or two, as the operator reads it.
+/// The state in a word, as the operator reads it.
 [[nodiscard]] QString stateText(SystemState state);
+/// The state with what it is about, where there is more to say: "Waiting: its turn".
+[[nodiscard]] QString stateText(SystemState state, const QString &about);
 
 } // namespace station

@@ -1,8 +1,8 @@
 #include "station/window/WindowLook.h"
 
 #include "platform/Color.h"
+#include "station/window/ElidedLabel.h"
 
-#include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -69,23 +69,37 @@ QIcon stopIcon()
     return icon(square, QColor(196, 28, 28));
 }
 
-QLabel *titleLabel(const QString &text)
+ElidedLabel *titleLabel(const QString &text)
 {
-    auto *label = new QLabel(text);
+    auto *label = new ElidedLabel(QStringLiteral("Station"), text);
     label->setFont(windowFont(18, true));
     label->setContentsMargins(10, 0, 18, 0);
     return label;
 }
 
-QLabel *statusLabel()
+ElidedLabel *statusLabel()
 {
-    auto *label = new QLabel;
+    auto *label = new ElidedLabel(QStringLiteral("Status"));
+    label->setObjectName(QStringLiteral("status"));
     label->setFont(windowFont(18));
     label->setContentsMargins(18, 0, 10, 0);
-    label->setTextFormat(Qt::PlainText);
-    // A long status must not widen the window: it takes the room that there is.
-    label->setMinimumWidth(1);
     label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    return label;
+}
+
+ElidedLabel *messageLabel()
+{
+    auto *label = new ElidedLabel(QStringLiteral("Message"));
+    label->setObjectName(QStringLiteral("message"));
+    label->setFont(windowFont(16, true));
+    label->setContentsMargins(10, 0, 10, 0);
+    // Amber under dark letters; the label is filled while it has something to say.
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::Window, QColor(255, 213, 79));
+    palette.setColor(QPalette::WindowText, QColor(20, 20, 24));
+    label->setPalette(palette);
+    // The panes keep their height when a line comes and goes, in the midst of somebody's click.
+    label->setFixedHeight(28);
     return label;
 }
 

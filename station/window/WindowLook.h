@@ -5,9 +5,9 @@
 #include <QPalette>
 #include <QString>
 
-class QLabel;
-
 namespace station {
+
+class ElidedLabel;
 
 /// The station window's look: light whatever the desktop's theme, since the plug-ins' panels are, and large
 /// enough to be read from a metre away.
@@ -18,8 +18,10 @@ namespace station {
 [[nodiscard]] QFont windowFont(int pixels, bool bold = false);
 [[nodiscard]] QIcon runIcon();
 [[nodiscard]] QIcon stopIcon();
-/// New labels for the tool bar; the caller owns them.
-[[nodiscard]] QLabel *titleLabel(const QString &text);
-[[nodiscard]] QLabel *statusLabel();
+/// New labels: for the tool bar the station's name and its status, for the status bar the line that the
+/// operator is to read. The caller owns them.
+[[nodiscard]] ElidedLabel *titleLabel(const QString &text);
+[[nodiscard]] ElidedLabel *statusLabel();
+[[nodiscard]] ElidedLabel *messageLabel();
 
 } // namespace station

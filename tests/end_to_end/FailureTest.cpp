@@ -8,8 +8,6 @@ using testsupport::StationRun;
 
 namespace {
 
-constexpr const char *GoodStation = "[station]\nname = \"Test\"\ngroups = [\"G1\"]\nslots = [\"S1\"]\n";
-
 /// A configuration that is refused, and what the line says beside the file.
 struct WrongConfig
 {
@@ -89,7 +87,7 @@ TEST_P(RefusedPlugin, IsToldInOneLineWithItsPath)
     const QString path = QStringLiteral(FIXTURE_PLUGINS_PATH "/lib%1.so").arg(GetParam().name);
     ASSERT_TRUE(QFile::exists(path)) << path.toStdString();
     StationRun station;
-    station.config(GoodStation).plugin(path).run();
+    station.perSystem("return true").plugin(path).run();
     EXPECT_EQ(station.status(), 2);
     const QString line = station.errorLine();
     EXPECT_TRUE(line.contains(path)) << line.toStdString();
@@ -107,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, RefusedPlugin,
 TEST(StartFailure, APluginThatIsNotThereIsToldWithItsPath)
 {
     StationRun station;
-    station.config(GoodStation).plugin("/nowhere/libNothing.so").run();
+    station.perSystem("return true").plugin("/nowhere/libNothing.so").run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errorLine().contains("/nowhere/libNothing.so")) << station.errors().toStdString();
 }
@@ -116,7 +114,7 @@ TEST(StartFailure, ATextFileIsNoPlugin)
 {
     StationRun station;
     const QString path = station.file("libText.so", "no library at all\n");
-    station.config(GoodStation).plugin(path).run();
+    station.perSystem("return true").plugin(path).run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errorLine().contains(path)) << station.errors().toStdString();
 }
@@ -124,7 +122,7 @@ TEST(StartFailure, ATextFileIsNoPlugin)
 TEST(StartFailure, AConfigurationThatIsNotThereIsToldWithItsPath)
 {
     StationRun station;
-    station.config(GoodStation).argument("--config").argument("/nowhere/station.toml").run();
+    station.perSystem("return true").argument("--config").argument("/nowhere/station.toml").run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errorLine().contains("/nowhere/station.toml")) << station.errors().toStdString();
 }
@@ -132,7 +130,7 @@ TEST(StartFailure, AConfigurationThatIsNotThereIsToldWithItsPath)
 TEST(StartFailure, ASequenceOfTheCommandLineThatIsNotThereIsToldWithItsPath)
 {
     StationRun station;
-    station.config(GoodStation).argument("--sequence").argument("/nowhere/sequence.lua").run();
+    station.perSystem("return true").argument("--sequence").argument("/nowhere/sequence.lua").run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errorLine().contains("/nowhere/sequence.lua")) << station.errors().toStdString();
 }
@@ -140,7 +138,7 @@ TEST(StartFailure, ASequenceOfTheCommandLineThatIsNotThereIsToldWithItsPath)
 TEST(StartFailure, AnOptionThatDoesNotExistIsNamed)
 {
     StationRun station;
-    station.config(GoodStation).argument("--no-such-option").run();
+    station.perSystem("return true").argument("--no-such-option").run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errorLine().contains("no-such-option")) << station.errors().toStdString();
 }
@@ -148,7 +146,7 @@ TEST(StartFailure, AnOptionThatDoesNotExistIsNamed)
 TEST(StartFailure, AResultsFileThatCannotBeWrittenIsToldWithItsPath)
 {
     StationRun station;
-    station.config(GoodStation).argument("--results").argument("/nowhere/results.jsonl").run();
+    station.perSystem("return true").argument("--results").argument("/nowhere/results.jsonl").run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errorLine().contains("/nowhere/results.jsonl")) << station.errors().toStdString();
 }

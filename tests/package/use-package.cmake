@@ -17,7 +17,16 @@ if(SANITIZE STREQUAL "address")
 elseif(SANITIZE STREQUAL "thread")
   set(flags -fsanitize=thread)
 endif()
-run(${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK}/build -G Ninja -D CMAKE_BUILD_TYPE=${BUILD_TYPE}
+# What is built is the page's own snippet, with the names of this plug-in in place of its own.
+file(READ ${PAGE} page)
+string(REGEX MATCH "```cmake\n([^`]*)```" snippet "${page}")
+if(snippet STREQUAL "")
+  message(FATAL_ERROR "no build snippet in ${PAGE}")
+endif()
+string(REPLACE "MyPlugin" "Square" snippet "${CMAKE_MATCH_1}")
+file(COPY ${SOURCE}/Square.cpp DESTINATION ${WORK}/source)
+file(WRITE ${WORK}/source/CMakeLists.txt "${snippet}")
+run(${CMAKE_COMMAND} -S ${WORK}/source -B ${WORK}/build -G Ninja -D CMAKE_BUILD_TYPE=${BUILD_TYPE}
   -D CMAKE_PREFIX_PATH=${WORK}/prefix -D "CMAKE_CXX_FLAGS=${flags}")
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 

@@ -5,6 +5,7 @@
 using platform::Color;
 using station::readStationConfig;
 using station::SequenceKind;
+using station::SequenceNeed;
 using station::StationConfig;
 
 namespace {
@@ -15,7 +16,7 @@ class ConfigTest : public ::testing::Test
 protected:
     StationConfig read(const QByteArray &toml) const
     {
-        return readStationConfig(m_files.write("station.toml", toml));
+        return readStationConfig(m_files.write("station.toml", toml), SequenceNeed::None);
     }
     /// "G1/S1" for each system, in order.
     static QStringList mapping(const StationConfig &config)
@@ -58,6 +59,12 @@ TEST_F(ConfigTest, AMappingMayBeEmpty)
     EXPECT_TRUE(config.systemSlots.isEmpty());
     EXPECT_TRUE(config.systems().isEmpty());
     EXPECT_TRUE(config.colors.isEmpty());
+}
+
+TEST_F(ConfigTest, ANumberThatNoSystemHasMayNameAGroup)
+{
+    EXPECT_EQ(mapping(read("[station]\ngroups = ['4', '00', '+0']\nslots = ['S']\n")),
+              (QStringList{"4/S", "00/S", "+0/S"}));
 }
 
 TEST_F(ConfigTest, EachSystemHasARowOfItsOwn)

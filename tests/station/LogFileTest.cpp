@@ -74,6 +74,17 @@ TEST_F(LogFileTest, AMessageIsTextAndNoFormat)
     EXPECT_EQ(message(lines().first()), "{} {0} %s %d {:>9} %v 100%");
 }
 
+TEST_F(LogFileTest, FurtherLinesOfAMessageAreIndented)
+{
+    const LogFile log(path());
+    logText(KVKLogLevel::Default, "one\ntwo\r\nthree\rfour\n\n");
+    logText(KVKLogLevel::Default, "next");
+    ASSERT_EQ(lines().size(), 5);
+    EXPECT_EQ(message(lines().at(0)), "one");
+    EXPECT_EQ(lines().mid(1, 3), (QStringList{"    two", "    three", "    four"}));
+    EXPECT_EQ(message(lines().at(4)), "next");
+}
+
 TEST_F(LogFileTest, EachLineIsThereAtOnceAndInOrder)
 {
     const LogFile log(path());

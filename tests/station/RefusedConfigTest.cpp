@@ -6,7 +6,8 @@ namespace {
 /// Why the configuration in a file is refused.
 QString refusalOfConfig(const QString &path)
 {
-    return testsupport::refusalOf([&] { static_cast<void>(station::readStationConfig(path)); });
+    return testsupport::refusalOf(
+        [&] { static_cast<void>(station::readStationConfig(path, station::SequenceNeed::AtLeastOne)); });
 }
 
 /// A configuration that is refused, and what is said after the file's path.
@@ -66,7 +67,10 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"NoGroups", "\n[station]\nslots = ['S']\n", "2: key 'station.groups': is missing"},
         Wrong{"NoSlots", "[station]\ngroups = ['G']\n", "1: key 'station.slots': is missing"},
         Wrong{"NoIndex", good + "[[system]]\ntext = 'red'\n", "4: key 'system.index': is missing"},
-        Wrong{"NoScript", good + "[[sequence]]\nper = 'system'\n", "4: key 'sequence.script': is missing"}),
+        Wrong{"NoScript", good + "[[sequence]]\nper = 'system'\n", "4: key 'sequence.script': is missing"},
+        Wrong{"NoSequence", good, "1: key 'sequence': is missing; there is nothing to run"},
+        Wrong{"AListOfNoSequences", "\nsequence = []\n" + good,
+              "2: key 'sequence': is missing; there is nothing to run"}),
     nameOf);
 
 INSTANTIATE_TEST_SUITE_P(
@@ -118,6 +122,43 @@ INSTANTIATE_TEST_SUITE_P(
               "2: key 'station.groups': holds an empty name"},
         Wrong{"SlotWithoutName", "[station]\ngroups = ['G']\nslots = ['']\n",
               "3: key 'station.slots': holds an empty name"},
+        Wrong{"TheSecondOfTwoGroupsIsNamed", "[station]\ngroups = ['G',\n  'H',\n  'G']\nslots = ['S']\n",
+              "4: key 'station.groups': holds 'G' twice"},
+        Wrong{"GroupWithAHyphen", "[station]\ngroups = ['G',\n'G-1']\nslots = ['S']\n",
+              "3: key 'station.groups': 'G-1' holds a '-'"},
+        Wrong{"NameThatLooksLikeAPlaceholder", "[station]\ngroups = ['%1-%5']\nslots = ['S']\n",
+              "2: key 'station.groups': '%1-%5' holds a '-'"},
+        Wrong{"KeyThatLooksLikeAPlaceholder", good + "'%5' = 1\n",
+              "4: key 'station.%5': is not known here (known: name, groups, slots, custom_row_color, "
+              "system_groups, system_slots)"},
+        Wrong{"GroupNamedAsTheFirstSystem", "[station]\ngroups = ['0']\nslots = ['S']\n",
+              "2: key 'station.groups': '0' is the number of a system"},
+        Wrong{"GroupNamedAsTheLastSystem", "[station]\ngroups = ['G', '3']\nslots = ['S', 'T']\n",
+              "2: key 'station.groups': '3' is the number of a system"},
+        Wrong{"GroupNamedAsTheLoop", "[station]\ngroups = ['Loop']\nslots = ['S']\n",
+              "2: key 'station.groups': 'Loop' is the name of the loop's field"},
+        Wrong{"SlotNamedAsTheLength", "[station]\ngroups = ['G']\nslots = ['S',\n'length']\n",
+              "4: key 'station.slots': 'length' is a name that answers use"},
+        Wrong{"SlotNamedAsTheButton", "[station]\ngroups = ['G']\nslots = ['clickedButton']\n",
+              "3: key 'station.slots': 'clickedButton' is a name that answers use"},
+        Wrong{"SlotNamedAsTheSharedField", "[station]\ngroups = ['G']\nslots = ['SharedInput']\n",
+              "3: key 'station.slots': 'SharedInput' is a name that answers use"},
+        Wrong{"MappedGroupWithAHyphen", "[station]\nsystem_groups = ['-']\nsystem_slots = ['S']\n",
+              "2: key 'station.system_groups': '-' holds a '-'"},
+        Wrong{"MappedGroupNamedAsASystem",
+              "[station]\nsystem_groups = ['G', '1']\nsystem_slots = ['S', 'S']\n",
+              "2: key 'station.system_groups': '1' is the number of a system"},
+        Wrong{"MappedGroupNamedAsTheLoop", "[station]\nsystem_groups = ['Loop']\nsystem_slots = ['S']\n",
+              "2: key 'station.system_groups': 'Loop' is the name of the loop's field"},
+        Wrong{"MappedSlotNamedAsTheLength", "[station]\nsystem_groups = ['G']\nsystem_slots = ['length']\n",
+              "3: key 'station.system_slots': 'length' is a name that answers use"},
+        Wrong{"MappedPositionTwice",
+              "[station]\nsystem_groups = ['G', 'H', 'G']\nsystem_slots = ['S',\n'S',\n'S']\n",
+              "5: key 'station.system_slots': system 2 is slot 'S' of group 'G', as system 0 is"},
+        Wrong{"PluginTwice", "plugins = ['A', 'B', 'A']\n" + good, "1: key 'plugins': holds 'A' twice"},
+        Wrong{"PluginTwiceByItsPath", "plugins = ['./libA.so',\n'sub/../libA.so']\n" + good,
+              "2: key 'plugins': holds '$DIR/libA.so' twice"},
+        Wrong{"PluginWithoutName", "plugins = ['']\n" + good, "1: key 'plugins': holds an empty name"},
         Wrong{"GroupsBesideAMapping", good + "system_groups = ['G']\nsystem_slots = ['S']\n",
               "2: key 'station.groups': cannot stand beside system_groups and system_slots"},
         Wrong{"SlotsBesideAMapping", "[station]\nsystem_groups = ['G']\nslots = ['S']\n",

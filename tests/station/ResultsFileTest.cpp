@@ -6,6 +6,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <csignal>
+#include <optional>
+#include <sys/resource.h>
 #include <thread>
 #include <vector>
 
@@ -51,7 +54,7 @@ protected:
     {
         ResultsFile results(path(), false);
         results.writeCall(ofSystem, answered(result));
-        return QJsonDocument(QJsonObject{{"result", written().value(0).value("result")}})
+        return QJsonDocument(QJsonObject{{"result", written().constLast().value("result")}})
             .toJson(QJsonDocument::Compact);
     }
 
@@ -97,6 +100,7 @@ TEST_F(ResultsFileTest, AnEndIsWrittenWithOutcomeValueAndMessage)
                                                           {KVKLuaOutcome::Erred, "erred"},
                                                           {KVKLuaOutcome::Stopped, "stopped"}};
     for (const auto &[outcome, word] : cases) {
+        QFile::remove(path());
         ResultsFile results(path(), false);
         results.writeEnd(ofSystem, {outcome, 7, "ask.lua:1: why"});
         EXPECT_EQ(onlyLine(), R"({"message":"ask.lua:1: why","outcome":")" + word +
@@ -159,6 +163,26 @@ TEST_F(ResultsFileTest, WhateverAnOperatorTypesStaysInOneLine)
     EXPECT_EQ(objects.at(0).value("result").toObject().value(nasty).toString(), nasty);
 }
 
+TEST_F(ResultsFileTest, TextThatIsNoUnicodeIsEscapedAndComesBackWhole)
+{
+    const QString halves = QString("a") + QChar(0xd83d) + "b" + QChar(0xde00) + QChar(0xde00) + QChar(0xd83d);
+    ResultsFile results(path(), false);
+    results.writeCall(ofSystem, answered(Dictionary{{halves, halves}}));
+    EXPECT_EQ(written().value(0).value("result").toObject().value(halves).toString(), halves);
+    EXPECT_TRUE(m_files.read("results.jsonl").contains(R"("a\ud83db\ude00\ude00\ud83d")"));
+}
+
+TEST_F(ResultsFileTest, ALongTextIsWrittenWhole)
+{
+    QString text(3'000'000, QChar(0x69fd));
+    text[0] = 'a';
+    text[text.size() - 1] = QChar(0);
+    ResultsFile results(path(), false);
+    results.writeCall(ofSystem, answered(text));
+    ASSERT_EQ(written().size(), 1);
+    EXPECT_TRUE(written().at(0).value("result").toString() == text);
+}
+
 TEST_F(ResultsFileTest, EachLineIsThereAtOnce)
 {
     ResultsFile results(path(), false);
@@ -169,11 +193,99 @@ TEST_F(ResultsFileTest, EachLineIsThereAtOnce)
     EXPECT_EQ(written().size(), 2);
 }
 
-TEST_F(ResultsFileTest, WhatAnEarlierRunWroteIsReplaced)
+TEST_F(ResultsFileTest, WhatIsThereStaysAndIsWrittenBehind)
 {
-    m_files.write("results.jsonl", "an earlier run\n");
-    const ResultsFile results(path(), false);
-    EXPECT_EQ(m_files.read("results.jsonl"), "");
+    m_files.write("results.jsonl", "{\"earlier\":1}\n");
+    ResultsFile results(path(), false);
+    results.writeEnd(ofSystem, {});
+    ASSERT_EQ(written().size(), 2);
+    EXPECT_EQ(written().at(0), (QJsonObject{{"earlier", 1}}));
+    EXPECT_EQ(written().at(1).value("system"), QJsonValue(3));
+}
+
+TEST_F(ResultsFileTest, ALineThatACrashHasTornIsEndedBeforeTheNextOne)
+{
+    m_files.write("results.jsonl", "{\"earlier\":1}\n{\"torn\":");
+    ResultsFile results(path(), false);
+    EXPECT_EQ(m_files.read("results.jsonl"), "{\"earlier\":1}\n{\"torn\":");
+    results.writeEnd(ofSystem, {});
+    results.writeEnd(ofSystem, {});
+    const QStringList lines = m_files.lines("results.jsonl");
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines.at(1), "{\"torn\":");
+    EXPECT_EQ(written().at(2).value("system"), QJsonValue(3));
+    EXPECT_EQ(written().at(3).value("system"), QJsonValue(3));
+}
+
+TEST_F(ResultsFileTest, ARunBeginsWithALineOfItsOwnThatItsOtherLinesReferTo)
+{
+    ResultsFile results(path(), false);
+    results.beginRun("Line 3", m_files.path("sub/../station.toml"));
+    results.writeEnd(ofSystem, {});
+    results.beginRun("Line 3", m_files.path("station.toml"));
+    results.writeCall(ofSystem, answered(1));
+    const QList<QJsonObject> lines = written();
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines.at(0).keys(), (QStringList{"configuration", "run", "start", "station"}));
+    EXPECT_EQ(lines.at(0).value("station").toString(), "Line 3");
+    EXPECT_EQ(lines.at(0).value("configuration").toString(), m_files.path("station.toml"));
+    const QDateTime start = QDateTime::fromString(lines.at(0).value("start").toString(), Qt::ISODateWithMs);
+    EXPECT_EQ(start.timeSpec(), Qt::UTC);
+    EXPECT_FALSE(lines.at(0).value("run").toString().isEmpty());
+    EXPECT_EQ(lines.at(1).value("run"), lines.at(0).value("run"));
+    EXPECT_NE(lines.at(2).value("run"), lines.at(0).value("run"));
+    EXPECT_EQ(lines.at(3).value("run"), lines.at(2).value("run"));
+}
+
+TEST_F(ResultsFileTest, ASecondWriterIsRefusedAsLongAsThereIsAFirst)
+{
+    std::optional<ResultsFile> first;
+    first.emplace(path(), false);
+    EXPECT_EQ(testsupport::refusalOf([this] { const ResultsFile second(path(), false); }),
+              "--results: " + path() + ": another station writes to it");
+    first->writeEnd(ofSystem, {});
+    EXPECT_FALSE(first->hasFailed());
+    first.reset();
+    const ResultsFile third(path(), false);
+    EXPECT_EQ(written().size(), 1);
+}
+
+TEST_F(ResultsFileTest, ADeviceMayHaveSeveralWriters)
+{
+    ResultsFile first("/dev/null", false);
+    ResultsFile second("/dev/null", false);
+    first.writeEnd(ofSystem, {});
+    second.writeEnd(ofSystem, {});
+    EXPECT_FALSE(first.hasFailed());
+    EXPECT_FALSE(second.hasFailed());
+}
+
+TEST_F(ResultsFileTest, AFileThatHasBeenRemovedIsToldOnce)
+{
+    testing::internal::CaptureStderr();
+    ResultsFile results(path(), false);
+    results.writeEnd(ofSystem, {});
+    EXPECT_FALSE(results.hasFailed());
+    ASSERT_TRUE(QFile::remove(path()));
+    results.writeEnd(ofSystem, {});
+    EXPECT_TRUE(results.hasFailed());
+    results.writeEnd(ofSystem, {});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "station: results are lost: " + path().toStdString() + ": the file has been removed\n");
+    EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(ResultsFileTest, AFileThatHasBeenReplacedIsToldAndLeftAlone)
+{
+    testing::internal::CaptureStderr();
+    ResultsFile results(path(), false);
+    ASSERT_TRUE(QFile::rename(path(), m_files.path("moved.jsonl")));
+    m_files.write("results.jsonl", "another's\n");
+    results.writeEnd(ofSystem, {});
+    EXPECT_TRUE(results.hasFailed());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "station: results are lost: " + path().toStdString() + ": the file has been replaced\n");
+    EXPECT_EQ(m_files.read("results.jsonl"), "another's\n");
 }
 
 TEST_F(ResultsFileTest, LinesOfManySequencesDoNotMix)
@@ -219,6 +331,56 @@ TEST_F(ResultsFileTest, AFullDiskIsToldOnceAndRemembered)
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "station: results are lost: /dev/full: No space left on device\n");
     EXPECT_TRUE(results.hasFailed());
+}
+
+TEST_F(ResultsFileTest, AFullDiskIsNamedForALongLineToo)
+{
+    testing::internal::CaptureStderr();
+    ResultsFile results("/dev/full", false);
+    results.writeCall(ofSystem, answered(QString(200'000, 'a')));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "station: results are lost: /dev/full: No space left on device\n");
+}
+
+/// Lets no file of this process grow beyond a size, as a full disk does, and puts the limit back.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &m_before), 0);
+        const rlimit limit{bytes, m_before.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    void (*m_handler)(int);
+    rlimit m_before = {};
+};
+
+TEST_F(ResultsFileTest, ALineThatIsWrittenInPartIsLostByNameAndEndedBeforeTheNextOne)
+{
+    ResultsFile results(path(), false);
+    testing::internal::CaptureStderr();
+    {
+        const FileSizeLimit limit(1000);
+        results.writeCall(ofSystem, answered(QString(2000, 'a')));
+    }
+    results.writeEnd(ofGroup, {});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "station: results are lost: " + path().toStdString() + ": File too large\n");
+    EXPECT_TRUE(results.hasFailed());
+    ASSERT_EQ(m_files.lines("results.jsonl").size(), 2);
+    EXPECT_EQ(m_files.lines("results.jsonl").at(0).size(), 1000);
+    EXPECT_EQ(written().at(1).value("group").toString(), "G1");
 }
 
 TEST_F(ResultsFileTest, WithoutAPathNothingIsWrittenAndNothingFails)

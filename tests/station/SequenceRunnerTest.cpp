@@ -38,7 +38,7 @@ protected:
             config, std::vector<KVKBoundFunction>{}, platform::Dictionary{{"volts", 5}},
             QList<KVKExtensionInterruption *>{&m_asked}, m_results);
         QObject::connect(runner.get(), &SequenceRunner::sequenceEnded,
-                         [this](const QList<int> &, const KVKLuaEnd &end) { m_ends.append(end.outcome); });
+                         [this](int, const KVKLuaEnd &end) { m_ends.append(end.outcome); });
         QObject::connect(runner.get(), &SequenceRunner::allEnded, [this] { ++m_runs; });
         return runner;
     }
@@ -112,13 +112,24 @@ TEST_F(SequenceRunnerTest, ARunnerThatGoesStopsWhatRuns)
     EXPECT_EQ(m_asked.requests, (QStringList{"accept", "interrupt"}));
 }
 
-TEST_F(SequenceRunnerTest, AStationWithoutSequencesHasRunAtOnce)
+TEST_F(SequenceRunnerTest, ARunWithoutSequencesEndsAtOnceAndHasNotPassed)
 {
     const auto runner = runnerOf({});
+    EXPECT_FALSE(runner->ranNothing());
     runner->start();
     EXPECT_FALSE(runner->isRunning());
-    EXPECT_TRUE(runner->allPassed());
+    EXPECT_FALSE(runner->allPassed());
+    EXPECT_TRUE(runner->ranNothing());
     EXPECT_EQ(m_runs, 1);
+}
+
+TEST_F(SequenceRunnerTest, ARunWithSequencesHasRunSomething)
+{
+    const auto runner = runnerOf({"return true"});
+    runner->start();
+    EXPECT_FALSE(runner->ranNothing());
+    finish(*runner);
+    EXPECT_FALSE(runner->ranNothing());
 }
 
 } // namespace

@@ -86,6 +86,49 @@ TEST_F(LogPaneTest, KeepsALineOfSeveralLinesInOne)
     EXPECT_EQ(pane.document()->blockCount(), 1);
 }
 
+TEST_F(LogPaneTest, KeepsAMessageInOneEntryWhateverItsLineBreaksAre)
+{
+    const QChar breaks[] = {'\n',          '\r',          '\v',          '\f',         QChar(0x85),
+                            QChar(0x2028), QChar(0x2029), QChar(0xfdd0), QChar(0xfdd1)};
+    for (const QChar &each : breaks)
+        log(QString("a") + each + "b");
+    log("a\r\nb\r\n\r\n");
+    log("end");
+    ASSERT_TRUE(waitForLast("end"));
+    EXPECT_EQ(pane.document()->blockCount(), 11);
+    for (int number = 0; number < 10; ++number)
+        EXPECT_EQ(line(number), QStringLiteral("a⏎b")) << number;
+}
+
+TEST_F(LogPaneTest, FollowsTheLatestLineWhenALongOneBringsTheOtherScrollBar)
+{
+    pane.resize(400, 100);
+    pane.show();
+    for (int number = 0; number < 20; ++number)
+        log(QString::number(number));
+    ASSERT_TRUE(waitForLast("19"));
+    ASSERT_FALSE(pane.horizontalScrollBar()->isVisible());
+    const QScrollBar *bar = pane.verticalScrollBar();
+    log(QString(300, 'x'));
+    ASSERT_TRUE(waitUntil([this] { return pane.horizontalScrollBar()->isVisible(); }));
+    EXPECT_EQ(bar->value(), bar->maximum());
+    log("later");
+    ASSERT_TRUE(waitForLast("later"));
+    EXPECT_EQ(bar->value(), bar->maximum());
+}
+
+TEST_F(LogPaneTest, FollowsTheLatestLineWhenThePaneGetsSmaller)
+{
+    pane.resize(400, 200);
+    pane.show();
+    for (int number = 0; number < 50; ++number)
+        log(QString::number(number));
+    ASSERT_TRUE(waitForLast("49"));
+    pane.resize(400, 90);
+    const QScrollBar *bar = pane.verticalScrollBar();
+    EXPECT_EQ(bar->value(), bar->maximum());
+}
+
 TEST_F(LogPaneTest, KeepsOnlyTheLastLines)
 {
     for (int number = 0; number < LogPane::MaximumLines; ++number)

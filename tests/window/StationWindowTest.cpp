@@ -2,11 +2,20 @@
 
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/View.h"
+#include "station/window/LogPane.h"
 #include "station/window/StatusTable.h"
 #include "tests/support/Wait.h"
 
+#include <QAccessible>
 #include <QAction>
+#include <QLabel>
+#include <QScreen>
 #include <QSignalSpy>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -40,16 +49,49 @@ protected:
 
 } // namespace
 
-TEST_F(StationWindowTest, GivesThePluginsViewItsSizeAtLeast)
+TEST_F(StationWindowTest, GivesThePluginsViewItsSizeWhereThereIsTheRoom)
 {
     auto *view = new View(Rect(0, 0, 1000, 700));
     window.addPluginView("Interactive", view, {1000, 700});
     show();
+    window.resize(1290, 850);
     EXPECT_GE(view->frame().width(), 1000.0);
     EXPECT_GE(view->frame().height(), 700.0);
+    // What is more goes to the table first, then to the view.
+    window.resize(1440, 900);
+    EXPECT_GE(window.statusTable()->width(), window.statusTable()->sizeHint().width());
+    EXPECT_GT(view->frame().width(), 1000.0);
+}
+
+TEST_F(StationWindowTest, FitsASmallScreenWhateverPluginsAskFor)
+{
+    auto *view = new View(Rect(0, 0, 2000, 1500));
+    window.addPluginView("Interactive", view, {2000, 1500});
+    window.addPluginView("Another", new View(Rect(0, 0, 100, 100)), {100, 100});
+    show();
     window.resize(200, 200);
-    EXPECT_GE(view->frame().width(), 1000.0);
-    EXPECT_GE(view->frame().height(), 700.0);
+    EXPECT_LE(window.width(), 1024 - 8);
+    EXPECT_LE(window.height(), 768 - 36);
+    EXPECT_GE(view->frame().width(), StationWindow::PanelRoom.width());
+    EXPECT_GE(view->frame().height(), StationWindow::PanelRoom.height());
+}
+
+TEST_F(StationWindowTest, NeverOpensLargerThanItsScreen)
+{
+    const QRect screen = window.screen()->availableGeometry();
+    ASSERT_LT(screen.width(), 1440) << "the screen is too large to show it";
+    EXPECT_LE(window.width(), screen.width());
+    EXPECT_LE(window.height(), screen.height());
+}
+
+TEST_F(StationWindowTest, ASmallViewKeepsItsSizeAtLeast)
+{
+    auto *view = new View(Rect(0, 0, 300, 200));
+    window.addPluginView("Interactive", view, {300, 200});
+    show();
+    window.resize(100, 100);
+    EXPECT_GE(view->frame().width(), 300.0);
+    EXPECT_GE(view->frame().height(), 200.0);
 }
 
 TEST_F(StationWindowTest, GivesThePluginsViewTheRoomThatItGains)
@@ -57,9 +99,61 @@ TEST_F(StationWindowTest, GivesThePluginsViewTheRoomThatItGains)
     auto *view = new View(Rect(0, 0, 600, 400));
     window.addPluginView("Interactive", view, {600, 400});
     show();
+    window.resize(1300, 800);
     const platform::Size before = view->frame().size();
     window.resize(window.width() + 100, window.height() + 50);
     EXPECT_EQ(view->frame().size(), before + platform::Size(100, 50));
+}
+
+TEST_F(StationWindowTest, ASplitterThatAPersonHasMovedStaysWhereItIs)
+{
+    window.addPluginView("Interactive", new View(Rect(0, 0, 600, 400)), {600, 400});
+    show();
+    window.resize(1300, 800);
+    auto *splitter = qobject_cast<QSplitter *>(window.statusTable()->parentWidget());
+    ASSERT_NE(splitter, nullptr);
+    QSplitterHandle *handle = splitter->handle(1);
+    const QPoint from = handle->rect().center();
+    QTest::mousePress(handle, Qt::LeftButton, {}, from);
+    QTest::mouseMove(handle, from + QPoint(60, 0));
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, from + QPoint(60, 0));
+    const int width = window.statusTable()->width();
+    EXPECT_GT(width, window.statusTable()->sizeHint().width());
+    window.resize(1400, 800);
+    EXPECT_EQ(window.statusTable()->width(), width);
+}
+
+TEST(StationWindowName, AShortNameIsShownWhole)
+{
+    for (const char *name :
+         {"Line 3", "Final test 4", "Prüfstand 7", "i", "Demo, act 1: a panel per position"}) {
+        StationWindow window(QString::fromUtf8(name), {{0, "G1", "S1"}});
+        window.resize(1200, 732);
+        window.show();
+        bool shown = false;
+        for (const QLabel *label : window.findChildren<QLabel *>())
+            shown = shown || label->text() == QString::fromUtf8(name);
+        EXPECT_TRUE(shown) << name;
+    }
+}
+
+TEST(StationWindowName, ALongNameLeavesRunAndStopInSight)
+{
+    const QString name(200, 'N');
+    StationWindow window(name, {{0, "G1", "S1"}});
+    window.resize(1016, 732);
+    window.setStatus(QString(300, 'x'));
+    window.show();
+    EXPECT_LE(window.width(), 1016);
+    for (const QToolButton *button : window.findChildren<QToolButton *>()) {
+        if (button->text() == "Run" || button->text() == "Stop") {
+            EXPECT_TRUE(button->isVisible()) << button->text().toStdString();
+        }
+    }
+    bool told = false;
+    for (const QLabel *label : window.findChildren<QLabel *>())
+        told = told || label->toolTip() == name;
+    EXPECT_TRUE(told) << "no tooltip has the whole name";
 }
 
 TEST_F(StationWindowTest, GivesEveryPluginATab)
@@ -158,12 +252,73 @@ TEST_F(StationWindowTest, FollowsHighlightRequestsOfPlugins)
     EXPECT_FALSE(isHighlighted(1));
 }
 
+TEST_F(StationWindowTest, ShowsALineOfAPluginInItsStatusBarUntilTheNextOne)
+{
+    show();
+    window.setStatus("Running");
+    auto *bar = window.statusBar()->findChild<QLabel *>();
+    const int height = window.statusTable()->height();
+    EXPECT_EQ(window.message(), "");
+    KVKExtensionStatusRelay::sharedStatusRelay()->showMessage("No field waits for \"X1\"");
+    EXPECT_EQ(window.message(), "No field waits for \"X1\"");
+    EXPECT_EQ(bar->text(), "No field waits for \"X1\"");
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_TRUE(bar->autoFillBackground());
+    EXPECT_EQ(window.status(), "Running");
+    KVKExtensionStatusRelay::sharedStatusRelay()->showMessage("Another");
+    EXPECT_EQ(window.message(), "Another");
+    EXPECT_EQ(window.statusTable()->height(), height) << "the panes have moved";
+}
+
+TEST_F(StationWindowTest, ALineOfAPluginGoesAfterTenSeconds)
+{
+    auto *time = window.findChild<QTimer *>("messageTime");
+    ASSERT_NE(time, nullptr);
+    EXPECT_FALSE(time->isActive());
+    window.showMessage("No field waits");
+    EXPECT_TRUE(time->isActive());
+    EXPECT_EQ(time->interval(), 10'000);
+    time->start(0);
+    EXPECT_TRUE(waitUntil([this] { return window.message().isEmpty(); }));
+    EXPECT_FALSE(window.statusBar()->findChild<QLabel *>()->autoFillBackground());
+}
+
+TEST_F(StationWindowTest, ALineThatIsTooLongIsElidedAndStandsInItsTooltip)
+{
+    show();
+    const QString line(1000, 'x');
+    const int width = window.width();
+    window.showMessage(line);
+    const auto *bar = window.statusBar()->findChild<QLabel *>();
+    EXPECT_TRUE(bar->text().endsWith(QChar(0x2026))) << bar->text().toStdString();
+    EXPECT_EQ(bar->toolTip(), line);
+    EXPECT_EQ(window.message(), line);
+    EXPECT_EQ(window.width(), width);
+}
+
+TEST_F(StationWindowTest, ItsControlsHaveNamesForThoseWhoCannotSeeThem)
+{
+    EXPECT_EQ(window.statusTable()->accessibleName(), "Systems");
+    EXPECT_EQ(window.logPane()->accessibleName(), "Log");
+    window.setStatus("All passed");
+    EXPECT_EQ(window.findChild<QLabel *>("status")->accessibleName(), "Status: All passed");
+    window.showMessage("No field waits");
+    EXPECT_EQ(window.findChild<QLabel *>("message")->accessibleName(), "Message: No field waits");
+    for (QToolButton *button : window.findChildren<QToolButton *>()) {
+        const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(button);
+        if (button->isVisibleTo(&window)) {
+            EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty());
+        }
+    }
+}
+
 TEST(StationWindowEnd, HighlightRequestsAfterItsEndAreDropped)
 {
     {
         const StationWindow window("Final test 4", {{0, "G1", "S1"}});
     }
     KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(0);
+    KVKExtensionStatusRelay::sharedStatusRelay()->showMessage("too late");
 }
 
 TEST_F(StationWindowTest, ShowsAStatusAndTheStateOfASystem)

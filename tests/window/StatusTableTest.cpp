@@ -2,14 +2,20 @@
 
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "station/window/BadgeText.h"
+#include "station/window/Contrast.h"
 #include "station/window/StatusDelegate.h"
 
 #include <QImage>
+#include <QScrollBar>
+#include <QTextDocumentFragment>
 
 #include <gtest/gtest.h>
 
 using platform::Color;
 using platform::Value;
+using station::BadgeText;
+using station::contrast;
 using station::StatusDelegate;
 using station::StatusModel;
 using station::StatusTable;
@@ -46,6 +52,12 @@ protected:
     {
         return table.visualRect(table.model()->index(row, column));
     }
+    [[nodiscard]] QFont boldFont() const
+    {
+        QFont font = table.font();
+        font.setBold(true);
+        return font;
+    }
     [[nodiscard]] QImage picture() { return table.viewport()->grab().toImage(); }
 
     StatusTable table{{{0, "G1", "S1"}, {1, "G1", "S2"}, {2, "G2", "S1"}, {3, "G2", "S2"}}};
@@ -62,13 +74,27 @@ TEST_F(StatusTableTest, NamesEverySystemByNumberGroupAndSlot)
     EXPECT_EQ(cell(2, StatusModel::StateColumn), "Idle");
 }
 
-TEST_F(StatusTableTest, ShowsTheStateOrTheTextThatComesWithIt)
+TEST_F(StatusTableTest, ShowsTheStateAndWhatIsSaidAboutIt)
 {
     table.statusModel()->setState(1, SystemState::Running, {});
     table.statusModel()->setState(2, SystemState::Failed, "wrong unit");
     EXPECT_EQ(cell(1, StatusModel::StateColumn), "Running");
-    EXPECT_EQ(cell(2, StatusModel::StateColumn), "wrong unit");
+    EXPECT_EQ(cell(2, StatusModel::StateColumn), "Failed: wrong unit");
+    EXPECT_EQ(cell(2, StatusModel::StateColumn, Qt::ToolTipRole), "Failed: wrong unit");
     EXPECT_EQ(cell(3, StatusModel::StateColumn), "Idle");
+}
+
+TEST_F(StatusTableTest, WritesEveryStateAsOneWordThatBeginsWithACapital)
+{
+    const std::pair<SystemState, const char *> words[] = {
+        {SystemState::Idle, "Idle"},       {SystemState::Running, "Running"},
+        {SystemState::Waiting, "Waiting"}, {SystemState::Passed, "Passed"},
+        {SystemState::Failed, "Failed"},   {SystemState::Erred, "Error"},
+        {SystemState::Stopped, "Stopped"}};
+    for (const auto &[state, word] : words) {
+        table.statusModel()->setState(0, state, {});
+        EXPECT_EQ(cell(0, StatusModel::StateColumn), word);
+    }
 }
 
 TEST_F(StatusTableTest, ANewStateReplacesTheTextOfTheFormerOne)
@@ -120,6 +146,19 @@ TEST_F(StatusTableTest, FramesAHighlightedRowAndNoOther)
               StatusDelegate::highlightColor());
 }
 
+TEST_F(StatusTableTest, ARowStaysFramedUntilTheLastHighlightIsTakenBack)
+{
+    table.statusModel()->setHighlighted(1, true);
+    table.statusModel()->setHighlighted(1, true);
+    table.statusModel()->setHighlighted(1, false);
+    EXPECT_TRUE(cell(1, 0, StatusModel::HighlightRole).toBool());
+    table.statusModel()->setHighlighted(1, false);
+    EXPECT_FALSE(cell(1, 0, StatusModel::HighlightRole).toBool());
+    table.statusModel()->setHighlighted(1, false);
+    table.statusModel()->setHighlighted(1, true);
+    EXPECT_TRUE(cell(1, 0, StatusModel::HighlightRole).toBool());
+}
+
 TEST_F(StatusTableTest, LosesTheFrameWithTheHighlight)
 {
     table.statusModel()->setHighlighted(1, true);
@@ -136,6 +175,117 @@ TEST_F(StatusTableTest, IgnoresASystemThatItDoesNotHave)
         EXPECT_FALSE(cell(row, 0, StatusModel::HighlightRole).toBool());
         EXPECT_EQ(cell(row, StatusModel::StateColumn), "Idle");
     }
+}
+
+TEST_F(StatusTableTest, AsksForTheWidthAtWhichEveryUsualStateTakesOneLine)
+{
+    table.resize(table.sizeHint().width(), 300);
+    table.statusModel()->setState(0, SystemState::Waiting, "the operator");
+    EXPECT_LE(rectOf(0, StatusModel::StateColumn).right(), table.viewport()->rect().right());
+    EXPECT_EQ(rectOf(0, StatusModel::StateColumn).height(), rectOf(1, StatusModel::StateColumn).height());
+    const BadgeText text(cell(0, StatusModel::StateColumn).toString(), boldFont());
+    EXPECT_LE(text.width(), rectOf(0, StatusModel::StateColumn).width());
+}
+
+TEST_F(StatusTableTest, RowsKeepTheirHeightWhileUsualStatesComeAndGo)
+{
+    table.resize(table.minimumSizeHint().width(), 400);
+    const int before = rectOf(0, StatusModel::StateColumn).height();
+    for (const SystemState state : {SystemState::Running, SystemState::Passed, SystemState::Stopped}) {
+        table.statusModel()->setState(0, state, {});
+        EXPECT_EQ(rectOf(0, StatusModel::StateColumn).height(), before);
+    }
+    table.statusModel()->setState(0, SystemState::Waiting, "the operator");
+    EXPECT_EQ(rectOf(0, StatusModel::StateColumn).height(), before);
+    EXPECT_LE(rectOf(0, StatusModel::StateColumn).right(), table.viewport()->rect().right());
+}
+
+TEST_F(StatusTableTest, ALongStateMakesItsRowHigherAndOnlyThat)
+{
+    table.resize(table.minimumSizeHint().width(), 400);
+    const int before = rectOf(0, StatusModel::StateColumn).height();
+    table.statusModel()->setState(0, SystemState::Erred, "ask.lua:3: the fixture is open");
+    EXPECT_GT(rectOf(0, StatusModel::StateColumn).height(), before);
+    EXPECT_EQ(rectOf(1, StatusModel::StateColumn).height(), before);
+    table.statusModel()->setState(0, SystemState::Passed, {});
+    EXPECT_EQ(rectOf(0, StatusModel::StateColumn).height(), before);
+}
+
+TEST_F(StatusTableTest, AStateOfAMegabyteTakesAFewLinesAndStandsWholeInItsTooltip)
+{
+    const QString text(1'000'000, 'x');
+    table.statusModel()->setState(0, SystemState::Erred, text);
+    EXPECT_LT(rectOf(0, StatusModel::StateColumn).height(), 120);
+    EXPECT_EQ(cell(0, StatusModel::StateColumn, Qt::ToolTipRole), "Error: " + text);
+}
+
+TEST_F(StatusTableTest, AMessageThatLooksLikeMarkupIsShownAsItIsInItsTooltip)
+{
+    table.statusModel()->setState(0, SystemState::Erred, "ask.lua:1: unexpected symbol near <b>x</b>");
+    const QString tip = cell(0, StatusModel::StateColumn, Qt::ToolTipRole).toString();
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(tip).toPlainText(),
+              "Error: ask.lua:1: unexpected symbol near <b>x</b>");
+}
+
+TEST_F(StatusTableTest, ABadgeGivesEachOfItsLinesTheRoomItNeeds)
+{
+    const QString text = "Error: ask.lua:3: the fixture is open";
+    const BadgeText badge(text, boldFont());
+    EXPECT_EQ(badge.heightFor(badge.width()), QFontMetrics(boldFont()).height());
+    EXPECT_GT(badge.heightFor(badge.width() / 3), badge.heightFor(badge.width()));
+    // A word that is longer than the line is broken rather than cut.
+    EXPECT_GT(BadgeText(QString(60, 'x'), boldFont()).heightFor(100), badge.heightFor(badge.width()));
+}
+
+TEST_F(StatusTableTest, LongNamesLeaveTheStateReachable)
+{
+    StatusTable wide({{0, QString(40, 'G'), QString(40, 'S')}});
+    wide.resize(wide.minimumSizeHint().width(), 200);
+    wide.show();
+    EXPECT_GT(wide.horizontalScrollBar()->maximum(), 0);
+    wide.horizontalScrollBar()->setValue(wide.horizontalScrollBar()->maximum());
+    const QRect state = wide.visualRect(wide.model()->index(0, StatusModel::StateColumn));
+    EXPECT_LE(state.right(), wide.viewport()->rect().right());
+    EXPECT_LE(wide.minimumSizeHint().width(), 320);
+}
+
+TEST_F(StatusTableTest, EveryBadgesTextCanBeRead)
+{
+    for (const SystemState state :
+         {SystemState::Idle, SystemState::Running, SystemState::Waiting, SystemState::Passed,
+          SystemState::Failed, SystemState::Erred, SystemState::Stopped}) {
+        EXPECT_GE(contrast(StatusDelegate::badgeColor(state), StatusDelegate::badgeTextColor()),
+                  station::ReadableContrast)
+            << stateText(state).toStdString();
+    }
+}
+
+TEST_F(StatusTableTest, ATextThatCouldNotBeReadOnItsRowIsBlackOrWhite)
+{
+    const struct
+    {
+        Color background;
+        Color text;
+        QColor shown;
+    } cases[] = {{blue, yellow, yellow.toQColor()},
+                 {yellow, {1.0, 1.0, 0.6, 1.0}, Qt::black},
+                 {blue, {0.1, 0.2, 0.6, 1.0}, Qt::white},
+                 // Nearly all of the white below a translucent colour shows.
+                 {{0.0, 0.0, 0.0, 0.1}, {1.0, 1.0, 1.0, 1.0}, Qt::black},
+                 {{0.5, 0.5, 0.5, 1.0}, {0.5, 0.5, 0.5, 1.0}, Qt::black}};
+    for (const auto &each : cases) {
+        KVKColorEngine::setProviders([&](const Value &index) { return onlyOne(index, each.background); },
+                                     [&](const Value &index) { return onlyOne(index, each.text); });
+        EXPECT_EQ(StatusDelegate::textColor(table.model()->index(1, 0)), each.shown);
+    }
+}
+
+TEST_F(StatusTableTest, ContrastIsCountedAsTheGuidelinesDo)
+{
+    EXPECT_NEAR(contrast(Qt::black, Qt::white), 21.0, 1e-9);
+    EXPECT_NEAR(contrast(Qt::white, Qt::white), 1.0, 1e-9);
+    EXPECT_NEAR(contrast(QColor("#777777"), Qt::white), 4.478, 1e-3);
+    EXPECT_NEAR(contrast(Qt::red, Qt::white), 3.998, 1e-3);
 }
 
 TEST_F(StatusTableTest, FindsRowsByIndexAlsoWhenTheyAreNotInOrder)

@@ -1,0 +1,91 @@
+#include "kovan/KovanLuaSequencer/KVKLabels.h"
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
+#include "platform/Error.h"
+#include "platform/MainQueue.h"
+#include "tests/end_to_end/plugins/FixturePlugin.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QStatusBar>
+#include <QTableView>
+
+#include <thread>
+
+/// A second plug-in beside the real one. Its functions tell the station what they wait for, or a line for the
+/// operator, and return what the window then shows.
+class TellsStatus : public FixturePlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID KVKExtensionInteractiveView_iid)
+    Q_INTERFACES(KVKExtensionInteractiveView)
+public:
+    platform::Dictionary pluginFunctionTable() override
+    {
+        return {
+            {QStringLiteral("rowsWhileWaiting"),
+             platform::Array{__kviGetSelectorLabel("rowsWhileWaiting:error:"),
+                             __kviArgTypeLabel(KVKArgType::NSDictionary)}},
+            {QStringLiteral("rows"), platform::Array{__kviGetSelectorLabel("rows:")}},
+            {QStringLiteral("barAfterSaying"), platform::Array{__kviGetSelectorLabel("barAfterSaying:error:"),
+                                                               __kviArgTypeLabel(KVKArgType::NSDictionary)}},
+            {QStringLiteral("takeMilliseconds"),
+             platform::Array{__kviGetSelectorLabel("takeMilliseconds:error:"),
+                             __kviArgTypeLabel(KVKArgType::NSNumber)}}};
+    }
+
+    /// Takes {what, systems}.
+    Q_INVOKABLE platform::Value rowsWhileWaiting(const platform::Dictionary &config, platform::Error *error)
+    {
+        KVKCallWait wait{config.value(QStringLiteral("what")).toString(), {}};
+        for (const platform::Value &system : config.value(QStringLiteral("systems")).toList())
+            wait.systems.append(system.toULongLong());
+        KVKExtensionStatusRelay::sharedStatusRelay()->callWaits(wait);
+        const platform::Value shown = rows(error);
+        KVKExtensionStatusRelay::sharedStatusRelay()->callWaits({});
+        return shown;
+    }
+
+    /// The text of each row's state, in brackets where the row is framed.
+    Q_INVOKABLE platform::Value rows(platform::Error *)
+    {
+        return platform::MainQueue::sync([] {
+            platform::Array found;
+            const auto *model = window()->findChild<QTableView *>()->model();
+            for (int row = 0; row < model->rowCount(); ++row) {
+                const QModelIndex state = model->index(row, model->columnCount() - 1);
+                const bool framed = state.data(Qt::UserRole + 1).toBool();
+                const QString text = state.data().toString();
+                found.append(framed ? QLatin1Char('[') + text + QLatin1Char(']') : text);
+            }
+            return found;
+        });
+    }
+
+    /// Takes {text}.
+    Q_INVOKABLE platform::Value barAfterSaying(const platform::Dictionary &config, platform::Error *)
+    {
+        return platform::MainQueue::sync([text = config.value(QStringLiteral("text")).toString()] {
+            KVKExtensionStatusRelay::sharedStatusRelay()->showMessage(text);
+            return window()->statusBar()->findChild<QLabel *>()->text();
+        });
+    }
+
+    Q_INVOKABLE platform::Value takeMilliseconds(const platform::Value &time, platform::Error *)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(time.toLongLong()));
+        return {};
+    }
+
+private:
+    static QMainWindow *window()
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *found = qobject_cast<QMainWindow *>(widget))
+                return found;
+        }
+        return nullptr;
+    }
+};
+
+#include "TellsStatus.moc"
