@@ -1,12 +1,13 @@
 #include "platform/TextField.h"
 
+#include "platform/KeyRouting.h"
 #include "platform/TextLines.h"
 
-#include <QCoreApplication>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QSet>
 
 #include <cmath>
 
@@ -39,22 +40,11 @@ Qt::AlignmentFlag horizontal(TextAlignment alignment)
     return Qt::AlignLeft;
 }
 
-bool isReturn(const QKeyEvent *event)
-{
-    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-}
-
 /// A key that writes or ends an entry; not one that moves the focus, is a shortcut or only modifies others.
-bool isEntryKey(const QKeyEvent *event)
+bool isEntryKey(const QKeyEvent &event)
 {
-    if (isReturn(event) || event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete)
-        return true;
-    // Control and a key is a command of the program, whatever character the keyboard's layout sends along;
-    // together with Alt it is how many layouts reach their third level.
-    if (event->modifiers().testFlag(Qt::ControlModifier) && !event->modifiers().testFlag(Qt::AltModifier))
-        return false;
-    const QList<uint> characters = event->text().toUcs4();
-    return !characters.isEmpty() && QChar::isPrint(characters.front());
+    return keys::isReturn(event) || event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete ||
+           keys::isCharacter(event);
 }
 
 QColor faded(QColor color)
@@ -70,6 +60,7 @@ TextField::TextField(QWidget *parent)
     , m_cell(std::make_unique<TextFieldCell>())
 {
     m_cell->setFont(font());
+    keys::watch();
 }
 
 TextField::TextField(const Rect &frame)
@@ -146,6 +137,11 @@ void TextField::endEntry()
 
 bool TextField::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_editor && event->type() == QEvent::KeyPress &&
+        takesTab(*static_cast<QKeyEvent *>(event))) {
+        event->accept();
+        return true;
+    }
     // The field shows by its border that it has the focus.
     if (watched == m_editor && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
         update();
@@ -270,27 +266,40 @@ QWidget *TextField::focusTarget()
     return this;
 }
 
+bool TextField::event(QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && takesTab(*static_cast<QKeyEvent *>(event))) {
+        event->accept();
+        return true;
+    }
+    return Control::event(event);
+}
+
 void TextField::keyPressEvent(QKeyEvent *event)
 {
-    if (!m_editor && isEntryKey(event)) {
-        handOn(event);
+    if (!m_editor && isEntryKey(*event)) {
+        keys::handOn(*this, *event);
         return;
     }
     // The editor passes on what it does not use, and Return, which has ended the entry.
-    event->setAccepted(m_editor && isReturn(event));
+    event->setAccepted(m_editor && keys::isReturn(*event));
 }
 
-void TextField::handOn(QKeyEvent *event)
+/// A scanner's Tab leaves the focus where the Return behind it is to end the entry; a person's one follows
+/// the chain of fields, where there is one.
+bool TextField::takesTab(const QKeyEvent &event)
 {
-    for (View *view = nextResponder(); view; view = view->nextResponder()) {
-        auto *field = qobject_cast<TextField *>(view);
-        if (!field || !field->isEditable() || !field->becomeFirstResponder())
-            continue;
-        QCoreApplication::sendEvent(field->m_editor, event);
-        event->accept();
-        return;
+    if (!keys::isTab(event))
+        return false;
+    if (keys::isScanners(*this, event))
+        return true;
+    QSet<const View *> asked{this};
+    for (View *next = nextKeyView(); next && !asked.contains(next); next = next->nextKeyView()) {
+        asked.insert(next);
+        if (next->becomeFirstResponder())
+            return true;
     }
-    event->ignore();
+    return false;
 }
 
 void TextField::paintEvent(QPaintEvent *event)

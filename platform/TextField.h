@@ -23,6 +23,8 @@ enum class TextAlignment { Left = 0, Right = 1, Center = 2, Justified = 3, Natur
 /// is centred in it. A character, Return, Backspace or Delete that arrives at a read-only field that has the
 /// focus travels along the next-responder chain to the first editable field that can take the focus; that one
 /// gets it and the key, so that no character is lost. All other keys go on to whoever holds the field.
+/// Tab goes along the next key views to the first that can take the focus, and as usual where none can; a
+/// scanner's Tab (keys::isScanners) does nothing, so that the Return behind it ends the entry.
 ///
 /// Thread: the main thread. Ownership: the field owns its cell and its editor; the editor goes when the field
 /// is made read-only.
@@ -71,6 +73,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void fontChanged() override;
     void layout() override;
@@ -84,7 +87,7 @@ private:
     void styleEditor();
     void endEntry();
     void textChanged();
-    void handOn(QKeyEvent *event);
+    bool takesTab(const QKeyEvent &event);
     [[nodiscard]] bool hasFrame() const;
     [[nodiscard]] QRectF toWidget(const Rect &rect) const;
     [[nodiscard]] QRectF textArea() const;
