@@ -114,7 +114,7 @@ bool Button::takesKey(QKeyEvent &event)
         return true;
     }
     const bool worksButton = event.key() == Qt::Key_Space && !isScanners;
-    if (!keys::isCharacter(event) || worksButton)
+    if (!keys::isText(event) || worksButton)
         return false;
     keys::handOn(*this, event);
     return true;

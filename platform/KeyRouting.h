@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+#include <optional>
+
 class QKeyEvent;
 class QWidget;
 
@@ -36,6 +38,13 @@ void watch();
 /// receiver's window got. A blank counts as a character when it does so itself; one alone is how a person
 /// works a control.
 [[nodiscard]] bool isScanners(const QWidget &receiver, const QKeyEvent &event);
+/// The control character other than GS that the key brings into an entry, and that no entry takes: its own,
+/// or one that came just before a character. Return, Enter, Tab, Backspace and Delete work as keys. Escape
+/// and what is typed with Control are commands of a person, unless they come within ScannerGapMilliseconds
+/// after, or before, a character of the same entry.
+[[nodiscard]] std::optional<char16_t> scannedControl(const QWidget &receiver, const QKeyEvent &event);
+/// Part of an entry: a character, or a control character that no person types.
+[[nodiscard]] bool isText(const QKeyEvent &event);
 
 /// Gives the focus and the key to the first editable field along the view's next-responder chain that can
 /// take the focus; what the field held is selected, so that the key replaces it. False when there is none:

@@ -1,11 +1,13 @@
 #include "platform/TextField.h"
 
+#include "platform/EntryEditor.h"
 #include "platform/KeyRouting.h"
 #include "platform/TextLines.h"
 
 #include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QPainter>
 #include <QSet>
 
@@ -44,7 +46,7 @@ Qt::AlignmentFlag horizontal(TextAlignment alignment)
 bool isEntryKey(const QKeyEvent &event)
 {
     return keys::isReturn(event) || event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete ||
-           keys::isCharacter(event);
+           keys::isText(event);
 }
 
 QColor faded(QColor color)
@@ -73,40 +75,58 @@ TextField::~TextField() = default;
 
 QString TextField::stringValue() const
 {
-    return m_editor ? m_editor->text() : m_text;
+    return m_editor ? m_editor->entry() : m_text;
+}
+
+bool TextField::hasBegunEntry() const
+{
+    return m_editor && m_editor->hasBegun();
 }
 
 void TextField::setStringValue(const QString &text)
 {
+    const bool endsEntry = hasBegunEntry();
     if (m_editor)
-        m_editor->setText(text);
+        m_editor->setEntry(text);
     else
         m_text = text;
+    if (!text.isEmpty())
+        unmarkRefused();
     textChanged();
+    if (endsEntry)
+        Q_EMIT entryEnded();
 }
 
 void TextField::setEditable(bool editable)
 {
     if (editable == isEditable())
         return;
-    if (editable)
+    if (editable) {
         makeEditor();
-    else
-        dropEditor();
+        textChanged();
+        return;
+    }
+    const QPointer<TextField> self(this);
+    giveUpEntry();
+    if (!self || !m_editor)
+        return;
+    dropEditor();
     textChanged();
 }
 
 void TextField::makeEditor()
 {
     const bool hadFocus = isFirstResponder();
-    m_editor = new QLineEdit(this);
+    m_editor = new EntryEditor(MaximumEntryLength, this);
     m_editor->setFrame(false);
     m_editor->setContextMenuPolicy(Qt::NoContextMenu);
-    m_editor->setText(m_text);
+    m_editor->setEntry(m_text);
     m_editor->setAttribute(Qt::WA_TransparentForMouseEvents, !editorTakesMouse());
     // A press of the mouse is the field's business; Tab reaches the editor.
     m_editor->setFocusPolicy(editorTakesMouse() ? Qt::StrongFocus : Qt::TabFocus);
-    connect(m_editor, &QLineEdit::returnPressed, this, &TextField::endEntry);
+    connect(m_editor, &EntryEditor::begun, this, &TextField::unmarkRefused);
+    connect(m_editor, &EntryEditor::refused, this, &TextField::markRefused);
+    connect(m_editor, &EntryEditor::givenUp, this, &TextField::giveUpEntry);
     m_editor->installEventFilter(this);
     styleEditor();
     layout();
@@ -119,7 +139,7 @@ void TextField::makeEditor()
 void TextField::dropEditor()
 {
     giveUpFocus();
-    m_text = m_editor->text();
+    m_text = m_editor->entry();
     m_editor->hide();
     m_editor->disconnect(this);
     m_editor->deleteLater();
@@ -130,22 +150,81 @@ void TextField::dropEditor()
 void TextField::endEntry()
 {
     const QPointer<TextField> self(this);
-    sendAction();
-    if (self && isFirstResponder() && m_editor)
-        m_editor->selectAll();
+    // What is still being composed belongs to the entry.
+    QGuiApplication::inputMethod()->commit();
+    if (const std::optional<QString> why = m_editor->end())
+        tellRefusal(*why);
+    else
+        sendAction();
+    if (!self)
+        return;
+    if (isFirstResponder() && m_editor && !hasBegunEntry())
+        m_editor->selectEntry();
+    Q_EMIT entryEnded();
+}
+
+void TextField::giveUpEntry()
+{
+    if (!hasBegunEntry())
+        return;
+    const QPointer<TextField> self(this);
+    if (const std::optional<QString> why = m_editor->end())
+        tellRefusal(*why);
+    if (self)
+        Q_EMIT entryEnded();
+}
+
+void TextField::tellRefusal(const QString &why)
+{
+    // A copy, since the handler may take the field away.
+    const RefusalHandler handler = m_refusalHandler;
+    if (handler)
+        handler(this, why);
+}
+
+void TextField::wasTakenAway()
+{
+    giveUpEntry();
+}
+
+void TextField::markRefused()
+{
+    if (m_colorBeforeRefusal)
+        return;
+    m_colorBeforeRefusal = m_backgroundColor;
+    m_backgroundColor = Color::standardRed();
+    update();
+}
+
+void TextField::unmarkRefused()
+{
+    if (m_colorBeforeRefusal)
+        setBackgroundColor(*m_colorBeforeRefusal);
 }
 
 bool TextField::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_editor && event->type() == QEvent::KeyPress &&
-        takesTab(*static_cast<QKeyEvent *>(event))) {
-        event->accept();
-        return true;
-    }
+    if (watched != m_editor)
+        return Control::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress)
+        return takesEditorKey(*static_cast<QKeyEvent *>(event));
     // The field shows by its border that it has the focus.
-    if (watched == m_editor && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
         update();
     return Control::eventFilter(watched, event);
+}
+
+/// Return and Tab, before the editor sees them. Nothing may be touched after true: an action may have taken
+/// the field away.
+bool TextField::takesEditorKey(QKeyEvent &event)
+{
+    const bool endsEntry = keys::isReturn(event);
+    if (!endsEntry && !takesTab(event))
+        return false;
+    event.accept();
+    if (endsEntry)
+        endEntry();
+    return true;
 }
 
 void TextField::styleEditor()
@@ -176,6 +255,7 @@ void TextField::setDrawsBackground(bool draws)
 void TextField::setBackgroundColor(const Color &color)
 {
     m_backgroundColor = color;
+    m_colorBeforeRefusal.reset();
     update();
 }
 
@@ -231,25 +311,29 @@ void TextField::layout()
 void TextField::selectText()
 {
     if (becomeFirstResponder() && m_editor)
-        m_editor->selectAll();
+        m_editor->selectEntry();
 }
 
 QString TextField::selectedText() const
 {
-    return m_editor ? m_editor->selectedText() : QString();
+    return m_editor ? m_editor->selectedEntry() : QString();
 }
 
 QLineEdit *TextField::currentEditor() const
 {
-    return isFirstResponder() ? m_editor : nullptr;
+    if (!m_editor || !isFirstResponder())
+        return nullptr;
+    m_editor->flush();
+    return m_editor;
 }
 
 bool TextField::becomeFirstResponder()
 {
+    const bool isTyping = isFirstResponder() && hasBegunEntry();
     if (!takeFocus(focusTarget()))
         return false;
-    if (m_editor)
-        m_editor->selectAll();
+    if (m_editor && !isTyping)
+        m_editor->selectEntry();
     return true;
 }
 
@@ -281,8 +365,8 @@ void TextField::keyPressEvent(QKeyEvent *event)
         keys::handOn(*this, *event);
         return;
     }
-    // The editor passes on what it does not use, and Return, which has ended the entry.
-    event->setAccepted(m_editor && keys::isReturn(*event));
+    // The editor passes on what it does not use.
+    event->ignore();
 }
 
 /// A scanner's Tab leaves the focus where the Return behind it is to end the entry; a person's one follows
@@ -325,7 +409,8 @@ void TextField::paintFrame(QPainter &painter) const
     const bool rounded = m_cell->isBezeled() && m_cell->bezelStyle() == TextFieldCell::BezelStyle::Rounded;
     const double radius = rounded ? CornerRadius : 0.0;
     painter.setRenderHint(QPainter::Antialiasing, rounded);
-    painter.setBrush(m_drawsBackground ? QBrush(m_backgroundColor.toQColor()) : QBrush(Qt::NoBrush));
+    painter.setBrush(m_drawsBackground || m_colorBeforeRefusal ? QBrush(m_backgroundColor.toQColor())
+                                                               : QBrush(Qt::NoBrush));
     painter.setPen(hasFrame() ? QPen(takesKeys || hasFocus() ? FocusColor : BorderColor, width)
                               : QPen(Qt::NoPen));
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
