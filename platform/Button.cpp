@@ -1,6 +1,7 @@
 #include "platform/Button.h"
 
 #include "platform/KeyRouting.h"
+#include "platform/TextLines.h"
 
 #include <QCheckBox>
 #include <QFontMetrics>
@@ -150,11 +151,12 @@ void Button::setTitle(const QString &title)
 void Button::showTitle()
 {
     const int space = m_type == Type::Switch ? SpaceOfCheckMark : SpaceBesideTitle;
+    const int width = std::max(0, m_inner->width() - space);
     const QString shown =
-        m_inner->fontMetrics().elidedText(m_title, Qt::ElideRight, std::max(0, m_inner->width() - space));
+        m_inner->fontMetrics().elidedText(TextLines::shortened(m_title, width), Qt::ElideRight, width);
     // An ampersand in a title is a character, not the mark of a shortcut.
     m_inner->setText(QString(shown).replace(QLatin1Char('&'), QStringLiteral("&&")));
-    setToolTip(shown == m_title ? QString() : m_title);
+    setToolTip(shown == m_title ? QString() : TextLines::toolTip(m_title));
 }
 
 void Button::setButtonType(Type type)

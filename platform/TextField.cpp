@@ -429,7 +429,7 @@ TextLines TextField::textLines() const
 
 void TextField::textChanged()
 {
-    setToolTip(m_editor || textLines().isWhole ? QString() : m_text);
+    setToolTip(m_editor || textLines().isWhole ? QString() : TextLines::toolTip(m_text));
     update();
 }
 
