@@ -153,6 +153,11 @@ void Entries::refuse(const QString &text, const QString &why)
     KVKExtensionStatusRelay::sharedStatusRelay()->showMessage(line);
 }
 
+void Entries::refuseIn(const TextField *field, const QString &why)
+{
+    refuse(field->identifier().text(), why);
+}
+
 bool Entries::checkDuplicatedInput(const QString &text, const Identifier &key) const
 {
     if (!m_views.isGroupView(key) || text.isEmpty())

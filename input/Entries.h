@@ -33,6 +33,8 @@ public:
     [[nodiscard]] bool checkDuplicatedInput(const QString &text, const platform::Identifier &panelKey) const;
     /// An entry that cannot be taken at all, whoever sent it: says so to the operator and in the log.
     static void refuse(const QString &text, const QString &why);
+    /// The same of an entry that its field has refused before it was whole.
+    static void refuseIn(const platform::TextField *field, const QString &why);
 
 private:
     struct Entry;

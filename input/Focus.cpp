@@ -3,8 +3,6 @@
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/SlotColors.h"
 
-#include <QLineEdit>
-
 #include "common/Identifiers.h"
 #include "common/Log.h"
 #include "common/Messages.h"
@@ -207,9 +205,7 @@ TextField *Focus::begunEntry() const
     const View *root = m_views.rootView();
     const QWidget *focused = root ? root->window()->focusWidget() : nullptr;
     auto *field = focused ? qobject_cast<TextField *>(focused->parentWidget()) : nullptr;
-    const auto *editor = qobject_cast<const QLineEdit *>(focused);
-    const bool begun = field && editor && editor->isModified() && !editor->text().isEmpty();
-    return begun ? field : nullptr;
+    return field && field->hasBegunEntry() ? field : nullptr;
 }
 
 } // namespace interactive

@@ -1,6 +1,7 @@
 #include "input/KeyRouter.h"
 
 #include "input/Entries.h"
+#include "platform/KeyRouting.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -16,33 +17,13 @@
 namespace interactive {
 
 using platform::TextField;
+namespace keys = platform::keys;
 
 namespace {
 
 /// A scanner leaves a few milliseconds between two characters; a person who types without looking leaves less
 /// than this too, and means one text by it as well.
 constexpr int LongestPauseInAText = 300;
-
-bool isReturn(const QKeyEvent &event)
-{
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
-
-/// A key that writes. Control and a key is a command of the program, whatever character the layout sends
-/// along, except the group separator, which scanners send that way; with Alt it is how layouts reach their
-/// third level.
-bool isCharacter(const QKeyEvent &event)
-{
-    constexpr QChar GroupSeparator(29);
-    const QString text = event.text();
-    if (text.isEmpty() || isReturn(event))
-        return false;
-    if (text.at(0) == GroupSeparator)
-        return true;
-    const bool command =
-        event.modifiers().testFlag(Qt::ControlModifier) && !event.modifiers().testFlag(Qt::AltModifier);
-    return !command && QChar::isPrint(text.toUcs4().front());
-}
 
 /// Whether a widget of the host enters text by itself.
 bool entersText(const QWidget *widget)
@@ -98,7 +79,8 @@ void KeyRouter::deliverHeld()
 bool KeyRouter::isOurs(const QObject *watched) const
 {
     const auto *widget = qobject_cast<const QWidget *>(watched);
-    return widget && m_views.rootView() && widget->window() == m_views.rootView()->window();
+    const platform::View *root = m_views.rootView();
+    return widget && root && root->isVisible() && widget->window() == root->window();
 }
 
 bool KeyRouter::eventFilter(QObject *watched, QEvent *event)
@@ -129,13 +111,13 @@ bool KeyRouter::route(QWidget *receiver, const QKeyEvent &event)
     const QWidget *focused = window->focusWidget();
     const bool isFirst = receiver == (focused ? focused : window);
     const bool nobodyTookIt = receiver == window || receiver == m_views.rootView();
-    if (!m_stray.isEmpty() || (isFirst && isCharacter(event) && continuesElsewhere(receiver)))
+    if (!m_stray.isEmpty() || (isFirst && keys::isCharacter(event) && continuesElsewhere(receiver)))
         return takeAsStray(event);
     const bool isInside = m_views.rootView()->isAncestorOf(receiver);
     const bool space = event.key() == Qt::Key_Space && m_burst.isEmpty();
-    if (isFirst && !isInside && !nobodyTookIt && !entersText(receiver) && isCharacter(event) && !space)
+    if (isFirst && !isInside && !nobodyTookIt && !entersText(receiver) && keys::isCharacter(event) && !space)
         return giveToWaitingField(event) || takeAsStray(event);
-    if (nobodyTookIt && isCharacter(event))
+    if (nobodyTookIt && keys::isCharacter(event))
         return giveToWaitingField(event) || takeAsStray(event);
     if (isFirst)
         noteBurst(receiver, event);
@@ -152,7 +134,7 @@ bool KeyRouter::continuesElsewhere(const QWidget *receiver) const
 
 void KeyRouter::noteBurst(QWidget *receiver, const QKeyEvent &event)
 {
-    if (!isCharacter(event)) {
+    if (!keys::isCharacter(event)) {
         // A modifier belongs to the character that follows it.
         if (!event.text().isEmpty() || event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab)
             m_burst.clear();
@@ -180,11 +162,11 @@ bool KeyRouter::giveToWaitingField(const QKeyEvent &event)
 /// Collects a text that belongs to no field until it ends.
 bool KeyRouter::takeAsStray(const QKeyEvent &event)
 {
-    if (isReturn(event)) {
+    if (keys::isReturn(event)) {
         refuseStray();
         return true;
     }
-    if (!isCharacter(event))
+    if (!keys::isCharacter(event))
         return !event.text().isEmpty();
     if (m_stray.isEmpty())
         m_stray = std::exchange(m_burst, QString());

@@ -56,6 +56,7 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
                                        m_house.views.splitView()->frame().width()),
                          nullptr,
                          nullptr,
+                         {},
                          {}};
     m_errors.clearTitle();
     m_house.views.setLook(plan.panelKey.text(), plan.look);
@@ -149,6 +150,7 @@ void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
     field->setTarget(m_house.controller, selectors::CheckInput,
                      [this](platform::View *sender) { m_entries.endEntry(sender); });
     field->setIdentifier(identifiers::named(drawing.plan.panelKey.text(), identifiers::SharedInput));
+    field->setRefusalHandler(&Entries::refuseIn);
     drawing.fields.append(field.get());
     parts::add(*drawing.container, std::move(field));
 }
@@ -164,7 +166,7 @@ void PanelBuilder::drawButtonRow(PanelDrawing &drawing)
                                       m_confirmation.confirmBtnClicked(sender);
                                   }});
         button->setAutoresizingMask(platform::MinXMargin | platform::MinYMargin);
-        parts::add(*drawing.container, std::move(button));
+        drawing.buttons.append(parts::add(*drawing.container, std::move(button)));
     }
 }
 
@@ -187,6 +189,10 @@ void PanelBuilder::buildOverview(PanelDrawing &drawing)
 void PanelBuilder::finishPanel(PanelDrawing &drawing)
 {
     Focus::setupResponderChain(drawing.fields);
+    if (!drawing.fields.isEmpty()) {
+        for (platform::Button *button : std::as_const(drawing.buttons))
+            button->setNextResponder(drawing.fields.last());
+    }
     m_house.views.setResponders(drawing.plan.panelKey.text(), drawing.fields);
     // A container with nothing in it lies over the group's overview and must not keep clicks from it.
     drawing.container->setPassesClicksThrough(drawing.container->subviews().isEmpty());

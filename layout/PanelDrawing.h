@@ -2,6 +2,7 @@
 
 #include "layout/PanelGeometry.h"
 #include "layout/PanelPlan.h"
+#include "platform/Button.h"
 #include "platform/View.h"
 #include "presentation/PanelViews.h"
 
@@ -19,6 +20,8 @@ struct PanelDrawing
     platform::View *container = nullptr;
     std::unique_ptr<platform::View> made;
     Responders fields;
+    /// The panel's buttons and switches: characters typed at one of them belong to the last field.
+    QList<platform::Button *> buttons;
 };
 
 } // namespace interactive

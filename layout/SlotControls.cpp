@@ -63,7 +63,8 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     button->setTarget(m_controller, selectors::SwitchBtnClicked,
                       [this](platform::View *sender) { m_switches.switchBtnClicked(sender); });
     button->setState(platform::Button::On);
-    takeInitialSwitchState(drawing, slotBox, *parts::add(*slotBox.content, std::move(button)));
+    drawing.buttons.append(parts::add(*slotBox.content, std::move(button)));
+    takeInitialSwitchState(drawing, slotBox, *drawing.buttons.last());
 }
 
 void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBox &slotBox,
@@ -110,6 +111,7 @@ void SlotBoxes::drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox)
     field->setTarget(m_controller, selectors::CheckInput,
                      [this](platform::View *sender) { m_entries.endEntry(sender); });
     field->setIdentifier(identifiers::named(key.text(), drawing.plan.label));
+    field->setRefusalHandler(&Entries::refuseIn);
     drawing.fields.append(field.get());
     parts::add(*slotBox.content, std::move(field));
 }
@@ -127,7 +129,7 @@ void SlotBoxes::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)
             button->setWantsLayer(true);
             button->setShadow(platform::Shadow{platform::Color::systemBlue(), PassShadowRadius, {0.0, 0.0}});
         }
-        parts::add(*slotBox.content, std::move(button));
+        drawing.buttons.append(parts::add(*slotBox.content, std::move(button)));
     }
 }
 

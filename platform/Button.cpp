@@ -1,7 +1,11 @@
 #include "platform/Button.h"
 
+#include "platform/KeyRouting.h"
+#include "platform/TextLines.h"
+
 #include <QCheckBox>
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QPushButton>
 
 namespace platform {
@@ -45,6 +49,7 @@ Qt::CheckState checkState(Button::State state)
 Button::Button(QWidget *parent)
     : Control(parent)
 {
+    keys::watch();
     makeInner();
 }
 
@@ -70,6 +75,7 @@ void Button::makeInner()
     // A click must not take the focus from the field that is being typed into.
     m_inner->setFocusPolicy(Qt::TabFocus);
     connect(m_inner, &QAbstractButton::clicked, this, &Button::clicked);
+    m_inner->installEventFilter(this);
     showState();
     showBorder();
     m_inner->setFont(font().toQFont());
@@ -83,6 +89,36 @@ void Button::clicked()
     if (m_type == Type::Switch)
         m_state = m_inner->isChecked() ? On : Off;
     sendAction();
+}
+
+bool Button::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_inner && event->type() == QEvent::KeyPress)
+        return takesKey(*static_cast<QKeyEvent *>(event));
+    return Control::eventFilter(watched, event);
+}
+
+/// True when the key is no longer the inner button's business. Nothing may be touched afterwards: an action
+/// may have taken the button away.
+bool Button::takesKey(QKeyEvent &event)
+{
+    const bool isScanners = keys::isScanners(*this, event);
+    if (keys::isReturn(event)) {
+        event.accept();
+        // A key that is held down presses once, also when the focus has come to this button meanwhile.
+        if (!isScanners && !event.isAutoRepeat())
+            m_inner->click();
+        return true;
+    }
+    if (keys::isTab(event) && isScanners) {
+        event.accept();
+        return true;
+    }
+    const bool worksButton = event.key() == Qt::Key_Space && !isScanners;
+    if (!keys::isText(event) || worksButton)
+        return false;
+    keys::handOn(*this, event);
+    return true;
 }
 
 void Button::showState()
@@ -115,11 +151,12 @@ void Button::setTitle(const QString &title)
 void Button::showTitle()
 {
     const int space = m_type == Type::Switch ? SpaceOfCheckMark : SpaceBesideTitle;
+    const int width = std::max(0, m_inner->width() - space);
     const QString shown =
-        m_inner->fontMetrics().elidedText(m_title, Qt::ElideRight, std::max(0, m_inner->width() - space));
+        m_inner->fontMetrics().elidedText(TextLines::shortened(m_title, width), Qt::ElideRight, width);
     // An ampersand in a title is a character, not the mark of a shortcut.
     m_inner->setText(QString(shown).replace(QLatin1Char('&'), QStringLiteral("&&")));
-    setToolTip(shown == m_title ? QString() : m_title);
+    setToolTip(shown == m_title ? QString() : TextLines::toolTip(m_title));
 }
 
 void Button::setButtonType(Type type)

@@ -10,9 +10,11 @@ namespace platform {
 
 /// A push button, or a check box ("switch"), that sends its action when a person presses and releases it.
 ///
-/// A button never takes the focus by a click, so that the field an operator types into keeps it; Tab and the
-/// space bar reach it. A title that does not fit is elided, with the whole title as tool tip.
-/// Thread: the main thread, except state().
+/// A button never takes the focus by a click, so that the field an operator types into keeps it; Tab reaches
+/// it, and then the space bar and Return work it. Any other character belongs to an entry: it goes along the
+/// next-responder chain to a field (keys::handOn), and so does a scanner's blank; a scanner's Return or Tab
+/// (keys::isScanners) does nothing, so that no scan presses a button. A title that does not fit is elided,
+/// with the whole title as tool tip. Thread: the main thread, except state().
 class Button : public Control
 {
     Q_OBJECT
@@ -43,11 +45,13 @@ public:
     [[nodiscard]] QWidget *focusTarget() override;
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void fontChanged() override;
     void layout() override;
 
 private:
     void makeInner();
+    bool takesKey(QKeyEvent &event);
     void clicked();
     void showTitle();
     void showState();

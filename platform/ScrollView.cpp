@@ -16,6 +16,15 @@ constexpr int PointsPerClick = 20;
 constexpr double PointsPerWheelStep = 60.0;
 constexpr double AngleUnitsPerWheelStep = 120.0;
 
+/// Where a range that is seen must begin, as near as possible to where it begins now, so that another one
+/// lies in it; where it must begin for one that is longer.
+double nearest(double seenBegin, double seenLength, double begin, double length, double beginOfLonger)
+{
+    if (length > seenLength)
+        return beginOfLonger;
+    return std::clamp(seenBegin, begin + length - seenLength, begin);
+}
+
 } // namespace
 
 ScrollView::ScrollView(QWidget *parent)
@@ -49,27 +58,25 @@ void ScrollView::setDocumentView(View *document)
         m_documentView->removeFromSuperview();
     m_documentView = document;
     m_contentView->addSubview(document);
-    placeDocument();
-    updateScrollers();
+    arrange();
 }
 
 void ScrollView::setDocumentSize(const Size &size)
 {
     m_wantedSize = size;
-    placeDocument();
-    updateScrollers();
+    arrange();
 }
 
 void ScrollView::setHasVerticalScroller(bool has)
 {
     m_hasVerticalScroller = has;
-    updateScrollers();
+    arrange();
 }
 
 void ScrollView::setHasHorizontalScroller(bool has)
 {
     m_hasHorizontalScroller = has;
-    updateScrollers();
+    arrange();
 }
 
 void ScrollView::resetScrollers()
@@ -87,6 +94,15 @@ void ScrollView::scrollToPoint(const Point &point)
     m_offset = {point.x(), m_documentView->frame().height() - point.y()};
     placeDocument();
     updateScrollers();
+}
+
+void ScrollView::scrollToVisible(const Rect &rect)
+{
+    const Rect seen = documentVisibleRect();
+    const double left = nearest(seen.x(), seen.width(), rect.x(), rect.width(), rect.x());
+    const double low =
+        nearest(seen.y(), seen.height(), rect.y(), rect.height(), rect.y() + rect.height() - seen.height());
+    scrollToPoint({left, low + seen.height()});
 }
 
 Rect ScrollView::documentVisibleRect() const
@@ -113,20 +129,31 @@ void ScrollView::placeDocument()
     m_documentView->setFrame(frame);
 }
 
-void ScrollView::updateScrollers()
+void ScrollView::arrange()
 {
-    const Size clip = m_contentView->frame().size();
-    updateScroller(m_vertical, m_wantedSize.height() - clip.height(), m_offset.y(), clip.height());
-    updateScroller(m_horizontal, m_wantedSize.width() - clip.width(), m_offset.x(), clip.width());
-    const bool vertical = m_hasVerticalScroller && m_vertical->maximum() > 0;
-    const bool horizontal = m_hasHorizontalScroller && m_horizontal->maximum() > 0;
-    // Where both are shown they leave the corner between them free.
-    m_vertical->setGeometry(width() - ScrollerWidth, 0, ScrollerWidth,
-                            height() - (horizontal ? ScrollerWidth : 0));
-    m_horizontal->setGeometry(0, height() - ScrollerWidth, width() - (vertical ? ScrollerWidth : 0),
-                              ScrollerWidth);
+    const Size whole = bounds().size();
+    bool vertical = m_documentView && m_hasVerticalScroller && m_wantedSize.height() > whole.height();
+    const double width = whole.width() - (vertical ? ScrollerWidth : 0);
+    const bool horizontal = m_documentView && m_hasHorizontalScroller && m_wantedSize.width() > width;
+    const double height = whole.height() - (horizontal ? ScrollerWidth : 0);
+    // The room that the horizontal scroller takes may be what makes the vertical one needed.
+    vertical = m_documentView && m_hasVerticalScroller && m_wantedSize.height() > height;
+    const double left = std::max(0.0, whole.width() - (vertical ? ScrollerWidth : 0));
+    m_contentView->setFrame({0.0, whole.height() - std::max(0.0, height), left, std::max(0.0, height)});
+    placeDocument();
+    updateScrollers();
     m_vertical->setVisible(vertical);
     m_horizontal->setVisible(horizontal);
+}
+
+void ScrollView::updateScrollers()
+{
+    const Rect clip = m_contentView->frame();
+    updateScroller(m_vertical, m_wantedSize.height() - clip.height(), m_offset.y(), clip.height());
+    updateScroller(m_horizontal, m_wantedSize.width() - clip.width(), m_offset.x(), clip.width());
+    const QRect seen = m_contentView->geometry();
+    m_vertical->setGeometry(seen.x() + seen.width(), 0, ScrollerWidth, seen.height());
+    m_horizontal->setGeometry(0, seen.y() + seen.height(), seen.width(), ScrollerWidth);
     m_vertical->raise();
     m_horizontal->raise();
 }
@@ -142,9 +169,7 @@ void ScrollView::updateScroller(QScrollBar *scroller, double range, double offse
 
 void ScrollView::layout()
 {
-    m_contentView->setFrame(bounds());
-    placeDocument();
-    updateScrollers();
+    arrange();
 }
 
 void ScrollView::wheelEvent(QWheelEvent *event)

@@ -10,7 +10,8 @@ namespace platform {
 ///
 /// The content view is the window onto the document; the document is a subview of it. The document is never
 /// smaller than the content view: it grows with it, and keeps the size it asks for when that is larger.
-/// Scrollers appear where they are allowed and needed, over the document's edge. The wheel scrolls with or
+/// Scrollers appear where they are allowed and needed, beside the content view, which leaves them their room.
+/// The wheel scrolls with or
 /// without them, and goes on to whoever holds the view when there is nothing left to scroll. When the view is
 /// resized the document's upper left visible corner stays where it is.
 /// Without a document nothing scrolls: the content view fills the bounds, and its subviews keep to their
@@ -28,7 +29,8 @@ public:
     [[nodiscard]] View *documentView() const { return m_documentView; }
     /// Puts the document into the content view; a former document is removed. Requires: not null.
     void setDocumentView(View *document);
-    /// The size that the document asks for; the content view's size where that is larger is used instead.
+    /// The size that the document asks for, also a smaller one than before; the content view's size where
+    /// that is larger is used instead.
     void setDocumentSize(const Size &size);
     [[nodiscard]] Size documentSize() const { return m_wantedSize; }
 
@@ -43,6 +45,9 @@ public:
     /// Scrolls so that the point of the document (bottom-left origin) is at the content view's upper left
     /// corner, as far as the document reaches.
     void scrollToPoint(const Point &point);
+    /// Scrolls as little as needed so that the rectangle of the document (bottom-left origin) can be seen; of
+    /// one that is larger than the content view, its upper left corner.
+    void scrollToVisible(const Rect &rect);
     /// The part of the document that can be seen, in the document's coordinates.
     [[nodiscard]] Rect documentVisibleRect() const;
 
@@ -51,6 +56,8 @@ protected:
     void layout() override;
 
 private:
+    /// Divides the bounds between content view and scrollers, and places the document.
+    void arrange();
     void placeDocument();
     void updateScrollers();
     void updateScroller(QScrollBar *scroller, double range, double offset, double page);

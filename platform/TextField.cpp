@@ -1,12 +1,15 @@
 #include "platform/TextField.h"
 
+#include "platform/EntryEditor.h"
+#include "platform/KeyRouting.h"
 #include "platform/TextLines.h"
 
-#include <QCoreApplication>
 #include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QPainter>
+#include <QSet>
 
 #include <cmath>
 
@@ -39,22 +42,11 @@ Qt::AlignmentFlag horizontal(TextAlignment alignment)
     return Qt::AlignLeft;
 }
 
-bool isReturn(const QKeyEvent *event)
-{
-    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-}
-
 /// A key that writes or ends an entry; not one that moves the focus, is a shortcut or only modifies others.
-bool isEntryKey(const QKeyEvent *event)
+bool isEntryKey(const QKeyEvent &event)
 {
-    if (isReturn(event) || event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete)
-        return true;
-    // Control and a key is a command of the program, whatever character the keyboard's layout sends along;
-    // together with Alt it is how many layouts reach their third level.
-    if (event->modifiers().testFlag(Qt::ControlModifier) && !event->modifiers().testFlag(Qt::AltModifier))
-        return false;
-    const QList<uint> characters = event->text().toUcs4();
-    return !characters.isEmpty() && QChar::isPrint(characters.front());
+    return keys::isReturn(event) || event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete ||
+           keys::isText(event);
 }
 
 QColor faded(QColor color)
@@ -70,6 +62,7 @@ TextField::TextField(QWidget *parent)
     , m_cell(std::make_unique<TextFieldCell>())
 {
     m_cell->setFont(font());
+    keys::watch();
 }
 
 TextField::TextField(const Rect &frame)
@@ -82,40 +75,58 @@ TextField::~TextField() = default;
 
 QString TextField::stringValue() const
 {
-    return m_editor ? m_editor->text() : m_text;
+    return m_editor ? m_editor->entry() : m_text;
+}
+
+bool TextField::hasBegunEntry() const
+{
+    return m_editor && m_editor->hasBegun();
 }
 
 void TextField::setStringValue(const QString &text)
 {
+    const bool endsEntry = hasBegunEntry();
     if (m_editor)
-        m_editor->setText(text);
+        m_editor->setEntry(text);
     else
         m_text = text;
+    if (!text.isEmpty())
+        unmarkRefused();
     textChanged();
+    if (endsEntry)
+        Q_EMIT entryEnded();
 }
 
 void TextField::setEditable(bool editable)
 {
     if (editable == isEditable())
         return;
-    if (editable)
+    if (editable) {
         makeEditor();
-    else
-        dropEditor();
+        textChanged();
+        return;
+    }
+    const QPointer<TextField> self(this);
+    giveUpEntry();
+    if (!self || !m_editor)
+        return;
+    dropEditor();
     textChanged();
 }
 
 void TextField::makeEditor()
 {
     const bool hadFocus = isFirstResponder();
-    m_editor = new QLineEdit(this);
+    m_editor = new EntryEditor(MaximumEntryLength, this);
     m_editor->setFrame(false);
     m_editor->setContextMenuPolicy(Qt::NoContextMenu);
-    m_editor->setText(m_text);
+    m_editor->setEntry(m_text);
     m_editor->setAttribute(Qt::WA_TransparentForMouseEvents, !editorTakesMouse());
     // A press of the mouse is the field's business; Tab reaches the editor.
     m_editor->setFocusPolicy(editorTakesMouse() ? Qt::StrongFocus : Qt::TabFocus);
-    connect(m_editor, &QLineEdit::returnPressed, this, &TextField::endEntry);
+    connect(m_editor, &EntryEditor::begun, this, &TextField::unmarkRefused);
+    connect(m_editor, &EntryEditor::refused, this, &TextField::markRefused);
+    connect(m_editor, &EntryEditor::givenUp, this, &TextField::giveUpEntry);
     m_editor->installEventFilter(this);
     styleEditor();
     layout();
@@ -128,7 +139,7 @@ void TextField::makeEditor()
 void TextField::dropEditor()
 {
     giveUpFocus();
-    m_text = m_editor->text();
+    m_text = m_editor->entry();
     m_editor->hide();
     m_editor->disconnect(this);
     m_editor->deleteLater();
@@ -139,17 +150,81 @@ void TextField::dropEditor()
 void TextField::endEntry()
 {
     const QPointer<TextField> self(this);
-    sendAction();
-    if (self && isFirstResponder() && m_editor)
-        m_editor->selectAll();
+    // What is still being composed belongs to the entry.
+    QGuiApplication::inputMethod()->commit();
+    if (const std::optional<QString> why = m_editor->end())
+        tellRefusal(*why);
+    else
+        sendAction();
+    if (!self)
+        return;
+    if (isFirstResponder() && m_editor && !hasBegunEntry())
+        m_editor->selectEntry();
+    Q_EMIT entryEnded();
+}
+
+void TextField::giveUpEntry()
+{
+    if (!hasBegunEntry())
+        return;
+    const QPointer<TextField> self(this);
+    if (const std::optional<QString> why = m_editor->end())
+        tellRefusal(*why);
+    if (self)
+        Q_EMIT entryEnded();
+}
+
+void TextField::tellRefusal(const QString &why)
+{
+    // A copy, since the handler may take the field away.
+    const RefusalHandler handler = m_refusalHandler;
+    if (handler)
+        handler(this, why);
+}
+
+void TextField::wasTakenAway()
+{
+    giveUpEntry();
+}
+
+void TextField::markRefused()
+{
+    if (m_colorBeforeRefusal)
+        return;
+    m_colorBeforeRefusal = m_backgroundColor;
+    m_backgroundColor = Color::standardRed();
+    update();
+}
+
+void TextField::unmarkRefused()
+{
+    if (m_colorBeforeRefusal)
+        setBackgroundColor(*m_colorBeforeRefusal);
 }
 
 bool TextField::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched != m_editor)
+        return Control::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress)
+        return takesEditorKey(*static_cast<QKeyEvent *>(event));
     // The field shows by its border that it has the focus.
-    if (watched == m_editor && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
         update();
     return Control::eventFilter(watched, event);
+}
+
+/// Return and Tab, before the editor sees them. Nothing may be touched after true: an action may have taken
+/// the field away.
+bool TextField::takesEditorKey(QKeyEvent &event)
+{
+    const bool endsEntry = keys::isReturn(event);
+    if (!endsEntry && !takesTab(event))
+        return false;
+    event.accept();
+    if (endsEntry)
+        endEntry();
+    return true;
 }
 
 void TextField::styleEditor()
@@ -180,6 +255,7 @@ void TextField::setDrawsBackground(bool draws)
 void TextField::setBackgroundColor(const Color &color)
 {
     m_backgroundColor = color;
+    m_colorBeforeRefusal.reset();
     update();
 }
 
@@ -235,25 +311,29 @@ void TextField::layout()
 void TextField::selectText()
 {
     if (becomeFirstResponder() && m_editor)
-        m_editor->selectAll();
+        m_editor->selectEntry();
 }
 
 QString TextField::selectedText() const
 {
-    return m_editor ? m_editor->selectedText() : QString();
+    return m_editor ? m_editor->selectedEntry() : QString();
 }
 
 QLineEdit *TextField::currentEditor() const
 {
-    return isFirstResponder() ? m_editor : nullptr;
+    if (!m_editor || !isFirstResponder())
+        return nullptr;
+    m_editor->flush();
+    return m_editor;
 }
 
 bool TextField::becomeFirstResponder()
 {
+    const bool isTyping = isFirstResponder() && hasBegunEntry();
     if (!takeFocus(focusTarget()))
         return false;
-    if (m_editor)
-        m_editor->selectAll();
+    if (m_editor && !isTyping)
+        m_editor->selectEntry();
     return true;
 }
 
@@ -270,27 +350,40 @@ QWidget *TextField::focusTarget()
     return this;
 }
 
-void TextField::keyPressEvent(QKeyEvent *event)
+bool TextField::event(QEvent *event)
 {
-    if (!m_editor && isEntryKey(event)) {
-        handOn(event);
-        return;
+    if (event->type() == QEvent::KeyPress && takesTab(*static_cast<QKeyEvent *>(event))) {
+        event->accept();
+        return true;
     }
-    // The editor passes on what it does not use, and Return, which has ended the entry.
-    event->setAccepted(m_editor && isReturn(event));
+    return Control::event(event);
 }
 
-void TextField::handOn(QKeyEvent *event)
+void TextField::keyPressEvent(QKeyEvent *event)
 {
-    for (View *view = nextResponder(); view; view = view->nextResponder()) {
-        auto *field = qobject_cast<TextField *>(view);
-        if (!field || !field->isEditable() || !field->becomeFirstResponder())
-            continue;
-        QCoreApplication::sendEvent(field->m_editor, event);
-        event->accept();
+    if (!m_editor && isEntryKey(*event)) {
+        keys::handOn(*this, *event);
         return;
     }
+    // The editor passes on what it does not use.
     event->ignore();
+}
+
+/// A scanner's Tab leaves the focus where the Return behind it is to end the entry; a person's one follows
+/// the chain of fields, where there is one.
+bool TextField::takesTab(const QKeyEvent &event)
+{
+    if (!keys::isTab(event))
+        return false;
+    if (keys::isScanners(*this, event))
+        return true;
+    QSet<const View *> asked{this};
+    for (View *next = nextKeyView(); next && !asked.contains(next); next = next->nextKeyView()) {
+        asked.insert(next);
+        if (next->becomeFirstResponder())
+            return true;
+    }
+    return false;
 }
 
 void TextField::paintEvent(QPaintEvent *event)
@@ -316,7 +409,8 @@ void TextField::paintFrame(QPainter &painter) const
     const bool rounded = m_cell->isBezeled() && m_cell->bezelStyle() == TextFieldCell::BezelStyle::Rounded;
     const double radius = rounded ? CornerRadius : 0.0;
     painter.setRenderHint(QPainter::Antialiasing, rounded);
-    painter.setBrush(m_drawsBackground ? QBrush(m_backgroundColor.toQColor()) : QBrush(Qt::NoBrush));
+    painter.setBrush(m_drawsBackground || m_colorBeforeRefusal ? QBrush(m_backgroundColor.toQColor())
+                                                               : QBrush(Qt::NoBrush));
     painter.setPen(hasFrame() ? QPen(takesKeys || hasFocus() ? FocusColor : BorderColor, width)
                               : QPen(Qt::NoPen));
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
@@ -335,7 +429,7 @@ TextLines TextField::textLines() const
 
 void TextField::textChanged()
 {
-    setToolTip(m_editor || textLines().isWhole ? QString() : m_text);
+    setToolTip(m_editor || textLines().isWhole ? QString() : TextLines::toolTip(m_text));
     update();
 }
 

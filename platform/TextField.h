@@ -4,12 +4,15 @@
 #include "platform/TextAlignment.h"
 #include "platform/TextFieldCell.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class QLineEdit;
 
 namespace platform {
 
+class EntryEditor;
 struct TextLines;
 
 /// A line of text that can be edited, or a label of one or more lines.
@@ -21,20 +24,40 @@ struct TextLines;
 /// is centred in it. A character, Return, Backspace or Delete that arrives at a read-only field that has the
 /// focus travels along the next-responder chain to the first editable field that can take the focus; that one
 /// gets it and the key, so that no character is lost. All other keys go on to whoever holds the field.
+/// Tab goes along the next key views to the first that can take the focus, and as usual where none can; a
+/// scanner's Tab (keys::isScanners) does nothing, so that the Return behind it ends the entry.
 ///
+///
+/// An entry is what a person or scanner types, up to Return. One that is longer than MaximumEntryLength, or
+/// holds a control character other than GS (U+001D), is refused whole: the field is emptied and turns red at
+/// once, takes no more of it, and at its end calls the refusal handler in place of the action. It is red
+/// until the next entry begins, another text (not an empty one) is set, or another background. GS is kept,
+/// and shown as U+241D, which therefore counts as GS itself.
+///
+/// Actions, handlers and whoever is connected to a signal may take the field away.
 /// Thread: the main thread. Ownership: the field owns its cell and its editor; the editor goes when the field
 /// is made read-only.
 class TextField : public Control
 {
     Q_OBJECT
 public:
+    /// The longest entry, in UTF-16 units.
+    static constexpr qsizetype MaximumEntryLength = 4096;
+    /// Receives the field, which is empty, and why it refused: "longer than 4096 characters" or "control
+    /// character U+0007".
+    using RefusalHandler = std::function<void(TextField *field, const QString &why)>;
+
     explicit TextField(QWidget *parent = nullptr);
     explicit TextField(const Rect &frame);
     ~TextField() override;
 
     [[nodiscard]] QString stringValue() const;
-    /// Replaces the text; the cursor goes to its end. Sends no action.
+    /// Replaces the text, a begun entry included; the cursor goes to its end. Sends no action.
     void setStringValue(const QString &text);
+    /// Whether the field holds, or refuses, something typed that has not been ended with Return.
+    [[nodiscard]] bool hasBegunEntry() const;
+    /// Sets who is told of a refused entry, when that has ended or was given up.
+    void setRefusalHandler(RefusalHandler handler) { m_refusalHandler = std::move(handler); }
 
     [[nodiscard]] bool isEditable() const { return m_editor != nullptr; }
     void setEditable(bool editable);
@@ -62,16 +85,25 @@ public:
     /// The editor while the field is being edited (it is editable and first responder), otherwise null.
     [[nodiscard]] QLineEdit *currentEditor() const;
 
+    /// Selects the text as well, unless the field has the focus and a begun entry already.
     bool becomeFirstResponder() override;
     [[nodiscard]] bool isFirstResponder() const override;
     [[nodiscard]] QWidget *focusTarget() override;
 
+signals:
+    /// Sent when Return has ended an entry and the action, or the refusal handler, has run; also when a begun
+    /// entry was given up: all of it deleted, another text set, or the field made read-only, hidden, disabled
+    /// or removed. The entry is no longer begun then.
+    void entryEnded();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void fontChanged() override;
     void layout() override;
+    void wasTakenAway() override;
     /// Whether a press of the mouse is handled by the field editor; a subclass that decides itself says
     /// false.
     [[nodiscard]] virtual bool editorTakesMouse() const { return true; }
@@ -81,8 +113,13 @@ private:
     void dropEditor();
     void styleEditor();
     void endEntry();
+    void giveUpEntry();
+    void tellRefusal(const QString &why);
+    void markRefused();
+    void unmarkRefused();
     void textChanged();
-    void handOn(QKeyEvent *event);
+    bool takesEditorKey(QKeyEvent &event);
+    bool takesTab(const QKeyEvent &event);
     [[nodiscard]] bool hasFrame() const;
     [[nodiscard]] QRectF toWidget(const Rect &rect) const;
     [[nodiscard]] QRectF textArea() const;
@@ -93,7 +130,10 @@ private:
     void paintText(QPainter &painter) const;
 
     std::unique_ptr<TextFieldCell> m_cell;
-    QLineEdit *m_editor = nullptr;
+    EntryEditor *m_editor = nullptr;
+    RefusalHandler m_refusalHandler;
+    /// While the field is red for a refused entry: what it was before.
+    std::optional<Color> m_colorBeforeRefusal;
     QString m_text; ///< While there is no editor, which holds the text otherwise.
     bool m_bordered = false;
     bool m_drawsBackground = false;

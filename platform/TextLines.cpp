@@ -1,6 +1,7 @@
 #include "platform/TextLines.h"
 
 #include <QFontMetricsF>
+#include <QTextDocument>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -10,23 +11,45 @@ namespace platform {
 
 namespace {
 
-/// Where the lines of a text begin, as if there were room for all of them.
-QList<qsizetype> lineStarts(const QString &text, const QFont &font, double width)
+constexpr QChar Ellipsis(0x2026);
+/// A tool tip breaks no lines itself.
+constexpr qsizetype UnitsOfToolTipLine = 100;
+
+/// So many UTF-16 units are no text that has room in a line: hardly a character is narrower than a point.
+qsizetype moreThanOneLine(double width)
+{
+    return static_cast<qsizetype>(std::clamp(width, 0.0, 1e6)) + 1;
+}
+
+/// The first units of a text, without half a character at the end.
+QString beginning(const QString &text, qsizetype units)
+{
+    QString begun = text.left(units);
+    if (begun.size() < text.size() && !begun.isEmpty() && begun.back().isHighSurrogate())
+        begun.chop(1);
+    return begun;
+}
+
+/// Where the lines of a text begin, as if there were room for so many.
+QList<qsizetype> lineStarts(const QString &text, const QFont &font, double width, qsizetype most)
 {
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     QList<qsizetype> starts;
     qsizetype paragraphStart = 0;
-    for (const QString &paragraph : text.split(QLatin1Char('\n'))) {
-        QTextLayout layout(paragraph, font);
+    while (paragraphStart <= text.size() && starts.size() < most) {
+        const qsizetype lineBreak = text.indexOf(QLatin1Char('\n'), paragraphStart);
+        const qsizetype paragraphEnd = lineBreak < 0 ? text.size() : lineBreak;
+        QTextLayout layout(text.mid(paragraphStart, paragraphEnd - paragraphStart), font);
         layout.setTextOption(option);
         layout.beginLayout();
-        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        for (QTextLine line = layout.createLine(); line.isValid() && starts.size() < most;
+             line = layout.createLine()) {
             line.setLineWidth(width);
             starts.append(paragraphStart + line.textStart());
         }
         layout.endLayout();
-        paragraphStart += paragraph.size() + 1;
+        paragraphStart = paragraphEnd + 1;
     }
     return starts;
 }
@@ -55,16 +78,21 @@ TextLines TextLines::broken(const QString &text, const QFont &font, const QSizeF
     if (maximumNumberOfLines > 0)
         limit = std::min<qsizetype>(limit, maximumNumberOfLines);
 
-    const QList<qsizetype> starts = lineStarts(text, font, width);
+    const QString possible = beginning(text, limit * moreThanOneLine(width));
+    const QList<qsizetype> starts = lineStarts(possible, font, width, limit + 1);
+    const bool isTooLong = starts.size() > limit || possible.size() < text.size();
     const qsizetype count = std::min(limit, starts.size());
     TextLines result;
     for (qsizetype i = 0; i + 1 < count; ++i)
-        result.lines.append(withoutTrailingSpace(text.mid(starts[i], starts[i + 1] - starts[i])));
+        result.lines.append(withoutTrailingSpace(possible.mid(starts[i], starts[i + 1] - starts[i])));
     if (count > 0) {
-        QString rest = text.mid(starts[count - 1]);
-        rest = withoutTrailingSpace(rest.replace(QLatin1Char('\n'), QLatin1Char(' ')));
+        QString rest = possible.mid(starts[count - 1]).replace(QLatin1Char('\n'), QLatin1Char(' '));
+        rest = withoutTrailingSpace(rest);
+        const bool isCut = possible.size() < text.size();
+        const QString line = isCut ? rest + Ellipsis : rest;
         // What was broken into lines fits as it is; only what had to be left together can be too long.
-        const QString shown = starts.size() > limit ? metrics.elidedText(rest, Qt::ElideRight, width) : rest;
+        const QString shown =
+            isTooLong ? metrics.elidedText(shortened(line, width), Qt::ElideRight, width) : line;
         result.isWhole = shown == rest;
         result.lines.append(shown);
     }
@@ -73,6 +101,31 @@ TextLines TextLines::broken(const QString &text, const QFont &font, const QSizeF
     result.height =
         metrics.height() + metrics.lineSpacing() * static_cast<double>(std::max<qsizetype>(0, count - 1));
     return result;
+}
+
+QString TextLines::shortened(const QString &text, double width)
+{
+    const qsizetype units = moreThanOneLine(width);
+    return text.size() <= units ? text : beginning(text, units) + Ellipsis;
+}
+
+QString TextLines::toolTip(const QString &text)
+{
+    const QString shown = text.size() <= MaximumToolTip ? text : beginning(text, MaximumToolTip) + Ellipsis;
+    QStringList lines;
+    for (const QString &paragraph : shown.split(QLatin1Char('\n'))) {
+        QString rest = paragraph;
+        while (rest.size() > UnitsOfToolTipLine) {
+            const qsizetype blank = rest.lastIndexOf(QLatin1Char(' '), UnitsOfToolTipLine);
+            const QString line = blank > 0 ? rest.left(blank) : beginning(rest, UnitsOfToolTipLine);
+            lines.append(line);
+            rest.remove(0, blank > 0 ? blank + 1 : line.size());
+        }
+        lines.append(rest);
+    }
+    const QString tip = lines.join(QLatin1Char('\n'));
+    // A text that looks like markup is to be read as it was written.
+    return Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip;
 }
 
 } // namespace platform

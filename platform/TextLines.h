@@ -6,7 +6,8 @@
 
 namespace platform {
 
-/// A text as it is painted into a rectangle, line by line.
+/// A text as it is painted into a rectangle, line by line. What it costs depends on the room, not on how long
+/// the text is.
 ///
 /// Thread: a plain value.
 struct TextLines
@@ -23,6 +24,14 @@ struct TextLines
     /// as there is room for. 0 asks for no limit but the room. There is always room for one line.
     [[nodiscard]] static TextLines broken(const QString &text, const QFont &font, const QSizeF &room,
                                           int maximumNumberOfLines);
+    /// The text; where it is longer than any line of the width (in points) can be, it is cut a little behind
+    /// that width and ends with an ellipsis.
+    [[nodiscard]] static QString shortened(const QString &text, double width);
+    /// The longest text of a tool tip, in UTF-16 units.
+    static constexpr qsizetype MaximumToolTip = 2000;
+    /// The whole text for a tool tip, in lines that fit a screen; longer than MaximumToolTip it is cut with
+    /// an ellipsis.
+    [[nodiscard]] static QString toolTip(const QString &text);
 };
 
 } // namespace platform

@@ -89,7 +89,11 @@ void View::removeFromSuperview()
 {
     if (!parentWidget())
         return;
+    // Whoever hears of it may take the view away.
+    const QPointer<View> self(this);
     hide();
+    if (!self)
+        return;
     setParent(nullptr);
     deleteLater();
 }
@@ -184,6 +188,8 @@ void View::setVisible(bool visible)
         giveUpFocus();
     QWidget::setVisible(visible);
     updateShadowArea();
+    if (!visible)
+        tellTakenAway();
 }
 
 void View::setEnabled(bool enabled)
@@ -192,6 +198,21 @@ void View::setEnabled(bool enabled)
         giveUpFocus();
     QWidget::setEnabled(enabled);
     update();
+    if (!enabled)
+        tellTakenAway();
+}
+
+/// Whoever hears of it may take views away.
+void View::tellTakenAway()
+{
+    QList<QPointer<View>> views;
+    for (View *view : findChildren<View *>())
+        views.append(view);
+    wasTakenAway();
+    for (const QPointer<View> &view : views) {
+        if (view)
+            view->wasTakenAway();
+    }
 }
 
 void View::setPassesClicksThrough(bool passes)

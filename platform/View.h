@@ -136,6 +136,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     /// Called after the view's size has changed and its subviews were resized.
     virtual void layout() {}
+    /// Called after the view, or one around it, was hidden or disabled, or before it is taken out of the
+    /// tree.
+    virtual void wasTakenAway() {}
     /// What the view's shadow surrounds, in the widget's coordinates (origin at the upper left).
     [[nodiscard]] virtual QRectF shadowOutline() const;
     /// Gives the window's focus to a widget of this view, under the conditions of becomeFirstResponder().
@@ -150,6 +153,7 @@ private:
     void sizeChanged(const Size &oldSize);
     void resizeWithSuperview(const Size &oldSuperSize, const Size &newSuperSize);
     void updateShadowArea();
+    void tellTakenAway();
     void paintShadows(QPainter &painter) const;
 
     Rect m_frame;

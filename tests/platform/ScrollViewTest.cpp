@@ -1,0 +1,155 @@
+#include "platform/ScrollView.h"
+
+#include "tests/platform/ViewFixture.h"
+
+#include <QScrollBar>
+
+namespace {
+
+using namespace platform;
+
+/// A scroll view of 100 by 100 points whose document wants more.
+class ScrollViewTest : public testsupport::ViewFixture
+{
+protected:
+    ScrollViewTest()
+    {
+        scroll->setDocumentView(document);
+        scroll->setHasVerticalScroller(true);
+        scroll->setHasHorizontalScroller(true);
+        for (QScrollBar *bar : scroll->findChildren<QScrollBar *>())
+            (bar->orientation() == Qt::Vertical ? vertical : horizontal) = bar;
+    }
+
+    void wants(double width, double height)
+    {
+        scroll->setDocumentSize({width, height});
+        scroll->scrollToPoint({0, document->frame().height()});
+    }
+    [[nodiscard]] Rect seen() const { return scroll->documentVisibleRect(); }
+
+    ScrollView *scroll = add<ScrollView>({10, 10, 100, 100});
+    View *document = new View(Rect(0, 0, 50, 50));
+    QScrollBar *vertical = nullptr;
+    QScrollBar *horizontal = nullptr;
+};
+
+TEST_F(ScrollViewTest, ADocumentThatFitsHasNoScrollersAndFillsTheView)
+{
+    wants(100, 100);
+    EXPECT_TRUE(vertical->isHidden());
+    EXPECT_TRUE(horizontal->isHidden());
+    EXPECT_EQ(document->frame(), Rect(0, 0, 100, 100));
+}
+
+TEST_F(ScrollViewTest, TheDocumentStandsBesideTheScrollers)
+{
+    wants(300, 400);
+    EXPECT_FALSE(vertical->isHidden());
+    EXPECT_FALSE(horizontal->isHidden());
+    const QRect clip = scroll->contentView()->geometry();
+    EXPECT_FALSE(clip.intersects(vertical->geometry()));
+    EXPECT_FALSE(clip.intersects(horizontal->geometry()));
+    EXPECT_FALSE(vertical->geometry().intersects(horizontal->geometry()));
+    EXPECT_TRUE(scroll->rect().contains(vertical->geometry() | horizontal->geometry()));
+}
+
+TEST_F(ScrollViewTest, TheLastPointsOfTheDocumentCanBeSeen)
+{
+    wants(300, 400);
+    vertical->setValue(vertical->maximum());
+    horizontal->setValue(horizontal->maximum());
+    EXPECT_EQ(seen().y(), 0);
+    EXPECT_EQ(seen().x() + seen().width(), 300);
+}
+
+TEST_F(ScrollViewTest, AScrollersRoomMayMakeTheOtherOneNeeded)
+{
+    wants(95, 400);
+    EXPECT_FALSE(horizontal->isHidden());
+    wants(400, 95);
+    EXPECT_FALSE(vertical->isHidden());
+    wants(80, 400);
+    EXPECT_TRUE(horizontal->isHidden());
+}
+
+TEST_F(ScrollViewTest, AScrollerThatIsNotAllowedTakesNoRoom)
+{
+    scroll->setHasVerticalScroller(false);
+    wants(100, 400);
+    EXPECT_TRUE(vertical->isHidden());
+    EXPECT_EQ(seen().width(), 100);
+    EXPECT_TRUE(horizontal->isHidden());
+}
+
+TEST_F(ScrollViewTest, AVerySmallViewScrollsToEverything)
+{
+    scroll->setFrame({10, 10, 30, 25});
+    wants(300, 400);
+    vertical->setValue(vertical->maximum());
+    horizontal->setValue(horizontal->maximum());
+    EXPECT_EQ(seen(), Rect(282, 0, 18, 13));
+    scroll->setFrame({10, 10, 5, 5});
+    EXPECT_EQ(seen().size(), Size(0, 0));
+    scroll->setFrame({10, 10, 100, 100});
+    EXPECT_EQ(seen().size(), Size(88, 88));
+}
+
+TEST_F(ScrollViewTest, TheDocumentShrinksWhenItAsksForLess)
+{
+    wants(1000, 2000);
+    scroll->scrollToPoint({900, 100});
+    scroll->setDocumentSize({60, 300});
+    EXPECT_EQ(document->frame().size(), Size(88, 300));
+    EXPECT_EQ(seen().x(), 0);
+    scroll->setDocumentSize({60, 60});
+    EXPECT_EQ(document->frame(), Rect(0, 0, 100, 100));
+    EXPECT_TRUE(vertical->isHidden());
+}
+
+TEST_F(ScrollViewTest, WhatCanBeSeenIsNotScrolledTo)
+{
+    wants(300, 400);
+    scroll->scrollToPoint({50, 300});
+    const Rect before = seen();
+    scroll->scrollToVisible({60, 220, 20, 20});
+    EXPECT_EQ(seen(), before);
+    scroll->scrollToVisible(before);
+    EXPECT_EQ(seen(), before);
+}
+
+TEST_F(ScrollViewTest, WhatCannotBeSeenIsScrolledToAsLittleAsNeeded)
+{
+    wants(300, 400);
+    scroll->scrollToVisible({200, 100, 20, 30});
+    EXPECT_EQ(seen(), Rect(132, 100, 88, 88)) << "from the upper left corner";
+    scroll->scrollToVisible({100, 250, 20, 30});
+    EXPECT_EQ(seen(), Rect(100, 192, 88, 88)) << "from below and from the right";
+}
+
+TEST_F(ScrollViewTest, OfWhatIsTooLargeTheUpperLeftCornerIsScrolledTo)
+{
+    wants(300, 400);
+    scroll->scrollToVisible({60, 50, 200, 250});
+    EXPECT_EQ(seen(), Rect(60, 212, 88, 88));
+    scroll->scrollToVisible({20, 10, 30, 250});
+    EXPECT_EQ(seen(), Rect(20, 172, 88, 88));
+}
+
+TEST_F(ScrollViewTest, ScrollingBeyondTheDocumentEndsAtItsEdge)
+{
+    wants(300, 400);
+    scroll->scrollToVisible({290, -50, 100, 60});
+    EXPECT_EQ(seen(), Rect(212, 0, 88, 88));
+}
+
+TEST_F(ScrollViewTest, WithoutADocumentNothingScrolls)
+{
+    auto *empty = add<ScrollView>({200, 10, 100, 100});
+    empty->setHasVerticalScroller(true);
+    empty->setDocumentSize({300, 400});
+    empty->scrollToVisible({10, 10, 10, 10});
+    EXPECT_EQ(empty->contentView()->frame(), Rect(0, 0, 100, 100));
+}
+
+} // namespace
