@@ -50,6 +50,7 @@ inline constexpr char UnknownKeyNearly[] = "%s: key '%@' is not known; it is not
 inline constexpr char LengthIsNoNumber[] = "%s: 'length' is %@, which is no number; %ld is used";
 inline constexpr char ColorIsUnknown[] =
     "%s: 'messageColor' is %@, which is no colour's name; it is not used";
+inline constexpr char AlignmentIsNoNumber[] = "%s: 'messageAlignment' is %@, which is no number; %ld is used";
 inline constexpr char AlignmentOutOfRange[] = "%s: 'messageAlignment' is %@, not 0 to 4; the text is centred";
 
 // Conditions

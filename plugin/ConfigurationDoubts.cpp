@@ -90,7 +90,9 @@ QStringList doubtsAbout(const platform::Dictionary &config, const QString &metho
         doubts.append(platform::formatMessage(messages::ColorIsUnknown, {method, color}));
     const QString alignment = config::text(config::MessageAlignment, config);
     const qint64 number = platform::integerValue(alignment);
-    if (!alignment.isEmpty() && (!isInteger(alignment) || number < 0 || number > 4))
+    if (!alignment.isEmpty() && !isInteger(alignment))
+        doubts.append(platform::formatMessage(messages::AlignmentIsNoNumber, {method, alignment, number}));
+    else if (!alignment.isEmpty() && (number < 0 || number > 4))
         doubts.append(platform::formatMessage(messages::AlignmentOutOfRange, {method, alignment}));
     return doubts;
 }
