@@ -1,6 +1,8 @@
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
 
+#include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanLuaSequencer/KVKLuaBindings.h"
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 
 #include <atomic>
 #include <system_error>
@@ -40,6 +42,17 @@ KVKLuaEnd run(const QString &path, KVKLuaScope &scope)
     return {failed ? KVKLuaOutcome::Failed : KVKLuaOutcome::Passed, end.value, {}};
 }
 
+/// An observer that breaks its promise not to throw is told of, and does not end the program.
+void tellEnd(KVKLuaSequenceObserver &observer, const KVKLuaEnd &end) noexcept
+{
+    try {
+        observer.sequenceEnded(end);
+    } catch (...) {
+        KVKLogEvent(KVKLogLevel::Error, "the end of a sequence was not taken: %@",
+                    {KVKTextOfException(std::current_exception())});
+    }
+}
+
 } // namespace
 
 KVKLuaSequence::KVKLuaSequence(Description description, KVKLuaSequenceObserver &observer)
@@ -57,12 +70,13 @@ void KVKLuaSequence::start()
 {
     try {
         m_run->thread = std::thread([shared = m_run] {
-            shared->observer.sequenceEnded(run(shared->description.scriptPath, shared->scope));
+            tellEnd(shared->observer, run(shared->description.scriptPath, shared->scope));
             shared->ended = true;
         });
     } catch (const std::system_error &problem) {
         m_run->ended = true;
-        m_run->observer.sequenceEnded(
+        tellEnd(
+            m_run->observer,
             erred(QStringLiteral("no thread for the sequence: %1").arg(QString::fromUtf8(problem.what()))));
     }
 }
