@@ -115,6 +115,7 @@ int sleepFunction(lua_State *state)
     const lua_Number seconds = luaL_checknumber(state, 1);
     luaL_argcheck(state, seconds >= 0.0, 1, "must be a number of seconds, 0 or more");
     KVKLuaScope::of(state).sleep(seconds);
+    KVKLuaRunner::look(state);
     return 0;
 }
 

@@ -1,5 +1,6 @@
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 
+#include "kovan/KovanLuaSequencer/KVKLuaRunner.h"
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 
 #include <lua.hpp>
@@ -86,6 +87,7 @@ QString KVKTextOfException(const std::exception_ptr &problem)
 int KVKLuaPerform(lua_State *state, KVKLuaBody body)
 {
     const int results = performCatching(state, body);
+    KVKLuaRunner::look(state);
     if (results != Failed)
         return results;
     // From here on no C++ object is left that the jump could pass over.

@@ -30,7 +30,7 @@ struct lua_State;
 using KVKLuaBody = int (*)(lua_State *state);
 
 /// Runs a body as the whole of a C function that Lua calls: an exception of any type becomes a Lua error with
-/// file and line of the calling script.
+/// file and line of the calling script. Requires: a state of a KVKLuaRunner.
 int KVKLuaPerform(lua_State *state, KVKLuaBody body);
 
 /// A body as a function that can be given to a state.

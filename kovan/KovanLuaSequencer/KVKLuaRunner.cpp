@@ -94,6 +94,13 @@ KVKLuaRunner &KVKLuaRunner::of(lua_State *state)
     return **static_cast<KVKLuaRunner **>(lua_getextraspace(state));
 }
 
+void KVKLuaRunner::look(lua_State *state)
+{
+    // Not ended in here, so that the call that was made still has its end and its result.
+    if (of(state).isStopped())
+        lua_sethook(state, endWhenStopped, LUA_MASKCOUNT, 1);
+}
+
 KVKLuaRunner::End KVKLuaRunner::run(const QString &path) noexcept
 {
     try {

@@ -48,7 +48,11 @@ public:
     /// The runner whose script, or whose script's coroutine, runs in the state.
     [[nodiscard]] static KVKLuaRunner &of(lua_State *state);
 
-    /// Whether the script is to end: at its next instruction, from then on at each.
+    /// Looks whether the script is to end, which otherwise happens every thousand instructions: many, where each
+    /// of them is a call that takes its time. Called by functions for the script when they have done their work.
+    static void look(lua_State *state);
+
+    /// Whether the script is to end: soon, and after the call of a function at its next instruction.
     [[nodiscard]] virtual bool isStopped() const = 0;
 
 protected:

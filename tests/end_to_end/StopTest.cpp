@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <vector>
 
 using testsupport::StationRun;
 
@@ -95,7 +96,7 @@ QString sign(const StationRun &station)
     return QStringLiteral("io.open('%1', 'w'):close() ").arg(station.path("sign"));
 }
 
-void sendWhenSigned(StationRun &station, std::initializer_list<int> signalsToSend)
+void sendWhenSigned(StationRun &station, const std::vector<int> &signalsToSend)
 {
     ASSERT_TRUE(testsupport::waitUntil([&] { return QFile::exists(station.path("sign")); }))
         << station.everything().toStdString();
@@ -104,7 +105,7 @@ void sendWhenSigned(StationRun &station, std::initializer_list<int> signalsToSen
 }
 
 /// A signal that asks the station to end, alone or after another one.
-class EndingSignal : public ::testing::TestWithParam<std::initializer_list<int>>
+class EndingSignal : public ::testing::TestWithParam<std::vector<int>>
 {};
 
 TEST_P(EndingSignal, StopsEightWaitingCallsAndKeepsAllResults)
@@ -119,10 +120,10 @@ TEST_P(EndingSignal, StopsEightWaitingCallsAndKeepsAllResults)
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, EndingSignal,
-                         ::testing::Values(std::initializer_list<int>{SIGINT},
-                                           std::initializer_list<int>{SIGTERM},
-                                           std::initializer_list<int>{SIGHUP},
-                                           std::initializer_list<int>{SIGTERM, SIGHUP, SIGINT, SIGTERM}));
+                         ::testing::Values(std::vector<int>{SIGINT},
+                                           std::vector<int>{SIGTERM},
+                                           std::vector<int>{SIGHUP},
+                                           std::vector<int>{SIGTERM, SIGHUP, SIGINT, SIGTERM}));
 
 TEST(Stop, AnOperatorsScriptInsideALibraryFunctionIsNamedAndLeftBehind)
 {
