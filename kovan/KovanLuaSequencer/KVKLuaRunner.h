@@ -48,8 +48,9 @@ public:
     /// The runner whose script, or whose script's coroutine, runs in the state.
     [[nodiscard]] static KVKLuaRunner &of(lua_State *state);
 
-    /// Looks whether the script is to end, which otherwise happens every thousand instructions: many, where each
-    /// of them is a call that takes its time. Called by functions for the script when they have done their work.
+    /// Looks whether the script is to end, which otherwise happens every thousand instructions: many, where
+    /// each of them is a call that takes its time. Called by functions for the script when they have done
+    /// their work.
     static void look(lua_State *state);
 
     /// Whether the script is to end: soon, and after the call of a function at its next instruction.

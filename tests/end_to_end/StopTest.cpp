@@ -120,8 +120,7 @@ TEST_P(EndingSignal, StopsEightWaitingCallsAndKeepsAllResults)
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, EndingSignal,
-                         ::testing::Values(std::vector<int>{SIGINT},
-                                           std::vector<int>{SIGTERM},
+                         ::testing::Values(std::vector<int>{SIGINT}, std::vector<int>{SIGTERM},
                                            std::vector<int>{SIGHUP},
                                            std::vector<int>{SIGTERM, SIGHUP, SIGINT, SIGTERM}));
 
