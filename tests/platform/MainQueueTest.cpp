@@ -105,15 +105,18 @@ TEST(MainQueue, OtherEventsAreServedAmongJobsThatNeverEnd)
 {
     // Each job submits the next one until a timer has run out, which needs the event loop.
     bool ranOut = false;
+    bool ended = false;
     int rounds = 0;
     std::function<void()> next = [&] {
-        ++rounds;
-        if (!ranOut && rounds < 1000000)
+        if (++rounds < 1000000 && !ranOut)
             MainQueue::async(next);
+        else
+            ended = true;
     };
     QTimer::singleShot(0, [&] { ranOut = true; });
     MainQueue::async(next);
-    EXPECT_TRUE(testsupport::waitUntil([&] { return ranOut; }));
+    EXPECT_TRUE(testsupport::waitUntil([&] { return ended; }));
+    EXPECT_TRUE(ranOut);
     EXPECT_LT(rounds, 1000);
 }
 
