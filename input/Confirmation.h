@@ -2,7 +2,7 @@
 
 #include "input/Entries.h"
 #include "input/Focus.h"
-#include "platform/SerialQueue.h"
+#include "platform/WorkQueue.h"
 #include "presentation/PanelViews.h"
 
 #include <functional>
@@ -66,7 +66,7 @@ private:
     Entries &m_entries;
     KeyRouter &m_keys;
     Groups m_groups;
-    platform::SerialQueue m_queue; ///< Last, so that what it runs finds the rest.
+    platform::WorkQueue m_queue; ///< Last, so that what it runs finds the rest.
 };
 
 } // namespace interactive

@@ -7,6 +7,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <memory>
 #include <mutex>
 #include <stdexcept>
@@ -33,6 +34,7 @@ struct Queue
     std::mutex mutex;
     std::condition_variable arrived;
     std::deque<MainQueue::Job> jobs;
+    std::uint64_t taken = 0; ///< How many jobs have left the queue so far.
     bool serving = false;
     bool wakePosted = false;
     std::uint64_t wakes = 0;
@@ -68,14 +70,17 @@ void postWake()
     QCoreApplication::postEvent(queue().waker.get(), new QEvent(Waker::eventType()), Qt::HighEventPriority);
 }
 
-/// The next job, or none.
-MainQueue::Job takeJob()
+constexpr std::uint64_t NoLimit = std::numeric_limits<std::uint64_t>::max();
+
+/// The next job, if it is among the first `limit` that ever were submitted; none otherwise.
+MainQueue::Job takeJob(std::uint64_t limit = NoLimit)
 {
     const std::lock_guard lock(queue().mutex);
-    if (queue().jobs.empty())
+    if (queue().jobs.empty() || queue().taken >= limit)
         return {};
     MainQueue::Job job = std::move(queue().jobs.front());
     queue().jobs.pop_front();
+    ++queue().taken;
     // The job may run an event loop of its own, and that has to serve those behind it.
     if (!queue().jobs.empty())
         postWake();
@@ -88,9 +93,9 @@ void perform(const MainQueue::Job &job) noexcept
     job();
 }
 
-void runWaitingJobs()
+void runWaitingJobs(std::uint64_t limit = NoLimit)
 {
-    while (const MainQueue::Job job = takeJob())
+    while (const MainQueue::Job job = takeJob(limit))
         perform(job);
 }
 
@@ -100,15 +105,31 @@ std::uint64_t wakesSoFar()
     return queue().wakes;
 }
 
+/// Returns when a job is there, when the wakes are not those that were seen, or at the point in time.
+void waitForChange(std::uint64_t seen, std::chrono::steady_clock::time_point limit)
+{
+    std::unique_lock lock(queue().mutex);
+    const auto changed = [seen] { return !queue().jobs.empty() || queue().wakes != seen; };
+    // Waiting for the end of time overflows in the library's arithmetic.
+    if (limit == std::chrono::steady_clock::time_point::max())
+        queue().arrived.wait(lock, changed);
+    else
+        queue().arrived.wait_until(lock, limit, changed);
+}
+
 bool Waker::event(QEvent *event)
 {
     if (event->type() != eventType())
         return QObject::event(event);
+    // One round: the jobs that are there now. Those that come meanwhile wait until the event loop has served
+    // keys, timers, signals and paint; busy sequences would otherwise keep it from them for ever.
+    std::uint64_t limit = 0;
     {
         const std::lock_guard lock(queue().mutex);
         queue().wakePosted = false;
+        limit = queue().taken + queue().jobs.size();
     }
-    runWaitingJobs();
+    runWaitingJobs(limit);
     return true;
 }
 
@@ -189,17 +210,24 @@ void MainQueue::run(Job job)
 
 void MainQueue::drainUntil(const std::function<bool()> &condition)
 {
+    static_cast<void>(drainUntil(condition, std::chrono::steady_clock::time_point::max()));
+}
+
+bool MainQueue::drainUntil(const std::function<bool()> &condition,
+                           std::chrono::steady_clock::time_point limit)
+{
     while (true) {
         // Counted before the look, so that a wake() between the look and the sleep ends the sleep.
         const std::uint64_t seen = wakesSoFar();
         if (condition())
-            return;
+            return true;
+        if (std::chrono::steady_clock::now() >= limit)
+            return false;
         if (const Job job = takeJob()) {
             perform(job);
             continue;
         }
-        std::unique_lock lock(queue().mutex);
-        queue().arrived.wait(lock, [seen] { return !queue().jobs.empty() || queue().wakes != seen; });
+        waitForChange(seen, limit);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <exception>
 #include <functional>
 #include <optional>
@@ -11,8 +12,9 @@ namespace platform {
 /// The queue of work for the main thread, the one that owns every view. The main thread is the one that runs
 /// the QCoreApplication; the queue serves whenever that thread's event loop runs, or inside drainUntil().
 ///
-/// Jobs run in the order in which they were submitted; an event loop or a drainUntil() that a job runs serves
-/// the jobs behind it. Built on the standard library's primitives, so that a thread checker sees every
+/// Jobs run in the order in which they were submitted, a round at a time: after those that were there when
+/// the round began, the event loop serves its other events. An event loop or a drainUntil() that a job runs
+/// serves the jobs behind it. Built on the standard library's primitives, so that a thread checker sees every
 /// hand-over.
 class MainQueue
 {
@@ -56,6 +58,9 @@ public:
     /// Requires: the main thread; that the condition becomes true by a job of this queue, or that wake() is
     /// called after it became true.
     static void drainUntil(const std::function<bool()> &condition);
+    /// The same until a point in time at the latest; says whether the condition holds.
+    [[nodiscard]] static bool drainUntil(const std::function<bool()> &condition,
+                                         std::chrono::steady_clock::time_point limit);
     /// Makes drainUntil() look at its condition again. Thread: any.
     static void wake();
 

@@ -108,6 +108,12 @@ qsizetype endOfDecimal(const QString &text, qsizetype at)
     return at;
 }
 
+QString ownText(const QString &text)
+{
+    return QString(text.constData(),
+                   text.size()); // NOLINT(modernize-return-braced-init-list): an explicit one
+}
+
 } // namespace
 
 QString description(const Value &value)
@@ -215,6 +221,26 @@ bool isArray(const Value &value)
 bool isDictionary(const Value &value)
 {
     return value.metaType() == QMetaType::fromType<Dictionary>();
+}
+
+Value ownCopy(const Value &value)
+{
+    if (value.metaType() == QMetaType::fromType<QString>())
+        return ownText(value.toString());
+    if (isArray(value) || value.metaType() == QMetaType::fromType<QStringList>()) {
+        Array copy;
+        for (const Value &element : value.toList())
+            copy.append(ownCopy(element));
+        return copy;
+    }
+    if (isDictionary(value)) {
+        Dictionary copy;
+        const Dictionary original = value.toMap();
+        for (auto entry = original.cbegin(); entry != original.cend(); ++entry)
+            copy.insert(ownText(entry.key()), ownCopy(entry.value()));
+        return copy;
+    }
+    return value;
 }
 
 } // namespace platform

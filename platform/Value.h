@@ -39,4 +39,9 @@ using Dictionary = QVariantMap;
 [[nodiscard]] bool isArray(const Value &value);
 [[nodiscard]] bool isDictionary(const Value &value);
 
+/// The value with all that it holds, sharing nothing with the original: for handing to another thread, where
+/// the original may be written again. Values share what they hold, and whether somebody else still reads it
+/// is looked at without order between threads. Thread: any that may read the original.
+[[nodiscard]] Value ownCopy(const Value &value);
+
 } // namespace platform

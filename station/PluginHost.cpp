@@ -1,11 +1,13 @@
 #include "station/PluginHost.h"
 
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "station/StationError.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QJsonObject>
 
 namespace station {
@@ -28,18 +30,28 @@ void checkMetaData(const QPluginLoader &loader, const QString &path)
         refuse(path, QStringLiteral("offers the interface %1, this station needs %2").arg(found, wanted));
 }
 
-QObject *makeInstance(QPluginLoader &loader, const QString &path)
+/// What a plug-in answers. Nothing that it throws comes through, of whatever type.
+template <class Question>
+auto ask(const QString &path, const Question &question)
 {
     try {
+        return question();
+    } catch (const StationError &) {
+        throw;
+    } catch (...) {
+        refuse(path,
+               QStringLiteral("failed while loading: %1").arg(KVKTextOfException(std::current_exception())));
+    }
+}
+
+QObject *makeInstance(QPluginLoader &loader, const QString &path)
+{
+    return ask(path, [&] {
         QObject *instance = loader.instance();
         if (!instance)
             refuse(path, loader.errorString());
         return instance;
-    } catch (const StationError &) {
-        throw;
-    } catch (const std::exception &problem) {
-        refuse(path, QStringLiteral("failed while loading: %1").arg(QString::fromUtf8(problem.what())));
-    }
+    });
 }
 
 } // namespace
@@ -51,6 +63,7 @@ LoadedPlugin::LoadedPlugin(const QString &path)
 {
     checkMetaData(*m_loader, path);
     QObject *instance = makeInstance(*m_loader, path);
+    m_root.object = instance;
     m_extension = qobject_cast<KVKExtensionInteractiveView *>(instance);
     m_interruption = qobject_cast<KVKExtensionInterruption *>(instance);
     m_controller = qobject_cast<platform::ViewController *>(instance);
@@ -61,16 +74,52 @@ LoadedPlugin::LoadedPlugin(const QString &path)
         refuse(path, QStringLiteral("its root object is no view controller"));
 }
 
+platform::View *LoadedPlugin::view() const
+{
+    return ask(m_path, [this] { return m_controller->view(); });
+}
+
+QSizeF LoadedPlugin::minimumSize() const
+{
+    return ask(m_path, [this] { return QSizeF(m_extension->minWidthHint(), m_extension->minHeightHint()); });
+}
+
+platform::Dictionary LoadedPlugin::constants() const
+{
+    return ask(m_path, [this] { return m_extension->pluginConstants(); });
+}
+
 std::vector<KVKBoundFunction> LoadedPlugin::bindFunctions() const
 {
-    QObject *context = m_extension->pluginContext();
-    if (!context)
-        refuse(m_path, QStringLiteral("has no context for its functions"));
-    try {
-        return KVKBindFunctions(context, m_extension->pluginFunctionTable());
-    } catch (const KVKFunctionTableError &problem) {
-        refuse(m_path, QString::fromUtf8(problem.what()));
+    return ask(m_path, [this] {
+        QObject *context = m_extension->pluginContext();
+        if (!context)
+            refuse(m_path, QStringLiteral("has no context for its functions"));
+        try {
+            return KVKBindFunctions(context, m_extension->pluginFunctionTable());
+        } catch (const KVKFunctionTableError &problem) {
+            refuse(m_path, QString::fromUtf8(problem.what()));
+        }
+    });
+}
+
+std::vector<KVKBoundFunction> bindFunctions(const std::list<LoadedPlugin> &plugins)
+{
+    std::vector<KVKBoundFunction> functions;
+    QHash<QString, QString> givers;
+    for (const LoadedPlugin &plugin : plugins) {
+        for (const KVKBoundFunction &function : plugin.bindFunctions()) {
+            const auto giver = givers.constFind(function.name());
+            if (giver != givers.constEnd()) {
+                refuse(plugin.path(),
+                       QStringLiteral("gives the function \"%1\", which plug-in %2 gives already")
+                           .arg(function.name(), *giver));
+            }
+            givers.insert(function.name(), plugin.path());
+            functions.push_back(function);
+        }
     }
+    return functions;
 }
 
 QString findPlugin(const QString &plugin, const QStringList &folders)

@@ -1,5 +1,7 @@
 #include "station/RunningSequence.h"
 
+#include "kovan/KovanLogging/KVKLogging.h"
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "platform/MainQueue.h"
 
 #include <QFileInfo>
@@ -102,7 +104,13 @@ void RunningSequence::tellWait(const KVKCallWait &wait)
 
 void RunningSequence::sequenceEnded(const KVKLuaEnd &end)
 {
-    m_results.writeEnd(m_plan.owner, end);
+    // What is not written must not keep the run from ending.
+    try {
+        m_results.writeEnd(m_plan.owner, end);
+    } catch (...) {
+        KVKLogEvent(KVKLogLevel::Error, "results of %@ are lost: %@",
+                    {name(), KVKTextOfException(std::current_exception())});
+    }
     platform::MainQueue::async([this, end, alive = std::weak_ptr<bool>(m_alive)] {
         if (alive.expired())
             return;

@@ -22,6 +22,7 @@ constexpr std::chrono::milliseconds StopLimit{1000};
 constexpr std::chrono::milliseconds BetweenIdleLooks{500};
 const QString NobodyToRunFor = QStringLiteral("no sequence has a system or group to run for");
 constexpr QSize HeadlessSize{1440, 900};
+const QString OperatorsName = QStringLiteral("the operator's script");
 
 platform::Array toArray(const QStringList &texts)
 {
@@ -66,9 +67,12 @@ Station::Station(const CommandLine &commandLine)
 
 Station::~Station()
 {
-    // The operator and the sequences go first: they use everything else.
+    // The operator and the sequences go first: they use everything else. The plug-ins go before the window
+    // that shows their views, and while the main queue serves: a confirmation of theirs may be under way.
     m_operator.reset();
     m_runner.reset();
+    m_plugins.clear();
+    m_window.reset();
     KVKColorEngine::setProviders(nullptr, nullptr);
 }
 
@@ -115,9 +119,8 @@ void Station::makeWindow()
 {
     m_window = std::make_unique<StationWindow>(m_config.name, m_config.systems());
     for (const LoadedPlugin &plugin : m_plugins) {
-        platform::View *view = plugin.controller()->view();
-        m_window->addPluginView(plugin.name(), view,
-                                {plugin.extension()->minWidthHint(), plugin.extension()->minHeightHint()});
+        platform::View *view = plugin.view();
+        m_window->addPluginView(plugin.name(), view, plugin.minimumSize());
     }
     if (m_commandLine.headless)
         m_window->resize(HeadlessSize);
@@ -125,18 +128,15 @@ void Station::makeWindow()
 
 void Station::makeRunner()
 {
-    std::vector<KVKBoundFunction> functions;
     platform::Dictionary constants;
     QList<KVKExtensionInterruption *> interruptions;
     for (const LoadedPlugin &plugin : m_plugins) {
-        for (const KVKBoundFunction &function : plugin.bindFunctions())
-            functions.push_back(function);
-        constants.insert(plugin.extension()->pluginConstants());
+        constants.insert(plugin.constants());
         if (plugin.interruption())
             interruptions.append(plugin.interruption());
     }
-    m_runner =
-        std::make_unique<SequenceRunner>(m_config, std::move(functions), constants, interruptions, m_results);
+    m_runner = std::make_unique<SequenceRunner>(m_config, bindFunctions(m_plugins), constants, interruptions,
+                                                m_results);
 }
 
 void Station::makeOperator()
@@ -144,8 +144,7 @@ void Station::makeOperator()
     if (m_commandLine.operatorScript.isEmpty())
         return;
     const LoadedPlugin &plugin = m_plugins.front();
-    const OperatorStage stage{m_window.get(), plugin.controller()->view(),
-                              plugin.extension()->pluginContext()};
+    const OperatorStage stage{m_window.get(), plugin.view(), plugin.extension()->pluginContext()};
     m_operatorDone = false;
     m_operator = std::make_unique<OperatorScript>(
         m_commandLine.operatorScript, stage,
@@ -169,10 +168,7 @@ void Station::connectRun()
 
 int Station::run()
 {
-    const StopSignal signal([this] {
-        stopRun();
-        m_window->close();
-    });
+    const StopSignal signal([this] { endNow(); });
     m_window->show();
     m_window->activateWindow();
     if (endsByItself()) {
@@ -183,6 +179,7 @@ int Station::run()
             m_idleWait.start();
     }
     QApplication::exec();
+    endOperator();
     return m_runner->allPassed() && !m_operatorFailed && !m_results.hasFailed() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
@@ -209,6 +206,30 @@ void Station::stopRun()
     m_window->setStatus(QStringLiteral("Stopping"));
     m_stuck.start();
     m_runner->stop();
+}
+
+/// Ends the program from outside. Asked once more (a session's end sends several signals), it has nothing
+/// more to do.
+void Station::endNow()
+{
+    if (m_endLimit)
+        return;
+    m_endLimit = std::chrono::steady_clock::now() + StopLimit;
+    if (m_operator)
+        m_operator->stop();
+    stopRun();
+    m_window->close();
+}
+
+/// A script that does not end is left where it is, and with it the program: its thread uses what would go.
+void Station::endOperator()
+{
+    if (!m_endLimit)
+        m_endLimit = std::chrono::steady_clock::now() + StopLimit;
+    if (m_operator && !m_operator->endBy(*m_endLimit)) {
+        sayOnError(QStringLiteral("does not end when stopped: %1").arg(OperatorsName));
+        std::_Exit(EXIT_FAILURE);
+    }
 }
 
 void Station::sequenceWaits(int sequence, const KVKCallWait &wait)
@@ -263,7 +284,9 @@ void Station::operatorEnded(bool ok, const QString &message)
     m_operatorDone = true;
     if (!ok) {
         m_operatorFailed = true;
-        sayOnError(QStringLiteral("operator: %1").arg(message));
+        // That the end of the program ended the script goes without saying.
+        if (!m_endLimit)
+            sayOnError(QStringLiteral("operator: %1").arg(message));
         stopRun();
     } else if (m_runner->isRunning()) {
         m_idleWatch = {};
@@ -296,7 +319,10 @@ void Station::lookForIdleWait()
 /// outside. What it would have to say is lost; all that was said is written.
 void Station::reportStuck()
 {
-    const QString names = m_runner->runningNames().join(QStringLiteral(", "));
+    QStringList running = m_runner->runningNames();
+    if (m_endLimit && m_operator && !m_operator->isFinished())
+        running.append(OperatorsName);
+    const QString names = running.join(QStringLiteral(", "));
     sayOnError(QStringLiteral("does not end when stopped: %1").arg(names));
     m_window->setStatus(QStringLiteral("Does not end: ") + names);
     if (endsByItself() || !m_window->isVisible() || m_window->isClosing())

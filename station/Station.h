@@ -14,8 +14,10 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
+#include <list>
 #include <memory>
-#include <vector>
+#include <optional>
 
 namespace station {
 
@@ -45,6 +47,8 @@ private:
 
     void startRun();
     void stopRun();
+    void endNow();
+    void endOperator();
     void sequenceWaits(int sequence, const KVKCallWait &wait);
     void sequenceEnded(int sequence, const KVKLuaEnd &end);
     void showStates(const QList<int> &systems);
@@ -61,12 +65,13 @@ private:
     StationConfig m_config;
     LogFile m_log;
     ResultsFile m_results;
-    std::vector<LoadedPlugin> m_plugins;
+    std::list<LoadedPlugin> m_plugins;
     std::unique_ptr<SequenceRunner> m_runner;
     std::unique_ptr<StationWindow> m_window;
     std::unique_ptr<OperatorScript> m_operator;
     QTimer m_idleWait; ///< Looks whether sequences wait for an operator that is not there or not any more.
     QTimer m_stuck;    ///< Runs out when a stopped sequence does not end.
+    std::optional<std::chrono::steady_clock::time_point> m_endLimit; ///< Set once the program is to end.
     bool m_operatorDone = true;
     bool m_operatorFailed = false;
     RunStates m_states;

@@ -1,24 +1,27 @@
 #pragma once
 
-#include <QTimer>
+#include <QSocketNotifier>
 
 #include <functional>
 
 namespace station {
 
-/// Turns an interrupt or a request to terminate (Ctrl-C, kill) into a call on the main thread, once.
+/// Turns each request to end (Ctrl-C, kill, a terminal that is closed) into a call on the main thread, as
+/// soon as its event loop runs.
 ///
-/// Thread: the main thread. One in a process.
+/// A terminal's closing is left alone where it was to be ignored when the program started (nohup).
+/// Thread: the main thread. One in a process. Errors: throws std::system_error when the process has no
+/// descriptors left.
 class StopSignal
 {
 public:
-    explicit StopSignal(std::function<void()> handler);
+    explicit StopSignal(const std::function<void()> &handler);
     ~StopSignal();
     StopSignal(const StopSignal &) = delete;
     StopSignal &operator=(const StopSignal &) = delete;
 
 private:
-    QTimer m_look;
+    QSocketNotifier m_arrived;
 };
 
 } // namespace station

@@ -1,3 +1,4 @@
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "platform/MainQueue.h"
 #include "station/CommandLine.h"
 #include "station/QtMessages.h"
@@ -6,6 +7,9 @@
 
 #include <QApplication>
 #include <QTextStream>
+
+#include <csignal>
+#include <cstdio>
 
 namespace {
 
@@ -35,6 +39,18 @@ void chooseDisplay(const station::CommandLine &line)
 #endif
 }
 
+void takeNoNotice(int) {}
+
+/// Makes the program independent of what it was started from: nobody types what a script, or a child process
+/// of one, would wait for; and a reader that goes away (of a pipe to such a child, of what is printed) is an
+/// error of the write and not the end of all. A handler, since children would inherit that the signal is
+/// ignored.
+void standAlone()
+{
+    static_cast<void>(!std::freopen("/dev/null", "r", stdin));
+    std::signal(SIGPIPE, takeNoNotice);
+}
+
 int runStation(const station::CommandLine &line, int argc, char **argv)
 {
     chooseDisplay(line);
@@ -55,10 +71,11 @@ int runStation(const station::CommandLine &line, int argc, char **argv)
 int main(int argc, char **argv)
 {
     try {
+        standAlone();
         const auto line = station::readCommandLine(argumentsOf(argc, argv));
         return line ? runStation(*line, argc, argv) : EXIT_SUCCESS;
-    } catch (const std::exception &problem) {
-        QTextStream(stderr) << "station: " << QString::fromUtf8(problem.what()) << Qt::endl;
+    } catch (...) {
+        QTextStream(stderr) << "station: " << KVKTextOfException(std::current_exception()) << Qt::endl;
         return CannotStart;
     }
 }

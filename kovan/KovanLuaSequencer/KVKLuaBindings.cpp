@@ -1,33 +1,18 @@
 #include "kovan/KovanLuaSequencer/KVKLuaBindings.h"
 
 #include "kovan/KovanLogging/KVKLogging.h"
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 
 #include <lua.hpp>
 
 #include <chrono>
-#include <cmath>
-
-// Lua reports errors by a jump that runs no destructors. Every function here therefore does its work in a C++
-// function that catches all exceptions and leaves an error text on the stack, and raises the Lua error after
-// that has returned.
+#include <utility>
 
 namespace {
 
-constexpr int InstructionsBetweenLooks = 1000;
 constexpr double LongestSleep = 1.0e6;
-constexpr char StoppedText[] = "stopped";
-
-KVKLuaScope &scopeOf(lua_State *state)
-{
-    return **static_cast<KVKLuaScope **>(lua_getextraspace(state));
-}
-
-void pushText(lua_State *state, const QByteArray &text)
-{
-    lua_pushlstring(state, text.constData(), static_cast<std::size_t>(text.size()));
-}
 
 class ArgumentError : public std::runtime_error
 {
@@ -48,11 +33,10 @@ platform::Value readArgument(lua_State *state, const KVKBoundFunction &function,
     const int expected = wanted == KVKArgType::NSNumber ? LUA_TNUMBER : LUA_TTABLE;
     if (lua_type(state, position) != expected) {
         throw ArgumentError(QStringLiteral("%1: argument %2 must be %3, not %4")
-                                .arg(function.name())
-                                .arg(position)
-                                .arg(nameOf(wanted), QLatin1String(luaL_typename(state, position))));
+                                .arg(function.name(), QString::number(position), nameOf(wanted),
+                                     QLatin1String(luaL_typename(state, position))));
     }
-    const QString path = QStringLiteral("%1: argument %2").arg(function.name()).arg(position);
+    const QString path = QStringLiteral("%1: argument %2").arg(function.name(), QString::number(position));
     if (wanted == KVKArgType::NSDictionary)
         return KVKLuaToDictionary(state, position, path);
     return KVKLuaToValue(state, position, path);
@@ -63,8 +47,8 @@ platform::Array readArguments(lua_State *state, const KVKBoundFunction &function
     const int wanted = static_cast<int>(function.arguments().size());
     const int given = lua_gettop(state);
     if (given > wanted) {
-        throw ArgumentError(
-            QStringLiteral("%1: takes %2 arguments, got %3").arg(function.name()).arg(wanted).arg(given));
+        throw ArgumentError(QStringLiteral("%1: takes %2 arguments, got %3")
+                                .arg(function.name(), QString::number(wanted), QString::number(given)));
     }
     platform::Array arguments;
     for (int position = 1; position <= wanted; ++position)
@@ -83,11 +67,11 @@ void pushError(lua_State *state, const platform::Error &error)
                                            {QStringLiteral("message"), error.localizedDescription}});
 }
 
-/// Calls the function and pushes result and error; false with a text on the stack when it threw.
-bool callFunction(lua_State *state)
+/// The body of a plug-in's function. Upvalue: its place among the scope's functions.
+int callPlugin(lua_State *state)
 {
     const auto index = static_cast<std::size_t>(lua_tointeger(state, lua_upvalueindex(1)));
-    KVKLuaScope &scope = scopeOf(state);
+    KVKLuaScope &scope = KVKLuaScope::of(state);
     const KVKBoundFunction &function = scope.functions()[index];
     KVKLuaCall call;
     call.name = function.name();
@@ -98,86 +82,80 @@ bool callFunction(lua_State *state)
         call.result = function.call(call.arguments, &error);
         if (error.isPresent())
             call.error = error;
+    } catch (...) {
+        call.error =
+            platform::Error{QStringLiteral("exception"), 0, KVKTextOfException(std::current_exception())};
         scope.observer().sequenceCalled(call);
-        KVKLuaPush(state, call.result);
-        pushError(state, error);
-        return true;
-    } catch (const std::exception &problem) {
-        call.error = platform::Error{QStringLiteral("exception"), 0, QString::fromUtf8(problem.what())};
+        throw;
     }
     scope.observer().sequenceCalled(call);
-    pushText(state, call.error->localizedDescription.toUtf8());
-    return false;
+    KVKLuaPush(state, call.result);
+    pushError(state, call.error.value_or(platform::Error{}));
+    return 2;
 }
 
-/// Puts file and line of the calling script before the text on the top, and raises it.
-int raise(lua_State *state)
-{
-    luaL_where(state, 1);
-    lua_insert(state, -2);
-    lua_concat(state, 2);
-    return lua_error(state);
-}
-
-int pluginFunction(lua_State *state)
-{
-    return callFunction(state) ? 2 : raise(state);
-}
-
-void writeLog(lua_State *state)
+/// The body of `log`, with the text on the top.
+int writeLog(lua_State *state)
 {
     std::size_t length = 0;
-    const char *bytes = luaL_tolstring(state, 1, &length);
+    const char *bytes = lua_tolstring(state, -1, &length);
     KVKLogEvent(KVKLogLevel::Default, "%@", {QString::fromUtf8(bytes, static_cast<qsizetype>(length))});
+    return 0;
 }
 
 int logFunction(lua_State *state)
 {
     luaL_checkany(state, 1);
-    writeLog(state);
-    return 0;
+    luaL_tolstring(state, 1, nullptr);
+    return KVKLuaPerform(state, writeLog);
 }
 
 int sleepFunction(lua_State *state)
 {
     const lua_Number seconds = luaL_checknumber(state, 1);
     luaL_argcheck(state, seconds >= 0.0, 1, "must be a number of seconds, 0 or more");
-    scopeOf(state).sleep(seconds);
+    KVKLuaScope::of(state).sleep(seconds);
+    KVKLuaRunner::look(state);
     return 0;
 }
 
-int refusedFunction(lua_State *state)
+int pushGlobals(lua_State *state)
 {
-    return luaL_error(state, "%s is not available to a sequence", lua_tostring(state, lua_upvalueindex(1)));
+    KVKLuaPush(state, KVKLuaScope::of(state).globals());
+    return 1;
 }
 
-/// Ends the script once it is stopped. From then on every instruction is looked at, so that a script that
-/// catches the error does not get far.
-void endWhenStopped(lua_State *state, lua_Debug *)
+void setGlobals(lua_State *state)
 {
-    if (!scopeOf(state).isStopped())
-        return;
-    lua_sethook(state, endWhenStopped, LUA_MASKCOUNT, 1);
-    lua_pushstring(state, StoppedText);
-    lua_error(state);
-}
-
-/// Replaces a function of a standard library by one that refuses.
-void refuse(lua_State *state, const char *library, const char *function)
-{
-    lua_getglobal(state, library);
-    lua_pushfstring(state, "%s.%s", library, function);
-    lua_pushcclosure(state, refusedFunction, 1);
-    lua_setfield(state, -2, function);
-    lua_pop(state, 1);
+    lua_pushcfunction(state, KVKLuaFunction<pushGlobals>);
+    lua_call(state, 0, 1);
+    lua_pushglobaltable(state);
+    lua_pushnil(state);
+    while (lua_next(state, -3) != 0) {
+        lua_pushvalue(state, -2);
+        lua_insert(state, -2);
+        lua_rawset(state, -4);
+    }
+    lua_pop(state, 2);
 }
 
 } // namespace
 
-KVKLuaScope::KVKLuaScope(const std::vector<KVKBoundFunction> &functions, KVKLuaSequenceObserver &observer)
-    : m_functions(functions)
+KVKLuaScope::KVKLuaScope(const std::vector<KVKBoundFunction> &functions, platform::Dictionary globals,
+                         KVKLuaSequenceObserver &observer)
+    : KVKLuaRunner({"a sequence", true})
+    , m_functions(functions)
+    , m_globals(std::move(globals))
     , m_observer(observer)
-{}
+{
+    for (const KVKBoundFunction &function : functions)
+        m_names.push_back(function.name().toUtf8());
+}
+
+KVKLuaScope &KVKLuaScope::of(lua_State *state)
+{
+    return static_cast<KVKLuaScope &>(KVKLuaRunner::of(state));
+}
 
 void KVKLuaScope::stop()
 {
@@ -195,22 +173,14 @@ void KVKLuaScope::sleep(double seconds)
     m_changed.wait_for(lock, time, [this] { return m_stopped.load(); });
 }
 
-void KVKLuaBind(lua_State *state, KVKLuaScope &scope)
+void KVKLuaScope::bind(lua_State *state)
 {
-    // The extra space is copied into every coroutine, where the functions find it too.
-    *static_cast<KVKLuaScope **>(lua_getextraspace(state)) = &scope;
-    for (std::size_t i = 0; i < scope.functions().size(); ++i) {
+    for (std::size_t i = 0; i < m_names.size(); ++i) {
         lua_pushinteger(state, static_cast<lua_Integer>(i));
-        lua_pushcclosure(state, pluginFunction, 1);
-        lua_setglobal(state, scope.functions()[i].name().toUtf8().constData());
+        lua_pushcclosure(state, KVKLuaFunction<callPlugin>, 1);
+        lua_setglobal(state, m_names[i].constData());
     }
     lua_register(state, "log", logFunction);
     lua_register(state, "sleep", sleepFunction);
-    // These would end the station, or wait for a person at a terminal.
-    refuse(state, "os", "exit");
-    refuse(state, "io", "read");
-    refuse(state, "io", "lines");
-    refuse(state, "debug", "sethook");
-    refuse(state, "debug", "debug");
-    lua_sethook(state, endWhenStopped, LUA_MASKCOUNT, InstructionsBetweenLooks);
+    setGlobals(state);
 }

@@ -1,39 +1,48 @@
 #pragma once
 
 #include "kovan/KovanLuaSequencer/KVKFunctionTable.h"
+#include "kovan/KovanLuaSequencer/KVKLuaRunner.h"
+
+#include <QByteArray>
 
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <vector>
 
-struct lua_State;
 class KVKLuaSequenceObserver;
 
-/// What the functions of a sequence's state need to know. Private to the sequencer.
+/// Runs the script of a sequence, which finds the functions of plug-ins, `log`, `sleep` and its globals.
+/// Private to the sequencer.
 ///
-/// Thread: the sequence's, except stop() and isStopped(). Outlives the state.
-class KVKLuaScope
+/// Thread: the sequence's, except stop() and isStopped().
+class KVKLuaScope : public KVKLuaRunner
 {
 public:
-    KVKLuaScope(const std::vector<KVKBoundFunction> &functions, KVKLuaSequenceObserver &observer);
+    KVKLuaScope(const std::vector<KVKBoundFunction> &functions, platform::Dictionary globals,
+                KVKLuaSequenceObserver &observer);
+
+    [[nodiscard]] static KVKLuaScope &of(lua_State *state);
 
     [[nodiscard]] const std::vector<KVKBoundFunction> &functions() const { return m_functions; }
+    /// Constants of plug-ins included.
+    [[nodiscard]] const platform::Dictionary &globals() const { return m_globals; }
     [[nodiscard]] KVKLuaSequenceObserver &observer() const { return m_observer; }
 
     void stop();
-    [[nodiscard]] bool isStopped() const { return m_stopped; }
+    [[nodiscard]] bool isStopped() const override { return m_stopped; }
     /// Returns after the time, or at once when stopped.
     void sleep(double seconds);
 
+protected:
+    void bind(lua_State *state) override;
+
 private:
     const std::vector<KVKBoundFunction> &m_functions;
+    std::vector<QByteArray> m_names; ///< Of the functions, in the bytes that Lua takes.
+    platform::Dictionary m_globals;
     KVKLuaSequenceObserver &m_observer;
     std::atomic<bool> m_stopped{false};
     std::mutex m_mutex;
     std::condition_variable m_changed;
 };
-
-/// Gives a state the functions of the scope, `log` and `sleep`; takes from it what would end or block the
-/// process; ends its script soon after the scope was stopped.
-void KVKLuaBind(lua_State *state, KVKLuaScope &scope);

@@ -45,7 +45,7 @@ public:
     virtual void sequenceCalls(const QString &name) = 0;
     /// It has ended, or was refused before it began.
     virtual void sequenceCalled(const KVKLuaCall &call) = 0;
-    /// The last word of a sequence; its thread ends right after.
+    /// The last word of a sequence; its thread ends right after. Where none could be made, called by start().
     virtual void sequenceEnded(const KVKLuaEnd &end) = 0;
 };
 

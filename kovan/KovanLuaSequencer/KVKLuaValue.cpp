@@ -1,12 +1,18 @@
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
+
 #include <QStringDecoder>
 
 #include <lua.hpp>
 
+#include <algorithm>
+#include <vector>
+
 namespace {
 
 constexpr int DeepestNesting = 64;
+constexpr int DeepestResult = 200;
 constexpr int SlotsPerLevel = 4;
 
 class Reader
@@ -118,7 +124,7 @@ private:
         const auto length = static_cast<lua_Integer>(lua_rawlen(m_state, table));
         for (lua_Integer i = 1; i <= length; ++i) {
             lua_rawgeti(m_state, table, i);
-            array.append(read(-1, QStringLiteral("%1[%2]").arg(path).arg(i), depth + 1));
+            array.append(read(-1, QStringLiteral("%1[%2]").arg(path, QString::number(i)), depth + 1));
             lua_pop(m_state, 1);
         }
         return array;
@@ -144,10 +150,108 @@ private:
     int m_top;
 };
 
-void pushText(lua_State *state, const QString &text)
+/// One step of building a Lua value on the stack.
+struct Step
 {
-    const QByteArray bytes = text.toUtf8();
-    lua_pushlstring(state, bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    enum class Kind { Nil, Boolean, Integer, Number, Text, Table, Element, Entry };
+
+    Kind kind = Kind::Nil;
+    lua_Integer integer = 0; ///< Also a boolean, and the place of an element.
+    lua_Number number = 0.0;
+    QByteArray text = {};
+};
+
+/// What has to be pushed, worked out beforehand: while Lua allocates, and may jump away for want of memory,
+/// no C++ object is made.
+class Plan
+{
+public:
+    explicit Plan(const platform::Value &value) { add(value, 0); }
+
+    /// Puts the value onto the stack. Raises a Lua error when that cannot be done.
+    void pushTo(lua_State *state) const
+    {
+        luaL_checkstack(state, m_slots, "a result is nested too deep");
+        for (const Step &step : m_steps)
+            perform(state, step);
+    }
+
+private:
+    void add(const platform::Value &value, int depth)
+    {
+        if (depth > DeepestResult)
+            throw KVKLuaValueError(QStringLiteral("a result is nested too deep"));
+        m_slots = std::max(m_slots, SlotsPerLevel * (depth + 1));
+        if (!value.isValid()) {
+            m_steps.push_back({});
+        } else if (value.metaType() == QMetaType::fromType<bool>()) {
+            m_steps.push_back({Step::Kind::Boolean, value.toBool() ? 1 : 0});
+        } else if (value.metaType() == QMetaType::fromType<double>() ||
+                   value.metaType() == QMetaType::fromType<float>()) {
+            m_steps.push_back({Step::Kind::Number, 0, value.toDouble()});
+        } else if (platform::isNumber(value)) {
+            m_steps.push_back({Step::Kind::Integer, value.toLongLong()});
+        } else if (platform::isArray(value) || value.metaType() == QMetaType::fromType<QStringList>()) {
+            addArray(value.toList(), depth);
+        } else if (platform::isDictionary(value)) {
+            addDictionary(value.toMap(), depth);
+        } else {
+            addText(platform::description(value));
+        }
+    }
+
+    void addText(const QString &text) { m_steps.push_back({Step::Kind::Text, 0, 0.0, text.toUtf8()}); }
+
+    void addArray(const platform::Array &array, int depth)
+    {
+        m_steps.push_back({Step::Kind::Table});
+        for (qsizetype i = 0; i < array.size(); ++i) {
+            add(array.at(i), depth + 1);
+            m_steps.push_back({Step::Kind::Element, i + 1});
+        }
+    }
+
+    void addDictionary(const platform::Dictionary &dictionary, int depth)
+    {
+        m_steps.push_back({Step::Kind::Table});
+        for (auto entry = dictionary.cbegin(); entry != dictionary.cend(); ++entry) {
+            addText(entry.key());
+            add(entry.value(), depth + 1);
+            m_steps.push_back({Step::Kind::Entry});
+        }
+    }
+
+    static void perform(lua_State *state, const Step &step)
+    {
+        switch (step.kind) {
+        case Step::Kind::Nil:
+            return lua_pushnil(state);
+        case Step::Kind::Boolean:
+            return lua_pushboolean(state, step.integer != 0 ? 1 : 0);
+        case Step::Kind::Integer:
+            return lua_pushinteger(state, step.integer);
+        case Step::Kind::Number:
+            return lua_pushnumber(state, step.number);
+        case Step::Kind::Text:
+            lua_pushlstring(state, step.text.constData(), static_cast<std::size_t>(step.text.size()));
+            return;
+        case Step::Kind::Table:
+            return lua_newtable(state);
+        case Step::Kind::Element:
+            return lua_rawseti(state, -2, step.integer);
+        case Step::Kind::Entry:
+            return lua_rawset(state, -3);
+        }
+    }
+
+    std::vector<Step> m_steps;
+    int m_slots = SlotsPerLevel;
+};
+
+int pushPlan(lua_State *state)
+{
+    static_cast<const Plan *>(lua_touserdata(state, 1))->pushTo(state);
+    return 1;
 }
 
 } // namespace
@@ -168,32 +272,10 @@ platform::Dictionary KVKLuaToDictionary(lua_State *state, int index, const QStri
 
 void KVKLuaPush(lua_State *state, const platform::Value &value)
 {
-    luaL_checkstack(state, SlotsPerLevel, "a result is nested too deep");
-    if (!value.isValid()) {
-        lua_pushnil(state);
-    } else if (value.metaType() == QMetaType::fromType<bool>()) {
-        lua_pushboolean(state, value.toBool() ? 1 : 0);
-    } else if (value.metaType() == QMetaType::fromType<double>() ||
-               value.metaType() == QMetaType::fromType<float>()) {
-        lua_pushnumber(state, value.toDouble());
-    } else if (platform::isNumber(value)) {
-        lua_pushinteger(state, value.toLongLong());
-    } else if (platform::isArray(value) || value.metaType() == QMetaType::fromType<QStringList>()) {
-        lua_newtable(state);
-        lua_Integer i = 0;
-        for (const platform::Value &element : value.toList()) {
-            KVKLuaPush(state, element);
-            lua_rawseti(state, -2, ++i);
-        }
-    } else if (platform::isDictionary(value)) {
-        const platform::Dictionary dictionary = value.toMap();
-        lua_newtable(state);
-        for (auto entry = dictionary.cbegin(); entry != dictionary.cend(); ++entry) {
-            pushText(state, entry.key());
-            KVKLuaPush(state, entry.value());
-            lua_rawset(state, -3);
-        }
-    } else {
-        pushText(state, platform::description(value));
-    }
+    Plan plan(value);
+    if (KVKLuaProtected(state, pushPlan, &plan, 1))
+        return;
+    const QString why = KVKLuaTextOnTop(state);
+    lua_pop(state, 1);
+    throw KVKLuaValueError(why);
 }

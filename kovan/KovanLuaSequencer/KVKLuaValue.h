@@ -29,4 +29,7 @@ public:
 [[nodiscard]] platform::Dictionary KVKLuaToDictionary(lua_State *state, int index, const QString &path);
 
 /// Pushes a value; nothing is nil. Integers, numbers, booleans and texts stay what they are.
+///
+/// Errors: throws KVKLuaValueError, and leaves the stack as it was, when the value is nested more than 200
+/// deep or the state has no memory for it. Never raises a Lua error. Thread: the state's.
 void KVKLuaPush(lua_State *state, const platform::Value &value);

@@ -4,7 +4,9 @@
 
 #include <lua.hpp>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace station {
 namespace {
@@ -17,26 +19,35 @@ bool isText(lua_State *state, int index)
     return lua_type(state, index) == LUA_TSTRING || lua_type(state, index) == LUA_TNUMBER;
 }
 
+/// As Lua itself would write it. Lua's own conversion takes memory, and may raise an error for want of it.
+QString numberAsText(lua_State *state, int index)
+{
+    if (lua_isinteger(state, index))
+        return QString::number(lua_tointeger(state, index));
+    const QString text = QString::asprintf(LUA_NUMBER_FMT, lua_tonumber(state, index));
+    const bool looksWhole = std::all_of(text.cbegin(), text.cend(), [](QChar character) {
+        return character == QLatin1Char('-') || character.isDigit();
+    });
+    return looksWhole ? text + QLatin1String(".0") : text;
+}
+
 } // namespace
 
 void LuaArguments::fail(int position, const char *name, const char *expected) const
 {
     throw OperatorFailure(QStringLiteral("%1: argument %2 (%3) must be %4, not %5")
-                              .arg(QString::fromLatin1(m_function))
-                              .arg(position)
-                              .arg(QString::fromLatin1(name), QString::fromLatin1(expected),
+                              .arg(QString::fromLatin1(m_function), QString::number(position),
+                                   QString::fromLatin1(name), QString::fromLatin1(expected),
                                    QString::fromLatin1(lua_typename(m_state, lua_type(m_state, position)))));
 }
 
 QString LuaArguments::textAt(int index) const
 {
-    // Read from a copy: the conversion of a number would change the value in place.
-    lua_pushvalue(m_state, index);
+    if (lua_type(m_state, index) == LUA_TNUMBER)
+        return numberAsText(m_state, index);
     std::size_t length = 0;
-    const char *bytes = lua_tolstring(m_state, -1, &length);
-    const QString text = QString::fromUtf8(bytes, static_cast<qsizetype>(length));
-    lua_pop(m_state, 1);
-    return text;
+    const char *bytes = lua_tolstring(m_state, index, &length);
+    return QString::fromUtf8(bytes, static_cast<qsizetype>(length));
 }
 
 QString LuaArguments::text(int position, const char *name) const
@@ -78,12 +89,16 @@ bool LuaArguments::truth(int position) const
 
 std::optional<QString> LuaArguments::field(int table, const char *key) const
 {
-    lua_pushstring(m_state, key);
-    lua_rawget(m_state, table);
+    // Searched, since looking the key up would make a Lua text of it, which takes memory.
     std::optional<QString> value;
-    if (isText(m_state, -1))
-        value = textAt(-1);
-    lua_pop(m_state, 1);
+    lua_pushnil(m_state);
+    while (lua_next(m_state, table) != 0) {
+        const bool found =
+            lua_type(m_state, -2) == LUA_TSTRING && std::strcmp(lua_tostring(m_state, -2), key) == 0;
+        if (found && isText(m_state, -1))
+            value = textAt(-1);
+        lua_pop(m_state, 1);
+    }
     return value;
 }
 

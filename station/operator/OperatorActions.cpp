@@ -123,7 +123,7 @@ Value OperatorActions::tree(const std::optional<QString> &identifier)
 {
     return MainQueue::sync([&] {
         const View *view = identifier ? firstWithIdentifier(root(), *identifier) : root();
-        return view ? Value(viewTree(view)) : Value();
+        return view ? platform::ownCopy(viewTree(view)) : Value();
     });
 }
 
@@ -137,7 +137,7 @@ Value OperatorActions::property(const QString &name) const
         if (context->metaObject()->indexOfProperty(key.constData()) < 0)
             throw OperatorFailure(QStringLiteral("the plug-in has no property \"%1\"; it has: %2")
                                       .arg(name, propertyNames(context).join(QLatin1String(", "))));
-        return context->property(key.constData());
+        return platform::ownCopy(context->property(key.constData()));
     });
 }
 

@@ -18,7 +18,8 @@ namespace station {
 /// What a simulated operator can do, as its script's functions of the same names do it.
 ///
 /// Thread: the script's thread, which blocks while the work is done on the main thread; stop() on any. Not
-/// copyable. Errors: throws OperatorFailure with a text for the script's author.
+/// copyable. What it returns is the script's own and shares nothing with the main thread. Errors: throws
+/// OperatorFailure with a text for the script's author.
 class OperatorActions
 {
 public:

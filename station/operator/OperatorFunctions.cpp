@@ -1,5 +1,6 @@
 #include "station/operator/OperatorFunctions.h"
 
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 #include "station/operator/LuaArguments.h"
 #include "station/operator/OperatorActions.h"
@@ -7,8 +8,6 @@
 #include "station/operator/OperatorLua.h"
 
 #include <lua.hpp>
-
-#include <exception>
 
 namespace station {
 namespace {
@@ -82,10 +81,9 @@ int extent(const LuaArguments &arguments, int position, const char *name)
 {
     const qint64 value = arguments.integer(position, name);
     if (value < 1 || value > LargestExtent) {
-        throw OperatorFailure(QStringLiteral("operator.resize: %1 must be from 1 to %2, not %3")
-                                  .arg(QString::fromLatin1(name))
-                                  .arg(LargestExtent)
-                                  .arg(value));
+        throw OperatorFailure(
+            QStringLiteral("operator.resize: %1 must be from 1 to %2, not %3")
+                .arg(QString::fromLatin1(name), QString::number(LargestExtent), QString::number(value)));
     }
     return static_cast<int>(value);
 }
@@ -115,43 +113,18 @@ int expect(lua_State *state)
     return 0;
 }
 
-/// The number of results, or -1 with the text of the failure on the stack.
-int attempt(lua_State *state, lua_CFunction body)
-{
-    try {
-        return body(state);
-    } catch (const std::exception &failure) {
-        lua_pushstring(state, failure.what());
-        return -1;
-    }
-}
-
-/// Lua raises an error by a long jump, which must not pass over C++ objects: the bodies throw, and here,
-/// where none is left, the exception becomes the error.
-template <lua_CFunction body>
-int bound(lua_State *state)
-{
-    const int results = attempt(state, body);
-    if (results >= 0)
-        return results;
-    luaL_where(state, 1);
-    lua_insert(state, -2);
-    lua_concat(state, 2);
-    return lua_error(state);
-}
-
 constexpr luaL_Reg Functions[] = {
-    {"waitForPanel", bound<waitForPanel>},
-    {"waitForPanelGone", bound<waitForPanelGone>},
-    {"type", bound<type>},
-    {"scan", bound<scan>},
-    {"click", bound<click>},
-    {"tree", bound<tree>},
-    {"property", bound<property>},
-    {"log", bound<log>},
-    {"screenshot", bound<screenshot>},
-    {"resize", bound<resize>},
-    {"sleep", bound<sleep>},
+    {"waitForPanel", KVKLuaFunction<waitForPanel>},
+    {"waitForPanelGone", KVKLuaFunction<waitForPanelGone>},
+    {"type", KVKLuaFunction<type>},
+    {"scan", KVKLuaFunction<scan>},
+    {"click", KVKLuaFunction<click>},
+    {"tree", KVKLuaFunction<tree>},
+    {"property", KVKLuaFunction<property>},
+    {"log", KVKLuaFunction<log>},
+    {"screenshot", KVKLuaFunction<screenshot>},
+    {"resize", KVKLuaFunction<resize>},
+    {"sleep", KVKLuaFunction<sleep>},
     {nullptr, nullptr},
 };
 
@@ -162,7 +135,7 @@ void registerOperatorFunctions(lua_State *state)
     lua_newtable(state);
     luaL_setfuncs(state, Functions, 0);
     lua_setglobal(state, "operator");
-    lua_pushcfunction(state, bound<expect>);
+    lua_pushcfunction(state, KVKLuaFunction<expect>);
     lua_setglobal(state, "expect");
 }
 

@@ -5,6 +5,7 @@
 #include "station/operator/OperatorLua.h"
 
 #include <atomic>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -31,9 +32,9 @@ public:
 
 namespace {
 
-void runScript(const std::shared_ptr<OperatorRun> &run)
+/// Tells the main thread how the script ended.
+void tellEnd(const std::shared_ptr<OperatorRun> &run, const std::optional<QString> &error)
 {
-    const std::optional<QString> error = runOperatorScript(run->path, run->actions);
     run->ended = true;
     MainQueue::async([run, error] {
         // Taken out first: the callback may let go of the script, and with it of the callback.
@@ -61,12 +62,23 @@ OperatorScript::~OperatorScript()
 
 void OperatorScript::start()
 {
-    m_run->thread = std::thread([run = m_run] { runScript(run); });
+    try {
+        m_run->thread =
+            std::thread([run = m_run] { tellEnd(run, runOperatorScript(run->path, run->actions)); });
+    } catch (const std::system_error &problem) {
+        tellEnd(m_run, QStringLiteral("no thread for the script: %1").arg(QString::fromUtf8(problem.what())));
+    }
 }
 
 void OperatorScript::stop()
 {
     m_run->actions.stop();
+}
+
+bool OperatorScript::endBy(std::chrono::steady_clock::time_point limit)
+{
+    stop();
+    return !m_run->thread.joinable() || MainQueue::drainUntil([this] { return m_run->ended.load(); }, limit);
 }
 
 bool OperatorScript::isFinished() const

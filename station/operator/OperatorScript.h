@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -34,6 +35,10 @@ public:
     /// Ends waits, sleeps and loops of the script, which then fails with "stopped". Thread: any.
     void stop();
     [[nodiscard]] bool isFinished() const;
+    /// Stops the script and serves the main queue until its thread has ended, at the latest until a point in
+    /// time; says whether it has. A script inside a library function (a child process, an endless search)
+    /// does not end.
+    [[nodiscard]] bool endBy(std::chrono::steady_clock::time_point limit);
 
 private:
     std::shared_ptr<OperatorRun> m_run;

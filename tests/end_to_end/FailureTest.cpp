@@ -97,6 +97,7 @@ TEST_P(RefusedPlugin, IsToldInOneLineWithItsPath)
 INSTANTIATE_TEST_SUITE_P(Ways, RefusedPlugin,
                          ::testing::Values(WrongPlugin{"WrongVersion", "InteractiveView/9.0"},
                                            WrongPlugin{"ThrowsWhileLoading", "no licence for this station"},
+                                           WrongPlugin{"ThrowsNumber", "an exception of an unknown type"},
                                            WrongPlugin{"MissingFunction", "measure"},
                                            WrongPlugin{"OtherObject", "OtherObject"},
                                            WrongPlugin{"NoPlugin", "NoPlugin"}),
@@ -108,6 +109,18 @@ TEST(StartFailure, APluginThatIsNotThereIsToldWithItsPath)
     station.perSystem("return true").plugin("/nowhere/libNothing.so").run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errorLine().contains("/nowhere/libNothing.so")) << station.errors().toStdString();
+}
+
+TEST(StartFailure, TwoPluginsWithAFunctionOfTheSameNameAreNamedWithIt)
+{
+    StationRun station;
+    const QString path = QStringLiteral(FIXTURE_PLUGINS_PATH "/libSameFunction.so");
+    station.config(GoodStation).argument("--plugin").argument(path).run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_EQ(
+        station.errorLine(),
+        QStringLiteral("station: plug-in %1: gives the function \"setLoop\", which plug-in %2 gives already")
+            .arg(path, QStringLiteral(PLUGIN_PATH)));
 }
 
 TEST(StartFailure, ATextFileIsNoPlugin)
@@ -151,6 +164,48 @@ TEST(StartFailure, AResultsFileThatCannotBeWrittenIsToldWithItsPath)
     EXPECT_TRUE(station.errorLine().contains("/nowhere/results.jsonl")) << station.errors().toStdString();
 }
 
+TEST(PluginFailure, AnExceptionOfAnyTypeEndsItsCallWithAnErrorThatASequenceCanCatch)
+{
+    StationRun station;
+    station.plugin(QStringLiteral(FIXTURE_PLUGINS_PATH "/libTellsItsEnd.so"));
+    station.perSystem(
+        "local ok, why = pcall(throwNumber) return not ok and why == 'an exception of an unknown type'");
+    station.passes();
+}
+
+TEST(PluginEnd, ComesBeforeThatOfTheWindowAndOfTheMainQueue)
+{
+    StationRun station;
+    station.plugin(QStringLiteral(FIXTURE_PLUGINS_PATH "/libTellsItsEnd.so")).perSystem("return true");
+    station.passes();
+    EXPECT_EQ(station.errors(), "gone before the window\ngone before the queue\n");
+}
+
+TEST(PluginEnd, OfARefusedStationComesBeforeThatOfTheMainQueue)
+{
+    StationRun station;
+    const QString path = QStringLiteral(FIXTURE_PLUGINS_PATH "/libTellsItsEnd.so");
+    station.config(GoodStation).plugin(path).argument("--plugin").argument("/nowhere/libNothing.so").run();
+    EXPECT_EQ(station.status(), 2);
+    EXPECT_TRUE(station.errors().contains("gone before the queue\n")) << station.errors().toStdString();
+}
+
+/// What a sequence can do with child processes that must not harm the station.
+class ChildProcess : public ::testing::TestWithParam<const char *>
+{};
+
+TEST_P(ChildProcess, LeavesTheStationAlone)
+{
+    StationRun station;
+    station.perSystem(GetParam()).passes();
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, ChildProcess,
+                         ::testing::Values("local child = io.popen('true', 'w') "
+                                           "local ok, why = child:write(string.rep('x', 1000000)) "
+                                           "return not ok and why == 'Broken pipe'",
+                                           "return io.popen('cat'):read('a') == ''"));
+
 /// A sequence that goes wrong, and what the line says beside the script.
 struct WrongSequence
 {
@@ -182,15 +237,20 @@ TEST_P(FailingSequence, IsToldInOneLineAndInTheResults)
 
 INSTANTIATE_TEST_SUITE_P(
     Ways, FailingSequence,
-    ::testing::Values(WrongSequence{"ReturnsFalse", "return false", "failed", "failed"},
-                      WrongSequence{"RaisesAnError", "\nerror('the fixture is open')", "erred",
-                                    "sequence1.lua:2: the fixture is open"},
-                      WrongSequence{"IsNoLua", "x = = 1", "erred", "sequence1.lua:1: "},
-                      WrongSequence{"CallsWhatIsNotThere", "showViews(1, {})", "erred", "showViews"},
-                      WrongSequence{"GivesTooFewArguments", "showView(systemIndex)", "erred", "showView"},
-                      WrongSequence{"GivesAWrongArgument", "showView(systemIndex, 'SN')", "erred",
-                                    "argument 2"},
-                      WrongSequence{"NamesAGroupBeyondTheStation", "showGroupView(3, {})", "erred", "3"}),
+    ::testing::Values(
+        WrongSequence{"ReturnsFalse", "return false", "failed", "failed"},
+        WrongSequence{"RaisesAnError", "\nerror('the fixture is open')", "erred",
+                      "sequence1.lua:2: the fixture is open"},
+        WrongSequence{"RaisesAnErrorWithoutText",
+                      "error(setmetatable({}, { __tostring = function() error('no words') end }))", "erred",
+                      "no words"},
+        WrongSequence{"TakesAllMemory", "local t = {} while true do t = { t } end", "erred",
+                      "not enough memory"},
+        WrongSequence{"IsNoLua", "x = = 1", "erred", "sequence1.lua:1: "},
+        WrongSequence{"CallsWhatIsNotThere", "showViews(1, {})", "erred", "showViews"},
+        WrongSequence{"GivesTooFewArguments", "showView(systemIndex)", "erred", "showView"},
+        WrongSequence{"GivesAWrongArgument", "showView(systemIndex, 'SN')", "erred", "argument 2"},
+        WrongSequence{"NamesAGroupBeyondTheStation", "showGroupView(3, {})", "erred", "3"}),
     [](const auto &testCase) { return std::string(testCase.param.name); });
 
 TEST(OperatorFailure, AFailedScriptEndsTheRunAndIsToldInOneLine)
@@ -203,6 +263,17 @@ TEST(OperatorFailure, AFailedScriptEndsTheRunAndIsToldInOneLine)
     EXPECT_TRUE(station.errors().contains("operator.lua:1: no panel \"7\" within 0.2 s"))
         << station.errors().toStdString();
     EXPECT_EQ(station.outcome(0), "stopped");
+}
+
+TEST(OperatorFailure, AnErrorObjectWithoutTextIsToldInOneLine)
+{
+    StationRun station;
+    station.perSystem("return true");
+    station.operatorDoes("error(setmetatable({}, { __tostring = function() error('no words') end }))");
+    station.run();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_EQ(station.errorLine(),
+              "station: operator: an error that has no text (a table: operator.lua:1: no words)");
 }
 
 TEST(OperatorFailure, AFailedScriptSpoilsARunInWhichEverySequencePassed)

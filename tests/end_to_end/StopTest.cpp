@@ -1,8 +1,13 @@
 #include "tests/end_to_end/StationRun.h"
+#include "tests/support/Wait.h"
 
 #include <QDateTime>
+#include <QFile>
 
 #include <gtest/gtest.h>
+
+#include <csignal>
+#include <vector>
 
 using testsupport::StationRun;
 
@@ -83,6 +88,73 @@ TEST(Stop, AFailedOperatorEndsEightWaitingCallsAndAllResultsAreKept)
     station.run();
     expectEightStopped(station);
     EXPECT_TRUE(station.errors().contains("enough")) << station.errors().toStdString();
+}
+
+/// Writes a file, which tells the test that the station is where it is to be.
+QString sign(const StationRun &station)
+{
+    return QStringLiteral("io.open('%1', 'w'):close() ").arg(station.path("sign"));
+}
+
+void sendWhenSigned(StationRun &station, const std::vector<int> &signalsToSend)
+{
+    ASSERT_TRUE(testsupport::waitUntil([&] { return QFile::exists(station.path("sign")); }))
+        << station.everything().toStdString();
+    for (const int number : signalsToSend)
+        EXPECT_EQ(::kill(static_cast<pid_t>(station.process().processId()), number), 0);
+}
+
+/// A signal that asks the station to end, alone or after another one.
+class EndingSignal : public ::testing::TestWithParam<std::vector<int>>
+{};
+
+TEST_P(EndingSignal, StopsEightWaitingCallsAndKeepsAllResults)
+{
+    StationRun station;
+    prepare(station).operatorDoes(QLatin1String(AnswerOnce) + sign(station) + "operator.sleep(3600)");
+    station.start();
+    sendWhenSigned(station, GetParam());
+    station.finish();
+    expectEightStopped(station);
+    EXPECT_EQ(station.errors(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, EndingSignal,
+                         ::testing::Values(std::vector<int>{SIGINT}, std::vector<int>{SIGTERM},
+                                           std::vector<int>{SIGHUP},
+                                           std::vector<int>{SIGTERM, SIGHUP, SIGINT, SIGTERM}));
+
+TEST(Stop, AnOperatorsScriptInsideALibraryFunctionIsNamedAndLeftBehind)
+{
+    StationRun station;
+    station.slotNames({"S1", "S2"}).perSystem("showView(systemIndex, { button = { 'No', 'Yes' } })");
+    // A search that takes longer than anybody lives.
+    station.operatorDoes("operator.waitForPanel('0', 30) operator.waitForPanel('1', 30) " + sign(station) +
+                         "string.find(string.rep('a', 40), string.rep('a*', 40) .. 'b')");
+    station.start();
+    sendWhenSigned(station, {SIGTERM});
+    station.finish();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_EQ(station.errorLine(), "station: does not end when stopped: the operator's script");
+    EXPECT_EQ(station.outcome(0), "stopped");
+    EXPECT_EQ(station.outcome(1), "stopped");
+}
+
+TEST(Stop, BusySequencesDoNotKeepASignalFromTheStation)
+{
+    StationRun station;
+    QStringList names;
+    for (int i = 0; i < 64; ++i)
+        names.append(QStringLiteral("S%1").arg(i));
+    station.slotNames(names).perSystem("if systemIndex == 63 then " + sign(station) +
+                                       " end while true do setLoop(2) end");
+    station.start();
+    sendWhenSigned(station, {SIGTERM});
+    station.finish();
+    EXPECT_EQ(station.status(), 1);
+    EXPECT_EQ(station.errors(), "");
+    for (int i = 0; i < 64; ++i)
+        EXPECT_EQ(station.outcome(i), "stopped");
 }
 
 constexpr const char *AskOnce = "showView(systemIndex, { button = { 'No', 'Yes' } })";

@@ -28,6 +28,15 @@ public:
         return {};
     }
     Q_INVOKABLE platform::Value throwing(platform::Error *) { throw std::out_of_range("9 is out of range"); }
+    Q_INVOKABLE platform::Value throwingNumber(platform::Error *) { throw 42; }
+    /// A table in a table in a table, and so on.
+    Q_INVOKABLE platform::Value deep(platform::Error *)
+    {
+        platform::Value value = 1;
+        for (int i = 0; i < 1000; ++i)
+            value = platform::Array{value};
+        return value;
+    }
     /// Returns when let go.
     Q_INVOKABLE platform::Value wait(platform::Error *)
     {

@@ -1,6 +1,8 @@
 #include "tests/kovan/SequenceRun.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -8,17 +10,20 @@
 
 namespace testsupport {
 
-SequenceRun::SequenceRun(const QByteArray &script, const QString &name)
+SequenceRun::SequenceRun(const QByteArray &script, const QString &name, const QString &folder)
+    : m_scriptFolder(QDir::cleanPath(m_folder.filePath(folder)))
 {
     addFile(name, script);
-    description.scriptPath = m_folder.filePath(name);
+    description.scriptPath = m_scriptFolder + QLatin1Char('/') + name;
 }
 
 SequenceRun::~SequenceRun() = default;
 
 void SequenceRun::addFile(const QString &name, const QByteArray &text)
 {
-    QFile file(m_folder.filePath(name));
+    const QString path = m_scriptFolder + QLatin1Char('/') + name;
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+    QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(text);
 }

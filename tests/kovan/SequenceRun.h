@@ -16,7 +16,9 @@ namespace testsupport {
 class SequenceRun : public KVKLuaSequenceObserver
 {
 public:
-    explicit SequenceRun(const QByteArray &script, const QString &name = QStringLiteral("script.lua"));
+    /// The script's file may lie in a folder below the run's own.
+    explicit SequenceRun(const QByteArray &script, const QString &name = QStringLiteral("script.lua"),
+                         const QString &folder = {});
     ~SequenceRun() override;
 
     /// The methods that the script can call, and what it finds besides. Set before the start.
@@ -31,7 +33,9 @@ public:
     void waitForCall(const QString &name);
     /// The calls that have ended.
     [[nodiscard]] std::vector<KVKLuaCall> calls() const;
-    /// Another file beside the script.
+    /// Where the script lies.
+    [[nodiscard]] QString folder() const { return m_scriptFolder; }
+    /// Another file beside the script, or in a folder there.
     void addFile(const QString &name, const QByteArray &text);
 
     void sequenceCalls(const QString &name) override;
@@ -42,6 +46,7 @@ private:
     void waitFor(const std::function<bool()> &condition, const char *what);
 
     QTemporaryDir m_folder;
+    QString m_scriptFolder;
     std::unique_ptr<KVKLuaSequence> m_sequence;
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;

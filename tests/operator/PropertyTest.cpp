@@ -1,5 +1,7 @@
 #include "tests/operator/OperatorFixture.h"
 
+#include <QTimer>
+
 namespace {
 
 using Property = testsupport::OperatorFixture;
@@ -13,6 +15,30 @@ TEST_F(Property, ScriptReadsAPropertyOfThePluginsContext)
     runs("assert(operator.property('columns') == 4)\n"
          "local data = operator.property('savedData')\n"
          "assert(data.G1.S1 == 'SN1' and data.G1.length == 3)");
+}
+
+/// A thread checker would find the two at the same memory: the main thread writes into the dictionary in
+/// place as soon as it seems to be the only one that holds it.
+TEST_F(Property, MayBeReadWhileTheMainThreadGoesOnWritingIntoIt)
+{
+    const QString path = QStringLiteral("S1");
+    for (int i = 0; i < 50; ++i)
+        context.savedData.insert(QString::number(i), QVariantMap{{path, "SN"}});
+    start("for i = 1, 200 do\n"
+          "  local count = 0\n"
+          "  for key, record in pairs(operator.property('savedData')) do\n"
+          "    assert(record.S1 == 'SN') count = count + 1\n"
+          "  end\n"
+          "  assert(count == 50)\n"
+          "end");
+    QTimer writer;
+    QObject::connect(&writer, &QTimer::timeout, [&] {
+        for (int i = 0; i < 50; ++i)
+            context.savedData.insert(QString::number(i), QVariantMap{{path, "SN"}});
+    });
+    writer.start(0);
+    const Outcome result = outcome();
+    EXPECT_TRUE(result.ok) << result.message.toStdString();
 }
 
 TEST_F(Property, UnknownNameIsAnErrorThatNamesTheKnownOnes)

@@ -48,6 +48,44 @@ TEST_F(Script, ErrorThatIsNoTextIsToldAllTheSame)
     EXPECT_EQ(fails("error(setmetatable({}, {__tostring = function() return 'odd' end}))"), "odd");
 }
 
+TEST_F(Script, ErrorObjectWhoseTextFailsIsNamedWithWhatFailed)
+{
+    EXPECT_EQ(fails("error(setmetatable({}, {__tostring = function() error('no words') end}))"),
+              "an error that has no text (a table: operator.lua:1: no words)");
+    EXPECT_EQ(fails("error(setmetatable({}, {__tostring = function() return {} end}))"),
+              "an error that has no text (a table: '__tostring' must return a string)");
+}
+
+TEST_F(Script, RefusesWhatWouldEndTheStationOrWaitForATerminal)
+{
+    for (const char *function : {"os.exit", "os.setlocale", "io.read", "debug.sethook", "debug.debug"}) {
+        EXPECT_EQ(fails(QLatin1String(function) + "(false)"),
+                  QStringLiteral("operator.lua:1: %1 is not available to an operator's script")
+                      .arg(QLatin1String(function)));
+    }
+    EXPECT_EQ(fails("io.stdin:read()"),
+              "operator.lua:1: io.stdin:read is not available to an operator's script");
+}
+
+TEST_F(Script, MayReturnAnything)
+{
+    runs("return print");
+}
+
+TEST_F(Script, ThatCollectsWithoutEndRunsOutOfItsOwnMemory)
+{
+    EXPECT_EQ(fails("local t = {} while true do t[#t + 1] = string.rep('x', 1000000) .. #t end"),
+              "not enough memory");
+}
+
+TEST_F(Script, ArgumentsMayBeNumbersAsLuaWritesThem)
+{
+    EXPECT_EQ(fails("operator.click(7)"), "operator.lua:1: there is no view \"7\"");
+    EXPECT_EQ(fails("operator.click(2.0)"), "operator.lua:1: there is no view \"2.0\"");
+    EXPECT_EQ(fails("operator.click(-0.5)"), "operator.lua:1: there is no view \"-0.5\"");
+    EXPECT_EQ(fails("operator.click(1e300)"), "operator.lua:1: there is no view \"1e+300\"");
+}
+
 TEST_F(Script, ThatIsNotThereFailsWithItsPath)
 {
     std::optional<Outcome> result;

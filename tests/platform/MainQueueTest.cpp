@@ -2,7 +2,9 @@
 
 #include "tests/support/Wait.h"
 
+#include <QEventLoop>
 #include <QString>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -97,6 +99,59 @@ TEST(MainQueue, AJobMayWaitForTheJobsBehindIt)
     });
     EXPECT_TRUE(testsupport::waitUntil([&] { return order.size() == 2; }));
     EXPECT_EQ(order, (std::vector<int>{1, 2}));
+}
+
+TEST(MainQueue, OtherEventsAreServedAmongJobsThatNeverEnd)
+{
+    // Each job submits the next one until a timer has run out, which needs the event loop.
+    bool ranOut = false;
+    bool ended = false;
+    int rounds = 0;
+    std::function<void()> next = [&] {
+        if (++rounds < 1000000 && !ranOut)
+            MainQueue::async(next);
+        else
+            ended = true;
+    };
+    QTimer::singleShot(0, [&] { ranOut = true; });
+    MainQueue::async(next);
+    EXPECT_TRUE(testsupport::waitUntil([&] { return ended; }));
+    EXPECT_TRUE(ranOut);
+    EXPECT_LT(rounds, 1000);
+}
+
+TEST(MainQueue, AnEventLoopInsideAJobServesTheJobsBehindItAndThoseThatCome)
+{
+    std::vector<int> order;
+    MainQueue::async([&] {
+        QEventLoop inner;
+        MainQueue::async([&] {
+            order.push_back(2);
+            MainQueue::async([&] {
+                order.push_back(3);
+                inner.quit();
+            });
+        });
+        inner.exec();
+        order.push_back(4);
+    });
+    MainQueue::async([&] { order.push_back(1); });
+    MainQueue::async([&] { order.push_back(1); });
+    EXPECT_TRUE(testsupport::waitUntil([&] { return order.size() == 5; }));
+    EXPECT_EQ(order, (std::vector<int>{1, 1, 2, 3, 4}));
+}
+
+TEST(MainQueue, WhatIsLeftRunsBeforeTheServiceEnds)
+{
+    int left = 100;
+    std::function<void()> next = [&] {
+        if (--left > 0)
+            MainQueue::async(next);
+    };
+    MainQueue::async(next);
+    MainQueue::detach();
+    EXPECT_EQ(left, 0);
+    MainQueue::attach();
 }
 
 TEST(MainQueue, AMainThreadThatWaitsForAWorkerServesItsJobs)

@@ -277,3 +277,16 @@ TEST(Value, TellsArraysFromDictionaries)
         EXPECT_FALSE(platform::isDictionary(other));
     }
 }
+
+TEST(OwnCopy, IsEqualAndSharesNothing)
+{
+    const platform::Dictionary original{{"text", QString("S1") + QChar('x')},
+                                        {"list", platform::Array{1, QString("a") + QChar('b')}},
+                                        {"none", {}}};
+    const platform::Dictionary copy = platform::ownCopy(original).toMap();
+    EXPECT_EQ(copy, original);
+    EXPECT_NE(copy.value("text").toString().constData(), original.value("text").toString().constData());
+    EXPECT_NE(copy.constFind("text").key().constData(), original.constFind("text").key().constData());
+    EXPECT_NE(copy.value("list").toList().at(1).toString().constData(),
+              original.value("list").toList().at(1).toString().constData());
+}

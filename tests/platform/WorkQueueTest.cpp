@@ -1,4 +1,4 @@
-#include "platform/SerialQueue.h"
+#include "platform/WorkQueue.h"
 
 #include "platform/MainQueue.h"
 #include "tests/support/Wait.h"
@@ -10,11 +10,11 @@
 #include <vector>
 
 using platform::MainQueue;
-using platform::SerialQueue;
+using platform::WorkQueue;
 
-TEST(SerialQueue, JobsRunOneAfterAnotherInTheOrderOfSubmission)
+TEST(WorkQueue, JobsRunOneAfterAnotherInTheOrderOfSubmission)
 {
-    SerialQueue queue;
+    WorkQueue queue;
     std::vector<int> order;
     std::atomic<bool> ended = false;
     for (int i = 0; i < 100; ++i)
@@ -29,22 +29,22 @@ TEST(SerialQueue, JobsRunOneAfterAnotherInTheOrderOfSubmission)
         EXPECT_EQ(order[static_cast<size_t>(i)], i);
 }
 
-TEST(SerialQueue, JobsLeaveTheMainThreadFree)
+TEST(WorkQueue, JobsLeaveTheMainThreadFree)
 {
-    SerialQueue queue;
+    WorkQueue queue;
     std::promise<bool> onMainThread;
     queue.async([&] { onMainThread.set_value(MainQueue::isMainThread()); });
     EXPECT_FALSE(onMainThread.get_future().get());
 }
 
-TEST(SerialQueue, AQueueThatGoesWaitsForTheJobThatRunsAndDropsTheOthers)
+TEST(WorkQueue, AQueueThatGoesWaitsForTheJobThatRunsAndDropsTheOthers)
 {
     std::promise<void> begun;
     std::promise<void> release;
     std::atomic<bool> ended = false;
     std::atomic<bool> second = false;
     {
-        SerialQueue queue;
+        WorkQueue queue;
         queue.async([&] {
             begun.set_value();
             release.get_future().wait();
@@ -57,4 +57,26 @@ TEST(SerialQueue, AQueueThatGoesWaitsForTheJobThatRunsAndDropsTheOthers)
     }
     EXPECT_TRUE(ended);
     EXPECT_FALSE(second);
+}
+
+TEST(WorkQueue, WhatAJobHoldsGoesBeforeTheNextJobAndMaySubmitOne)
+{
+    std::vector<int> order;
+    std::promise<void> last;
+    WorkQueue queue;
+    const auto submit = [&](int number) {
+        queue.async([&order, &last, number] {
+            order.push_back(number);
+            if (number == 3)
+                last.set_value();
+        });
+    };
+    std::shared_ptr<void> held(nullptr, [&](void *) {
+        order.push_back(1);
+        submit(3);
+    });
+    queue.async([kept = std::move(held)] {});
+    submit(2);
+    last.get_future().wait();
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
 }

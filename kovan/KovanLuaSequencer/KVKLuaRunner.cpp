@@ -1,0 +1,141 @@
+#include "kovan/KovanLuaSequencer/KVKLuaRunner.h"
+
+#include "kovan/KovanLuaSequencer/KVKLuaLibraries.h"
+#include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
+#include "kovan/KovanLuaSequencer/KVKLuaValue.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <lua.hpp>
+
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+namespace {
+
+/// Often enough that nobody notices the delay, seldom enough that nobody notices the look.
+constexpr int InstructionsBetweenLooks = 1000;
+/// A script that collects without end is to fail before the machine does, and with it all other sequences.
+constexpr std::size_t MostMemory = std::size_t{256} * 1024 * 1024;
+
+struct StateCloser
+{
+    void operator()(lua_State *state) const { lua_close(state); }
+};
+using State = std::unique_ptr<lua_State, StateCloser>;
+
+/// The allocator of a state, which counts what the state holds. For a new block, `size` tells its kind and
+/// not a size.
+void *allocate(void *data, void *block, std::size_t size, std::size_t wanted)
+{
+    std::size_t &held = *static_cast<std::size_t *>(data);
+    const std::size_t had = block ? size : 0;
+    if (wanted == 0) {
+        std::free(block);
+        held -= had;
+        return nullptr;
+    }
+    if (wanted > had && wanted - had > MostMemory - held)
+        return nullptr;
+    void *fresh = std::realloc(block, wanted);
+    if (fresh)
+        held += wanted - had;
+    return fresh;
+}
+
+/// Ends the script once it is stopped. From then on every instruction is looked at, so that a script that
+/// catches the error does not get far.
+void endWhenStopped(lua_State *state, lua_Debug *)
+{
+    if (!KVKLuaRunner::of(state).isStopped())
+        return;
+    lua_sethook(state, endWhenStopped, LUA_MASKCOUNT, 1);
+    luaL_where(state, 0);
+    lua_pushliteral(state, "stopped");
+    lua_concat(state, 2);
+    lua_error(state);
+}
+
+KVKLuaRunner::End failure(const QString &message)
+{
+    return {false, {}, message};
+}
+
+KVKLuaRunner::End endWithValueOnTop(lua_State *state)
+{
+    try {
+        return {true, KVKLuaToValue(state, -1, QStringLiteral("the result")), {}};
+    } catch (const KVKLuaValueError &problem) {
+        return failure(QString::fromUtf8(problem.what()));
+    }
+}
+
+} // namespace
+
+/// The script as it was read, in the bytes that Lua takes.
+struct KVKLuaRunner::Source
+{
+    KVKLuaRunner *runner;
+    QByteArray text;
+    QByteArray chunk;
+    QByteArray folder;
+};
+
+KVKLuaRunner::KVKLuaRunner(const Kind &kind)
+    : m_kind(kind)
+{}
+
+KVKLuaRunner::~KVKLuaRunner() = default;
+
+KVKLuaRunner &KVKLuaRunner::of(lua_State *state)
+{
+    return **static_cast<KVKLuaRunner **>(lua_getextraspace(state));
+}
+
+void KVKLuaRunner::look(lua_State *state)
+{
+    // Not ended in here, so that the call that was made still has its end and its result.
+    if (of(state).isStopped())
+        lua_sethook(state, endWhenStopped, LUA_MASKCOUNT, 1);
+}
+
+KVKLuaRunner::End KVKLuaRunner::run(const QString &path) noexcept
+{
+    try {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            return failure(QStringLiteral("%1: %2").arg(path, file.errorString()));
+        const QFileInfo place(path);
+        return runSource(
+            {this, file.readAll(), '@' + place.fileName().toUtf8(), QFile::encodeName(place.absolutePath())});
+    } catch (...) {
+        return failure(KVKTextOfException(std::current_exception()));
+    }
+}
+
+KVKLuaRunner::End KVKLuaRunner::runSource(Source source)
+{
+    const State state(lua_newstate(allocate, &m_memory));
+    if (!state)
+        return failure(QStringLiteral("no memory for the script"));
+    // The extra space is copied into every coroutine, where the functions find it too.
+    *static_cast<KVKLuaRunner **>(lua_getextraspace(state.get())) = this;
+    if (!KVKLuaProtected(state.get(), runProtected, &source, 1))
+        return failure(KVKLuaTextOnTop(state.get()));
+    return m_kind.givesAResult ? endWithValueOnTop(state.get()) : End{true, {}, {}};
+}
+
+int KVKLuaRunner::runProtected(lua_State *state)
+{
+    const Source &source = *static_cast<const Source *>(lua_touserdata(state, 1));
+    KVKLuaOpenLibraries(state, {source.runner->m_kind.name, source.folder.constData()});
+    source.runner->bind(state);
+    lua_sethook(state, endWhenStopped, LUA_MASKCOUNT, InstructionsBetweenLooks);
+    if (luaL_loadbufferx(state, source.text.constData(), static_cast<std::size_t>(source.text.size()),
+                         source.chunk.constData(), "t") != LUA_OK)
+        return lua_error(state);
+    lua_call(state, 0, 1);
+    return 1;
+}
