@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QPointer>
 #include <QSet>
 #include <QWidget>
@@ -110,7 +111,8 @@ private:
         if (isReturn(event)) {
             m_isWithinEntry = false;
             m_command.reset();
-        } else if (isCommand(event)) {
+        } else if (isCommand(event) && !event.matches(QKeySequence::SelectAll)) {
+            // To select all and type on replaces a text; that is nothing that an entry could hold.
             m_command = Moment::of(event);
             m_commandCharacter = *controlOf(event);
         } else if (isCharacter(event) &&

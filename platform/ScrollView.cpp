@@ -109,9 +109,17 @@ Rect ScrollView::documentVisibleRect() const
 {
     if (!m_documentView)
         return {};
+    const Size seen = uncovered();
+    return {m_offset.x(), m_documentView->frame().height() - m_offset.y() - seen.height(), seen.width(),
+            seen.height()};
+}
+
+/// The part of the content view that no scroller lies over.
+Size ScrollView::uncovered() const
+{
     const Size clip = m_contentView->frame().size();
-    return {m_offset.x(), m_documentView->frame().height() - m_offset.y() - clip.height(), clip.width(),
-            clip.height()};
+    return {std::max(0.0, clip.width() - (m_showsVertical ? ScrollerWidth : 0)),
+            std::max(0.0, clip.height() - (m_showsHorizontal ? ScrollerWidth : 0))};
 }
 
 /// The document's size is the larger of what it asks for and the clip; its upper left corner keeps the
@@ -122,38 +130,41 @@ void ScrollView::placeDocument()
         return;
     const Size clip = m_contentView->frame().size();
     const Size size = m_wantedSize.expandedTo(clip);
-    m_offset = {std::clamp(m_offset.x(), 0.0, size.width() - clip.width()),
-                std::clamp(m_offset.y(), 0.0, size.height() - clip.height())};
+    const Size hidden = (m_wantedSize - uncovered()).expandedTo({0.0, 0.0});
+    m_offset = {std::clamp(m_offset.x(), 0.0, hidden.width()),
+                std::clamp(m_offset.y(), 0.0, hidden.height())};
     const Rect frame(-m_offset.x(), clip.height() - size.height() + m_offset.y(), size.width(),
                      size.height());
     m_documentView->setFrame(frame);
 }
 
+/// Shows the scrollers that are needed, and places the document.
 void ScrollView::arrange()
 {
-    const Size whole = bounds().size();
-    bool vertical = m_documentView && m_hasVerticalScroller && m_wantedSize.height() > whole.height();
-    const double width = whole.width() - (vertical ? ScrollerWidth : 0);
-    const bool horizontal = m_documentView && m_hasHorizontalScroller && m_wantedSize.width() > width;
-    const double height = whole.height() - (horizontal ? ScrollerWidth : 0);
-    // The room that the horizontal scroller takes may be what makes the vertical one needed.
-    vertical = m_documentView && m_hasVerticalScroller && m_wantedSize.height() > height;
-    const double left = std::max(0.0, whole.width() - (vertical ? ScrollerWidth : 0));
-    m_contentView->setFrame({0.0, whole.height() - std::max(0.0, height), left, std::max(0.0, height)});
+    const Size clip = m_contentView->frame().size();
+    const bool mayShowVertical = m_documentView && m_hasVerticalScroller;
+    const bool mayShowHorizontal = m_documentView && m_hasHorizontalScroller;
+    m_showsHorizontal = mayShowHorizontal && m_wantedSize.width() > clip.width();
+    m_showsVertical = mayShowVertical && m_wantedSize.height() > uncovered().height();
+    // What the one covers may be what makes the other one needed.
+    m_showsHorizontal = mayShowHorizontal && m_wantedSize.width() > uncovered().width();
+    m_showsVertical = mayShowVertical && m_wantedSize.height() > uncovered().height();
     placeDocument();
     updateScrollers();
-    m_vertical->setVisible(vertical);
-    m_horizontal->setVisible(horizontal);
 }
 
 void ScrollView::updateScrollers()
 {
-    const Rect clip = m_contentView->frame();
-    updateScroller(m_vertical, m_wantedSize.height() - clip.height(), m_offset.y(), clip.height());
-    updateScroller(m_horizontal, m_wantedSize.width() - clip.width(), m_offset.x(), clip.width());
-    const QRect seen = m_contentView->geometry();
-    m_vertical->setGeometry(seen.x() + seen.width(), 0, ScrollerWidth, seen.height());
-    m_horizontal->setGeometry(0, seen.y() + seen.height(), seen.width(), ScrollerWidth);
+    const Size seen = uncovered();
+    updateScroller(m_vertical, m_wantedSize.height() - seen.height(), m_offset.y(), seen.height());
+    updateScroller(m_horizontal, m_wantedSize.width() - seen.width(), m_offset.x(), seen.width());
+    // Where both are shown they leave the corner between them free.
+    m_vertical->setGeometry(width() - ScrollerWidth, 0, ScrollerWidth,
+                            std::max(0, height() - (m_showsHorizontal ? ScrollerWidth : 0)));
+    m_horizontal->setGeometry(0, height() - ScrollerWidth,
+                              std::max(0, width() - (m_showsVertical ? ScrollerWidth : 0)), ScrollerWidth);
+    m_vertical->setVisible(m_showsVertical);
+    m_horizontal->setVisible(m_showsHorizontal);
     m_vertical->raise();
     m_horizontal->raise();
 }
@@ -169,6 +180,7 @@ void ScrollView::updateScroller(QScrollBar *scroller, double range, double offse
 
 void ScrollView::layout()
 {
+    m_contentView->setFrame(bounds());
     arrange();
 }
 

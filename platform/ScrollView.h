@@ -10,12 +10,12 @@ namespace platform {
 ///
 /// The content view is the window onto the document; the document is a subview of it. The document is never
 /// smaller than the content view: it grows with it, and keeps the size it asks for when that is larger.
-/// Scrollers appear where they are allowed and needed, beside the content view, which leaves them their room.
-/// The wheel scrolls with or
-/// without them, and goes on to whoever holds the view when there is nothing left to scroll. When the view is
-/// resized the document's upper left visible corner stays where it is.
-/// Without a document nothing scrolls: the content view fills the bounds, and its subviews keep to their
-/// masks. Thread: the main thread. Ownership: owns content view and document view.
+/// Scrollers appear where they are allowed and needed, over the content view's edge; what the document asks
+/// for can be scrolled out from below them. The wheel scrolls with or without them, and goes on to whoever
+/// holds the view when there is nothing left to scroll. When the view is resized the document's upper left
+/// visible corner stays where it is. Without a document nothing scrolls: the content view fills the bounds,
+/// and its subviews keep to their masks. Thread: the main thread. Ownership: owns content view and document
+/// view.
 class ScrollView : public View
 {
     Q_OBJECT
@@ -46,9 +46,10 @@ public:
     /// corner, as far as the document reaches.
     void scrollToPoint(const Point &point);
     /// Scrolls as little as needed so that the rectangle of the document (bottom-left origin) can be seen; of
-    /// one that is larger than the content view, its upper left corner.
+    /// one that is larger than what can be seen, its upper left corner.
     void scrollToVisible(const Rect &rect);
-    /// The part of the document that can be seen, in the document's coordinates.
+    /// The part of the document that can be seen, in the document's coordinates; not what lies below
+    /// scrollers.
     [[nodiscard]] Rect documentVisibleRect() const;
 
 protected:
@@ -56,8 +57,8 @@ protected:
     void layout() override;
 
 private:
-    /// Divides the bounds between content view and scrollers, and places the document.
     void arrange();
+    [[nodiscard]] Size uncovered() const;
     void placeDocument();
     void updateScrollers();
     void updateScroller(QScrollBar *scroller, double range, double offset, double page);
@@ -70,6 +71,8 @@ private:
     Point m_offset; ///< Distance of the visible part from the document's upper left corner.
     bool m_hasVerticalScroller = false;
     bool m_hasHorizontalScroller = false;
+    bool m_showsVertical = false;
+    bool m_showsHorizontal = false;
 };
 
 } // namespace platform

@@ -286,6 +286,15 @@ TEST_F(EntryTest, APersonsCommandsWorkAsEver)
     EXPECT_TRUE(refusals.isEmpty());
 }
 
+TEST_F(EntryTest, SelectAllInFrontOfAnEntryStaysACommand)
+{
+    field->setStringValue("old");
+    press(Qt::Key_End);
+    send(Qt::Key_A, QString(QChar(1)), Qt::ControlModifier);
+    type("new\n");
+    EXPECT_EQ(entries, QStringList{"new"});
+}
+
 TEST_F(EntryTest, ACommandRightAfterReturnBelongsToNoEntry)
 {
     type("SN1\n");

@@ -153,6 +153,19 @@ TEST_F(KeyRoutingTest, AScannersReturnPressesNoButtonWhenTheProgramWasBusyInBetw
     EXPECT_EQ(presses, 0);
 }
 
+TEST_F(KeyRoutingTest, AScannersReturnIsKnownByWhenItCameWhereNobodyNotedWhenItWasSent)
+{
+    clock.forgetSending();
+    for (const qint64 gap : {keys::ScannerGapMilliseconds, keys::ScannerGapMilliseconds + 1}) {
+        field->becomeFirstResponder();
+        type("SN1");
+        button->becomeFirstResponder();
+        clock.pause(gap);
+        type("\n");
+    }
+    EXPECT_EQ(presses, 1);
+}
+
 TEST_F(KeyRoutingTest, TheSecondOfTwoReturnsOfAScannerPressesNoButton)
 {
     field->setTarget(&target, "enter:", [this](View *) {

@@ -26,12 +26,16 @@ public:
     /// The program was busy, while keys were sent close together.
     void beBusy(qint64 milliseconds) { m_received += milliseconds; }
 
+    /// From now on nobody notes when keys were sent.
+    void forgetSending() { m_notesSending = false; }
+
     [[nodiscard]] qint64 received() const override { return m_received; }
-    [[nodiscard]] quint64 sent(const QKeyEvent &) const override { return m_sent; }
+    [[nodiscard]] quint64 sent(const QKeyEvent &) const override { return m_notesSending ? m_sent : 0; }
 
 private:
     qint64 m_received = 0;
     quint64 m_sent = 1;
+    bool m_notesSending = true;
 };
 
 } // namespace testsupport
