@@ -17,7 +17,7 @@ protected:
 
     /// Starts the plug-in in a station of this shape. Called once.
     World &startWorld(const Shape &shape);
-    World &world() { return *m_world; }
+    [[nodiscard]] World &world() const { return *m_world; }
 
 private:
     std::unique_ptr<World> m_world;
