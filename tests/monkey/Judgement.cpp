@@ -76,6 +76,7 @@ void judgeInputs(World &world, Call &call, const Dictionary &answer)
         if (pressed.texts.value(entry.key()) != text)
             broken(call, QStringLiteral("\"%1\" was not to be seen when it was pressed").arg(text));
         world.handedBack.append({call.panelKey, text});
+        world.entered[call.panelKey + QLatin1Char(' ') + entry.key()].insert(text);
     }
     if (pressed.title != QLatin1String("OK"))
         return;
@@ -106,6 +107,7 @@ void judgeAnswer(World &world, Call &call)
     if (call.pressed->title == QLatin1String("Cancel")) {
         if (result.isValid())
             broken(call, "an answer though it was cancelled");
+        world.answers.remove(questionOf(call.request));
         return;
     }
     const bool asksInputs = !labelsIn(call.request.config, "input").isEmpty();

@@ -135,9 +135,14 @@ QString questionOf(const Request &request)
     QStringList switches = labelsIn(request.config, Switch);
     inputs.sort();
     switches.sort();
+    QString value;
+    if (request.function == Function::ShowGroupView)
+        value = platform::description(request.config.value("label", QString()));
+    if (value.isEmpty())
+        value = QStringLiteral("SN");
     return nameOf(request.function) + QLatin1Char(' ') + platform::description(request.subject) +
-           QLatin1String(": ") + inputs.join(QLatin1Char(',')) + QLatin1String(" | ") +
-           switches.join(QLatin1Char(','));
+           QLatin1String(": ") + value + QLatin1String(" of ") + inputs.join(QLatin1Char(',')) +
+           QLatin1String(" | ") + switches.join(QLatin1Char(','));
 }
 
 QStringList labelsIn(const Dictionary &config, const QString &key)

@@ -55,7 +55,8 @@ enum class Fate {
 [[nodiscard]] std::optional<int> bandOf(const Request &request, Fate fate, const Shape &shape);
 /// The key of the panel that the call waits on; empty when there is none.
 [[nodiscard]] QString panelKeyOf(const Request &request, Fate fate, const Shape &shape);
-/// What tells questions of one panel apart: the kind of panel and its labels, whose order is no matter.
+/// What tells questions of one panel apart: the kind of panel, what a group's panel asks for, and the labels,
+/// whose order is no matter.
 [[nodiscard]] QString questionOf(const Request &request);
 
 /// The labels of a list in the configuration, as texts.

@@ -67,6 +67,8 @@ void Operator::act(Dice &dice)
         pressSomething(dice);
     else if (what < 68)
         pressAndScan(dice);
+    else if (what < 70)
+        pressByKey();
     else if (what < 75)
         clickField(dice);
     else if (what < 80)
@@ -200,6 +202,23 @@ void Operator::pressAndScan(Dice &dice)
     type(text + QLatin1Char('\n'));
     press.settle();
     scan.judge();
+}
+
+/// The space bar presses the button that has the focus.
+void Operator::pressByKey()
+{
+    for (const SeenPanel &panel : visiblePanels(m_world)) {
+        for (const auto &button : panel.buttons) {
+            if (!button->isFirstResponder())
+                continue;
+            m_diary(QStringLiteral("press \"%1\" on panel %2 with the space bar")
+                        .arg(button->title(), panel.key));
+            Press press(m_world, panel, button);
+            type(QStringLiteral(" "));
+            press.settle();
+            return;
+        }
+    }
 }
 
 void Operator::clickField(Dice &dice)

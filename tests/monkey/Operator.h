@@ -37,6 +37,7 @@ private:
     void scan(const QString &entry, const QString &mark);
     void pressSomething(Dice &dice);
     void pressAndScan(Dice &dice);
+    void pressByKey();
     void clickField(Dice &dice);
     void clickSwitch(Dice &dice);
     void switchAndScan(Dice &dice);
