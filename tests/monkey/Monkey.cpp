@@ -3,6 +3,8 @@
 #include "tests/monkey/Promises.h"
 #include "tests/monkey/Requests.h"
 
+#include <iostream>
+
 namespace monkey {
 namespace {
 
@@ -24,7 +26,9 @@ QString Monkey::run(int steps)
             doStep(step);
         answerEverything();
     } catch (const BrokenPromise &broken) {
-        return broken.words + QLatin1String("\nunder way:\n") + m_world.waitingInWords();
+        return QStringList{broken.words, "under way:", m_world.waitingInWords(),
+                           "errors:", m_world.errorLines()}
+            .join(QLatin1Char('\n'));
     }
     return {};
 }
@@ -81,6 +85,8 @@ void Monkey::note(const QString &words)
     m_diary.append(QStringLiteral("%1: %2").arg(m_world.step).arg(words));
     if (m_diary.size() > DiaryLength)
         m_diary.removeFirst();
+    if (qEnvironmentVariableIsSet("MONKEY_DIARY"))
+        std::cerr << m_diary.last().toStdString() << std::endl;
 }
 
 } // namespace monkey

@@ -76,13 +76,13 @@ void Operator::act(Dice &dice)
     else if (what < 82)
         switchAndScan(dice);
     else if (what < 84)
-        clickNowhere(dice);
+        clickNowhere();
     else if (what < 87)
         resize(dice);
     else if (what < 92)
         toggleGroup(dice);
     else if (what < 95)
-        beginEntry(dice);
+        beginEntry();
     else if (what < 97)
         typeLoopNumber(dice);
     else if (what < 99)
@@ -166,10 +166,10 @@ void Operator::press(const SeenPanel &panel, Button *button)
 {
     m_diary(QStringLiteral("press \"%1\" on panel %2").arg(button->title(), panel.key));
     Press press(m_world, panel, button);
-    if (click(button))
-        press.settle();
-    else if (Call *call = m_world.callAt(panel.key))
-        call->pressed.reset();
+    if (!click(button))
+        throw BrokenPromise{
+            QStringLiteral("\"%1\" of panel %2 cannot be pressed").arg(button->title(), panel.key)};
+    press.settle();
 }
 
 void Operator::pressSomething(Dice &dice)
@@ -194,11 +194,9 @@ void Operator::pressAndScan(Dice &dice)
     Scan scan(m_world, text, text);
     scan.forecastNothing();
     Press press(m_world, panel, button);
-    if (!click(button)) {
-        if (Call *call = m_world.callAt(panel.key))
-            call->pressed.reset();
-        return;
-    }
+    if (!click(button))
+        throw BrokenPromise{
+            QStringLiteral("\"%1\" of panel %2 cannot be pressed").arg(button->title(), panel.key)};
     type(text + QLatin1Char('\n'));
     press.settle();
     scan.judge();

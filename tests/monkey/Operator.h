@@ -41,10 +41,10 @@ private:
     void clickField(Dice &dice);
     void clickSwitch(Dice &dice);
     void switchAndScan(Dice &dice);
-    void clickNowhere(Dice &dice);
+    void clickNowhere();
     void resize(Dice &dice);
     void toggleGroup(Dice &dice);
-    void beginEntry(Dice &dice);
+    void beginEntry();
     void typeLoopNumber(Dice &dice);
     void tab();
 

@@ -31,10 +31,14 @@ Scan::Scan(World &world, const QString &entry, const QString &mark)
     forecast(m_focus);
 }
 
+void Scan::forecastRefusal(const QString &why)
+{
+    m_forecast = Forecast::Refused;
+    m_reason = why;
+}
+
 void Scan::forecast(const Focus &focus)
 {
-    if (focus.place == Focus::Place::Nowhere)
-        m_forecast = Forecast::Refused;
     if (focus.place != Focus::Place::Panel)
         return;
     const QList<SeenPanel> panels = panelsIn(m_world.root());
@@ -47,15 +51,16 @@ void Scan::forecast(const Focus &focus)
 void Scan::forecastFor(const SeenPanel &panel, const Call &call, bool isInEntry)
 {
     if (!panel.entry || !panel.entry->field->isEnabled()) {
-        m_forecast = Forecast::Refused;
+        forecastRefusal("the panel has no field that takes it");
         return;
     }
     const std::optional<QString> entry = entryWith(*panel.entry, isInEntry, m_entry);
     if (!entry)
         return;
-    m_forecast = Forecast::Refused;
-    if (!fits(*entry, lengthIn(call.request.config)))
+    if (!fits(*entry, lengthIn(call.request.config))) {
+        forecastRefusal("it does not fit");
         return;
+    }
     if (call.request.function == Function::ShowGroupView) {
         forecastForGroup(panel, call, *entry);
         return;
@@ -67,8 +72,10 @@ void Scan::forecastFor(const SeenPanel &panel, const Call &call, bool isInEntry)
 void Scan::forecastForGroup(const SeenPanel &panel, const Call &call, const QString &entry)
 {
     const QMap<QString, QString> texts = panel.texts();
-    if (texts.values().contains(entry))
+    if (texts.values().contains(entry)) {
+        forecastRefusal("another slot has it");
         return;
+    }
     const QStringList asked = labelsIn(call.request.config, "input");
     for (const QString &slot : m_world.shape.slotNames) {
         if (asked.contains(slot) && panel.isSwitchedOn(slot) && texts.value(slot).isEmpty()) {
@@ -77,6 +84,7 @@ void Scan::forecastForGroup(const SeenPanel &panel, const Call &call, const QStr
             return;
         }
     }
+    forecastRefusal("no slot waits for it");
 }
 
 QSet<Scan::Place> Scan::placesOfText() const
@@ -103,15 +111,20 @@ bool Scan::isTakenByLoop() const
 
 void Scan::broken(const QString &what) const
 {
-    throw BrokenPromise{QStringLiteral("the scan \"%1\" %2").arg(m_entry.left(40), what)};
+    static const QStringList places{"nowhere", "in the loop's field", "in panel ", "elsewhere"};
+    const QString focus = places.at(static_cast<int>(m_focus.place)) + m_focus.panelKey;
+    throw BrokenPromise{
+        QStringLiteral("the scan \"%1\", with the focus %2, %3").arg(m_entry.left(40), focus, what)};
 }
 
 void Scan::judge()
 {
     const QSet<Place> places = placesOfText() - m_placesBefore;
     const bool isRefused = m_world.hasErrorLine(m_mark);
-    if (isTakenByLoop())
+    if (isTakenByLoop()) {
+        m_world.mayLoopChange = true;
         return;
+    }
     if (m_world.loopText() != m_loopBefore)
         broken("changed the loop's number");
     if (places.size() > 1)
@@ -130,7 +143,7 @@ void Scan::judgeLanding(const Place &place) const
 {
     const QString where = QStringLiteral("landed in %1 of panel %2").arg(place.second, place.first);
     if (m_forecast == Forecast::Refused)
-        broken(where + QLatin1String(", where nobody asked for it"));
+        broken(where + QLatin1String(" though ") + m_reason);
     if (m_forecast == Forecast::Lands && place != m_expected)
         broken(where + QStringLiteral(" and not in %1 of panel %2").arg(m_expected.second, m_expected.first));
     const QList<SeenPanel> panels = panelsIn(m_world.root());

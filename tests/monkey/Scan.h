@@ -27,6 +27,7 @@ private:
     enum class Forecast { Lands, Refused, Open };
 
     void forecast(const Focus &focus);
+    void forecastRefusal(const QString &why);
     void forecastFor(const SeenPanel &panel, const Call &call, bool isInEntry);
     void forecastForGroup(const SeenPanel &panel, const Call &call, const QString &entry);
     [[nodiscard]] QSet<Place> placesOfText() const;
@@ -45,6 +46,7 @@ private:
     QMap<QString, platform::Dictionary> m_recordsBefore;
     Forecast m_forecast = Forecast::Open;
     Place m_expected;
+    QString m_reason; ///< Why the text should be refused.
 };
 
 } // namespace monkey

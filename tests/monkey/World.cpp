@@ -72,6 +72,16 @@ void World::beginStep(int number)
     wasLoopOn = isLoopOn();
 }
 
+QString World::errorLines() const
+{
+    QStringList lines;
+    for (const testsupport::LogRecorder::Line &line : log.proxyLines()) {
+        if (line.level == KVKLogLevel::Error)
+            lines.append(QLatin1String("  ") + line.message.left(200));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 Call &World::make(const Request &request)
 {
     mayLoopChange = mayLoopChange || request.function == Function::SetLoop;

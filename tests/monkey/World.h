@@ -68,6 +68,8 @@ struct World
     /// Whether a line at error level of this step holds the text.
     [[nodiscard]] bool hasErrorLine(const QString &part) const;
     [[nodiscard]] QString waitingInWords() const;
+    /// The lines at error level of this step.
+    [[nodiscard]] QString errorLines() const;
 
     /// Forgets what was noted for the step before.
     void beginStep(int number);
