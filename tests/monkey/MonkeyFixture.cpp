@@ -13,6 +13,8 @@ World &MonkeyFixture::startWorld(const Shape &shape)
     station.groups = shape.groups;
     station.slotNames = shape.slotNames;
     testsupport::expectErrors(); // refusals say why in the log
+    start();
+    // From here on it is the calls themselves that are told.
     Call::listen(true);
     m_world.reset(new World{plugin(), window(), log, [this] { settle(); }, shape});
     return *m_world;

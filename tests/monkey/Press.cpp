@@ -27,6 +27,10 @@ Press::Press(World &world, const SeenPanel &panel, platform::Button *button)
 
 Press::Forecast Press::forecastOf(const SeenPanel &panel) const
 {
+    // A group's panel, that of a refusal included, can be confirmed once its group is switched on.
+    if (m_title == QLatin1String("OK") && m_world.shape.groups.contains(m_panelKey) &&
+        !m_world.isGroupOn(m_panelKey))
+        return Forecast::Stays;
     if (m_call->fate == Fate::Refused)
         return Forecast::Ends;
     const bool asksNothing = !panel.entry && panel.switches.isEmpty();

@@ -111,10 +111,9 @@ bool Scan::isTakenByLoop() const
 
 void Scan::broken(const QString &what) const
 {
-    static const QStringList places{"nowhere", "in the loop's field", "in panel ", "elsewhere"};
-    const QString focus = places.at(static_cast<int>(m_focus.place)) + m_focus.panelKey;
+    const QString focus = m_focus.widget.isEmpty() ? QStringLiteral("nothing") : m_focus.widget;
     throw BrokenPromise{
-        QStringLiteral("the scan \"%1\", with the focus %2, %3").arg(m_entry.left(40), focus, what)};
+        QStringLiteral("the scan \"%1\", with the focus on %2, %3").arg(m_entry.left(40), focus, what)};
 }
 
 void Scan::judge()

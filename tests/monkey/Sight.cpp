@@ -1,5 +1,6 @@
 #include "tests/monkey/Sight.h"
 
+#include "station/operator/ViewTree.h"
 #include "tests/support/PluginFixture.h"
 
 #include <QWidget>
@@ -123,16 +124,21 @@ Focus focusIn(View *root)
     QWidget *widget = root->window()->focusWidget();
     if (!widget || widget == root->window())
         return {};
-    if (const TextField *loop = loopFieldIn(root); loop && (loop == widget || loop->isAncestorOf(widget)))
-        return {Focus::Place::Loop, {}, false};
+    Focus focus;
+    focus.widget = station::widgetText(*widget);
+    if (const TextField *loop = loopFieldIn(root); loop && loop->isAncestorOf(widget)) {
+        focus.place = Focus::Place::Loop;
+        return focus;
+    }
+    focus.place = Focus::Place::Elsewhere;
     for (const SeenPanel &panel : panelsIn(root)) {
         if (!panel.view->isAncestorOf(widget))
             continue;
-        const bool isInEntry =
-            panel.entry && (panel.entry->field == widget || panel.entry->field->isAncestorOf(widget));
-        return {Focus::Place::Panel, panel.key, isInEntry};
+        focus.place = Focus::Place::Panel;
+        focus.panelKey = panel.key;
+        focus.isInEntry = panel.entry && panel.entry->field->isAncestorOf(widget);
     }
-    return {Focus::Place::Elsewhere, {}, false};
+    return focus;
 }
 
 } // namespace monkey

@@ -58,8 +58,9 @@ struct Focus
     enum class Place { Nowhere, Loop, Panel, Elsewhere };
 
     Place place = Place::Nowhere;
-    QString panelKey;
+    QString panelKey{};
     bool isInEntry = false;
+    QString widget; ///< What has it, by class and identifier.
 };
 
 [[nodiscard]] Focus focusIn(platform::View *root);
