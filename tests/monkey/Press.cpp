@@ -25,6 +25,12 @@ Press::Press(World &world, const SeenPanel &panel, platform::Button *button)
     m_needsReason = m_title == QLatin1String("OK") && (panel.shown.isEmpty() || pressed.on.isEmpty());
 }
 
+bool Press::asksNothing() const
+{
+    const platform::Dictionary &config = m_call->request.config;
+    return labelsIn(config, "input").isEmpty() && labelsIn(config, "switch").isEmpty();
+}
+
 Press::Forecast Press::forecastOf(const SeenPanel &panel) const
 {
     // A group's panel, that of a refusal included, can be confirmed once its group is switched on.
@@ -33,9 +39,10 @@ Press::Forecast Press::forecastOf(const SeenPanel &panel) const
         return Forecast::Stays;
     if (m_call->fate == Fate::Refused)
         return Forecast::Ends;
-    const bool asksNothing = !panel.entry && panel.switches.isEmpty();
-    if (m_title == QLatin1String("Clear"))
-        return asksNothing ? Forecast::Open : Forecast::Stays;
+    // A group's panel that asks for nothing is ended by each of its buttons.
+    const bool endsByAny = m_call->request.function == Function::ShowGroupView && asksNothing();
+    if (m_title == QLatin1String("Clear") && !endsByAny)
+        return Forecast::Stays;
     return m_title == QLatin1String("OK") ? forecastOfOk(panel) : Forecast::Ends;
 }
 
@@ -50,7 +57,7 @@ Press::Forecast Press::forecastOfOk(const SeenPanel &panel) const
 
 Press::Forecast Press::forecastOfGroupsOk(const SeenPanel &panel) const
 {
-    if (panel.switches.isEmpty())
+    if (asksNothing())
         return Forecast::Ends;
     const auto isOn = [&](const QString &slot) { return panel.isSwitchedOn(slot); };
     if (!panel.entry) {
@@ -73,7 +80,10 @@ void Press::settle()
         throw BrokenPromise{press + QLatin1String(" has no call to end")};
     const QString stuck = QStringLiteral("%1 did not end %2").arg(press, m_call->inWords());
     m_world.endConfirmations();
-    monkey::settle(m_world, stuck, [this] { return m_forecast != Forecast::Ends || m_call->hasEnded(); });
+    monkey::settle(m_world, stuck, [this] {
+        const bool isRefused = m_forecast == Forecast::Open && m_world.hasErrorLine(QString());
+        return m_forecast == Forecast::Stays || isRefused || m_call->hasEnded();
+    });
     judgeStaying(press);
 }
 

@@ -21,6 +21,7 @@ public:
 private:
     enum class Forecast { Ends, Stays, Open };
 
+    [[nodiscard]] bool asksNothing() const;
     [[nodiscard]] Forecast forecastOf(const SeenPanel &panel) const;
     [[nodiscard]] Forecast forecastOfOk(const SeenPanel &panel) const;
     [[nodiscard]] Forecast forecastOfGroupsOk(const SeenPanel &panel) const;
