@@ -1,0 +1,177 @@
+#include "tests/monkey/Scan.h"
+
+#include <algorithm>
+
+using platform::Dictionary;
+
+namespace monkey {
+namespace {
+
+/// What the entry field will hold at Return; nothing when that cannot be told from outside.
+std::optional<QString> entryWith(const SeenField &field, bool isInEntry, const QString &scanned)
+{
+    if (field.text.isEmpty() || field.field->selectedText() == field.text)
+        return scanned;
+    return isInEntry ? std::optional(field.text + scanned) : std::nullopt;
+}
+
+} // namespace
+
+Scan::Scan(World &world, const QString &entry, const QString &mark)
+    : m_world(world)
+    , m_entry(entry)
+    , m_mark(mark)
+    , m_focus(focusIn(world.root()))
+    , m_loopBefore(world.loopText())
+    , m_wasFocusChosen(world.isFocusChosen)
+    , m_placesBefore(placesOfText())
+{
+    for (const SeenPanel &panel : panelsIn(world.root()))
+        m_recordsBefore.insert(panel.key, world.record(panel.key));
+    forecast(m_focus);
+}
+
+void Scan::forecastRefusal(const QString &why)
+{
+    m_forecast = Forecast::Refused;
+    m_reason = why;
+}
+
+void Scan::forecast(const Focus &focus)
+{
+    if (focus.place != Focus::Place::Panel)
+        return;
+    const QList<SeenPanel> panels = panelsIn(m_world.root());
+    const SeenPanel *panel = panelWithKey(panels, focus.panelKey);
+    const Call *call = m_world.callAt(focus.panelKey);
+    if (panel && call)
+        forecastFor(*panel, *call, focus.isInEntry);
+}
+
+void Scan::forecastFor(const SeenPanel &panel, const Call &call, bool isInEntry)
+{
+    if (!panel.entry || !panel.entry->field->isEnabled()) {
+        forecastRefusal("the panel has no field that takes it");
+        return;
+    }
+    const std::optional<QString> entry = entryWith(*panel.entry, isInEntry, m_entry);
+    if (!entry)
+        return;
+    if (!fits(*entry, lengthIn(call.request.config))) {
+        forecastRefusal("it does not fit");
+        return;
+    }
+    if (call.request.function == Function::ShowGroupView) {
+        forecastForGroup(panel, call, *entry);
+        return;
+    }
+    m_forecast = Forecast::Lands;
+    m_expected = {panel.key, panel.entry->label};
+}
+
+void Scan::forecastForGroup(const SeenPanel &panel, const Call &call, const QString &entry)
+{
+    const QMap<QString, QString> texts = panel.texts();
+    if (texts.values().contains(entry)) {
+        forecastRefusal("another slot has it");
+        return;
+    }
+    const QStringList asked = labelsIn(call.request.config, "input");
+    for (const QString &slot : m_world.shape.slotNames) {
+        if (asked.contains(slot) && panel.isSwitchedOn(slot) && texts.value(slot).isEmpty()) {
+            m_forecast = Forecast::Lands;
+            m_expected = {panel.key, slot};
+            return;
+        }
+    }
+    forecastRefusal("no slot waits for it");
+}
+
+QSet<Scan::Place> Scan::placesOfText() const
+{
+    QSet<Place> places;
+    for (const SeenPanel &panel : panelsIn(m_world.root())) {
+        const Dictionary record = m_world.record(panel.key);
+        for (auto entry = record.cbegin(); entry != record.cend(); ++entry) {
+            if (entry.value().toString().contains(m_mark))
+                places.insert({panel.key, entry.key()});
+        }
+    }
+    for (const HandedBack &answer : m_world.handedBack) {
+        if (answer.text.contains(m_mark))
+            places.insert({answer.panelKey, QStringLiteral("(answer)")});
+    }
+    return places;
+}
+
+bool Scan::isTakenByLoop() const
+{
+    return m_focus.place == Focus::Place::Loop && m_wasFocusChosen && m_world.loopText() != m_loopBefore;
+}
+
+void Scan::broken(const QString &what) const
+{
+    const QString focus = m_focus.widget.isEmpty() ? QStringLiteral("nothing") : m_focus.widget;
+    throw BrokenPromise{
+        QStringLiteral("the scan \"%1\", with the focus on %2, %3").arg(m_entry.left(40), focus, what)};
+}
+
+void Scan::judge()
+{
+    const QSet<Place> places = placesOfText() - m_placesBefore;
+    const bool isRefused = m_world.hasErrorLine(m_mark);
+    if (isTakenByLoop()) {
+        m_world.mayLoopChange = true;
+        return;
+    }
+    if (m_world.loopText() != m_loopBefore)
+        broken("changed the loop's number");
+    if (places.size() > 1)
+        broken("is in two places");
+    if (places.isEmpty() && !isRefused && m_placesBefore.isEmpty())
+        broken("is nowhere, and no line says why");
+    if (!places.isEmpty() && isRefused)
+        broken("was refused and is stored as well");
+    if (places.isEmpty() && m_forecast == Forecast::Lands && m_placesBefore.isEmpty())
+        broken(QStringLiteral("was refused by panel %1, which waits for it").arg(m_expected.first));
+    if (!places.isEmpty())
+        judgeLanding(*places.cbegin());
+}
+
+void Scan::judgeLanding(const Place &place) const
+{
+    const QString where = QStringLiteral("landed in %1 of panel %2").arg(place.second, place.first);
+    if (m_forecast == Forecast::Refused)
+        broken(where + QLatin1String(" though ") + m_reason);
+    if (m_forecast == Forecast::Lands && place != m_expected)
+        broken(where + QStringLiteral(" and not in %1 of panel %2").arg(m_expected.second, m_expected.first));
+    const QList<SeenPanel> panels = panelsIn(m_world.root());
+    const SeenPanel *panel = panelWithKey(panels, place.first);
+    if (!panel)
+        return;
+    if (!panel->texts().value(place.second).contains(m_mark))
+        broken(where + QLatin1String(", which does not show it"));
+    if (!panel->isVisible)
+        broken(where + QLatin1String(", which is hidden"));
+    m_world.entered[place.first + QLatin1Char(' ') + place.second].insert(
+        m_world.record(place.first).value(place.second).toString());
+    judgeReplacement(place);
+    m_world.isFocusChosen = false;
+}
+
+/// Without the operator's choosing it, a filled field gets no entry while another panel waits for one.
+void Scan::judgeReplacement(const Place &place) const
+{
+    if (m_wasFocusChosen || m_recordsBefore.value(place.first).value(place.second).toString().isEmpty())
+        return;
+    for (const SeenPanel &panel : panelsIn(m_world.root())) {
+        const bool isWaiting = panel.isVisible && panel.entry && panel.shown.isEmpty() &&
+                               !m_recordsBefore.value(panel.key).contains(panel.entry->label) &&
+                               m_recordsBefore.contains(panel.key);
+        if (isWaiting)
+            broken(QStringLiteral("replaced the entry of panel %1 while panel %2 waits for one")
+                       .arg(place.first, panel.key));
+    }
+}
+
+} // namespace monkey
