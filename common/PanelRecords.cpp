@@ -42,6 +42,8 @@ void PanelRecords::restore(const platform::Dictionary &data)
     m_data = data;
     m_questions.clear();
     m_answers.clear();
+    const QStringList panelKeys = data.keys();
+    m_unasked = QSet<QString>(panelKeys.cbegin(), panelKeys.cend());
 }
 
 std::optional<platform::Dictionary> PanelRecords::record(const QString &panelKey) const
@@ -64,12 +66,9 @@ void PanelRecords::start(const QString &panelKey, qint64 length, const QString &
     replace([&](platform::Dictionary &data) {
         data.insert(panelKey, platform::Dictionary{{keys::Length, static_cast<qlonglong>(length)}});
         m_questions.insert(panelKey, question);
+        m_answers[panelKey].remove(question);
+        m_unasked.remove(panelKey);
     });
-}
-
-void PanelRecords::put(const QString &panelKey, const platform::Dictionary &record)
-{
-    replace([&](platform::Dictionary &data) { data.insert(panelKey, record); });
 }
 
 void PanelRecords::store(const QString &panelKey, const QString &slot, const QString &text)
@@ -154,7 +153,7 @@ std::optional<PanelRecords::Answer> PanelRecords::answer(const QString &panelKey
     const QHash<QString, Answer> answers = m_answers.value(panelKey);
     if (const auto found = answers.constFind(question); found != answers.cend())
         return *found;
-    if (m_data.contains(panelKey) && !m_questions.contains(panelKey))
+    if (m_data.contains(panelKey) && m_unasked.contains(panelKey))
         return Answer{m_data.value(panelKey), {}};
     return std::nullopt;
 }
@@ -169,12 +168,14 @@ void PanelRecords::giveAgain(const QString &panelKey, const QString &question, c
     });
 }
 
-void PanelRecords::forgetAnswers(const QString &panelKey)
+void PanelRecords::forgetAnswers(const QString &panelKey, bool isBeingFilled)
 {
     replace([&](platform::Dictionary &data) {
+        m_answers.remove(panelKey);
+        if (isBeingFilled)
+            return;
         data.remove(panelKey);
         m_questions.remove(panelKey);
-        m_answers.remove(panelKey);
     });
 }
 

@@ -3,6 +3,7 @@
 #include "platform/Value.h"
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 
 #include <mutex>
@@ -40,10 +41,9 @@ public:
     /// Nothing when there is none.
     [[nodiscard]] std::optional<platform::Dictionary> record(const QString &panelKey) const;
     [[nodiscard]] bool contains(const QString &panelKey) const;
-    /// Begins a record that holds the required length alone, for a question.
+    /// Begins a record that holds the required length alone, for a question, whose former answer is
+    /// forgotten.
     void start(const QString &panelKey, qint64 length, const QString &question);
-    /// Puts a whole record in the place of what there is.
-    void put(const QString &panelKey, const platform::Dictionary &record);
     void store(const QString &panelKey, const QString &slot, const QString &text);
     /// Takes a slot's entry out and returns the record as it stands then; an empty record is made where there
     /// is none.
@@ -61,13 +61,13 @@ public:
     // Answers of questions
     /// Keeps the record of a panel as the answer to its question.
     void keepAnswer(const QString &panelKey, const QString &question, const platform::Value &states);
-    /// The kept answer to a question; also a record of which no question is known. Nothing when the question
-    /// was not answered yet.
+    /// The kept answer to a question; also a record that was restored, of which no question is known. Nothing
+    /// when the question was not answered yet.
     [[nodiscard]] std::optional<Answer> answer(const QString &panelKey, const QString &question) const;
     /// Makes a kept answer the panel's record again, for whoever reads single values of it.
     void giveAgain(const QString &panelKey, const QString &question, const Answer &answer);
-    /// Forgets record and kept answers of a panel.
-    void forgetAnswers(const QString &panelKey);
+    /// Forgets the kept answers of a panel, and its record unless it is being filled.
+    void forgetAnswers(const QString &panelKey, bool isBeingFilled);
     /// Forgets the records and kept answers of all panels; the loop record stays.
     void forgetAllAnswers();
 
@@ -93,6 +93,8 @@ private:
     /// The question that the record under a panel key belongs to.
     QHash<QString, QString> m_questions;
     QHash<QString, QHash<QString, Answer>> m_answers;
+    /// Panels whose record was restored, so that nobody knows its question.
+    QSet<QString> m_unasked;
     bool m_isLoopEnabled = false;
 };
 

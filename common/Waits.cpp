@@ -114,6 +114,11 @@ Waits::Press Waits::press(const Identifier &key)
     return press;
 }
 
+bool Waits::isWaited(const QString &key)
+{
+    return m_purposes.lock()->contains(key);
+}
+
 bool Waits::isAnswered(const Identifier &key)
 {
     const std::shared_ptr<Condition> condition = find(key.text());

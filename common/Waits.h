@@ -80,6 +80,8 @@ public:
     void clear();
 
     [[nodiscard]] Press press(const platform::Identifier &panelKey);
+    /// Whether a call waits, or has just been answered, on a panel of the key.
+    [[nodiscard]] bool isWaited(const QString &panelKey);
     /// Whether the call that drew the panel has been answered already and only collects the answer.
     [[nodiscard]] bool isAnswered(const platform::Identifier &panelKey);
 

@@ -9,6 +9,7 @@
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/SlotColors.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "common/Identifiers.h"
@@ -34,6 +35,20 @@ bool asksForEntries(const Responders &fields)
     return !fields.isEmpty() && MainQueue::sync([&] {
         const auto *field = qobject_cast<MouseTrackedTextField *>(fields.last().data());
         return !fields.last() || (field && field->isEditable());
+    });
+}
+
+/// Whether "Clear" empties its panel. Where it is the only button it ends the panel like any other: nobody
+/// could otherwise.
+bool clearsOnly(const platform::Button *button)
+{
+    const platform::View *panel = button ? button->superview() : nullptr;
+    if (!panel)
+        return false;
+    const QList<platform::View *> siblings = panel->subviews();
+    return std::any_of(siblings.cbegin(), siblings.cend(), [button](platform::View *sibling) {
+        const auto *other = qobject_cast<platform::Button *>(sibling);
+        return other && other->actionSelector() == button->actionSelector() && other->title() != ClearTitle;
     });
 }
 
@@ -100,9 +115,11 @@ bool Confirmation::carryOut(const Press &press)
 {
     Identifier parent;
     QString fields;
+    bool clears = false;
     MainQueue::sync([&] {
         parent = PanelViews::getParentIdentifier(press.button);
         fields = m_views.describeResponders();
+        clears = press.title == ClearTitle && clearsOnly(press.button);
     });
     log::debug(messages::Confirming, {selectors::blockName(selectors::ConfirmBtnClicked), parent, fields});
     if (parent.isNull())
@@ -116,7 +133,9 @@ bool Confirmation::carryOut(const Press &press)
         m_records.press(key.text(), press.identifier.text());
         return false;
     }
-    if (press.title == ClearTitle && records) {
+    // A group's panel that asks for nothing has nothing to clear, and is ended by each of its buttons.
+    const bool asksForNothing = m_views.isGroupView(key) && !asksForEntries(m_views.responders(key.text()));
+    if (clears && records && !asksForNothing) {
         clearPanel(key);
         return false;
     }

@@ -16,6 +16,16 @@ namespace interactive {
 using platform::Identifier;
 using platform::TextField;
 
+namespace {
+
+QString textOf(platform::View &sender)
+{
+    const auto *field = qobject_cast<const TextField *>(&sender);
+    return field ? field->stringValue() : QString();
+}
+
+} // namespace
+
 /// One entry on its way into a record.
 struct Entries::Entry
 {
@@ -43,7 +53,13 @@ void Entries::endEntry(platform::View *sender)
 {
     const Identifier panelKey =
         sender ? identifiers::before(identifiers::Separator, sender->identifier()) : Identifier();
-    if (checkInput(sender))
+    const QString text = sender ? textOf(*sender) : QString();
+    m_outcome = Outcome::Invalid;
+    if (!checkInput(sender))
+        return;
+    if (m_outcome == Outcome::NoSlotWaits && !text.isEmpty())
+        refuse(text, QLatin1String(messages::NoSlotWaits));
+    if (m_outcome == Outcome::Stored)
         m_focus.entryAccepted(panelKey);
 }
 
@@ -86,6 +102,7 @@ bool Entries::takesEntry(Entry &entry)
     entry.pendingSlot = m_focus.nextEnabledSlot(filled, entry.panelKey);
     if (!entry.pendingSlot.isValid() && m_slotStates.of(key).toMap().contains(entry.ownSlot)) {
         log::standard(messages::NoSlotPending, {entry.identifier});
+        m_outcome = Outcome::NoSlotWaits;
         return false;
     }
     // Only the pending slot is taken out, from the record as it stands now: what a confirmation has
@@ -94,6 +111,7 @@ bool Entries::takesEntry(Entry &entry)
     entry.target = entryTarget(entry);
     if (!entry.target || !entry.target->isEnabled()) {
         log::standard(messages::SlotViewNotFound, {entry.pendingSlot});
+        m_outcome = Outcome::NoSlotWaits;
         return false;
     }
     return true;
@@ -128,6 +146,7 @@ void Entries::acceptEntry(const Entry &entry)
 {
     const QString key = entry.panelKey.text();
     entry.field->setBackgroundColor(platform::Color::white());
+    m_outcome = Outcome::Stored;
     if (entry.pendingSlot.isValid()) {
         entry.field->setStringValue(QString());
         entry.target->setStringValue(entry.text);
@@ -135,6 +154,8 @@ void Entries::acceptEntry(const Entry &entry)
         m_records.store(key, platform::description(entry.pendingSlot), entry.text);
     } else if (entry.ownSlot != identifiers::SharedInput && !m_views.responders(key).isEmpty()) {
         m_records.store(key, entry.ownSlot, entry.text);
+    } else {
+        m_outcome = Outcome::NoSlotWaits;
     }
 }
 

@@ -38,6 +38,8 @@ public:
 
 private:
     struct Entry;
+    /// What became of the latest entry that was checked.
+    enum class Outcome { Invalid, Stored, NoSlotWaits };
     [[nodiscard]] bool takesEntry(Entry &entry);
     [[nodiscard]] bool isValidEntry(const Entry &entry) const;
     void acceptEntry(const Entry &entry);
@@ -50,6 +52,7 @@ private:
     const PanelSettings &m_settings;
     PanelViews &m_views;
     Focus &m_focus;
+    Outcome m_outcome = Outcome::Invalid;
 };
 
 } // namespace interactive

@@ -119,7 +119,8 @@ bool KeyRouter::route(QWidget *receiver, const QKeyEvent &event)
         return giveToWaitingField(event) || takeAsStray(event);
     if (nobodyTookIt && keys::isCharacter(event))
         return giveToWaitingField(event) || takeAsStray(event);
-    if (isFirst)
+    // A control that enters no text hands the character on, and who gets it is asked again.
+    if (isFirst && entersText(receiver))
         noteBurst(receiver, event);
     return false;
 }
@@ -128,7 +129,7 @@ bool KeyRouter::route(QWidget *receiver, const QKeyEvent &event)
 /// between.
 bool KeyRouter::continuesElsewhere(const QWidget *receiver) const
 {
-    return !m_burst.isEmpty() && m_burstIsReceived && m_sinceCharacter.elapsed() < LongestPauseInAText &&
+    return !m_burst.isEmpty() && m_sinceCharacter.elapsed() < LongestPauseInAText &&
            m_burstReceiver != receiver;
 }
 
@@ -143,19 +144,22 @@ void KeyRouter::noteBurst(QWidget *receiver, const QKeyEvent &event)
     if (m_sinceCharacter.elapsed() >= LongestPauseInAText)
         m_burst.clear();
     m_burst += event.text();
-    // A control that enters no text hands the character on: who got it is seen at the next one.
-    m_burstIsReceived = entersText(receiver);
-    m_burstReceiver = m_burstIsReceived ? receiver : nullptr;
+    m_burstReceiver = receiver;
     m_sinceCharacter.restart();
 }
 
 bool KeyRouter::giveToWaitingField(const QKeyEvent &event)
 {
-    TextField *field = m_stray.isEmpty() ? m_focus.waitingField() : nullptr;
+    // A character that the field itself does not take comes up to the window again.
+    if (m_giving || !m_stray.isEmpty())
+        return false;
+    TextField *field = m_focus.waitingField();
     if (!field || !field->becomeFirstResponder())
         return false;
+    m_giving = true;
     QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat());
     QCoreApplication::sendEvent(field->focusTarget(), &copy);
+    m_giving = false;
     return true;
 }
 

@@ -49,6 +49,7 @@ private:
 
     PanelViews &m_views;
     Focus &m_focus;
+    bool m_giving = false; ///< A character is on its way into the field where work waits.
     int m_holds = 0;
     std::deque<std::unique_ptr<QKeyEvent>> m_held;
 
@@ -58,7 +59,6 @@ private:
     // The characters that came one right after the other, and who got them.
     QString m_burst;
     QPointer<QWidget> m_burstReceiver;
-    bool m_burstIsReceived = false; ///< Whether a field of text got them; it may be gone by now.
     QElapsedTimer m_sinceCharacter;
 };
 

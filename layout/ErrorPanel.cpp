@@ -89,13 +89,17 @@ void ErrorPanel::showTitle(const QString &message, const QString &title, double 
     m_title->setFrame(frame);
     m_title->setStringValue(message);
     m_title->setStringValue(title);
+    m_title->setHidden(false);
     m_views.splitView()->addSubview(m_title);
 }
 
 void ErrorPanel::clearTitle()
 {
-    if (m_title)
-        m_title->setStringValue(QString());
+    if (!m_title)
+        return;
+    m_title->setStringValue(QString());
+    // It stands over the panels of its band, and would keep clicks from them.
+    m_title->setHidden(true);
 }
 
 void ErrorPanel::fill(platform::View &panel, const QString &message, bool withSeparator)

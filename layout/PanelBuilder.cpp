@@ -64,8 +64,7 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
         m_house.views.resetUI(plan.panelKey);
     prepareContainer(drawing);
 
-    const bool isInformative = plan.isGroupPanel() && !plan.message.isEmpty();
-    if (isInformative)
+    if (plan.isInformative())
         drawMessage(drawing);
     else if (!m_house.views.collection(plan.groupName.text()))
         buildOverview(drawing);
@@ -151,6 +150,8 @@ void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
                      [this](platform::View *sender) { m_entries.endEntry(sender); });
     field->setIdentifier(identifiers::named(drawing.plan.panelKey.text(), identifiers::SharedInput));
     field->setRefusalHandler(&Entries::refuseIn);
+    // No call waits behind a message: what is scanned then must not seem to be taken.
+    field->setEnabled(!drawing.plan.isInformative());
     drawing.fields.append(field.get());
     parts::add(*drawing.container, std::move(field));
 }

@@ -37,7 +37,6 @@ inputField(const platform::Rect &frame, const platform::Identifier &parentIdenti
 std::unique_ptr<platform::View> separator(const platform::Rect &frame, const platform::Identifier &identifier)
 {
     auto line = std::make_unique<platform::View>(frame);
-    line->setWantsLayer(true);
     line->setLayerBackgroundColor(platform::Color::lightGray());
     line->setAutoresizingMask(platform::MinXMargin | platform::WidthSizable);
     line->setIdentifier(identifier);
@@ -59,7 +58,6 @@ std::unique_ptr<platform::Button> confirmButton(const platform::Rect &frame, con
 
 void makeClear(platform::View &view)
 {
-    view.setWantsLayer(true);
     view.setLayerBackgroundColor(platform::Color::clear());
 }
 

@@ -52,6 +52,8 @@ struct PanelPlan
     QStringList buttons;
 
     [[nodiscard]] bool isGroupPanel() const { return kind == PanelKind::Group; }
+    /// A group's panel with a message shows it and waits for nothing.
+    [[nodiscard]] bool isInformative() const { return isGroupPanel() && !message.isEmpty(); }
     [[nodiscard]] bool hasInputs() const { return !inputs.isEmpty(); }
     [[nodiscard]] bool hasSwitches() const { return switchCount > 0; }
     /// Fields are drawn for inputs, but not beside switches.

@@ -97,7 +97,6 @@ void SlotBoxes::styleBox(const PanelDrawing &drawing, SlotBox &slotBox)
     slotBox.tile->setSystemIndex(slotBox.systemIndex);
     slotBox.box->setFillColor(m_colors.boxColor(slotBox.systemIndex, drawing.plan.look));
     if (drawing.plan.look.drawShadow) {
-        slotBox.box->setWantsLayer(true);
         slotBox.box->setShadow(platform::Shadow{platform::Color::systemGray(), 2.0, {0.0, 0.0}});
     }
 }

@@ -126,7 +126,6 @@ void SlotBoxes::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)
             {m_controller, [this](platform::View *sender) { m_confirmation.confirmBtnClicked(sender); }});
         button->setAutoresizingMask(platform::MinYMargin);
         if (button->identifier().text() == identifiers::Pass) {
-            button->setWantsLayer(true);
             button->setShadow(platform::Shadow{platform::Color::systemBlue(), PassShadowRadius, {0.0, 0.0}});
         }
         drawing.buttons.append(parts::add(*slotBox.content, std::move(button)));

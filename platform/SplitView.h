@@ -11,15 +11,7 @@ class SplitView : public View
 {
     Q_OBJECT
 public:
-    enum class DividerStyle { Thick = 1, Thin = 2, PaneSplitter = 3 };
-
     using View::View;
-
-    [[nodiscard]] DividerStyle dividerStyle() const { return m_dividerStyle; }
-    void setDividerStyle(DividerStyle style) { m_dividerStyle = style; }
-
-private:
-    DividerStyle m_dividerStyle = DividerStyle::Thick;
 };
 
 } // namespace platform

@@ -95,10 +95,6 @@ public:
     void setEnabled(bool enabled);
     /// A view that is passed through lets clicks reach what lies below it; it must have no subviews.
     void setPassesClicksThrough(bool passes);
-    /// Whether the view has a drawing layer of its own (as the platform means it; kept, and asked by no
-    /// painter).
-    [[nodiscard]] bool wantsLayer() const { return m_wantsLayer; }
-    void setWantsLayer(bool wants) { m_wantsLayer = wants; }
     /// The colour painted behind the view's content; nothing is painted when absent.
     [[nodiscard]] std::optional<Color> layerBackgroundColor() const { return m_layerBackgroundColor; }
     void setLayerBackgroundColor(const std::optional<Color> &color);
@@ -160,7 +156,6 @@ private:
     unsigned m_autoresizingMask = NotSizable;
     Identifier m_identifier;
     int m_tag = 0;
-    bool m_wantsLayer = false;
     bool m_masksToBounds = false;
     bool m_placing = false;
     double m_cornerRadius = 0.0;

@@ -52,7 +52,6 @@ void InteractiveView::viewDidLoad()
     m_rooms->settings.setLook(InitialLook);
 
     platform::View *root = m_rooms->views.rootView();
-    root->setWantsLayer(true);
     root->setLayerBackgroundColor(platform::Color::clear());
     root->setAutoresizingMask(FollowsBothSides);
 
@@ -69,8 +68,6 @@ void InteractiveView::viewDidLoad()
 void InteractiveView::setupSplitView()
 {
     platform::SplitView *splitView = m_rooms->views.splitView();
-    splitView->setDividerStyle(platform::SplitView::DividerStyle::Thin);
-    splitView->setWantsLayer(true);
     splitView->setLayerBackgroundColor(platform::Color::clear());
     splitView->setAutoresizingMask(FollowsBothSides);
 }

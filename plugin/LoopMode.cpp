@@ -33,9 +33,12 @@ platform::Value InteractiveView::isLoopFinished(const platform::Value &groupNumb
         elementAt(m_rooms->station.groupNames(), groupNumber, selectors::IsLoopFinished, "group number");
     // The next units come to all positions of the group: what was answered for these is no answer for them.
     const QString name = platform::description(group);
-    m_rooms->records.forgetAnswers(name);
+    QStringList panelKeys{name};
     for (const quint64 system : m_rooms->station.systemsOf(name))
-        m_rooms->records.forgetAnswers(QString::number(system));
+        panelKeys.append(QString::number(system));
+    // A panel that is open is asked for the next units already.
+    for (const QString &panelKey : std::as_const(panelKeys))
+        m_rooms->records.forgetAnswers(panelKey, m_rooms->waits.isWaited(panelKey));
     return qlonglong{1};
 }
 

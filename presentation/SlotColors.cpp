@@ -57,7 +57,6 @@ platform::Box *SlotColors::bgView(const platform::Rect &frame, const Value &syst
     log::debug(messages::MessageCalled, {selectors::bracketed(selectors::BgView), systemIndex});
     const PanelLook look = m_settings.look();
     auto box = std::make_unique<platform::Box>(frame);
-    box->setWantsLayer(true);
     box->setMasksToBounds(true);
     box->setCornerRadius(BoxCornerRadius);
 

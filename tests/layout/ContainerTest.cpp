@@ -80,7 +80,6 @@ TEST_F(ContainerTest, AContainerIsAClearLayerThatFollowsTheWidthOfTheSplitView)
         ASSERT_NE(container, nullptr) << identifier;
         EXPECT_EQ(container->superview(), rooms().views.splitView());
         EXPECT_EQ(container->autoresizingMask(), platform::WidthSizable);
-        EXPECT_TRUE(container->wantsLayer());
         EXPECT_EQ(container->layerBackgroundColor(), Color::clear());
         EXPECT_FALSE(container->isHidden());
     }
@@ -147,7 +146,6 @@ TEST_F(ContainerTest, EveryGroupButTheFirstIsSeparatedByALine)
         ASSERT_NE(line, nullptr);
         EXPECT_EQ(inWords(line->frame()), each.line);
         EXPECT_EQ(line->autoresizingMask(), unsigned(platform::MinXMargin | platform::WidthSizable));
-        EXPECT_TRUE(line->wantsLayer());
         EXPECT_EQ(line->layerBackgroundColor(), Color::lightGray());
     }
 }

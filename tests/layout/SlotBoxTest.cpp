@@ -41,7 +41,6 @@ protected:
     static ButtonLook pass(const QString &title)
     {
         ButtonLook look = button(134, title, "Pass");
-        look.layered = true;
         look.shadow = passShadow;
         return look;
     }
@@ -73,7 +72,6 @@ TEST_F(SlotBoxTest, TheBoxTakesTheHostsColourWhenTheStationAsksForIt)
 TEST_F(SlotBoxTest, AShadowIsDrawnWhenTheConfigurationAsksForIt)
 {
     drawSlot(5, {{"input", Array{"SN"}}, {"drawShadow", "YES"}});
-    EXPECT_TRUE(box("G2", 1)->wantsLayer());
     EXPECT_EQ(box("G2", 1)->shadow(), (Shadow{Color::systemGray(), 2.0, {0.0, 0.0}}));
     EXPECT_EQ(box("G2", 0)->shadow(), std::nullopt);
 }

@@ -156,7 +156,6 @@ TEST_F(ErrorPanelTest, EveryGroupButTheFirstIsSeparatedByALine)
         ASSERT_EQ(panel(group)->subviews().size(), 3);
         View *line = panel(group)->subviews().last();
         EXPECT_EQ(inWords(line->frame()), frame);
-        EXPECT_TRUE(line->wantsLayer());
         EXPECT_EQ(line->layerBackgroundColor(), Color::lightGray());
         EXPECT_EQ(line->autoresizingMask(), unsigned(platform::MinXMargin | platform::WidthSizable));
     }

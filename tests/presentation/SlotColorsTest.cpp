@@ -99,7 +99,6 @@ TEST_F(SlotColorsTest, ABoxIsALayerWithRoundCornersThatClips)
 {
     const auto box = boxFor(3);
     EXPECT_EQ(inWords(box->frame()), "(5, 6, 70, 80)");
-    EXPECT_TRUE(box->wantsLayer());
     EXPECT_TRUE(box->masksToBounds());
     EXPECT_EQ(box->cornerRadius(), 4.0);
     EXPECT_EQ(box->superview(), nullptr);

@@ -113,7 +113,6 @@ ButtonLook lookOf(const Button *button)
             .state = button->state(),
             .bordered = button->isBordered(),
             .enabled = button->isEnabled(),
-            .layered = button->wantsLayer(),
             .shadow = button->shadow()};
 }
 
@@ -164,7 +163,6 @@ QString inWords(const ButtonLook &look)
                        "state " + QString::number(look.state),
                        "bordered " + yesNo(look.bordered),
                        "enabled " + yesNo(look.enabled),
-                       "layered " + yesNo(look.layered),
                        "shadow " + shadowInWords(look.shadow)}
         .join("; ");
 }

@@ -62,7 +62,6 @@ struct ButtonLook
     platform::Button::State state = platform::Button::Off;
     bool bordered = true;
     bool enabled = true;
-    bool layered = false;
     std::optional<platform::Shadow> shadow{};
 };
 
