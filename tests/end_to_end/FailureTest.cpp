@@ -115,7 +115,7 @@ TEST(StartFailure, TwoPluginsWithAFunctionOfTheSameNameAreNamedWithIt)
 {
     StationRun station;
     const QString path = QStringLiteral(FIXTURE_PLUGINS_PATH "/libSameFunction.so");
-    station.config(GoodStation).argument("--plugin").argument(path).run();
+    station.perSystem("return true").argument("--plugin").argument(path).run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_EQ(
         station.errorLine(),
@@ -185,7 +185,11 @@ TEST(PluginEnd, OfARefusedStationComesBeforeThatOfTheMainQueue)
 {
     StationRun station;
     const QString path = QStringLiteral(FIXTURE_PLUGINS_PATH "/libTellsItsEnd.so");
-    station.config(GoodStation).plugin(path).argument("--plugin").argument("/nowhere/libNothing.so").run();
+    station.perSystem("return true")
+        .plugin(path)
+        .argument("--plugin")
+        .argument("/nowhere/libNothing.so")
+        .run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errors().contains("gone before the queue\n")) << station.errors().toStdString();
 }
