@@ -184,6 +184,7 @@ TEST(PluginEnd, ComesBeforeThatOfTheWindowAndOfTheMainQueue)
 TEST(PluginEnd, OfARefusedStationComesBeforeThatOfTheMainQueue)
 {
     StationRun station;
+    const QString noPlugin = QStringLiteral(FIXTURE_PLUGINS_PATH "/libNoPlugin.so");
     const QString path = QStringLiteral(FIXTURE_PLUGINS_PATH "/libTellsItsEnd.so");
     station.perSystem("return true")
         .plugin(path)
