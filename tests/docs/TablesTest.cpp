@@ -27,7 +27,7 @@ QStringList configurationRows()
 TEST(SequencesPageTables, HaveARowForEveryConfigurationKeyAndNoOther)
 {
     const QStringList keys =
-        matchesIn("plugin/Configuration.h",
+        matchesIn("common/ConfigValues.h",
                   R"re(inline const QString (?!DefaultLabel)\w+ = QStringLiteral\("(\w+)"\))re");
     ASSERT_GE(keys.size(), 13);
     QStringList named;
@@ -44,7 +44,7 @@ TEST(SequencesPageTables, HaveAPictureForEveryConfigurationKey)
 
 TEST(SequencesPageTables, HaveARowForEveryErrorCodeAndNoOther)
 {
-    const QStringList codes = matchesIn("plugin/ErrorCodes.h", R"(= (\d{3}),)");
+    const QStringList codes = matchesIn("common/ErrorCodes.h", R"(= (\d{3}),)");
     ASSERT_GE(codes.size(), 11);
     QStringList rows;
     for (const QString &line : sourceText(page).section("## Errors", 1).split('\n')) {
@@ -57,7 +57,7 @@ TEST(SequencesPageTables, HaveARowForEveryErrorCodeAndNoOther)
 
 TEST(SequencesPageTables, QuoteTheMessagesOfRefusedConfigurations)
 {
-    const QStringList messages = matchesIn("plugin/Messages.h", R"re("(Invalid config\.[^"%]*)")re");
+    const QStringList messages = matchesIn("common/Messages.h", R"re("(Invalid config\.[^"%]*)")re");
     ASSERT_GE(messages.size(), 8);
     const QString text = sourceText(page).replace('\n', ' ');
     // What a "button" that is no list leads to stands in the log alone.

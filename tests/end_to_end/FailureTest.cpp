@@ -184,12 +184,9 @@ TEST(PluginEnd, ComesBeforeThatOfTheWindowAndOfTheMainQueue)
 TEST(PluginEnd, OfARefusedStationComesBeforeThatOfTheMainQueue)
 {
     StationRun station;
+    const QString noPlugin = QStringLiteral(FIXTURE_PLUGINS_PATH "/libNoPlugin.so");
     const QString path = QStringLiteral(FIXTURE_PLUGINS_PATH "/libTellsItsEnd.so");
-    station.perSystem("return true")
-        .plugin(path)
-        .argument("--plugin")
-        .argument("/nowhere/libNothing.so")
-        .run();
+    station.perSystem("return true").plugin(path).argument("--plugin").argument(noPlugin).run();
     EXPECT_EQ(station.status(), 2);
     EXPECT_TRUE(station.errors().contains("gone before the queue\n")) << station.errors().toStdString();
 }

@@ -21,6 +21,12 @@ const Dictionary question{{"button", Array{"No", "Yes"}}};
 class ScanTest : public testsupport::PluginFixture
 {
 protected:
+    /// A control character, as a scanner sends it: without a key of its own.
+    void typeControl(char16_t character)
+    {
+        QTest::sendKeyEvent(QTest::Click, window().windowHandle(), Qt::Key_unknown, QString(QChar(character)),
+                            Qt::NoModifier);
+    }
     bool nobodyHasTheFocus() { return !window().focusWidget() || window().focusWidget() == &window(); }
 };
 

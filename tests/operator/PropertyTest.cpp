@@ -17,25 +17,29 @@ TEST_F(Property, ScriptReadsAPropertyOfThePluginsContext)
          "assert(data.G1.S1 == 'SN1' and data.G1.length == 3)");
 }
 
-/// A thread checker would find the two at the same memory: the main thread writes into the dictionary in
-/// place as soon as it seems to be the only one that holds it.
+/// A thread checker finds the two at the same memory where the script is given the main thread's own: once
+/// the script has let go of it, the main thread writes into it in place, and nothing has put the one before
+/// the other.
 TEST_F(Property, MayBeReadWhileTheMainThreadGoesOnWritingIntoIt)
 {
-    const QString path = QStringLiteral("S1");
-    for (int i = 0; i < 50; ++i)
-        context.savedData.insert(QString::number(i), QVariantMap{{path, "SN"}});
-    start("for i = 1, 200 do\n"
+    const auto write = [this] {
+        for (int i = 0; i < 50; ++i) {
+            context.savedData.remove(QString::number(i));
+            context.savedData.insert(QString::number(i), QVariantMap{{"S1", "SN"}});
+        }
+    };
+    write();
+    // The pause is where the main thread gets to write before the script asks it for anything again.
+    start("for i = 1, 50 do\n"
           "  local count = 0\n"
           "  for key, record in pairs(operator.property('savedData')) do\n"
           "    assert(record.S1 == 'SN') count = count + 1\n"
           "  end\n"
           "  assert(count == 50)\n"
+          "  operator.sleep(0.002)\n"
           "end");
     QTimer writer;
-    QObject::connect(&writer, &QTimer::timeout, [&] {
-        for (int i = 0; i < 50; ++i)
-            context.savedData.insert(QString::number(i), QVariantMap{{path, "SN"}});
-    });
+    QObject::connect(&writer, &QTimer::timeout, write);
     writer.start(0);
     const Outcome result = outcome();
     EXPECT_TRUE(result.ok) << result.message.toStdString();

@@ -85,7 +85,7 @@ TEST_F(TurnTest, FourRefusalsOfAGroupAreAcknowledgedOneByOne)
 
 TEST_F(TurnTest, ACallThatQueuesIsEndedByTheHostLikeAnyOther)
 {
-    showGroup(0, {{"input", Array{"S1"}}});
+    auto &shown = showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     auto &queues = showView(1, entry);
     ASSERT_TRUE(waitsForTurn(1));
@@ -93,6 +93,7 @@ TEST_F(TurnTest, ACallThatQueuesIsEndedByTheHostLikeAnyOther)
     EXPECT_EQ(queues.result(), Value());
     EXPECT_EQ(queues.error(), (Error{InteractivePluginErrorDomain, 401,
                                      method + ": The station stopped while waiting for the operator: 1"}));
+    EXPECT_EQ(shown.error().code, 401);
     EXPECT_EQ(plugin().savedData(), Dictionary());
 }
 
