@@ -96,6 +96,7 @@ inline constexpr char FieldClicked[] = "%s: %@ notify: %@";
 inline constexpr char NoSavedData[] = "%s: %@, %@, no saved data, not enabling data modification";
 inline constexpr char EntryRefused[] = "Entry refused: %@ (%@)";
 inline constexpr char PanelIsAnswered[] = "its panel was answered already";
+inline constexpr char InField[] = "%@, in %@";
 inline constexpr char NoSlotWaits[] = "no slot waits for it";
 inline constexpr char NoFieldWaits[] = "no field waits for it";
 inline constexpr char InputModified[] = "%s: %@, %@, %@";

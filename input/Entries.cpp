@@ -174,9 +174,9 @@ void Entries::refuse(const QString &text, const QString &why)
     KVKExtensionStatusRelay::sharedStatusRelay()->showMessage(line);
 }
 
-void Entries::refuseIn(const TextField *field, const QString &why)
+void Entries::refuseIn(const TextField *field, const platform::RefusedEntry &refused)
 {
-    refuse(field->identifier().text(), why);
+    refuse(refused.text, platform::formatMessage(messages::InField, {refused.why, field->identifier()}));
 }
 
 bool Entries::checkDuplicatedInput(const QString &text, const Identifier &key) const

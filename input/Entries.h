@@ -1,6 +1,7 @@
 #pragma once
 
 #include "input/Focus.h"
+#include "platform/RefusedEntry.h"
 #include "presentation/PanelViews.h"
 
 #include <optional>
@@ -34,7 +35,7 @@ public:
     /// An entry that cannot be taken at all, whoever sent it: says so to the operator and in the log.
     static void refuse(const QString &text, const QString &why);
     /// The same of an entry that its field has refused before it was whole.
-    static void refuseIn(const platform::TextField *field, const QString &why);
+    static void refuseIn(const platform::TextField *field, const platform::RefusedEntry &refused);
 
 private:
     struct Entry;

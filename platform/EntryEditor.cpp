@@ -104,7 +104,7 @@ void EntryEditor::flush()
     m_edited = false;
 }
 
-std::optional<QString> EntryEditor::end()
+std::optional<RefusedEntry> EntryEditor::end()
 {
     flush();
     m_begun = false;
@@ -142,7 +142,7 @@ bool EntryEditor::event(QEvent *event)
 bool EntryEditor::takesKey(const QKeyEvent &event)
 {
     if (const std::optional<char16_t> control = keys::scannedControl(*this, event)) {
-        refuseControl(*control);
+        refuseControl(*control, QString(QChar(*control)));
         return true;
     }
     if (keys::isCharacter(event)) {
@@ -159,12 +159,14 @@ bool EntryEditor::takesKey(const QKeyEvent &event)
 
 void EntryEditor::type(const QString &text)
 {
-    if (m_refusal)
+    if (m_refusal) {
+        addRefused(text);
         return;
+    }
     begin();
     const qsizetype written = QLineEdit::text().size() - selectedText().size() + m_gathered.size();
     if (written + text.size() > m_maximumLength) {
-        refuseLength();
+        refuseLength(text);
         return;
     }
     if (!m_gathered.isEmpty() || (written >= ShortEntry && cursorPosition() == written)) {
@@ -197,9 +199,9 @@ void EntryEditor::checkEdited()
         return character.category() == QChar::Other_Control;
     });
     if (control != written.end()) {
-        refuseControl(control->unicode());
+        refuseControl(control->unicode(), {});
     } else if (written.size() > m_maximumLength) {
-        refuseLength();
+        refuseLength({});
     } else if (written != edited) {
         const int position = cursorPosition();
         setText(written);
@@ -214,11 +216,14 @@ void EntryEditor::begin()
     Q_EMIT begun();
 }
 
-void EntryEditor::refuse(const QString &why)
+void EntryEditor::refuse(const QString &rest, const QString &why)
 {
-    if (m_refusal)
+    if (m_refusal) {
+        addRefused(rest);
         return;
-    m_refusal = why;
+    }
+    m_refusal = RefusedEntry{{}, why};
+    addRefused(entry() + rest);
     m_begun = true;
     m_gathered.clear();
     clear();
@@ -226,15 +231,28 @@ void EntryEditor::refuse(const QString &why)
     Q_EMIT refused();
 }
 
-void EntryEditor::refuseLength()
+void EntryEditor::refuseLength(const QString &rest)
 {
-    refuse(QStringLiteral("longer than %1 characters").arg(m_maximumLength));
+    refuse(rest, QStringLiteral("longer than %1 characters").arg(m_maximumLength));
 }
 
-void EntryEditor::refuseControl(char16_t control)
+void EntryEditor::refuseControl(char16_t control, const QString &rest)
 {
-    refuse(QStringLiteral("control character U+%1")
-               .arg(QString::number(control, 16).toUpper().rightJustified(4, QLatin1Char('0'))));
+    refuse(rest, QStringLiteral("control character U+%1")
+                     .arg(QString::number(control, 16).toUpper().rightJustified(4, QLatin1Char('0'))));
+}
+
+/// Keeps what is refused, so that it can be told.
+void EntryEditor::addRefused(const QString &text)
+{
+    constexpr char16_t FirstPicture = 0x2400;
+    constexpr char16_t FirstNoControl = 0x20;
+    for (const QChar character : text) {
+        if (m_refusal->text.size() >= m_maximumLength)
+            return;
+        const char16_t unit = character.unicode();
+        m_refusal->text += unit < FirstNoControl ? QChar(char16_t(FirstPicture + unit)) : character;
+    }
 }
 
 } // namespace platform

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/RefusedEntry.h"
+
 #include <QLineEdit>
 #include <QTimer>
 
@@ -39,8 +41,8 @@ public:
 
     /// Whether something was typed that has not been ended, refused text included.
     [[nodiscard]] bool hasBegun() const { return m_begun; }
-    /// Ends a begun entry, which is still written, unless it is refused: then the reason is returned.
-    std::optional<QString> end();
+    /// Ends a begun entry, which is still written, unless it is refused: then that is returned.
+    std::optional<RefusedEntry> end();
 
 signals:
     void begun();
@@ -57,14 +59,15 @@ private:
     void type(const QString &text);
     void checkEdited();
     void begin();
-    void refuse(const QString &why);
-    void refuseLength();
-    void refuseControl(char16_t control);
+    void refuse(const QString &rest, const QString &why);
+    void refuseLength(const QString &rest);
+    void refuseControl(char16_t control, const QString &rest);
+    void addRefused(const QString &text);
 
     qsizetype m_maximumLength;
     QString m_gathered; ///< Stands behind the text of the line editor.
     QTimer m_flushTimer;
-    std::optional<QString> m_refusal; ///< Why the begun entry cannot be taken.
+    std::optional<RefusedEntry> m_refusal; ///< The begun entry, when it cannot be taken.
     int m_eventDepth = 0;
     bool m_begun = false;
     bool m_edited = false; ///< The line editor was told to change its text by a person.

@@ -152,8 +152,8 @@ void TextField::endEntry()
     const QPointer<TextField> self(this);
     // What is still being composed belongs to the entry.
     QGuiApplication::inputMethod()->commit();
-    if (const std::optional<QString> why = m_editor->end())
-        tellRefusal(*why);
+    if (const std::optional<RefusedEntry> refused = m_editor->end())
+        tellRefusal(*refused);
     else
         sendAction();
     if (!self)
@@ -168,18 +168,18 @@ void TextField::giveUpEntry()
     if (!hasBegunEntry())
         return;
     const QPointer<TextField> self(this);
-    if (const std::optional<QString> why = m_editor->end())
-        tellRefusal(*why);
+    if (const std::optional<RefusedEntry> refused = m_editor->end())
+        tellRefusal(*refused);
     if (self)
         Q_EMIT entryEnded();
 }
 
-void TextField::tellRefusal(const QString &why)
+void TextField::tellRefusal(const RefusedEntry &refused)
 {
     // A copy, since the handler may take the field away.
     const RefusalHandler handler = m_refusalHandler;
     if (handler)
-        handler(this, why);
+        handler(this, refused);
 }
 
 void TextField::wasTakenAway()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Control.h"
+#include "platform/RefusedEntry.h"
 #include "platform/TextAlignment.h"
 #include "platform/TextFieldCell.h"
 
@@ -43,9 +44,8 @@ class TextField : public Control
 public:
     /// The longest entry, in UTF-16 units.
     static constexpr qsizetype MaximumEntryLength = 4096;
-    /// Receives the field, which is empty, and why it refused: "longer than 4096 characters" or "control
-    /// character U+0007".
-    using RefusalHandler = std::function<void(TextField *field, const QString &why)>;
+    /// Receives the field, which is empty, and what it refused.
+    using RefusalHandler = std::function<void(TextField *field, const RefusedEntry &refused)>;
 
     explicit TextField(QWidget *parent = nullptr);
     explicit TextField(const Rect &frame);
@@ -114,7 +114,7 @@ private:
     void styleEditor();
     void endEntry();
     void giveUpEntry();
-    void tellRefusal(const QString &why);
+    void tellRefusal(const RefusedEntry &refused);
     void markRefused();
     void unmarkRefused();
     void textChanged();

@@ -152,15 +152,15 @@ TEST(Refusal, AnEarlierCancelDoesNotKeepTheErrorPanelOpen)
     station.passes();
 }
 
-TEST(Refusal, ASystemBeyondTheStationHasNoGroupToShowItsRefusalOn)
+TEST(Refusal, ASystemBeyondTheStationIsRefusedAtOnceAndTold)
 {
     StationRun station;
     station.perSystem(R"(
         local answer, problem = showView(99, { input = { "A", "B" } })
-        return answer == nil and problem.code == 105
+        return answer == nil and problem.code == 404 and problem.message:find("99", 1, true) ~= nil
     )");
     station.passes();
-    EXPECT_TRUE(station.log().contains("Invalid config. Allow 1 input field a time in split mode."));
+    EXPECT_TRUE(station.log().contains("system index 99 is beyond the station's systems"));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "tests/monkey/Promises.h"
 
 #include "platform/MainQueue.h"
+#include "plugin/Rooms.h"
 #include "tests/support/Wait.h"
 
 #include <algorithm>
@@ -63,6 +64,14 @@ QString unrestOfAsked(const World &world, const QList<SeenPanel> &panels, const 
     return {};
 }
 
+/// Whether the press that ends the call was made, and its thread has not woken yet.
+bool collectsItsAnswer(const World &world, const Call &call)
+{
+    interactive::Waits &waits = world.plugin.rooms().waits;
+    const QString group = call.band ? world.shape.groups.at(*call.band) : QString();
+    return waits.isAnswered(waits.panelKey(call.panelKey)) || waits.isAnswered(waits.panelKey(group));
+}
+
 QString unrestOf(const World &world, const QList<SeenPanel> &panels, const Call &call)
 {
     switch (call.state()) {
@@ -71,6 +80,8 @@ QString unrestOf(const World &world, const QList<SeenPanel> &panels, const Call 
     case State::WaitsForTurn:
         return unrestOfQueued(world, call);
     case State::WaitsForOperator:
+        if (collectsItsAnswer(world, call))
+            return call.inWords() + QLatin1String(", collects its answer");
         return unrestOfAsked(world, panels, call);
     case State::Ended:
         break;

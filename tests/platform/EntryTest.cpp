@@ -24,7 +24,8 @@ protected:
     EntryTest()
     {
         field->setTarget(&target, "enter:", [this](View *) { entries += field->stringValue(); });
-        field->setRefusalHandler([this](TextField *refusing, const QString &why) {
+        field->setRefusalHandler([this](TextField *refusing, const platform::RefusedEntry &refused) {
+            const QString &why = refused.why;
             EXPECT_EQ(refusing, field);
             EXPECT_EQ(refusing->stringValue(), "");
             refusals += why;
@@ -436,7 +437,7 @@ TEST_F(DeletionTest, AnActionMayDeleteItsPanel)
 
 TEST_F(DeletionTest, ARefusalHandlerMayDeleteThePanel)
 {
-    doomed->setRefusalHandler([this](TextField *, const QString &) { delete panel; });
+    doomed->setRefusalHandler([this](TextField *, const platform::RefusedEntry &) { delete panel; });
     send(0, QString(QChar(7)));
     type("\nSN2\n");
     EXPECT_FALSE(doomed);
