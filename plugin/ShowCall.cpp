@@ -353,6 +353,7 @@ void ShowCall::clearPanel(bool wasPressed)
 {
     MainQueue::sync([&] {
         m_rooms.views.resetUI(m_panelKey);
+        m_rooms.document.fit();
         if (m_systemIndex.isValid())
             KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
                 m_systemIndex.toULongLong());
