@@ -95,9 +95,8 @@ void PanelBuilder::prepareContainer(PanelDrawing &drawing)
         drawing.made->setAutoresizingMask(platform::WidthSizable);
         drawing.container = drawing.made.get();
     }
-    const double height = drawing.geometry.areaHeight();
-    const platform::Rect frame(0.0, m_document.bandBegin(plan.groupNumber, height),
-                               drawing.geometry.containerWidth(), height);
+    const platform::Rect frame =
+        drawing.geometry.container(m_document.bandBegin(plan.groupNumber, drawing.geometry.areaHeight()));
     if (plan.isGroupPanel())
         drawing.container->setIdentifier(plan.panelKey);
     else

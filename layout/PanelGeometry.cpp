@@ -71,9 +71,9 @@ double PanelGeometry::containerWidth() const
     return std::max(m_splitViewWidth, needed().width());
 }
 
-platform::Rect PanelGeometry::container(quint64 groupNumber) const
+platform::Rect PanelGeometry::container(double bandBegin) const
 {
-    return {0.0, static_cast<double>(groupNumber) * areaHeight(), containerWidth(), areaHeight()};
+    return {0.0, bandBegin, containerWidth(), areaHeight()};
 }
 
 platform::Rect PanelGeometry::header() const

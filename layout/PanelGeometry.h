@@ -38,8 +38,8 @@ public:
     void makeRoomForRow(qsizetype buttons, bool hasField);
     /// What the panel needs: the width of its columns and of its bottom row, and the band's height.
     [[nodiscard]] platform::Size needed() const;
-    /// The band of a group: the wider of split view and columns, stacked upwards by group number.
-    [[nodiscard]] platform::Rect container(quint64 groupNumber) const;
+    /// The panel in its band, which begins there: as wide as the split view, or as it needs.
+    [[nodiscard]] platform::Rect container(double bandBegin) const;
     [[nodiscard]] double containerWidth() const;
 
     [[nodiscard]] platform::Rect header() const;
