@@ -43,8 +43,7 @@ void Document::makeRoom(const PanelGeometry &geometry)
 {
     platform::ScrollView *scrollView = m_views.scrollView();
     const bool isFirst = m_views.panels().isEmpty();
-    scrollView->setDocumentSize(
-        scrollView->documentSize().expandedTo(neededWith({geometry.minimumWidth(), geometry.areaHeight()})));
+    scrollView->setDocumentSize(scrollView->documentSize().expandedTo(neededWith(geometry.needed())));
     scrollView->resetScrollers();
     if (isFirst)
         scrollView->scrollToPoint({0.0, scrollView->documentView()->bounds().height()});
