@@ -15,6 +15,37 @@ constexpr double ButtonWidth = 80.0;
 constexpr double ButtonHeight = 30.0;
 constexpr double SetupPitch = 96.0;
 constexpr double RelayoutPitch = 88.0;
+constexpr double RowPitch = 34.0;
+/// The loop field and its caption end here.
+constexpr double RightEdgeOfLoop = 160.0;
+
+/// How the buttons are divided into rows, in a root view of some width.
+struct Rows
+{
+    quint64 first = 0; ///< 1 where the loop field leaves no room beside it.
+    quint64 length = 1;
+    quint64 count = 1;
+
+    Rows(double width, quint64 buttons)
+    {
+        const double beside = width - RightEdgeOfLoop;
+        first = beside < SetupPitch ? 1 : 0;
+        const double room = first == 1 ? width : beside;
+        length = std::clamp<quint64>(static_cast<quint64>(std::max(room, SetupPitch) / SetupPitch), 1,
+                                     std::max<quint64>(buttons, 1));
+        count = (buttons + length - 1) / length;
+    }
+    /// How much higher they stand than one row beside the loop field does.
+    [[nodiscard]] double extraHeight() const
+    {
+        return RowPitch * static_cast<double>(first + std::max<quint64>(count, 1) - 1);
+    }
+    [[nodiscard]] platform::Point origin(quint64 i, const platform::Size &around) const
+    {
+        return {around.width() - SetupPitch * static_cast<double>(length - i % length),
+                around.height() - ButtonHeight - RowPitch * static_cast<double>(first + i / length)};
+    }
+};
 
 bool matches(const platform::Button *button, const platform::Identifier &identifier)
 {
@@ -74,11 +105,11 @@ void GroupButtons::setupGroupButtons(QObject *target)
     platform::View *root = m_views.rootView();
     const platform::Rect bounds = root ? root->bounds() : platform::Rect();
     const quint64 count = m_station.groupCount();
+    const Rows rows(bounds.width(), count);
     for (quint64 i = 0; i < count; ++i) {
         const platform::Value &group = m_station.groupNames().at(static_cast<qsizetype>(i));
         const platform::Identifier name = m_waits.panelKey(platform::description(group));
-        const double x = bounds.width() - SetupPitch * static_cast<double>(count - i);
-        platform::Button *button = makeGroupButton({x, bounds.height() - ButtonHeight}, name);
+        platform::Button *button = makeGroupButton(rows.origin(i, bounds.size()), name);
         button->setTarget(target, selectors::GroupBtnClicked,
                           [this](platform::View *sender) { groupBtnClicked(sender); });
         if (root)
@@ -87,6 +118,28 @@ void GroupButtons::setupGroupButtons(QObject *target)
         m_waits.makeCondition(name);
         m_slotStates.setUp(name.text(), slotsOf(m_station, i));
     }
+    if (!root || !m_views.scrollView())
+        return;
+    const platform::Rect panels = m_views.scrollView()->frame();
+    m_upperMargin = bounds.height() - panels.y() - panels.height();
+    layOut();
+    QObject::connect(root, &platform::View::frameChanged, target, [this] { layOut(); });
+}
+
+void GroupButtons::layOut()
+{
+    const platform::View *root = m_views.rootView();
+    platform::View *panels = m_views.scrollView();
+    if (!root || !panels)
+        return;
+    const platform::Size size = root->bounds().size();
+    const QList<platform::Button *> buttons = groupButtons();
+    const Rows rows(size.width(), static_cast<quint64>(buttons.size()));
+    for (qsizetype i = 0; i < buttons.size(); ++i)
+        buttons.at(i)->setFrameOrigin(rows.origin(static_cast<quint64>(i), size));
+    const platform::Rect frame = panels->frame();
+    const double height = std::max(0.0, size.height() - m_upperMargin - rows.extraHeight() - frame.y());
+    panels->setFrame({frame.x(), frame.y(), frame.width(), height});
 }
 
 QList<platform::Button *> GroupButtons::groupButtons()

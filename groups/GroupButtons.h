@@ -15,7 +15,8 @@
 namespace interactive {
 
 /// The check boxes along the upper edge, one a group: a group that is switched off has its panel hidden. At
-/// least one group stays on.
+/// least one group stays on. Where one row would run over the loop field or out of the window they stand in
+/// several, and the panels' scroll view begins below them.
 ///
 /// A look-up compares what stands before the first "-" of a button's identifier, and takes an unknown group
 /// for one that is on. Thread: the main thread, except isGroupOn().
@@ -39,12 +40,17 @@ public:
     [[nodiscard]] QList<platform::Button *> groupButtons();
 
 private:
+    /// Divides the upper edge anew after the root view was resized.
+    void layOut();
+
     const StationMap &m_station;
     SlotStates &m_slotStates;
     Waits &m_waits;
     PanelViews &m_views;
     Focus &m_focus;
     platform::Monitored<QList<QPointer<platform::Button>>> m_buttons;
+    /// What the interface file leaves free above the scroll view.
+    double m_upperMargin = 0.0;
 };
 
 } // namespace interactive

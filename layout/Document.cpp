@@ -1,20 +1,99 @@
 #include "layout/Document.h"
 
+#include "platform/TextField.h"
+
 #include <algorithm>
 
 namespace interactive {
+
+void Document::followWindow(QObject *context)
+{
+    QObject::connect(m_views.splitView(), &platform::View::frameChanged, context, [this] { placeBands(); });
+    // What is typed must be seen where it lands.
+    QObject::connect(m_views.scrollView(), &platform::View::frameChanged, context,
+                     [this] { platform::ScrollView::reveal(focusedField()); });
+}
+
+double Document::bandBegin(quint64 group, double height) const
+{
+    return static_cast<double>(group) * bandHeight(height);
+}
+
+double Document::bandHeight(double least) const
+{
+    double height = least;
+    for (const Band &band : m_bands) {
+        if (PanelViews::isInUse(band.container))
+            height = std::max(height, band.needed.height());
+    }
+    return height;
+}
+
+platform::Size Document::neededWith(const platform::Size &coming) const
+{
+    double width = coming.width();
+    for (const Band &band : m_bands) {
+        if (PanelViews::isInUse(band.container))
+            width = std::max(width, band.needed.width());
+    }
+    return {width, bandHeight(coming.height()) * static_cast<double>(m_station.groupCount())};
+}
 
 void Document::makeRoom(const PanelGeometry &geometry)
 {
     platform::ScrollView *scrollView = m_views.scrollView();
     const bool isFirst = m_views.panels().isEmpty();
-    const platform::Size asked = scrollView->documentSize();
-    const double height = geometry.areaHeight() * static_cast<double>(m_station.groupCount());
-    scrollView->setDocumentSize(
-        {std::max(asked.width(), geometry.minimumWidth()), std::max(asked.height(), height)});
+    scrollView->setDocumentSize(scrollView->documentSize().expandedTo(neededWith(geometry.needed())));
     scrollView->resetScrollers();
     if (isFirst)
         scrollView->scrollToPoint({0.0, scrollView->documentView()->bounds().height()});
+}
+
+void Document::add(platform::View *container, quint64 group, const PanelGeometry &geometry)
+{
+    m_bands.append({container, group, geometry.needed()});
+    fit();
+}
+
+void Document::fit()
+{
+    m_bands.removeIf([](const Band &band) { return !band.container || !band.container->superview(); });
+    const platform::View *field = focusedField();
+    const bool wasSeen = isSeen(field);
+    platform::ScrollView *scrollView = m_views.scrollView();
+    const platform::Size needed = neededWith({});
+    // Asking anew would put the scrollers' knobs back that makeRoom() has reset.
+    if (scrollView->documentSize() != needed)
+        scrollView->setDocumentSize(needed);
+    placeBands();
+    if (wasSeen)
+        platform::ScrollView::reveal(field);
+}
+
+void Document::placeBands()
+{
+    const double height = bandHeight(0.0);
+    const double width = m_views.splitView()->frame().width();
+    for (const Band &band : std::as_const(m_bands)) {
+        if (!band.container || !band.container->superview())
+            continue;
+        band.container->setFrame({0.0, static_cast<double>(band.group) * height,
+                                  std::max(width, band.needed.width()), band.needed.height()});
+        // A container whose tiles have all ended would lie over other bands and keep clicks from them.
+        if (PanelViews::isTileContainer(band.container))
+            band.container->setHidden(!PanelViews::isInUse(band.container));
+    }
+}
+
+const platform::View *Document::focusedField() const
+{
+    const QWidget *focused = m_views.rootView() ? m_views.rootView()->window()->focusWidget() : nullptr;
+    return focused ? qobject_cast<platform::TextField *>(focused->parentWidget()) : nullptr;
+}
+
+bool Document::isSeen(const platform::View *view) const
+{
+    return view && !view->visibleRegion().isEmpty();
 }
 
 } // namespace interactive

@@ -3,12 +3,17 @@
 #include "layout/PanelGeometry.h"
 #include "presentation/PanelViews.h"
 
+#include <QList>
+#include <QObject>
+#include <QPointer>
+
 namespace interactive {
 
-/// The document that the panels stand in: as large as the open panels need, and scrolled so that the first
-/// panel is seen from its top.
+/// The document that the panels stand in: as large as the open panels need, and no larger than that or the
+/// window, so that whatever does not fit the window can be scrolled to.
 ///
-/// Thread: the main thread.
+/// Each group has a band, stacked upwards by group number; all bands are as high as the tallest open panel,
+/// so that panels of different heights never lie on one another. Thread: the main thread.
 class Document
 {
 public:
@@ -17,12 +22,37 @@ public:
         , m_views(views)
     {}
 
-    /// Makes room for the bands of all groups in this geometry.
+    /// Keeps bands and the field that has the focus in place when the window is resized, as long as the
+    /// context lives. Requires: the views were set.
+    void followWindow(QObject *context);
+
+    /// Where the band of a group begins when a panel of this height stands in one.
+    [[nodiscard]] double bandBegin(quint64 group, double height) const;
+    /// Makes room for a panel of this geometry that is about to open, and shows the first panel from its top.
     void makeRoom(const PanelGeometry &geometry);
+    /// A panel stands in the split view: gives it its band.
+    void add(platform::View *container, quint64 group, const PanelGeometry &geometry);
+    /// Asks for what the panels that are open now need, and stacks their bands. To be called when one has
+    /// gone.
+    void fit();
 
 private:
+    struct Band
+    {
+        QPointer<platform::View> container;
+        quint64 group;
+        platform::Size needed;
+    };
+
+    [[nodiscard]] platform::Size neededWith(const platform::Size &coming) const;
+    [[nodiscard]] double bandHeight(double least) const;
+    void placeBands();
+    [[nodiscard]] const platform::View *focusedField() const;
+    [[nodiscard]] bool isSeen(const platform::View *view) const;
+
     const StationMap &m_station;
     PanelViews &m_views;
+    QList<Band> m_bands;
 };
 
 } // namespace interactive

@@ -16,6 +16,7 @@ namespace {
 
 constexpr double FontSize = 15.0;
 constexpr double ButtonFontSize = 16.0;
+constexpr double OkFromRight = 96.0;
 
 /// The title's line crosses the upper half of the message's frame.
 class BelowTitleCell : public platform::TextFieldCell
@@ -59,13 +60,17 @@ void ErrorPanel::draw(const QString &message, const platform::Dictionary &config
                               .value_or(static_cast<quint64>(std::numeric_limits<qint64>::max()));
 
     auto panel = std::make_unique<platform::View>(
-        platform::Rect(0.0, clamped(static_cast<double>(group) * height), width, height));
+        platform::Rect(0.0, clamped(m_document.bandBegin(group, height)), width, height));
     panel->setIdentifier(identifier);
     m_document.makeRoom(geometry);
     showTitle(message, config::text(config::Title, config), width);
     fill(*panel, message, group > 0);
-    m_views.splitView()->addSubview(panel.release());
+    platform::View *drawn = parts::add(*m_views.splitView(), std::move(panel));
+    if (group < m_station.groupCount())
+        m_document.add(drawn, group, geometry);
     m_focus.unhideUI(identifier);
+    const platform::TextField *begun = m_focus.begunEntry();
+    platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : drawn);
 }
 
 /// A column count that no panel could have may be the very error to be shown; its panel is drawn as
@@ -112,12 +117,16 @@ void ErrorPanel::fill(platform::View &panel, const QString &message, bool withSe
     text->setAutoresizingMask(platform::WidthSizable | platform::MinYMargin | platform::HeightSizable);
 
     platform::Button *button =
-        parts::add(panel, parts::confirmButton(platform::Rect(size.width() - 96.0, 0.0, 80.0, 30.0),
+        parts::add(panel, parts::confirmButton(platform::Rect(size.width() - OkFromRight, 0.0, 80.0, 30.0),
                                                QStringLiteral("OK"), platform::Identifier(identifiers::Pass),
                                                ButtonFontSize, {m_controller, [this](platform::View *sender) {
                                                                     m_confirmation.confirmBtnClicked(sender);
                                                                 }}));
     button->setAutoresizingMask(platform::MaxYMargin);
+    // "OK" stays at the right edge; its mask alone would leave it outside of a window that gets narrower.
+    QObject::connect(&panel, &platform::View::frameChanged, button, [&panel, button] {
+        button->setFrameOrigin({panel.frame().width() - OkFromRight, button->frame().y()});
+    });
     if (withSeparator)
         parts::add(panel, parts::separator(platform::Rect(0.0, size.height() - 2.0, size.width(), 1.0), {}));
 }

@@ -1,5 +1,6 @@
 #include "layout/Overview.h"
 
+#include "layout/PanelParts.h"
 #include "platform/Box.h"
 #include "presentation/CollectionViewItem.h"
 #include "presentation/ScrollView.h"
@@ -25,6 +26,7 @@ CollectionView *put(platform::View &container, const PanelGeometry &geometry, co
     auto overview = std::make_unique<CollectionView>(container.bounds());
     CollectionView::FlowLayout flow;
     flow.itemSize = geometry.tile();
+    flow.itemsInRow = static_cast<int>(geometry.columns());
     overview->setFlowLayout(flow);
     overview->setFrame(geometry.overview());
     overview->setBackgroundColors({platform::Color::clear()});
@@ -38,6 +40,8 @@ CollectionView *put(platform::View &container, const PanelGeometry &geometry, co
     scrollView->setAutoresizingMask(platform::WidthSizable);
     scrollView->setHasVerticalScroller(false);
     scrollView->setHasHorizontalScroller(false);
+    const double width = geometry.overviewScroll().width();
+    parts::followWidth(container, *scrollView, width, platform::LargestCoordinate);
     CollectionView *put = overview.get();
     scrollView->contentView()->addSubview(overview.release());
     container.addSubview(scrollView.release());

@@ -58,6 +58,8 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
                          nullptr,
                          {},
                          {}};
+    if (plan.isGroupPanel())
+        drawing.geometry.makeRoomForRow(plan.isInformative() ? 0 : plan.buttons.size(), plan.hasFields());
     m_errors.clearTitle();
     m_house.views.setLook(plan.panelKey.text(), plan.look);
     if (plan.isGroupPanel())
@@ -93,7 +95,8 @@ void PanelBuilder::prepareContainer(PanelDrawing &drawing)
         drawing.made->setAutoresizingMask(platform::WidthSizable);
         drawing.container = drawing.made.get();
     }
-    const platform::Rect frame = drawing.geometry.container(plan.groupNumber);
+    const platform::Rect frame =
+        drawing.geometry.container(m_document.bandBegin(plan.groupNumber, drawing.geometry.areaHeight()));
     if (plan.isGroupPanel())
         drawing.container->setIdentifier(plan.panelKey);
     else
@@ -118,9 +121,11 @@ void PanelBuilder::dropEmptyContainer(const QString &identifier)
 void PanelBuilder::drawGroupHeader(PanelDrawing &drawing)
 {
     const PanelPlan &plan = drawing.plan;
-    parts::add(*drawing.container,
-               parts::label(drawing.geometry.header(), platform::Font::system(HeaderFontSize),
-                            plan.groupName.text()));
+    const platform::Rect frame = drawing.geometry.header();
+    platform::TextField *header =
+        parts::add(*drawing.container,
+                   parts::label(frame, platform::Font::system(HeaderFontSize), plan.groupName.text()));
+    parts::followWidth(*drawing.container, *header, 0.0, frame.width());
     if (plan.groupNumber == 0)
         return;
     parts::add(*drawing.container,
@@ -135,6 +140,7 @@ void PanelBuilder::drawMessage(PanelDrawing &drawing)
         parts::label(drawing.geometry.message(), platform::Font::system(plan.messageFontSize), plan.message);
     label->setTextColor(ColorEngine::colorForName(plan.messageColor).value_or(platform::Color::black()));
     label->setAlignment(plan.messageAlignment);
+    parts::followWidth(*drawing.container, *label, 0.0, platform::LargestCoordinate);
     parts::add(*drawing.container, std::move(label));
     plan.buttons.clear();
 }
@@ -199,9 +205,22 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
     drawing.container->setPassesClicksThrough(drawing.container->subviews().isEmpty());
     drawing.made.release(); // NOLINT(bugprone-unused-return-value): the split view owns it from here
     m_house.views.splitView()->addSubview(drawing.container);
+    m_document.add(drawing.container, drawing.plan.groupNumber, drawing.geometry);
+    revealPanel(drawing);
     // Only now: a container that was just made had no window before, where a field takes no focus.
     m_house.focus.unhideUI(drawing.plan.panelKey);
     m_house.focus.panelOpened(drawing.plan.panelKey);
+}
+
+/// More may be open than the window holds. Whoever is typing keeps sight of what is typed.
+void PanelBuilder::revealPanel(const PanelDrawing &drawing)
+{
+    const platform::View *panel = drawing.container;
+    // A slot's panel is its box, which may stand in the container of an earlier panel.
+    if (!drawing.plan.isGroupPanel() && !drawing.buttons.isEmpty())
+        panel = drawing.buttons.first()->superview();
+    const platform::TextField *begun = m_house.focus.begunEntry();
+    platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : panel);
 }
 
 } // namespace interactive

@@ -61,6 +61,7 @@ private:
     void drawSharedInput(PanelDrawing &drawing);
     void drawButtonRow(PanelDrawing &drawing);
     void finishPanel(PanelDrawing &drawing);
+    void revealPanel(const PanelDrawing &drawing);
 
     House m_house;
     SlotBoxes &m_boxes;

@@ -11,6 +11,8 @@ namespace interactive {
 namespace {
 
 constexpr double ButtonPitch = 96.0;
+constexpr double ButtonRowMargin = 4.0;
+constexpr double RowSpacing = 16.0;
 
 /// Rows of slots, rounded up.
 quint64 rowsFor(quint64 slotCount, quint64 columns)
@@ -52,14 +54,26 @@ double PanelGeometry::minimumWidth() const
     return static_cast<double>(m_columns) * ColumnWidth;
 }
 
-double PanelGeometry::containerWidth() const
+void PanelGeometry::makeRoomForRow(qsizetype buttons, bool hasField)
 {
-    return std::max(m_splitViewWidth, minimumWidth());
+    const double field = hasField ? sharedInput().x() + sharedInput().width() : 0.0;
+    const double row = ButtonPitch * static_cast<double>(buttons) + ButtonRowMargin;
+    m_rowWidth = buttons > 0 || hasField ? field + RowSpacing + row : 0.0;
 }
 
-platform::Rect PanelGeometry::container(quint64 groupNumber) const
+platform::Size PanelGeometry::needed() const
 {
-    return {0.0, static_cast<double>(groupNumber) * areaHeight(), containerWidth(), areaHeight()};
+    return {std::max(minimumWidth(), m_rowWidth), areaHeight()};
+}
+
+double PanelGeometry::containerWidth() const
+{
+    return std::max(m_splitViewWidth, needed().width());
+}
+
+platform::Rect PanelGeometry::container(double bandBegin) const
+{
+    return {0.0, bandBegin, containerWidth(), areaHeight()};
 }
 
 platform::Rect PanelGeometry::header() const
@@ -102,7 +116,7 @@ platform::Rect PanelGeometry::sharedInput() const
 
 platform::Rect PanelGeometry::bottomButton(qsizetype i, qsizetype n) const
 {
-    return {containerWidth() - 4.0 - ButtonPitch * static_cast<double>(n - i), 4.0, 80.0, 30.0};
+    return {containerWidth() - ButtonRowMargin - ButtonPitch * static_cast<double>(n - i), 4.0, 80.0, 30.0};
 }
 
 platform::Rect PanelGeometry::box() const
@@ -113,6 +127,17 @@ platform::Rect PanelGeometry::box() const
 platform::Rect PanelGeometry::caption() const
 {
     return {4.0, tile().height() - 40.0, 230.0, 20.0};
+}
+
+platform::Rect PanelGeometry::groupName(double captionTextWidth) const
+{
+    constexpr double Least = 40.0;
+    constexpr double Gap = 6.0;
+    const platform::Rect row = caption();
+    const double beside = (row.width() - captionTextWidth) / 2.0 - Gap;
+    if (beside >= Least)
+        return {row.x(), row.y(), beside, row.height()};
+    return row.translated(0.0, row.height());
 }
 
 double PanelGeometry::switchRowY(bool hasSwitches) const

@@ -29,11 +29,17 @@ public:
     [[nodiscard]] static QString whyNotDrawable(quint64 groupCount, quint64 slotCount, quint64 columns,
                                                 const QString &columnText);
 
+    [[nodiscard]] quint64 columns() const { return m_columns; }
     [[nodiscard]] quint64 rows() const { return m_rows; }
     [[nodiscard]] double areaHeight() const;
     [[nodiscard]] double minimumWidth() const;
-    /// The band of a group: the wider of split view and columns, stacked upwards by group number.
-    [[nodiscard]] platform::Rect container(quint64 groupNumber) const;
+    /// The panel has so many buttons in its bottom row, and the shared field or not: it is never so narrow
+    /// that one would lie on another or outside.
+    void makeRoomForRow(qsizetype buttons, bool hasField);
+    /// What the panel needs: the width of its columns and of its bottom row, and the band's height.
+    [[nodiscard]] platform::Size needed() const;
+    /// The panel in its band, which begins there: as wide as the split view, or as it needs.
+    [[nodiscard]] platform::Rect container(double bandBegin) const;
     [[nodiscard]] double containerWidth() const;
 
     [[nodiscard]] platform::Rect header() const;
@@ -53,6 +59,9 @@ public:
     [[nodiscard]] double slotButtonFontSize() const { return 16.0 * scale(); }
     [[nodiscard]] platform::Rect box() const;
     [[nodiscard]] platform::Rect caption() const;
+    /// Where a slot panel names its group: left of a caption whose text is so wide, above it where there is
+    /// no room.
+    [[nodiscard]] platform::Rect groupName(double captionTextWidth) const;
     /// Where the caption moves when a switch stands beside it; without a caption the y counts from 0.
     [[nodiscard]] double switchRowY(bool hasSwitches) const;
     [[nodiscard]] platform::Rect captionBesideSwitch(double y, double height) const;
@@ -76,6 +85,7 @@ private:
     quint64 m_columns;
     quint64 m_rows;
     double m_splitViewWidth;
+    double m_rowWidth = 0.0;
 };
 
 } // namespace interactive

@@ -2,6 +2,8 @@
 
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 
+#include <algorithm>
+
 #include "common/Selectors.h"
 
 namespace interactive::parts {
@@ -54,6 +56,17 @@ std::unique_ptr<platform::Button> confirmButton(const platform::Rect &frame, con
     button->setFont(platform::Font::system(fontSize));
     button->setTarget(action.target, selectors::ConfirmBtnClicked, action.pressed);
     return button;
+}
+
+void followWidth(const platform::View &around, platform::View &view, double least, double most)
+{
+    const double difference = view.frame().width() - around.frame().width();
+    QObject::connect(&around, &platform::View::frameChanged, &view,
+                     [&around, &view, difference, least, most] {
+                         const platform::Rect frame = view.frame();
+                         const double width = std::clamp(around.frame().width() + difference, least, most);
+                         view.setFrame({frame.x(), frame.y(), width, frame.height()});
+                     });
 }
 
 void makeClear(platform::View &view)

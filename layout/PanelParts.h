@@ -44,6 +44,11 @@ struct ButtonAction
                                                               const platform::Identifier &identifier,
                                                               double fontSize, const ButtonAction &action);
 
+/// Lets a view get wider and narrower with the one around it, within limits: what its mask alone would let
+/// shrink away, or stay and reach outside, when the window gets narrower. Requires: both have their first
+/// frames.
+void followWidth(const platform::View &around, platform::View &view, double least, double most);
+
 /// What a panel's background is made of: a clear layer.
 void makeClear(platform::View &view);
 

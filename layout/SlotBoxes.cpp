@@ -17,6 +17,7 @@ namespace {
 
 constexpr double CaptionFontSize = 15.0;
 constexpr double LabelFontSize = 13.0;
+constexpr double GroupNameFontSize = 11.0;
 
 QString blockName()
 {
@@ -111,7 +112,19 @@ platform::TextField *SlotBoxes::drawCaption(const PanelDrawing &drawing, const S
                                 platform::description(slotBox.slot)));
     caption->setAlignment(platform::TextAlignment::Center);
     caption->setTextColor(textColor(drawing, slotBox));
+    // A group panel is headed by its group's name; a slot's panel may stand alone in sight.
+    if (!drawing.plan.isGroupPanel() && m_station.groupCount() > 1)
+        drawGroupName(drawing, slotBox, caption->font().widthOf(caption->stringValue()));
     return caption;
+}
+
+void SlotBoxes::drawGroupName(const PanelDrawing &drawing, const SlotBox &slotBox, double captionTextWidth)
+{
+    platform::TextField *name =
+        parts::add(*slotBox.content,
+                   parts::label(drawing.geometry.groupName(captionTextWidth),
+                                platform::Font::system(GroupNameFontSize), drawing.plan.groupName.text()));
+    name->setTextColor(textColor(drawing, slotBox));
 }
 
 platform::Color SlotBoxes::textColor(const PanelDrawing &drawing, const SlotBox &slotBox) const

@@ -37,6 +37,7 @@ private:
     [[nodiscard]] platform::TextField *drawCaption(const PanelDrawing &drawing, const SlotBox &slotBox);
     [[nodiscard]] platform::TextField *drawLabelOrMessage(const PanelDrawing &drawing,
                                                           const SlotBox &slotBox);
+    void drawGroupName(const PanelDrawing &drawing, const SlotBox &slotBox, double captionTextWidth);
     void drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox);
     void drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) const;
     void drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox);

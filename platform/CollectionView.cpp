@@ -57,6 +57,8 @@ CollectionViewItem *CollectionView::itemAtIndex(qint64 index) const
 /// At least one item stands in a row, however narrow the view.
 int CollectionView::itemsInRow() const
 {
+    if (m_layout.itemsInRow > 0)
+        return m_layout.itemsInRow;
     const double pitch = m_layout.itemSize.width() + m_layout.minimumInteritemSpacing;
     const double room = bounds().width() - m_layout.sectionInset[1] - m_layout.sectionInset[3] +
                         m_layout.minimumInteritemSpacing;

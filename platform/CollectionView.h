@@ -46,10 +46,10 @@ public:
 
 /// Lays out items by index, left to right, top to bottom, each made from the registered interface file.
 ///
-/// Shapes and units: as many items in a row as the width holds (at least one), rows from the upper edge
-/// downwards without a gap. Positions follow when the view is resized. A press on an item selects it when the
-/// view is selectable and the delegate, if there is one, allows it; otherwise the selection stays.
-/// Thread: the main thread. Ownership: owns its items; the delegate must outlive the view.
+/// Shapes and units: as many items in a row as the layout says or the width holds (at least one), rows from
+/// the upper edge downwards without a gap. Positions follow when the view is resized. A press on an item
+/// selects it when the view is selectable and the delegate, if there is one, allows it; otherwise the
+/// selection stays. Thread: the main thread. Ownership: owns its items; the delegate must outlive the view.
 class CollectionView : public View
 {
     Q_OBJECT
@@ -62,6 +62,8 @@ public:
         ScrollDirection scrollDirection = ScrollDirection::Vertical;
         double minimumInteritemSpacing = 0.0;
         Size itemSize{50.0, 50.0};
+        /// How many items stand in a row, whatever the width; 0 for as many as the width holds.
+        int itemsInRow = 0;
     };
     /// Makes an item with its view, as an interface file describes it; the caller owns both.
     using ItemFactory = std::function<CollectionViewItem *()>;

@@ -15,6 +15,11 @@ QFont Font::toQFont() const
     return font;
 }
 
+double Font::widthOf(const QString &text) const
+{
+    return QFontMetricsF(toQFont()).horizontalAdvance(text);
+}
+
 double Font::boundingHeight() const
 {
     return QFontMetricsF(toQFont()).height();

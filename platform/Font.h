@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QString>
 
 namespace platform {
 
@@ -16,6 +17,8 @@ struct Font
     [[nodiscard]] QFont toQFont() const;
     /// Height in points of a box that holds any glyph of the font (ascent and descent).
     [[nodiscard]] double boundingHeight() const;
+    /// Width in points of a text in one line.
+    [[nodiscard]] double widthOf(const QString &text) const;
 
     [[nodiscard]] static Font system(double size) { return {size, false}; }
     [[nodiscard]] static Font boldSystem(double size) { return {size, true}; }

@@ -105,6 +105,20 @@ void ScrollView::scrollToVisible(const Rect &rect)
     scrollToPoint({left, low + seen.height()});
 }
 
+void ScrollView::reveal(const View *view)
+{
+    if (!view)
+        return;
+    Rect rect = view->bounds();
+    for (const View *each = view; each; each = each->superview()) {
+        const View *clip = each->superview();
+        auto *around = clip ? qobject_cast<ScrollView *>(clip->superview()) : nullptr;
+        if (around && around->documentView() == each && view->isVisibleTo(around))
+            around->scrollToVisible(rect);
+        rect.translate(each->frame().x(), each->frame().y());
+    }
+}
+
 Rect ScrollView::documentVisibleRect() const
 {
     if (!m_documentView)

@@ -70,6 +70,7 @@ void InteractiveView::setupSplitView()
     platform::SplitView *splitView = m_rooms->views.splitView();
     splitView->setLayerBackgroundColor(platform::Color::clear());
     splitView->setAutoresizingMask(FollowsBothSides);
+    m_rooms->document.followWindow(this);
 }
 
 std::set<int> InteractiveView::collectionViewShouldSelectItemsAtIndexPaths(platform::CollectionView *,

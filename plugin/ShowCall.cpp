@@ -221,7 +221,10 @@ std::optional<platform::Value> ShowCall::answerGivenBefore()
     const Turns::Turn turn(m_rooms.waits.turns(), m_group.text(), m_panelKey.text(), Turns::Room::Alone);
     // Only where no call has a panel in the band: what one waits on is not touched.
     if (turn.hasCome()) {
-        MainQueue::sync([this] { m_rooms.views.resetUI(m_panelKey); });
+        MainQueue::sync([this] {
+            m_rooms.views.resetUI(m_panelKey);
+            m_rooms.document.fit();
+        });
         m_rooms.records.giveAgain(m_panelKey.text(), question(), *answer);
         if (!isGroupPanel())
             resetData(m_rooms.records, m_rooms.views, m_panelKey);
@@ -353,6 +356,7 @@ void ShowCall::clearPanel(bool wasPressed)
 {
     MainQueue::sync([&] {
         m_rooms.views.resetUI(m_panelKey);
+        m_rooms.document.fit();
         if (m_systemIndex.isValid())
             KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
                 m_systemIndex.toULongLong());

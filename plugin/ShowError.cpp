@@ -30,6 +30,7 @@ bool showError(Rooms &rooms, const QString &message, const platform::Dictionary 
     const bool acknowledged = wait.wait() == Waits::Wake::Pressed;
     MainQueue::sync([&] {
         rooms.views.resetUI(identifier);
+        rooms.document.fit();
         rooms.focus.panelGone(identifier);
         if (acknowledged)
             rooms.keys.release();

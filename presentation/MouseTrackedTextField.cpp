@@ -1,6 +1,7 @@
 #include "presentation/MouseTrackedTextField.h"
 
 #include "platform/NotificationCenter.h"
+#include "platform/ScrollView.h"
 
 #include <QMouseEvent>
 
@@ -16,6 +17,14 @@ bool MouseTrackedTextField::event(QEvent *event)
         return true;
     }
     return platform::TextField::event(event);
+}
+
+bool MouseTrackedTextField::becomeFirstResponder()
+{
+    if (!platform::TextField::becomeFirstResponder())
+        return false;
+    platform::ScrollView::reveal(this);
+    return true;
 }
 
 void MouseTrackedTextField::mousePressEvent(QMouseEvent *event)

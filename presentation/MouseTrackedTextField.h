@@ -10,7 +10,7 @@ inline const QString TextFieldMouseDownNotification = QStringLiteral("TextFieldM
 
 /// The input field of a slot. It remembers which system and panel it belongs to, and turns every press of the
 /// mouse into a notification: the press neither places the cursor nor takes the focus, the observer decides
-/// what it does.
+/// what it does. When the field gets the focus it is scrolled into sight.
 ///
 /// Thread: the main thread.
 class MouseTrackedTextField : public platform::TextField
@@ -25,6 +25,8 @@ public:
     /// The identifier of the panel that holds the field; null until it is set.
     [[nodiscard]] platform::Identifier parentIdentifier() const { return m_parentIdentifier; }
     void setParentIdentifier(const platform::Identifier &identifier) { m_parentIdentifier = identifier; }
+
+    bool becomeFirstResponder() override;
 
 protected:
     bool event(QEvent *event) override;

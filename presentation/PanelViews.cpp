@@ -4,6 +4,8 @@
 #include "presentation/CollectionViewItemView.h"
 #include "presentation/ScrollView.h"
 
+#include <algorithm>
+
 #include "common/Identifiers.h"
 #include "common/Log.h"
 #include "common/Messages.h"
@@ -138,6 +140,23 @@ View *PanelViews::subView(const View *parent, const Identifier &identifier)
             return view;
     }
     return nullptr;
+}
+
+bool PanelViews::isTileContainer(const View *panel)
+{
+    const QList<View *> children = panel->subviews();
+    return std::ranges::all_of(children, [](View *child) { return qobject_cast<ScrollView *>(child); });
+}
+
+bool PanelViews::isInUse(const View *panel)
+{
+    if (!panel || !panel->superview())
+        return false;
+    if (!isTileContainer(panel))
+        return true;
+    const QList<CollectionViewItemView *> tiles = tilesIn(panel);
+    return std::ranges::any_of(
+        tiles, [](const CollectionViewItemView *tile) { return tile->box() && !tile->box()->isHidden(); });
 }
 
 void PanelViews::resetUI(const Identifier &identifier)

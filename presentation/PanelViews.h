@@ -64,6 +64,13 @@ public:
     [[nodiscard]] static platform::View *subView(const platform::View *parent,
                                                  const platform::Identifier &identifier);
 
+    /// Whether a child of the split view is the container of slot panels: the group's tiles and nothing else,
+    /// or nothing.
+    [[nodiscard]] static bool isTileContainer(const platform::View *panel);
+    /// Whether a child of the split view shows anything: a container of slot panels does as long as one of
+    /// its tiles is used. Not one that is gone.
+    [[nodiscard]] static bool isInUse(const platform::View *panel);
+
     /// Removes the panel that bears this very identifier instance, or empties the tile that does and hides
     /// it; for a group, all its panels.
     void resetUI(const platform::Identifier &identifier);

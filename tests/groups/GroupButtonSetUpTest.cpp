@@ -107,7 +107,8 @@ TEST_F(GroupButtonSetUpTest, StandWhereTheyBelongInARootViewOfAnySize)
     configureStation({"A", "B"}, {"S1", "S1"});
     PreparedController narrow({0, 0, 100.5, 20.25}, {});
     ASSERT_NE(narrow.view(), nullptr);
-    EXPECT_EQ(frames(narrow.groupButtons()), (QStringList{"(-91.5, -9.75, 80, 30)", "(4.5, -9.75, 80, 30)"}));
+    // There is no room beside the loop field, so they stand below it.
+    EXPECT_EQ(frames(narrow.groupButtons()), (QStringList{"(4.5, -43.75, 80, 30)", "(4.5, -77.75, 80, 30)"}));
 }
 
 TEST_F(GroupButtonSetUpTest, ASecondSetUpLeavesConditionsAndStatusAlone)
@@ -158,6 +159,50 @@ TEST_F(GroupButtonSetUpTest, KeepTheirDistanceToTheTopRightCorner)
     plugin();
     rooms().views.rootView()->setFrame({0, 0, 1000, 500});
     EXPECT_EQ(frames(rooms().groupButtons.groupButtons()), QStringList{"(904, 470, 80, 30)"});
+}
+
+TEST_F(GroupButtonSetUpTest, WrapIntoFurtherRowsThatLowerThePanels)
+{
+    station.groups = {"A", "B", "C", "D", "E", "F", "G"};
+    station.windowSize = {600, 400};
+    // Four of 96 points fit beside the loop field.
+    EXPECT_EQ(
+        frames((start(), rooms().groupButtons.groupButtons())),
+        (QStringList{"(216, 370, 80, 30)", "(312, 370, 80, 30)", "(408, 370, 80, 30)", "(504, 370, 80, 30)",
+                     "(216, 336, 80, 30)", "(312, 336, 80, 30)", "(408, 336, 80, 30)"}));
+    EXPECT_EQ(inWords(rooms().views.scrollView()->frame()), "(0, 0, 600, 326)");
+    window().resize(1024, 768);
+    EXPECT_EQ(
+        frames(rooms().groupButtons.groupButtons()),
+        (QStringList{"(352, 738, 80, 30)", "(448, 738, 80, 30)", "(544, 738, 80, 30)", "(640, 738, 80, 30)",
+                     "(736, 738, 80, 30)", "(832, 738, 80, 30)", "(928, 738, 80, 30)"}));
+    EXPECT_EQ(inWords(rooms().views.scrollView()->frame()), "(0, 0, 1024, 728)");
+}
+
+TEST_F(GroupButtonSetUpTest, NeverCoverTheLoopFieldNorOneAnotherNorThePanels)
+{
+    for (int i = 0; i < 12; ++i)
+        station.groups.append("Group " + QString::number(i));
+    start();
+    for (const QSize &size : {QSize(1600, 1000), QSize(1024, 768), QSize(600, 400), QSize(230, 700)}) {
+        window().resize(size);
+        platform::View *root = rooms().views.rootView();
+        ASSERT_EQ(root->size(), size);
+        QList<Rect> taken;
+        for (const platform::View *child : root->subviews()) {
+            EXPECT_TRUE(root->bounds().contains(child->frame())) << inWords(child->frame()).toStdString();
+            // The loop's caption lies behind its field.
+            if (!qobject_cast<const platform::TextField *>(child) || !child->identifier().isNull())
+                taken.append(child->frame());
+        }
+        ASSERT_EQ(taken.size(), 16);
+        for (qsizetype i = 0; i < taken.size(); ++i) {
+            for (qsizetype j = 0; j < i; ++j)
+                EXPECT_FALSE(taken[i].intersects(taken[j]))
+                    << inWords(taken[i]).toStdString() << " and " << inWords(taken[j]).toStdString() << " at "
+                    << size.width();
+        }
+    }
 }
 
 TEST_F(GroupButtonSetUpTest, RelayoutUsesASmallerPitchAndKeepsTheHeight)

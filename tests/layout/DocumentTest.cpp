@@ -50,7 +50,7 @@ TEST_F(DocumentTest, TheDocumentIsAsWideAsTheColumnsOfAPanel)
     EXPECT_EQ(documentSize().width(), 1000.0);
 }
 
-TEST_F(DocumentTest, TheDocumentGrowsOnly)
+TEST_F(DocumentTest, TheDocumentHasWhatTheOpenPanelsNeed)
 {
     station.windowSize = {600, 400};
     drawSlot(0, entryIn(1));
@@ -58,7 +58,7 @@ TEST_F(DocumentTest, TheDocumentGrowsOnly)
     drawSlot(4, entryIn(4));
     EXPECT_EQ(documentSize(), platform::Size(1000.0, 912.0));
     drawGroup(0, {{"input", Array{"S1"}}, {"column", 3}});
-    EXPECT_EQ(documentSize(), platform::Size(1000.0, 912.0));
+    EXPECT_EQ(documentSize(), platform::Size(1000.0, 472.0));
 }
 
 TEST_F(DocumentTest, TheDocumentIsNeverSmallerThanTheWindow)
@@ -72,18 +72,47 @@ TEST_F(DocumentTest, TheFirstPanelIsShownFromTheTop)
     station.windowSize = {600, 400};
     start();
     rooms().views.scrollView()->scrollToPoint({0.0, 100.0});
-    drawSlot(0, entryIn(1));
+    drawSlot(4, entryIn(1));
     EXPECT_EQ(visibleTop(), 912.0);
 }
 
-TEST_F(DocumentTest, LaterPanelsLeaveTheScrollPositionAlone)
+TEST_F(DocumentTest, LaterPanelsThatCanBeSeenLeaveTheScrollPositionAlone)
 {
     station.windowSize = {600, 400};
-    drawSlot(0, entryIn(1));
+    drawSlot(4, entryIn(1));
     rooms().views.scrollView()->scrollToPoint({0.0, 600.0});
     ASSERT_EQ(visibleTop(), 600.0);
-    drawSlot(4, entryIn(1));
+    drawSlot(7, entryIn(1));
     EXPECT_EQ(visibleTop(), 600.0);
+}
+
+TEST_F(DocumentTest, APanelThatCannotBeSeenIsScrolledIntoSight)
+{
+    station.windowSize = {600, 400};
+    drawSlot(4, entryIn(1));
+    ASSERT_EQ(visibleTop(), 912.0);
+    drawSlot(1, entryIn(1));
+    // The box of S2, of 110 points, stands 236 above the lower edge.
+    EXPECT_EQ(rooms().views.scrollView()->documentVisibleRect().y(), 236.0);
+    drawGroup(1, {{"switch", Array{"S1", "S2"}}});
+    EXPECT_EQ(visibleTop(), 912.0);
+}
+
+TEST_F(DocumentTest, APanelThatOpensLeavesABegunEntryInSight)
+{
+    station.windowSize = {600, 400};
+    drawSlot(0, entryIn(4));
+    type("A1");
+    ASSERT_NE(rooms().focus.begunEntry(), nullptr);
+    const auto isSeen = [this] {
+        return field("0-SN")->visibleRegion().boundingRect() == field("0-SN")->rect();
+    };
+    ASSERT_TRUE(isSeen());
+    // The bands become higher, and what opens is out of sight.
+    drawSlot(4, entryIn(1));
+    EXPECT_TRUE(isSeen());
+    drawGroup(1, {{"switch", Array{"S1", "S2"}}, {"column", 1}});
+    EXPECT_TRUE(isSeen());
 }
 
 TEST_F(DocumentTest, TheScrollersAreResetWhenAnOverviewIsBuilt)
@@ -97,13 +126,12 @@ TEST_F(DocumentTest, TheScrollersAreResetWhenAnOverviewIsBuilt)
     EXPECT_EQ(knob(Qt::Horizontal), 0);
 }
 
-TEST_F(DocumentTest, AMessageLeavesTheDocumentAsItIs)
+TEST_F(DocumentTest, AMessageThatDoesNotFitCanBeScrolledTo)
 {
     station.windowSize = {600, 400};
-    start();
-    const platform::Size before = documentSize();
-    drawGroup(0, {{"message", "Load"}, {"column", 1}});
-    EXPECT_EQ(documentSize(), before);
+    drawGroup(1, {{"message", "Load"}, {"column", 1}});
+    EXPECT_EQ(documentSize(), platform::Size(600.0, 912.0));
+    EXPECT_EQ(visibleTop(), 912.0);
 }
 
 TEST_F(DocumentTest, APanelFollowsTheWidthOfTheWindow)

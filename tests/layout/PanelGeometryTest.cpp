@@ -33,12 +33,32 @@ TEST(PanelGeometryTest, SlotsStandInAsManyRowsAsTheColumnsNeed)
     }
 }
 
-TEST(PanelGeometryTest, EachGroupHasABandOfItsOwnStackedUpwards)
+TEST(PanelGeometryTest, APanelStandsWhereItsBandBegins)
 {
     const PanelGeometry geometry(PanelKind::Group, 4, 2, 800.0);
-    EXPECT_EQ(inWords(geometry.container(0)), "(0, 0, 800, 236)");
-    EXPECT_EQ(inWords(geometry.container(1)), "(0, 236, 800, 236)");
-    EXPECT_EQ(inWords(geometry.container(2)), "(0, 472, 800, 236)");
+    EXPECT_EQ(inWords(geometry.container(0.0)), "(0, 0, 800, 236)");
+    EXPECT_EQ(inWords(geometry.container(472.0)), "(0, 472, 800, 236)");
+}
+
+TEST(PanelGeometryTest, APanelIsNeverSoNarrowThatItsBottomRowHasNoRoom)
+{
+    struct Case
+    {
+        qsizetype buttons;
+        bool hasField;
+        double width;
+    };
+    const Case cases[] = {
+        {3, true, 691.0},  {2, false, 300.0}, {1, false, 300.0},
+        {4, false, 404.0}, {0, true, 403.0},  {0, false, 300.0},
+    };
+    for (const Case &each : cases) {
+        PanelGeometry geometry(PanelKind::Group, 4, 1, 300.0);
+        geometry.makeRoomForRow(each.buttons, each.hasField);
+        EXPECT_EQ(geometry.containerWidth(), each.width) << each.buttons << " buttons";
+        const bool collides = geometry.sharedInput().intersects(geometry.bottomButton(0, each.buttons));
+        EXPECT_FALSE(each.hasField && each.buttons > 0 && collides);
+    }
 }
 
 TEST(PanelGeometryTest, APanelIsNeverNarrowerThanItsColumns)

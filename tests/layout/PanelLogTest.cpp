@@ -38,7 +38,7 @@ TEST_F(PanelLogTest, ThePlaceOfThePanelIsLogged)
     drawSlot(5, {{"input", Array{"SN"}}, {"column", 4}});
     EXPECT_TRUE(loggedOnce(
         KVKLogLevel::Debug,
-        drawJob + ": columns: 4, subViewY: 126.000000, rows: 1. collections: {G1 = <CollectionView: "
+        drawJob + ": columns: 4, subViewY: 236.000000, rows: 1. collections: {G1 = <CollectionView: "
                   "(null)>}"));
 }
 

@@ -92,13 +92,62 @@ TEST_F(SlotBoxTest, TheCaptionIsTheSlotsNameWhateverTheTitle)
     }
 }
 
+TEST_F(SlotBoxTest, TheGroupIsNamedLeftOfTheCaption)
+{
+    drawSlot(5, entry);
+    platform::TextField *name = label(content("G2", 1), "G2");
+    ASSERT_NE(name, nullptr);
+    const platform::Rect frame = name->frame();
+    EXPECT_EQ(lookOf(name),
+              (TextLook{.frame = {4, 70, frame.width(), 20}, .text = "G2", .font = Font::system(11)}));
+    EXPECT_GE(frame.width(), 40.0);
+    // The caption's text is centred in its frame.
+    EXPECT_LT(frame.x() + frame.width(), 119.0 - Font::boldSystem(15).widthOf("S2") / 2.0);
+}
+
+TEST_F(SlotBoxTest, TheGroupIsNamedAboveACaptionThatLeavesNoRoom)
+{
+    const QString slot = "Left chamber, position one";
+    station.slotNames[1] = slot;
+    drawSlot(5, entry);
+    ASSERT_NE(label(content("G2", 1), slot), nullptr);
+    ASSERT_NE(label(content("G2", 1), "G2"), nullptr);
+    EXPECT_EQ(inWords(label(content("G2", 1), slot)->frame()), "(4, 70, 230, 20)");
+    EXPECT_EQ(inWords(label(content("G2", 1), "G2")->frame()), "(4, 90, 230, 20)");
+}
+
+TEST_F(SlotBoxTest, AStationOfOneGroupDoesNotNameIt)
+{
+    station.groups = QStringList{"G1"};
+    drawSlot(1, entry);
+    EXPECT_EQ(label(content("G1", 1), "G1"), nullptr);
+    EXPECT_EQ(labels(content("G1", 1)).size(), 2);
+}
+
+TEST_F(SlotBoxTest, NamesThatAreCutShowThemselvesWholeInAToolTip)
+{
+    const QString slot = "The left chamber of the tester, position one";
+    const QString group = "The line on the second floor of the eastern building";
+    station.groups[1] = group;
+    station.slotNames[1] = slot;
+    drawSlot(5, entry);
+    for (const QString &name : {slot, group}) {
+        ASSERT_NE(label(content(group, 1), name), nullptr) << name.toStdString();
+        label(content(group, 1), name)->grab();
+        EXPECT_EQ(label(content(group, 1), name)->toolTip(), name);
+    }
+    EXPECT_EQ(groupButton(group)->toolTip(), group);
+    EXPECT_EQ(groupButton("G1")->toolTip(), QString());
+}
+
 TEST_F(SlotBoxTest, TheLabelNamesTheFirstInput)
 {
     drawSlot(5, {{"input", Array{"MAC", "SN"}}, {"label", "IMEI"}});
     platform::TextField *found = label(content("G2", 1), "MAC:");
     ASSERT_NE(found, nullptr);
     EXPECT_EQ(lookOf(found), (TextLook{.frame = {4, 30, 50, 20}, .text = "MAC:", .font = Font::system(13)}));
-    EXPECT_EQ(labels(content("G2", 1)).size(), 2);
+    // The caption, the group's name and the label.
+    EXPECT_EQ(labels(content("G2", 1)).size(), 3);
 }
 
 TEST_F(SlotBoxTest, CaptionAndLabelHaveTheHostsTextColourWhenTheBackgroundIsStrongEnough)
@@ -148,7 +197,7 @@ TEST_F(SlotBoxTest, AQuestionHasItsButtonsAndNeitherLabelNorField)
     EXPECT_EQ(buttonsOf("G1", 0),
               (std::vector{button(-58, "No", "0-0-No"), button(38, "Maybe", "0-1-Maybe"), pass("Yes")}));
     EXPECT_TRUE(inputs(content("G1", 0)).isEmpty());
-    EXPECT_EQ(labels(content("G1", 0)).size(), 1);
+    EXPECT_EQ(labels(content("G1", 0)).size(), 2);
 }
 
 TEST_F(SlotBoxTest, ASwitchPanelOfASystemHasPlainCancelAndOk)
@@ -157,7 +206,7 @@ TEST_F(SlotBoxTest, ASwitchPanelOfASystemHasPlainCancelAndOk)
     EXPECT_EQ(buttonsOf("G2", 1),
               (std::vector{button(38, "Cancel", "5-0-Cancel"), button(134, "OK", "5-1-OK")}));
     EXPECT_TRUE(inputs(content("G2", 1)).isEmpty());
-    EXPECT_EQ(labels(content("G2", 1)).size(), 1);
+    EXPECT_EQ(labels(content("G2", 1)).size(), 2);
 }
 
 TEST_F(SlotBoxTest, EachSystemFillsTheTileOfItsSlot)
@@ -197,7 +246,7 @@ TEST_F(SlotBoxTest, DrawingASystemAgainReplacesWhatItsBoxHeld)
     drawSlot(5, {{"button", Array{"Yes"}}});
     EXPECT_TRUE(inputs(content("G2", 1)).isEmpty());
     EXPECT_EQ(buttonsOf("G2", 1), std::vector{pass("Yes")});
-    EXPECT_EQ(labels(content("G2", 1)).size(), 1);
+    EXPECT_EQ(labels(content("G2", 1)).size(), 2);
     letRemovedViewsGo();
     EXPECT_TRUE(former.isNull());
 }

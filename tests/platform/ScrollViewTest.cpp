@@ -142,6 +142,30 @@ TEST_F(ScrollViewTest, ScrollingBeyondTheDocumentEndsAtItsEdge)
     EXPECT_EQ(seen(), Rect(212, 0, 88, 88));
 }
 
+TEST_F(ScrollViewTest, AViewInTheDocumentIsRevealedWhateverHoldsItThere)
+{
+    wants(300, 400);
+    auto *around = new View(Rect(150, 50, 100, 100));
+    auto *view = new View(Rect(50, 50, 20, 30));
+    around->addSubview(view);
+    document->addSubview(around);
+    ScrollView::reveal(view);
+    EXPECT_EQ(seen(), Rect(132, 100, 88, 88));
+}
+
+TEST_F(ScrollViewTest, WhatIsHiddenOrElsewhereIsNotRevealed)
+{
+    wants(300, 400);
+    auto *hidden = new View(Rect(200, 100, 20, 30));
+    hidden->setHidden(true);
+    document->addSubview(hidden);
+    const Rect before = seen();
+    ScrollView::reveal(hidden);
+    ScrollView::reveal(add<View>({200, 100, 20, 30}));
+    ScrollView::reveal(nullptr);
+    EXPECT_EQ(seen(), before);
+}
+
 TEST_F(ScrollViewTest, WithoutADocumentNothingScrolls)
 {
     auto *empty = add<ScrollView>({200, 10, 100, 100});
