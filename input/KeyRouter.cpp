@@ -25,6 +25,17 @@ namespace {
 /// than this too, and means one text by it as well.
 constexpr int LongestPauseInAText = 300;
 
+bool isKey(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+}
+
+bool isClick(const QEvent &event)
+{
+    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonRelease ||
+           event.type() == QEvent::MouseButtonDblClick;
+}
+
 /// Whether a widget of the host enters text by itself.
 bool entersText(const QWidget *widget)
 {
@@ -62,17 +73,19 @@ void KeyRouter::release()
         deliverHeld();
 }
 
-/// Keys that come back in go to whoever has the focus now.
 void KeyRouter::deliverHeld()
 {
     while (m_holds == 0 && !m_held.empty()) {
-        const std::unique_ptr<QKeyEvent> event = std::move(m_held.front());
+        const Held held = std::move(m_held.front());
         m_held.pop_front();
-        if (!m_views.rootView())
-            continue;
-        QWidget *window = m_views.rootView()->window();
-        QWidget *receiver = window->focusWidget() ? window->focusWidget() : window;
-        QCoreApplication::sendEvent(receiver, event.get());
+        const platform::View *root = m_views.rootView();
+        QWidget *receiver = held.clicked;
+        if (root && isKey(*held.event)) {
+            QWidget *window = root->window();
+            receiver = window->focusWidget() ? window->focusWidget() : window;
+        }
+        if (receiver)
+            QCoreApplication::sendEvent(receiver, held.event.get());
     }
 }
 
@@ -85,22 +98,17 @@ bool KeyRouter::isOurs(const QObject *watched) const
 
 bool KeyRouter::eventFilter(QObject *watched, QEvent *event)
 {
-    const QEvent::Type type = event->type();
-    const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
-    if ((!isKey && type != QEvent::MouseButtonPress) || !isOurs(watched))
+    if ((!isKey(*event) && !isClick(*event)) || !isOurs(watched))
         return false;
-    if (type == QEvent::MouseButtonPress) {
-        // Whoever clicks begins something new.
-        m_burst.clear();
-        return false;
-    }
-    auto *key = static_cast<QKeyEvent *>(event);
     auto *receiver = static_cast<QWidget *>(watched);
-    if (m_holds > 0 || (!m_held.empty() && key->spontaneous())) {
-        m_held.emplace_back(static_cast<QKeyEvent *>(key->clone()));
+    if (m_holds > 0) {
+        m_held.push_back({isKey(*event) ? nullptr : receiver, std::unique_ptr<QEvent>(event->clone())});
         return true;
     }
-    return type == QEvent::KeyPress && route(receiver, *key);
+    // Whoever clicks begins something new.
+    if (event->type() == QEvent::MouseButtonPress)
+        m_burst.clear();
+    return event->type() == QEvent::KeyPress && route(receiver, *static_cast<QKeyEvent *>(event));
 }
 
 /// Looks at a key where it arrives first, and once more where nobody below has taken it; true when it goes no

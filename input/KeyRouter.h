@@ -16,11 +16,12 @@ namespace interactive {
 
 /// Brings the keys of the window to where they belong.
 ///
-/// While a press is being carried out keys are held back and come after it, in their order. A character that
-/// no field takes (nothing has the focus, or a control that enters no text) goes to the field where work
-/// waits; where no field waits, the text is refused as a whole, on the window's status line and in the log.
-/// So is a scan whose field went away in the midst of it: no part of it lands in another field. Thread: the
-/// main thread.
+/// While a press is being carried out, keys and clicks are held back and come after it, in their order: what
+/// was typed before a button was pressed is there when the button asks for it, and nothing comes before the
+/// press that came after it. A character that no field takes (nothing has the focus, or a control that enters
+/// no text) goes to the field where work waits; where no field waits, the text is refused as a whole, on the
+/// window's status line and in the log. So is a scan whose field went away in the midst of it: no part of it
+/// lands in another field. Thread: the main thread.
 class KeyRouter : public QObject
 {
     Q_OBJECT
@@ -31,7 +32,7 @@ public:
     /// Begins to look at the keys of the application. Called once, when the view was loaded.
     void start();
 
-    /// Holds keys back until each hold was released.
+    /// Holds keys and clicks back until each hold was released.
     void hold() { ++m_holds; }
     void release();
 
@@ -51,7 +52,13 @@ private:
     Focus &m_focus;
     bool m_giving = false; ///< A character is on its way into the field where work waits.
     int m_holds = 0;
-    std::deque<std::unique_ptr<QKeyEvent>> m_held;
+    /// A key goes to whoever has the focus when it is let go, a click to the view that was clicked.
+    struct Held
+    {
+        QPointer<QWidget> clicked;
+        std::unique_ptr<QEvent> event;
+    };
+    std::deque<Held> m_held;
 
     QString m_stray;    ///< What is being typed and belongs to no field.
     QTimer m_strayEnds; ///< Runs out when the text is not ended with Return.

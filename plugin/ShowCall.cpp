@@ -106,6 +106,9 @@ platform::Value ShowCall::run()
     if (const auto answer = answerGivenBefore())
         return *answer;
 
+    // Where nothing can be drawn there is no turn to wait for.
+    if (m_wanted.wrongType.isEmpty() && !refusal() && cannotBeDrawn())
+        return {};
     // The rules are pure, so it is known before the turn comes what the panel will lie upon.
     Turns::Turn turn(m_rooms.waits.turns(), m_group.text(), m_panelKey.text(), roomNeeded());
     if (!turn.hasCome()) {

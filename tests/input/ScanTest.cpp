@@ -177,6 +177,24 @@ TEST_F(ScanTest, AScanSentRightBehindOkGoesToThePanelThatWaits)
     EXPECT_TRUE(testsupport::waitUntil([&] { return record("1").value("SN") == Value("B"); }));
 }
 
+TEST_F(ScanTest, PressesAndScansOfSeveralPanelsKeepTheirOrder)
+{
+    std::vector<testsupport::SequencerCall *> calls;
+    for (int system = 0; system < 8; ++system) {
+        calls.push_back(&showView(system, entry));
+        ASSERT_TRUE(waitForPanel(QString::number(system)));
+    }
+    // All of it arrives before the first press has been carried out.
+    for (const int system : {3, 6, 1, 4, 7, 2, 5, 0}) {
+        click(field(QString::number(system) + "-SN"));
+        scan(QStringLiteral("U%1").arg(system));
+        click(button(QString::number(system), "OK"));
+    }
+    for (int system = 0; system < 8; ++system)
+        EXPECT_EQ(calls.at(static_cast<std::size_t>(system))->result(),
+                  Value(Dictionary{{"SN", QStringLiteral("U%1").arg(system)}, {"clickedButton", "Pass"}}));
+}
+
 TEST_F(ScanTest, TheScanOfAPanelThatIsTakenAwayInItsMidstIsRefusedWhole)
 {
     showView(1, entry);

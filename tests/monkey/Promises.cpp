@@ -1,6 +1,7 @@
 #include "tests/monkey/Promises.h"
 
 #include "platform/MainQueue.h"
+#include "plugin/InteractiveView.h"
 #include "plugin/Rooms.h"
 #include "tests/support/Wait.h"
 
