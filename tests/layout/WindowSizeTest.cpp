@@ -30,7 +30,7 @@ class WindowSizeTest : public testsupport::PanelFixture
 {
 protected:
     inline static const QList<QSize> sizes{{600, 400},  {1024, 768}, {1600, 1000}, {600, 400},
-                                           {1600, 300}, {440, 1000}, {1280, 800}};
+                                           {1600, 300}, {600, 1500}, {440, 1000},  {1280, 800}};
 
     WindowSizeTest() { station.groups = {"G1", "G2", "G3"}; }
 
