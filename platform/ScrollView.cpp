@@ -143,7 +143,8 @@ void ScrollView::placeDocument()
     if (!m_documentView)
         return;
     const Size clip = m_contentView->frame().size();
-    const Size size = m_wantedSize.expandedTo(clip);
+    // It ends above the horizontal scroller: what stands at its lower edge could not be scrolled out.
+    const Size size = m_wantedSize.expandedTo({clip.width(), uncovered().height()});
     const Size hidden = (m_wantedSize - uncovered()).expandedTo({0.0, 0.0});
     m_offset = {std::clamp(m_offset.x(), 0.0, hidden.width()),
                 std::clamp(m_offset.y(), 0.0, hidden.height())};

@@ -30,7 +30,7 @@ class WindowSizeTest : public testsupport::PanelFixture
 {
 protected:
     inline static const QList<QSize> sizes{{600, 400},  {1024, 768}, {1600, 1000}, {600, 400},
-                                           {1600, 300}, {440, 1000}, {1280, 800}};
+                                           {1600, 300}, {600, 1500}, {440, 1000},  {1280, 800}};
 
     WindowSizeTest() { station.groups = {"G1", "G2", "G3"}; }
 
@@ -140,6 +140,7 @@ TEST_F(WindowSizeTest, PanelsThatAreDrawnInANarrowWindowCanBeReachedInAnyOther)
 
 TEST_F(WindowSizeTest, TilesStandInTheColumnsThatWereAskedForAtEveryWidth)
 {
+    station.windowSize = {600, 400};
     drawGroup(0, in(2, groupEntry));
     drawSlot(4, in(3, slotEntry));
     const QStringList two = tileFrames("G1");
@@ -262,6 +263,22 @@ TEST_F(WindowSizeTest, TheFieldThatTheFocusGoesOnToIsScrolledIntoSight)
     scan("A1");
     EXPECT_TRUE(field("8-SN")->isFirstResponder());
     EXPECT_TRUE(isWhollySeen(field("8-SN")));
+}
+
+TEST_F(WindowSizeTest, TheFieldThatHasTheFocusStaysInSightWhenBandsMove)
+{
+    station.windowSize = {600, 400};
+    showView(4, in(2, slotEntry));
+    ASSERT_TRUE(waitForPanel("4"));
+    SequencerCall &tall = showGroup(0, in(1, switches));
+    ASSERT_TRUE(waitForPanel("G1"));
+    ASSERT_TRUE(field("4-SN")->becomeFirstResponder());
+    ASSERT_TRUE(isWhollySeen(field("4-SN")));
+    // Not by the mouse, which would have to scroll away from the field.
+    button("G1", "OK")->sendAction();
+    ASSERT_TRUE(tall.waitUntilFinished());
+    EXPECT_EQ(documentSize().height(), 708.0);
+    EXPECT_TRUE(isWhollySeen(field("4-SN")));
 }
 
 TEST_F(WindowSizeTest, TheFieldThatHasTheFocusStaysInSightWhenTheWindowIsResized)

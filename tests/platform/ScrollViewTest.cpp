@@ -106,6 +106,13 @@ TEST_F(ScrollViewTest, TheDocumentShrinksWhenItAsksForLess)
     EXPECT_TRUE(vertical->isHidden());
 }
 
+TEST_F(ScrollViewTest, TheDocumentEndsAboveTheHorizontalScroller)
+{
+    wants(300, 60);
+    EXPECT_EQ(document->frame(), Rect(0, 12, 300, 88));
+    EXPECT_EQ(seen(), Rect(0, 0, 88 + 12, 88));
+}
+
 TEST_F(ScrollViewTest, WhatCanBeSeenIsNotScrolledTo)
 {
     wants(300, 400);
