@@ -86,6 +86,9 @@ bool Entries::checkInput(platform::View *sender)
         return true;
     if (!isValidEntry(entry)) {
         rejectEntry(entry);
+        // The field shows what was refused: what it held before is not to be seen any more, and is no answer.
+        if (!m_views.isGroupView(entry.panelKey))
+            static_cast<void>(m_records.discard(entry.panelKey.text(), entry.ownSlot));
         return false;
     }
     acceptEntry(entry);

@@ -35,6 +35,7 @@ public:
     /// Holds keys and clicks back until each hold was released.
     void hold() { ++m_holds; }
     void release();
+    [[nodiscard]] bool isHolding() const { return m_holds > 0; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -89,6 +89,7 @@ void ErrorPanel::showTitle(const QString &message, const QString &title, double 
     const platform::Rect frame(16.0, 86.0, width, 20.0);
     if (!m_title) {
         m_title = parts::label(frame, platform::Font::boldSystem(FontSize), QString()).release();
+        m_title->setPassesClicksThrough(true);
         m_title->setAutoresizingMask(platform::WidthSizable | platform::MaxXMargin | platform::MinYMargin);
     }
     m_title->setFrame(frame);

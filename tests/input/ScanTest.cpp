@@ -108,6 +108,17 @@ TEST_F(ScanTest, ARefusedEntryKeepsTheFocus)
     EXPECT_TRUE(field("1-SN")->isFirstResponder());
 }
 
+TEST_F(ScanTest, AnEntryThatWasReplacedByARefusedOneIsNoAnswerAnyMore)
+{
+    auto &call = showView(0, {{"input", Array{"SN"}}, {"length", 3}, {"button", Array{"Skip"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("ABC");
+    expectError("Invalid input: 0-SN = AB");
+    scan("AB");
+    press("0", "Skip");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"clickedButton", "Pass"}}));
+}
+
 TEST_F(ScanTest, ABegunEntryKeepsTheFocusWhenAPanelOpens)
 {
     showView(0, entry);

@@ -162,7 +162,8 @@ void Scan::judgeLanding(const Place &place) const
 /// Without the operator's choosing it, a filled field gets no entry while another panel waits for one.
 void Scan::judgeReplacement(const Place &place) const
 {
-    if (m_wasFocusChosen || m_recordsBefore.value(place.first).value(place.second).toString().isEmpty())
+    if (m_isBehindPress || m_wasFocusChosen ||
+        m_recordsBefore.value(place.first).value(place.second).toString().isEmpty())
         return;
     for (const SeenPanel &panel : panelsIn(m_world.root())) {
         const bool isWaiting = panel.isVisible && panel.entry && panel.shown.isEmpty() &&

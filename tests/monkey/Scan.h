@@ -17,7 +17,11 @@ public:
     Scan(World &world, const QString &entry, const QString &mark);
 
     /// Drops the forecast: something else happens in the same moment.
-    void forecastNothing() { m_forecast = Forecast::Open; }
+    void forecastNothing()
+    {
+        m_forecast = Forecast::Open;
+        m_isBehindPress = true;
+    }
     /// Exactly one place has the text, the one that the operator saw; or it was refused.
     void judge();
 
@@ -45,6 +49,7 @@ private:
     QSet<Place> m_placesBefore;
     QMap<QString, platform::Dictionary> m_recordsBefore;
     Forecast m_forecast = Forecast::Open;
+    bool m_isBehindPress = false; ///< Panels come and go before the scan is there.
     Place m_expected;
     QString m_reason; ///< Why the text should be refused.
 };
