@@ -1,6 +1,7 @@
 #include "platform/Button.h"
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
+#include "tests/support/Wait.h"
 
 using platform::Array;
 using platform::Button;
@@ -312,6 +313,9 @@ TEST_F(ConfirmationTest, APressWhoseCallIsAnsweredMeanwhileLeavesTheAnswerAsItIs
     platform::Condition::Place place(*rooms().waits.getCondition(rooms().waits.panelKey("G1")));
     rooms().confirmation.confirmBtnClicked(button("G1", "Yes"));
     rooms().confirmation.confirmBtnClicked(button("G1", "Cancel"));
+    ASSERT_TRUE(
+        testsupport::waitUntil([&] { return rooms().waits.isAnswered(rooms().waits.panelKey("G1")); }));
+    rooms().keys.release();
     settle();
     EXPECT_EQ(place.wait(), platform::Condition::Wake::Signalled);
     EXPECT_EQ(record("G1"), (Dictionary{{"clickedButton", "Pass"}}));
