@@ -76,8 +76,9 @@ void PanelViews::dropResponders(const QString &key)
 QString PanelViews::describeResponders()
 {
     platform::Dictionary description;
-    const QHash<QString, Responders> all = m_responders.copy();
-    for (auto entry = all.cbegin(); entry != all.cend(); ++entry) {
+    // Under the lock all the way: a call on another thread may drop a list, and the last one frees it.
+    const auto all = m_responders.lock();
+    for (auto entry = all->cbegin(); entry != all->cend(); ++entry) {
         platform::Array fields;
         for (const QPointer<platform::TextField> &field : entry.value())
             fields.append(log::describe(field));
