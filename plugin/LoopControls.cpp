@@ -93,10 +93,12 @@ bool LoopControls::eventFilter(QObject *watched, QEvent *event)
         m_entered = m_entered && static_cast<QFocusEvent *>(event)->reason() == Qt::ActiveWindowFocusReason;
     if (event->type() == QEvent::FocusIn && m_field) {
         const bool byItself = static_cast<QFocusEvent *>(event)->reason() == Qt::ActiveWindowFocusReason;
-        if (byItself && !m_entered)
+        if (byItself && !m_entered) {
+            // The line editor hears nothing of it: it would show a cursor where no key goes.
             m_field->window()->setFocus(Qt::OtherFocusReason);
-        else
-            m_entered = true;
+            return true;
+        }
+        m_entered = true;
     }
     return QObject::eventFilter(watched, event);
 }
