@@ -86,9 +86,7 @@ bool Entries::checkInput(platform::View *sender)
         return true;
     if (!isValidEntry(entry)) {
         rejectEntry(entry);
-        // The field shows what was refused: what it held before is not to be seen any more, and is no answer.
-        if (!m_views.isGroupView(entry.panelKey))
-            static_cast<void>(m_records.discard(entry.panelKey.text(), entry.ownSlot));
+        forgetOwnEntry(entry.identifier);
         return false;
     }
     acceptEntry(entry);
@@ -179,7 +177,16 @@ void Entries::refuse(const QString &text, const QString &why)
 
 void Entries::refuseIn(const TextField *field, const platform::RefusedEntry &refused)
 {
+    forgetOwnEntry(field->identifier());
     refuse(refused.text, platform::formatMessage(messages::InField, {refused.why, field->identifier()}));
+}
+
+/// A slot panel's field shows what was refused, or nothing: what it held before is not to be seen any more.
+void Entries::forgetOwnEntry(const Identifier &field)
+{
+    const Identifier panelKey = identifiers::before(identifiers::Separator, field);
+    if (!m_views.isGroupView(panelKey))
+        static_cast<void>(m_records.discard(panelKey.text(), identifiers::slotPart(field)));
 }
 
 bool Entries::checkDuplicatedInput(const QString &text, const Identifier &key) const

@@ -34,8 +34,9 @@ public:
     [[nodiscard]] bool checkDuplicatedInput(const QString &text, const platform::Identifier &panelKey) const;
     /// An entry that cannot be taken at all, whoever sent it: says so to the operator and in the log.
     static void refuse(const QString &text, const QString &why);
-    /// The same of an entry that its field has refused before it was whole.
-    static void refuseIn(const platform::TextField *field, const platform::RefusedEntry &refused);
+    /// The same of an entry that its field has refused before it was whole; what the field held before is no
+    /// answer any more.
+    void refuseIn(const platform::TextField *field, const platform::RefusedEntry &refused);
 
 private:
     struct Entry;
@@ -45,6 +46,7 @@ private:
     [[nodiscard]] bool isValidEntry(const Entry &entry) const;
     void acceptEntry(const Entry &entry);
     static void rejectEntry(const Entry &entry);
+    void forgetOwnEntry(const platform::Identifier &field);
     [[nodiscard]] platform::TextField *entryTarget(const Entry &entry);
 
     PanelRecords &m_records;

@@ -155,7 +155,10 @@ void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
     field->setTarget(m_house.controller, selectors::CheckInput,
                      [this](platform::View *sender) { m_entries.endEntry(sender); });
     field->setIdentifier(identifiers::named(drawing.plan.panelKey.text(), identifiers::SharedInput));
-    field->setRefusalHandler(&Entries::refuseIn);
+    field->setRefusalHandler(
+        [this](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
+            m_entries.refuseIn(refusing, refused);
+        });
     // No call waits behind a message: what is scanned then must not seem to be taken.
     field->setEnabled(!drawing.plan.isInformative());
     drawing.fields.append(field.get());

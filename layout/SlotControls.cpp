@@ -111,7 +111,10 @@ void SlotBoxes::drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox)
     field->setTarget(m_controller, selectors::CheckInput,
                      [this](platform::View *sender) { m_entries.endEntry(sender); });
     field->setIdentifier(identifiers::named(key.text(), drawing.plan.label));
-    field->setRefusalHandler(&Entries::refuseIn);
+    field->setRefusalHandler(
+        [this](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
+            m_entries.refuseIn(refusing, refused);
+        });
     drawing.fields.append(field.get());
     parts::add(*slotBox.content, std::move(field));
 }

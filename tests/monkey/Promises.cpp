@@ -133,9 +133,14 @@ void settle(World &world, const QString &otherwise, const std::function<bool()> 
         throw BrokenPromise{unrestIn(world)};
     world.wasLoopOn = world.wasLoopOn || world.isLoopOn();
     // Those that end a loop come last: they forget what the others may have been answered with.
-    for (const bool endsLoops : {false, true}) {
+    // Those that were asked come first: of two calls of one question the later one is answered with the
+    // other.
+    const auto rank = [](const Call &call) {
+        return call.request.function == Function::IsLoopFinished ? 2 : (call.wasAsked() ? 0 : 1);
+    };
+    for (const int now : {0, 1, 2}) {
         for (const auto &call : world.calls) {
-            if (call->hasEnded() && (call->request.function == Function::IsLoopFinished) == endsLoops)
+            if (call->hasEnded() && rank(*call) == now)
                 judgeEnded(world, *call);
         }
     }
