@@ -241,7 +241,7 @@ platform::Value ShowCall::showInTurn()
 {
     announce();
     if (!m_rooms.groupButtons.isGroupOn(m_group))
-        MainQueue::sync([this] { m_rooms.views.hideFirst(m_panelKey); });
+        m_rooms.views.hideFirst(m_panelKey);
     if (!m_wanted.wrongType.isEmpty()) {
         showProblem(m_wanted.wrongType);
         return {};

@@ -1,6 +1,7 @@
 #include "presentation/PanelViews.h"
 
 #include "platform/Box.h"
+#include "platform/MainQueue.h"
 #include "presentation/CollectionViewItemView.h"
 #include "presentation/ScrollView.h"
 
@@ -196,8 +197,10 @@ bool PanelViews::emptyTile(const View *panel, const Identifier &identifier)
 
 void PanelViews::hideFirst(const Identifier &identifier)
 {
-    if (View *panel = subView(m_splitView, identifier))
-        panel->setHidden(true);
+    platform::MainQueue::sync([this, &identifier] {
+        if (View *panel = subView(m_splitView, identifier))
+            panel->setHidden(true);
+    });
 }
 
 void PanelViews::hideUI(const Identifier &identifier)

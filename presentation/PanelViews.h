@@ -74,8 +74,10 @@ public:
     /// Removes the panel that bears this very identifier instance, or empties the tile that does and hides
     /// it; for a group, all its panels.
     void resetUI(const platform::Identifier &identifier);
-    /// Hides the first panel, or every panel, that bears this very identifier instance.
+    /// Hides the first panel that bears this very identifier instance. Thread: any, because a show call asks
+    /// for it before it draws.
     void hideFirst(const platform::Identifier &identifier);
+    /// Hides every panel that bears this very identifier instance.
     void hideUI(const platform::Identifier &identifier);
     /// Makes every panel visible whose identifier has this text; true when there was one.
     bool show(const platform::Identifier &identifier);
