@@ -1,6 +1,7 @@
 #include "layout/Document.h"
 
 #include "platform/TextField.h"
+#include "presentation/MouseTrackedTextField.h"
 
 #include <algorithm>
 
@@ -11,7 +12,7 @@ void Document::followWindow(QObject *context)
     QObject::connect(m_views.splitView(), &platform::View::frameChanged, context, [this] { placeBands(); });
     // What is typed must be seen where it lands.
     QObject::connect(m_views.scrollView(), &platform::View::frameChanged, context,
-                     [this] { platform::ScrollView::reveal(focusedField()); });
+                     [this] { MouseTrackedTextField::bringIntoSight(focusedField()); });
 }
 
 double Document::bandBegin(quint64 group, double height) const
@@ -67,7 +68,7 @@ void Document::fit()
         scrollView->setDocumentSize(needed);
     placeBands();
     if (wasSeen)
-        platform::ScrollView::reveal(field);
+        MouseTrackedTextField::bringIntoSight(field);
 }
 
 void Document::placeBands()

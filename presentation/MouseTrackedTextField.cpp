@@ -1,5 +1,6 @@
 #include "presentation/MouseTrackedTextField.h"
 
+#include "platform/Box.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ScrollView.h"
 
@@ -23,8 +24,20 @@ bool MouseTrackedTextField::becomeFirstResponder()
 {
     if (!platform::TextField::becomeFirstResponder())
         return false;
-    platform::ScrollView::reveal(this);
+    bringIntoSight(this);
     return true;
+}
+
+void MouseTrackedTextField::bringIntoSight(const platform::View *field)
+{
+    for (const platform::View *each = field; each; each = each->superview()) {
+        if (qobject_cast<const platform::Box *>(each)) {
+            // The box says whose entry is asked for; where it does not fit, the field itself must be seen.
+            platform::ScrollView::reveal(each);
+            break;
+        }
+    }
+    platform::ScrollView::reveal(field);
 }
 
 void MouseTrackedTextField::mousePressEvent(QMouseEvent *event)

@@ -27,6 +27,9 @@ public:
     void setParentIdentifier(const platform::Identifier &identifier) { m_parentIdentifier = identifier; }
 
     bool becomeFirstResponder() override;
+    /// Scrolls a field into sight, and with it the box that says whose it is, as far as both fit. Null is
+    /// left alone.
+    static void bringIntoSight(const platform::View *field);
 
 protected:
     bool event(QEvent *event) override;

@@ -251,7 +251,7 @@ TEST_F(WindowSizeTest, AMessageAndItsHeaderStayWithinTheirPanel)
     }
 }
 
-TEST_F(WindowSizeTest, TheFieldThatTheFocusGoesOnToIsScrolledIntoSight)
+TEST_F(WindowSizeTest, TheFieldThatTheFocusGoesOnToIsScrolledIntoSightWithItsBox)
 {
     station.windowSize = {600, 400};
     showView(8, in(1, slotEntry));
@@ -263,6 +263,7 @@ TEST_F(WindowSizeTest, TheFieldThatTheFocusGoesOnToIsScrolledIntoSight)
     scan("A1");
     EXPECT_TRUE(field("8-SN")->isFirstResponder());
     EXPECT_TRUE(isWhollySeen(field("8-SN")));
+    EXPECT_TRUE(isWhollySeen(label(field("8-SN")->superview(), "S1")));
 }
 
 TEST_F(WindowSizeTest, TheFieldThatHasTheFocusStaysInSightWhenBandsMove)
