@@ -20,6 +20,18 @@ inline const QString DrawShadow = QStringLiteral("drawShadow");
 inline const QString MessageFont = QStringLiteral("messageFont");
 inline const QString MessageColor = QStringLiteral("messageColor");
 inline const QString MessageAlignment = QStringLiteral("messageAlignment");
+inline const QString Pattern = QStringLiteral("pattern");
+inline const QString Hint = QStringLiteral("hint");
+inline const QString Validate = QStringLiteral("validate");
+inline const QString Unique = QStringLiteral("unique");
+inline const QString Number = QStringLiteral("number");
+inline const QString Choices = QStringLiteral("choices");
+inline const QString Default = QStringLiteral("default");
+inline const QString Placeholder = QStringLiteral("placeholder");
+inline const QString AutoConfirm = QStringLiteral("autoConfirm");
+inline const QString TimeLimit = QStringLiteral("timeLimit");
+inline const QString Image = QStringLiteral("image");
+inline const QString Instruction = QStringLiteral("instruction");
 
 /// The label of a value that a configuration does not name.
 inline const QString DefaultLabel = QStringLiteral("SN");

@@ -11,6 +11,19 @@ enum ErrorCode {
     ErrorColumnExceedsSlots = 103,
     ErrorTooManyOrDuplicatedInputs = 104,
     ErrorTooManyInputsForSystem = 105,
+    // A value that its key does not take
+    ErrorPattern = 110,
+    ErrorHint = 111,
+    ErrorValidate = 112,
+    ErrorUnique = 113,
+    ErrorNumber = 114,
+    ErrorChoices = 115,
+    ErrorDefault = 116,
+    ErrorPlaceholder = 117,
+    ErrorAutoConfirm = 118,
+    ErrorTimeLimit = 119,
+    ErrorImage = 120,
+    ErrorInstruction = 121,
     ErrorDataNotFound = 201,
     ErrorSwitchPanelNotConfirmed = 301,
     /// The host ended the call while it waited for the operator.
@@ -23,6 +36,8 @@ enum ErrorCode {
     ErrorNoSuchSystem = 404,
     /// A label that the panel's record needs for itself.
     ErrorReservedLabel = 405,
+    /// The panel was not answered within its time limit.
+    ErrorTimeOver = 406,
 };
 
 } // namespace interactive

@@ -26,6 +26,7 @@ inline constexpr char NoSuchSystem[] = "%s: system index %@ is beyond the statio
 inline constexpr char NoSystems[] = "%s: system index %@ is beyond the station, which has no systems";
 inline constexpr char ReservedLabel[] =
     "Invalid config. Label '%@' is reserved: the record of a panel needs it for itself.";
+inline constexpr char WrongValue[] = "Invalid config. Value for key '%@' is %@: %@.";
 inline constexpr char NoSlots[] = "The station has no slots: no panel can be drawn.";
 inline constexpr char ColumnsDoNotFit[] =
     "Invalid config. Value for key 'column' is %@: a panel takes 1 to %ld columns.";
@@ -34,6 +35,54 @@ inline constexpr char RowsDoNotFit[] =
 inline constexpr char NotAnInteger[] = "%s: %s must be an integer, got %@";
 inline constexpr char OutOfRange[] = "%s: %s %@ is out of range, there are %ld (0 to %ld)";
 inline constexpr char OutOfRangeOfNone[] = "%s: %s %@ is out of range, there are none";
+
+// What is wrong with a value of a configuration, and what would be right
+inline constexpr char NeedsInput[] = "nothing is entered on this panel; it goes with 'input'";
+inline constexpr char NeedsWaiting[] = "nobody answers a group's message; it goes with a panel that waits";
+inline constexpr char MustBeText[] = "must be a text";
+inline constexpr char MustBeTrueOrFalse[] = "must be true or false";
+inline constexpr char MustBeFunction[] =
+    "must be a function (text, slot) that returns true, or false and why";
+inline constexpr char MustBeForm[] =
+    "must be a regular expression, or a table that has one for a slot or label";
+inline constexpr char MustBeScope[] = "must be \"group\", \"station\" or \"run\"";
+inline constexpr char MustBeNumberTable[] =
+    "must be a table of 'min', 'max', 'decimals' and 'unit', each of which may be left out";
+inline constexpr char MustBeLimit[] = "'%@' must be a number, is %@";
+inline constexpr char MinAboveMax[] = "'min' must not be greater than 'max'";
+inline constexpr char MustBeDecimals[] = "'decimals' must be a whole number from 0 to %ld, is %@";
+inline constexpr char MustBeUnit[] = "'unit' must be a text, is %@";
+inline constexpr char NoSuchPart[] = "'%@' is none of 'min', 'max', 'decimals' and 'unit'";
+inline constexpr char MustBeChoices[] = "must be a list of texts with at least one in it";
+inline constexpr char ChoiceIsEmpty[] = "a choice must not be empty";
+inline constexpr char ChoiceTwice[] = "'%@' is in it twice";
+inline constexpr char ChoiceLength[] = "'%@' does not have the %ld characters that 'length' asks for";
+inline constexpr char MustBeDefault[] = "must be a text";
+inline constexpr char MustBeDefaults[] = "must be a table of slots, each with a text";
+inline constexpr char UnknownSlot[] = "'%@' is no slot of the station";
+inline constexpr char UnknownLabel[] = "'%@' is no label that is asked for";
+inline constexpr char BrokenForm[] = "not a regular expression: %@, at character %ld of '%@'";
+inline constexpr char DefaultIsRefused[] = "'%@' would be refused: %@";
+inline constexpr char DefaultTwice[] = "'%@' is given to two slots";
+inline constexpr char OneOfThree[] = "cannot be asked for beside '%@'";
+inline constexpr char UniqueNeedsText[] = "equal entries are allowed beside '%@'";
+inline constexpr char NeedsOkButton[] = "the panel needs an \"OK\" button, which it would press";
+inline constexpr char MustBeSeconds[] = "must be a number of seconds, more than 0 and at most %ld";
+
+// Why an entry is refused, in words for the operator
+inline constexpr char HasAnotherLength[] = "it has %ld characters instead of %ld";
+inline constexpr char HasAnotherForm[] = "it does not have the form that is asked for";
+inline constexpr char IsNoNumber[] = "it is no number";
+inline constexpr char TooManyDecimals[] = "it has more than %ld decimals";
+inline constexpr char NoDecimals[] = "it must be a whole number";
+inline constexpr char OutOfLimits[] = "it must be %@";
+inline constexpr char RangeBetween[] = "%@ to %@%@";
+inline constexpr char RangeAbove[] = "at least %@%@";
+inline constexpr char RangeBelow[] = "at most %@%@";
+inline constexpr char IsNoChoice[] = "it is none of the choices";
+inline constexpr char NothingChosen[] = "nothing is chosen";
+inline constexpr char FitsSeveralChoices[] = "it fits %ld of the choices";
+inline constexpr char WasGivenBefore[] = "it was given before";
 
 // Log lines of more than one place
 inline constexpr char InvalidSender[] = "Invalid call for %s from sender: %@";

@@ -15,8 +15,11 @@ namespace {
 QStringList knownKeys()
 {
     using namespace config;
-    return {Input,  Switch,          Button,     Length,      Message,      Label,           Title,
-            Column, BackgroundAlpha, DrawShadow, MessageFont, MessageColor, MessageAlignment};
+    return {Input,       Switch,       Button,           Length,          Message,
+            Label,       Title,        Column,           BackgroundAlpha, DrawShadow,
+            MessageFont, MessageColor, MessageAlignment, Pattern,         Hint,
+            Validate,    Unique,       Number,           Choices,         Default,
+            Placeholder, AutoConfirm,  TimeLimit,        Image,           Instruction};
 }
 
 /// How many letters have to be put in, taken out or changed to make one word of the other.
