@@ -35,6 +35,8 @@ PanelBuilder::PanelBuilder(const House &house, SlotBoxes &boxes, Document &docum
 void PanelBuilder::drawUI(const PanelRequest &request)
 {
     PanelPlan plan = plan::made(request, m_house.station, m_house.waits, m_house.settings);
+    // Waited for: what went wrong in drawing belongs to the call, which must not wait on a panel that does
+    // not stand.
     platform::MainQueue::sync([this, &plan] { drawPanel(plan); });
 }
 
@@ -58,10 +60,14 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
                          nullptr,
                          {},
                          {}};
+    // A message has no buttons, see drawMessage().
     if (plan.isGroupPanel())
         drawing.geometry.makeRoomForRow(plan.isInformative() ? 0 : plan.buttons.size(), plan.hasFields());
     m_errors.clearTitle();
+    // Kept by panel: entries and switches paint long after the drawing, when another call's look may be in
+    // force.
     m_house.views.setLook(plan.panelKey.text(), plan.look);
+    // A group's panel is drawn into an empty band; a slot's panel leaves its neighbours standing.
     if (plan.isGroupPanel())
         m_house.views.resetUI(plan.panelKey);
     prepareContainer(drawing);
@@ -86,6 +92,8 @@ void PanelBuilder::prepareContainer(PanelDrawing &drawing)
     // A message of the group that still stands there goes: the slot's panel would lie upon it.
     if (!plan.isGroupPanel() && PanelViews::subView(m_house.views.splitView(), plan.groupName))
         m_house.views.resetUI(plan.groupName);
+    // By the group's own name, which only the container of a group's panel bears: slots share the overview by
+    // way of collection(), not the container.
     drawing.container = PanelViews::subView(m_house.views.splitView(), plan.groupName);
     if (!drawing.container) {
         if (!plan.isGroupPanel())
@@ -142,6 +150,7 @@ void PanelBuilder::drawMessage(PanelDrawing &drawing)
     label->setAlignment(plan.messageAlignment);
     parts::followWidth(*drawing.container, *label, 0.0, platform::LargestCoordinate);
     parts::add(*drawing.container, std::move(label));
+    // No call waits behind a message, so there is nothing to end.
     plan.buttons.clear();
 }
 
@@ -187,6 +196,7 @@ void PanelBuilder::buildOverview(PanelDrawing &drawing)
     platform::CollectionView *overview =
         overview::put(*drawing.container, drawing.geometry, overview::content(plan.groupNumber, slotCount));
     overview->setDelegate(m_house.delegate);
+    // A group's panel shows and hides each box as it draws it.
     if (!m_house.views.isGroupView(plan.panelKey))
         overview::hideBoxes(*overview);
     m_house.views.setCollection(plan.groupName.text(), overview);
@@ -200,6 +210,7 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
 {
     Focus::setupResponderChain(drawing.fields);
     if (!drawing.fields.isEmpty()) {
+        // What is typed at a button is meant for the field, not for the button.
         for (platform::Button *button : std::as_const(drawing.buttons))
             button->setNextResponder(drawing.fields.last());
     }

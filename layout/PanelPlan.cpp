@@ -47,6 +47,8 @@ PanelPlan made(const PanelRequest &request, const StationMap &station, Waits &wa
 quint64 columns(const platform::Dictionary &config, quint64 current, quint64 slotCount)
 {
     const qint64 wanted = config::integer(config::Column, config);
+    // 0 is what a text that is no number reads as. A negative number becomes so large that no window could
+    // hold the panel, and is refused for that.
     if (wanted != 0)
         return static_cast<quint64>(wanted);
     return current != 0 ? current : slotCount;
@@ -80,6 +82,7 @@ QString title(const platform::Dictionary &config, const QString &groupName, cons
 
 QStringList buttonTitles(const platform::Value &configured, PanelKind kind, bool hasInputs, bool hasSwitches)
 {
+    // The affirmative button stands last, where the one that passes is looked for.
     if (hasSwitches)
         return {QStringLiteral("Cancel"), QStringLiteral("OK")};
     if (kind == PanelKind::Group && hasInputs)
@@ -92,6 +95,8 @@ QStringList buttonTitles(const platform::Value &configured, PanelKind kind, bool
 
 platform::Identifier buttonIdentifier(const PanelPlan &plan, qsizetype i)
 {
+    // A panel of switches has its slots as inputs, too, and its "OK" keeps its name: by that the call tells a
+    // confirmed panel from a cancelled one.
     const bool isLast = i + 1 == plan.buttons.size();
     if (isLast && !(plan.hasInputs() && plan.hasSwitches()))
         return platform::Identifier(identifiers::Pass);

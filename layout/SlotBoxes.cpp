@@ -81,6 +81,7 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
     log::debug(messages::BoxFrame,
                {plan.groupName, slotBox.slot, frame.x(), frame.y(), frame.width(), frame.height()});
     styleBox(drawing, slotBox);
+    // A tile keeps what the panel before drew into it.
     for (platform::View *view : slotBox.content->subviews())
         view->removeFromSuperview();
 
@@ -141,6 +142,7 @@ platform::TextField *SlotBoxes::drawLabelOrMessage(const PanelDrawing &drawing, 
             parts::add(*slotBox.content, parts::label(drawing.geometry.slotLabel(),
                                                       platform::Font::system(LabelFontSize), QString()));
         label->setTextColor(textColor(drawing, slotBox));
+        // Its text follows with the field: on a slot's panel it is the name of the input.
         return label;
     }
     if (!plan.hasInputs() && !plan.message.isEmpty()) {

@@ -63,6 +63,8 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     button->setTarget(m_controller, selectors::SwitchBtnClicked,
                       [this](platform::View *sender) { m_switches.switchBtnClicked(sender); });
     button->setState(platform::Button::On);
+    // In the box before its state is taken: a switch that is off looks for field and box from where it
+    // stands.
     drawing.buttons.append(parts::add(*slotBox.content, std::move(button)));
     takeInitialSwitchState(drawing, slotBox, *drawing.buttons.last());
 }
@@ -78,6 +80,7 @@ void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBo
     // Any number but 0 counts as on, a negative one included.
     if (platform::integerValue(entry.toMap().value(slot)) == 0) {
         button.setState(platform::Button::Off);
+        // As if somebody had switched it off just now: box, field and record follow.
         m_switches.switchBtnClicked(&button);
         return;
     }
@@ -91,6 +94,7 @@ void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBo
 void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
 {
     PanelPlan &plan = drawing.plan;
+    // The input's name is what the entry is stored under.
     if (plan.hasInputs())
         plan.label = platform::description(plan.inputs.first());
     if (slotBox.label)
@@ -98,6 +102,8 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     if (plan.hasFields())
         drawEntryField(drawing, slotBox);
     drawSlotButtons(drawing, slotBox);
+    // By this the panel is found again: its buttons look up to it, and a tile that bears it is emptied when
+    // the panel goes.
     slotBox.content->setIdentifier(plan.panelKey);
 }
 
@@ -129,6 +135,7 @@ void SlotBoxes::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)
             {m_controller, [this](platform::View *sender) { m_confirmation.confirmBtnClicked(sender); }});
         button->setAutoresizingMask(platform::MinYMargin);
         if (button->identifier().text() == identifiers::Pass) {
+            // The button that passes stands out among those that do not.
             button->setShadow(platform::Shadow{platform::Color::systemBlue(), PassShadowRadius, {0.0, 0.0}});
         }
         drawing.buttons.append(parts::add(*slotBox.content, std::move(button)));
