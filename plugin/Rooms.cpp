@@ -8,6 +8,8 @@ Rooms::Rooms(QObject *controller, platform::CollectionViewDelegate *delegate)
     , builder({station, records, slotStates, waits, settings, views, focus, controller, delegate}, boxes,
               document, errors, entries, confirmation)
 {
+    // Confirmations belong to a lower room, which knows nothing of groups' buttons: what they ask of them is
+    // handed in.
     confirmation.setGroups({
         [this](const platform::Identifier &key) {
             return groupButtons.getGroupButtonState(key) != platform::Button::Off;

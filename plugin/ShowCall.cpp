@@ -35,6 +35,7 @@ QString methodName()
 /// The role of a button: what follows the last separator of its identifier.
 QString roleOf(const QString &buttonIdentifier)
 {
+    // Behind the last one, since a panel key may hold separators itself.
     return buttonIdentifier.mid(buttonIdentifier.lastIndexOf(identifiers::Separator) + 1);
 }
 
@@ -45,6 +46,8 @@ QString sortedLabels(const platform::Value &list)
     for (const platform::Value &label : list.toList())
         texts.append(platform::description(label));
     texts.sort();
+    // The unit separator, which no label is written with: labels that hold blanks or commas are not run
+    // together.
     return texts.join(QChar(0x1f));
 }
 
@@ -55,6 +58,7 @@ platform::Value InteractiveView::showInteractiveView(const platform::Value &grou
                                                      const platform::Dictionary &config,
                                                      platform::Error *error)
 {
+    // The call would block the very thread that has to deliver the press it waits for.
     if (MainQueue::isMainThread()) {
         const platform::Value &subject = groupNumber.isValid() ? groupNumber : systemIndex;
         platform::storeError(error, InteractivePluginErrorDomain, ErrorOnMainThread,
@@ -201,6 +205,7 @@ QString ShowCall::question() const
     const QString value = isGroupPanel() ? config::label(m_config) : QString();
     return QStringList{isGroupPanel() ? QStringLiteral("group") : QStringLiteral("slot"), value,
                        sortedLabels(m_wanted.inputs), sortedLabels(m_wanted.switches)}
+        // The record separator stands above the unit separator that parts the labels.
         .join(QChar(0x1e));
 }
 
@@ -208,6 +213,7 @@ void ShowCall::announce()
 {
     MainQueue::async(
         [&rooms = m_rooms, key = m_panelKey] { rooms.groupButtons.enableGroupButton(true, key); });
+    // Made before the panel: a press looks for the condition of its panel key.
     static_cast<void>(m_rooms.waits.conditionMade(m_panelKey));
 }
 
@@ -240,6 +246,7 @@ std::optional<platform::Value> ShowCall::answerGivenBefore()
 platform::Value ShowCall::showInTurn()
 {
     announce();
+    // What is left of an earlier panel must not be seen while its group is switched off.
     if (!m_rooms.groupButtons.isGroupOn(m_group))
         m_rooms.views.hideFirst(m_panelKey);
     if (!m_wanted.wrongType.isEmpty()) {
@@ -256,6 +263,7 @@ platform::Value ShowCall::showInTurn()
     }
     logCounts();
     if (const auto refused = refusal()) {
+        // An error that the caller brought along stays as it is.
         if (!m_error->isPresent())
             platform::storeError(m_error, InteractivePluginErrorDomain, refused->code, refused->message);
         showProblem(refused->message);
@@ -305,6 +313,7 @@ bool ShowCall::askOperator()
         return false;
     }
     if (m_systemIndex.isValid()) {
+        // Not waited for: the host's highlight is no part of the panel.
         MainQueue::async([index = m_systemIndex.toULongLong()] {
             KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(index);
         });
@@ -316,6 +325,7 @@ bool ShowCall::askOperator()
         const WaitNotice notice(messages::WaitsForOperator, m_systems);
         answered = wait.wait() == Waits::Wake::Pressed;
     } catch (...) {
+        // Whatever went wrong, nobody would hear the buttons of a panel whose call has gone.
         clearPanel(false);
         m_rooms.records.forget(m_panelKey.text());
         throw;
@@ -393,6 +403,7 @@ platform::Value ShowCall::collectResult()
 platform::Value ShowCall::resultOf(const platform::Value &record, const platform::Value &states)
 {
     const platform::Value clickedButton = record.toMap().value(keys::ClickedButton);
+    // "Cancel" leaves no record, and so no answer.
     if (!clickedButton.isValid())
         return record;
     const QString identifier = platform::description(clickedButton);
