@@ -5,36 +5,19 @@
 
 namespace interactive::plan {
 
-PanelPlan made(const PanelRequest &request, const StationMap &station, Waits &waits, PanelSettings &settings)
+PanelPlan made(const PanelRequest &request, quint64 slotCount, PanelSettings &settings)
 {
     const platform::Dictionary &config = request.config;
     PanelPlan plan;
-    plan.kind = request.groupIndex.isValid() ? PanelKind::Group : PanelKind::Slot;
-    platform::Value group;
-    if (request.groupIndex.isValid()) {
-        group =
-            station.groupNames().value(static_cast<qsizetype>(platform::integerValue(request.groupIndex)));
-        plan.groupNumber = request.groupIndex.toULongLong();
-        plan.panelKey = waits.panelKey(platform::description(group));
-    }
-    if (request.systemIndex.isValid()) {
-        const qint64 index = platform::integerValue(request.systemIndex);
-        if (index >= 0 && index < station.systemCount()) {
-            group = station.groupOf(index);
-            plan.slot = station.slotOf(index);
-            plan.groupNumber = static_cast<quint64>(index) / station.slotCount();
-        }
-        plan.systemIndex = request.systemIndex;
-        plan.panelKey = waits.panelKey(platform::description(request.systemIndex));
-    }
-    plan.groupName = waits.panelKey(platform::description(group));
-    plan.title = title(config, plan.groupName.text(), plan.slot);
+    plan.subject = request.subject;
+    plan.kind = request.subject.isGroup ? PanelKind::Group : PanelKind::Slot;
+    plan.title = title(config, plan.subject.groupName.text(), plan.subject.slot);
     plan.label = config::label(config);
     plan.message = config::text(config::Message, config);
     plan.messageFontSize = messageFontSize(config);
     plan.messageColor = config::text(config::MessageColor, config);
     plan.messageAlignment = messageAlignment(config);
-    plan.columns = columns(config, settings.columns(), station.slotCount());
+    plan.columns = columns(config, settings.columns(), slotCount);
     plan.look = settings.takeLook(config);
     settings.setColumns(plan.columns);
     plan.inputs = request.inputs;
@@ -100,7 +83,7 @@ platform::Identifier buttonIdentifier(const PanelPlan &plan, qsizetype i)
     const bool isLast = i + 1 == plan.buttons.size();
     if (isLast && !(plan.hasInputs() && plan.hasSwitches()))
         return platform::Identifier(identifiers::Pass);
-    return identifiers::indexed(plan.panelKey.text(), i, plan.buttons.at(i));
+    return identifiers::indexed(plan.subject.panelKey.text(), i, plan.buttons.at(i));
 }
 
 } // namespace interactive::plan

@@ -34,7 +34,7 @@ void SlotBoxes::drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox)
 
 void SlotBoxes::drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) const
 {
-    const platform::Identifier &key = drawing.plan.panelKey;
+    const platform::Identifier &key = drawing.plan.subject.panelKey;
     auto field = parts::inputField(drawing.geometry.displayField(), key, DisplayFontSize);
     field->setSystemIndex(slotBox.tile->systemIndex());
     field->setBordered(false);
@@ -54,8 +54,8 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     }
     auto button = std::make_unique<platform::Button>(drawing.geometry.slotSwitch(y));
     button->setBezelStyle(platform::Button::BezelStyle::RegularSquare);
-    button->setIdentifier(
-        identifiers::indexed(drawing.plan.panelKey.text(), slotBox.tag, platform::description(slotBox.slot)));
+    button->setIdentifier(identifiers::indexed(drawing.plan.subject.panelKey.text(), slotBox.tag,
+                                               platform::description(slotBox.slot)));
     button->setTag(slotBox.tag);
     button->setBordered(true);
     button->setTitle(QString());
@@ -72,7 +72,7 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
 void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBox &slotBox,
                                        platform::Button &button)
 {
-    const QString key = drawing.plan.panelKey.text();
+    const QString key = drawing.plan.subject.panelKey.text();
     const QString slot = platform::description(slotBox.slot);
     const platform::Value entry = m_slotStates.of(key);
     if (!entry.isValid() || !slotBox.slot.isValid())
@@ -104,12 +104,12 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     drawSlotButtons(drawing, slotBox);
     // By this the panel is found again: its buttons look up to it, and a tile that bears it is emptied when
     // the panel goes.
-    slotBox.content->setIdentifier(plan.panelKey);
+    slotBox.content->setIdentifier(plan.subject.panelKey);
 }
 
 void SlotBoxes::drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox)
 {
-    const platform::Identifier &key = drawing.plan.panelKey;
+    const platform::Identifier &key = drawing.plan.subject.panelKey;
     auto field = parts::inputField(drawing.geometry.entryField(), key, drawing.geometry.fieldFontSize());
     field->setBordered(true);
     field->setEditable(true);
