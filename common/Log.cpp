@@ -11,6 +11,7 @@ namespace {
 QString className(const platform::View *view)
 {
     const QString name = QString::fromLatin1(view->metaObject()->className());
+    // The log shows a class by its name alone; in which namespace it lives is of no use to who reads it.
     return name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
 }
 

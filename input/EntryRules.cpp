@@ -17,6 +17,7 @@ bool isDuplicate(const QString &text, const platform::Dictionary &record)
     if (text.isEmpty())
         return false;
     for (auto entry = record.cbegin(); entry != record.cend(); ++entry) {
+        // The required length stands in the record, too, and a unit's number may well read like it.
         if (entry.key() != keys::Length && platform::description(entry.value()) == text)
             return true;
     }

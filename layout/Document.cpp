@@ -44,6 +44,7 @@ void Document::makeRoom(const PanelGeometry &geometry)
 {
     platform::ScrollView *scrollView = m_views.scrollView();
     const bool isFirst = m_views.panels().isEmpty();
+    // Only larger here. What is no longer needed is given back when a panel has gone, see fit().
     scrollView->setDocumentSize(scrollView->documentSize().expandedTo(neededWith(geometry.needed())));
     scrollView->resetScrollers();
     if (isFirst)
@@ -58,8 +59,10 @@ void Document::add(platform::View *container, quint64 group, const PanelGeometry
 
 void Document::fit()
 {
+    // What has no superview is gone, too: a view that was removed is deleted only later.
     m_bands.removeIf([](const Band &band) { return !band.container || !band.container->superview(); });
     const platform::View *field = focusedField();
+    // The field stays in sight, but one that somebody has scrolled away is not brought back.
     const bool wasSeen = isSeen(field);
     platform::ScrollView *scrollView = m_views.scrollView();
     const platform::Size needed = neededWith({});
@@ -89,6 +92,7 @@ void Document::placeBands()
 const platform::View *Document::focusedField() const
 {
     const QWidget *focused = m_views.rootView() ? m_views.rootView()->window()->focusWidget() : nullptr;
+    // The line editor inside has the focus, and the field is around it.
     return focused ? qobject_cast<platform::TextField *>(focused->parentWidget()) : nullptr;
 }
 

@@ -60,7 +60,10 @@ std::unique_ptr<platform::Button> confirmButton(const platform::Rect &frame, con
 
 void followWidth(const platform::View &around, platform::View &view, double least, double most)
 {
+    // The difference, so that the view keeps its distance from the edge that it was drawn with.
     const double difference = view.frame().width() - around.frame().width();
+    // Between these two, so that the connection ends with whichever goes first: both are captured by
+    // reference.
     QObject::connect(&around, &platform::View::frameChanged, &view,
                      [&around, &view, difference, least, most] {
                          const platform::Rect frame = view.frame();

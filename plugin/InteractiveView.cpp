@@ -14,6 +14,8 @@ namespace interactive {
 
 namespace {
 
+/// Fainter than what the host's text colours are meant for: until a configuration says otherwise, texts are
+/// black.
 constexpr PanelLook InitialLook{0.3, false};
 constexpr unsigned FollowsBothSides = platform::WidthSizable | platform::HeightSizable;
 
@@ -62,6 +64,7 @@ void InteractiveView::viewDidLoad()
         this, TextFieldMouseDownNotification, [this](const platform::Notification &notification) {
             m_rooms->focus.textFieldMouseDown(notification, m_rooms->records);
         });
+    // Last: a key that is looked at may have to be brought to a panel.
     m_rooms->keys.start();
 }
 
@@ -76,6 +79,7 @@ void InteractiveView::setupSplitView()
 std::set<int> InteractiveView::collectionViewShouldSelectItemsAtIndexPaths(platform::CollectionView *,
                                                                            const std::set<int> &)
 {
+    // Tiles only arrange the boxes; to choose one would mean nothing.
     return {};
 }
 

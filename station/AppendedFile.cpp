@@ -66,6 +66,7 @@ bool AppendedFile::endsWithinLine() const
 
 QString AppendedFile::append(const QByteArray &line)
 {
+    // A write that ended short has left half a line, which must not swallow this one.
     const QByteArray bytes = (m_withinLine ? "\n" + line : line) + '\n';
     const QString why = write(bytes);
     // Looked at afterwards, so that a file that goes in between is noticed as well.

@@ -127,6 +127,7 @@ void ResultsFile::write(QJsonObject line, const QString &readable)
     if (!m_run.isEmpty())
         line.insert(QStringLiteral("run"), m_run);
     append(line);
+    // Under the lock, so that lines of two sequences are not mixed.
     if (m_prints)
         QTextStream(stdout) << readable << Qt::endl;
 }

@@ -22,6 +22,7 @@ SequenceRunner::~SequenceRunner()
 {
     KVKExtensionStatusRelay::sharedStatusRelay()->setWaitHandler({});
     stop();
+    // A sequence that ends tells so by a job of the main queue, and may need others of its jobs before that.
     platform::MainQueue::drainUntil([this] { return m_running == 0; });
 }
 
