@@ -13,6 +13,8 @@ namespace interactive::identifiers {
 
 inline const QString Separator = QStringLiteral("-");
 inline const QString SharedInput = QStringLiteral("SharedInput");
+/// The line that tells why an entry was refused.
+inline const QString StatusLine = QStringLiteral("StatusLine");
 inline const QString LineView = QStringLiteral("lineView");
 inline const QString Group = QStringLiteral("group");
 /// The last button of a row.

@@ -78,9 +78,9 @@ void PanelRecords::start(const QString &panelKey, qint64 length, const QString &
     });
 }
 
-void PanelRecords::store(const QString &panelKey, const QString &slot, const QString &text)
+void PanelRecords::store(const QString &panelKey, const QString &slot, const platform::Value &entry)
 {
-    replaceRecord(panelKey, [&](platform::Dictionary &record) { record.insert(slot, text); });
+    replaceRecord(panelKey, [&](platform::Dictionary &record) { record.insert(slot, entry); });
 }
 
 platform::Dictionary PanelRecords::makeRoom(const QString &panelKey, const QString &slot)

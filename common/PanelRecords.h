@@ -44,7 +44,7 @@ public:
     /// Begins a record that holds the required length alone, for a question, whose former answer is
     /// forgotten.
     void start(const QString &panelKey, qint64 length, const QString &question);
-    void store(const QString &panelKey, const QString &slot, const QString &text);
+    void store(const QString &panelKey, const QString &slot, const platform::Value &entry);
     /// Takes a slot's entry out and returns the record as it stands then; an empty record is made where there
     /// is none.
     platform::Dictionary makeRoom(const QString &panelKey, const QString &slot);

@@ -232,6 +232,7 @@ void Confirmation::clearAllInputs(const Identifier &key)
 {
     MainQueue::sync([&] {
         bool focused = false;
+        m_views.tell(key.text(), QString());
         for (const QPointer<platform::TextField> &field : m_views.responders(key.text())) {
             auto *input = qobject_cast<MouseTrackedTextField *>(field.data());
             if (!input)

@@ -9,6 +9,7 @@
 #include "common/Identifiers.h"
 #include "common/Log.h"
 #include "common/Messages.h"
+#include "common/RecordKeys.h"
 #include "common/Selectors.h"
 
 namespace interactive {
@@ -37,13 +38,22 @@ struct Entries::Entry
     platform::Value pendingSlot; ///< The slot that the entry goes to; nothing when none waits for input.
     platform::Dictionary record; ///< As it stands before the entry is stored.
     QPointer<TextField> target;
+    platform::Value value; ///< What the text stands for, once it was judged.
+
+    /// The label whose value it is.
+    [[nodiscard]] QString slot() const
+    {
+        return pendingSlot.isValid() ? platform::description(pendingSlot) : ownSlot;
+    }
 };
 
-Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits,
-                 const PanelSettings &settings, PanelViews &views, Focus &focus)
+Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
+                 const GivenAnswers &answers, const PanelSettings &settings, PanelViews &views, Focus &focus)
     : m_records(records)
     , m_slotStates(slotStates)
     , m_waits(waits)
+    , m_rules(rules)
+    , m_answers(answers)
     , m_settings(settings)
     , m_views(views)
     , m_focus(focus)
@@ -86,8 +96,8 @@ bool Entries::checkInput(platform::View *sender)
     }
     if (!takesEntry(entry))
         return true;
-    if (!isValidEntry(entry)) {
-        rejectEntry(entry);
+    if (const QString why = whyRefused(entry); !why.isEmpty()) {
+        rejectEntry(entry, why);
         forgetOwnEntry(entry.identifier);
         return false;
     }
@@ -133,44 +143,80 @@ TextField *Entries::entryTarget(const Entry &entry)
     return nullptr;
 }
 
-bool Entries::isValidEntry(const Entry &entry) const
+/// Why the entry must not be stored, in words for the operator; empty when it may.
+QString Entries::whyRefused(Entry &entry) const
 {
-    if (!entries::hasRequiredLength(entry.text, entry.record))
-        return false;
+    if (!entries::hasRequiredLength(entry.text, entry.record)) {
+        const qint64 required = platform::integerValue(entry.record.value(keys::Length));
+        return platform::formatMessage(messages::HasAnotherLength, {entry.text.size(), required});
+    }
     const QString method = selectors::bracketed(selectors::CheckInput);
     log::standard(messages::EntryChecked,
                   {method, entry.panelKey, entry.identifier, entry.ownSlot, entry.text});
-    if (checkDuplicatedInput(entry.text, entry.panelKey))
-        return true;
+    const std::shared_ptr<const AskRules> rules = m_rules.of(entry.panelKey.text());
+    const EntryRule &rule = rules->of(entry.slot());
+    const Verdict verdict = entries::judged(entry.text, rule);
+    if (!verdict.isAccepted())
+        return verdict.why;
+    entry.value = verdict.value;
+    if (rule.allowsEqualEntries() || !wasGivenBefore(entry, *rules))
+        return {};
     log::error(messages::DuplicatedInput, {method, entry.pendingSlot, entry.text});
-    return false;
+    return QLatin1String(messages::WasGivenBefore);
+}
+
+bool Entries::wasGivenBefore(const Entry &entry, const AskRules &rules) const
+{
+    if (!checkDuplicatedInput(entry.text, entry.panelKey))
+        return true;
+    if (rules.unique == AskRules::Unique::Group)
+        return false;
+    for (const QString &panel : m_rules.panels()) {
+        platform::Dictionary record = m_records.record(panel).value_or(platform::Dictionary());
+        // "OK" looks at an entry again that stands there already.
+        if (panel == entry.panelKey.text())
+            record.remove(entry.slot());
+        if (entries::isDuplicate(entry.text, record))
+            return true;
+    }
+    return rules.unique == AskRules::Unique::Run && !entry.text.isEmpty() && m_answers.contains(entry.text);
 }
 
 void Entries::acceptEntry(const Entry &entry)
 {
     const QString key = entry.panelKey.text();
-    // An entry that was rejected before this one has left the field red.
+    // An entry that was rejected before this one has left the field red, and its reason on the panel.
     entry.field->setBackgroundColor(platform::Color::white());
+    m_views.tell(key, QString());
     m_outcome = Outcome::Stored;
+    // The choice that a beginning stood for is shown whole; a number stays as it was written.
+    const bool isText = entry.value.metaType() == QMetaType::fromType<QString>();
+    const QString shown = isText ? entry.value.toString() : entry.text;
     if (entry.pendingSlot.isValid()) {
         entry.field->setStringValue(QString());
-        entry.target->setStringValue(entry.text);
+        entry.target->setStringValue(shown);
         entry.target->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key, m_settings.look())));
         // Under the slot that it went to and not under the field's name, which is the shared one.
-        m_records.store(key, platform::description(entry.pendingSlot), entry.text);
+        m_records.store(key, entry.slot(), entry.value);
     } else if (entry.ownSlot != identifiers::SharedInput && !m_views.responders(key).isEmpty()) {
-        m_records.store(key, entry.ownSlot, entry.text);
+        if (shown != entry.text)
+            entry.field->setStringValue(shown);
+        m_records.store(key, entry.ownSlot, entry.value);
     } else {
         m_outcome = Outcome::NoSlotWaits;
     }
 }
 
-void Entries::rejectEntry(const Entry &entry)
+void Entries::rejectEntry(const Entry &entry, const QString &why)
 {
     log::error(messages::InvalidInput,
                {selectors::bracketed(selectors::CheckInput), entry.identifier, entry.text});
     entry.field->setBackgroundColor(platform::Color::standardRed());
     entry.field->selectText();
+    const QString hint = m_rules.of(entry.panelKey.text())->hint;
+    m_views.tell(entry.panelKey.text(),
+                 hint.isEmpty() ? platform::formatMessage(messages::Refused, {entry.text, why})
+                                : platform::formatMessage(messages::RefusedWithHint, {hint, why}));
 }
 
 void Entries::refuse(const QString &text, const QString &why)

@@ -6,8 +6,10 @@
 
 #include <optional>
 
+#include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
+#include "common/RulesInForce.h"
 #include "common/SlotStates.h"
 #include "common/Waits.h"
 
@@ -22,8 +24,8 @@ class MouseTrackedTextField;
 class Entries
 {
 public:
-    Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const PanelSettings &settings,
-            PanelViews &views, Focus &focus);
+    Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
+            const GivenAnswers &answers, const PanelSettings &settings, PanelViews &views, Focus &focus);
 
     /// What Return in a field does: checks the entry, and lets the focus go on when it was accepted.
     void endEntry(platform::View *sender);
@@ -43,15 +45,18 @@ private:
     /// What became of the latest entry that was checked.
     enum class Outcome { Invalid, Stored, NoSlotWaits };
     [[nodiscard]] bool takesEntry(Entry &entry);
-    [[nodiscard]] bool isValidEntry(const Entry &entry) const;
+    [[nodiscard]] QString whyRefused(Entry &entry) const;
+    [[nodiscard]] bool wasGivenBefore(const Entry &entry, const AskRules &rules) const;
     void acceptEntry(const Entry &entry);
-    static void rejectEntry(const Entry &entry);
+    void rejectEntry(const Entry &entry, const QString &why);
     void forgetOwnEntry(const platform::Identifier &field);
     [[nodiscard]] platform::TextField *entryTarget(const Entry &entry);
 
     PanelRecords &m_records;
     const SlotStates &m_slotStates;
     Waits &m_waits;
+    const RulesInForce &m_rules;
+    const GivenAnswers &m_answers;
     const PanelSettings &m_settings;
     PanelViews &m_views;
     Focus &m_focus;

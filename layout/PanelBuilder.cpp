@@ -79,8 +79,10 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
         buildOverview(drawing);
     m_boxes.draw(drawing);
     if (plan.isGroupPanel()) {
-        if (plan.hasFields())
+        if (plan.hasFields()) {
             drawSharedInput(drawing);
+            drawing.addStatusLine(*drawing.container);
+        }
         drawButtonRow(drawing);
     }
     finishPanel(drawing);
@@ -216,6 +218,7 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
         for (platform::Button *button : std::as_const(drawing.buttons))
             button->setNextResponder(drawing.fields.last());
     }
+    m_house.views.setStatusLine(drawing.plan.subject.panelKey.text(), drawing.statusLine);
     m_house.views.setResponders(drawing.plan.subject.panelKey.text(), drawing.fields);
     // A container with nothing in it lies over the group's overview and must not keep clicks from it.
     drawing.container->setPassesClicksThrough(drawing.container->subviews().isEmpty());

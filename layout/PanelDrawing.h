@@ -22,6 +22,11 @@ struct PanelDrawing
     Responders fields;
     /// The panel's buttons and switches: characters typed at one of them belong to the last field.
     QList<platform::Button *> buttons;
+    /// The line that tells why an entry was refused; null on a panel that has none.
+    platform::TextField *statusLine = nullptr;
+
+    /// Puts the line into a view, where the panel's rules can refuse an entry.
+    void addStatusLine(platform::View &around);
 };
 
 } // namespace interactive

@@ -126,6 +126,15 @@ platform::Rect PanelGeometry::bottomButton(qsizetype i, qsizetype n) const
     return {containerWidth() - ButtonRowMargin - ButtonPitch * static_cast<double>(n - i), 4.0, 80.0, 30.0};
 }
 
+platform::Rect PanelGeometry::statusLine() const
+{
+    // What is free in both kinds: below the buttons of a box, and between the bottom row and the tiles.
+    constexpr double Height = 15.0;
+    if (m_kind == PanelKind::Slot)
+        return {4.0, 1.0, ColumnWidth - 8.0, Height};
+    return {8.0, sharedInput().y() + sharedInput().height() - 1.0, containerWidth() - 16.0, Height};
+}
+
 platform::Rect PanelGeometry::box() const
 {
     return {platform::Point(0.0, 0.0), tile()};
@@ -184,6 +193,13 @@ platform::Rect PanelGeometry::entryField() const
 {
     // 8 points behind the label.
     return {62.0, metricA() + 16.0, fieldWidth(), fieldHeight()};
+}
+
+platform::Rect PanelGeometry::unit() const
+{
+    const platform::Rect field = m_kind == PanelKind::Slot ? entryField() : displayField();
+    const double x = field.x() + field.width() + 4.0;
+    return {x, field.y(), ColumnWidth - 4.0 - x, field.height()};
 }
 
 platform::Rect PanelGeometry::slotButton(qsizetype j, qsizetype n) const

@@ -53,6 +53,10 @@ public:
     /// The i-th of n buttons of the bottom row, which is aligned to the right.
     [[nodiscard]] platform::Rect bottomButton(qsizetype i, qsizetype n) const;
 
+    /// Where the panel tells why an entry was refused: in the container of a group's panel, in the box of a
+    /// slot's.
+    [[nodiscard]] platform::Rect statusLine() const;
+
     // Inside a slot's box
     [[nodiscard]] double scale() const { return m_kind == PanelKind::Slot ? 0.8 : 1.0; }
     [[nodiscard]] double fieldFontSize() const { return (scale() + 0.2) * 12.0; }
@@ -71,6 +75,8 @@ public:
     /// The field that shows a slot's value on a group panel, and the one that takes it on a slot panel.
     [[nodiscard]] platform::Rect displayField() const;
     [[nodiscard]] platform::Rect entryField() const;
+    /// Where a number's unit stands, behind the field that shows or takes it.
+    [[nodiscard]] platform::Rect unit() const;
     [[nodiscard]] platform::Rect slotButton(qsizetype j, qsizetype n) const;
 
 private:

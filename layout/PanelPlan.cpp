@@ -10,6 +10,7 @@ PanelPlan made(const PanelRequest &request, quint64 slotCount, PanelSettings &se
     const platform::Dictionary &config = request.config;
     PanelPlan plan;
     plan.subject = request.subject;
+    plan.rules = request.rules;
     plan.kind = request.subject.isGroup ? PanelKind::Group : PanelKind::Slot;
     plan.title = title(config, plan.subject.groupName.text(), plan.subject.slot);
     plan.label = config::label(config);

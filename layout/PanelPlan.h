@@ -8,8 +8,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
+#include "common/AskRules.h"
 #include "common/PanelSettings.h"
 #include "common/PanelSubject.h"
 
@@ -23,6 +25,7 @@ struct PanelRequest
     platform::Array switches;
     platform::Value buttons;
     PanelSubject subject;
+    std::shared_ptr<const AskRules> rules = std::make_shared<const AskRules>();
 };
 
 /// What is to be drawn, derived from a configuration before any view is touched.
@@ -43,6 +46,7 @@ struct PanelPlan
     platform::Array inputs;
     qsizetype switchCount = 0;
     QStringList buttons;
+    std::shared_ptr<const AskRules> rules = std::make_shared<const AskRules>();
 
     [[nodiscard]] bool isGroupPanel() const { return kind == PanelKind::Group; }
     /// A group's panel with a message shows it and waits for nothing.

@@ -45,6 +45,7 @@ private:
                                 platform::Button &button);
     void drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox);
     void drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox);
+    void drawUnit(const PanelDrawing &drawing, const SlotBox &slotBox) const;
     void drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox);
 
     const StationMap &m_station;

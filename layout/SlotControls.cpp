@@ -13,6 +13,7 @@ namespace interactive {
 namespace {
 
 constexpr double DisplayFontSize = 12.0;
+constexpr double UnitFontSize = 12.0;
 constexpr double PassShadowRadius = 2.0;
 
 QString withColon(const QString &text)
@@ -29,6 +30,7 @@ void SlotBoxes::drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox)
     slotBox.tag = identifiers::tagOfSystem(platform::integerValue(slotBox.tile->systemIndex()));
     if (!drawing.plan.hasSwitches())
         drawDisplayField(drawing, slotBox);
+    drawUnit(drawing, slotBox);
     drawSwitch(drawing, slotBox);
 }
 
@@ -99,8 +101,11 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
         plan.label = platform::description(plan.inputs.first());
     if (slotBox.label)
         slotBox.label->setStringValue(withColon(plan.label));
-    if (plan.hasFields())
+    if (plan.hasFields()) {
         drawEntryField(drawing, slotBox);
+        drawUnit(drawing, slotBox);
+        drawing.addStatusLine(*slotBox.content);
+    }
     drawSlotButtons(drawing, slotBox);
     // By this the panel is found again: its buttons look up to it, and a tile that bears it is emptied when
     // the panel goes.
@@ -123,6 +128,20 @@ void SlotBoxes::drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox)
         });
     drawing.fields.append(field.get());
     parts::add(*slotBox.content, std::move(field));
+}
+
+/// A measured value is nothing without its unit.
+void SlotBoxes::drawUnit(const PanelDrawing &drawing, const SlotBox &slotBox) const
+{
+    const QString label =
+        drawing.plan.isGroupPanel() ? platform::description(slotBox.slot) : drawing.plan.label;
+    const std::optional<NumberRule> &number = drawing.plan.rules->of(label).number;
+    if (!number || number->unit.isEmpty())
+        return;
+    platform::TextField *unit =
+        parts::add(*slotBox.content,
+                   parts::label(drawing.geometry.unit(), platform::Font::system(UnitFontSize), number->unit));
+    unit->setTextColor(textColor(drawing, slotBox));
 }
 
 void SlotBoxes::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)

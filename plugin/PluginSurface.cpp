@@ -73,6 +73,7 @@ void InteractiveView::acceptCalls()
 {
     // Before calls are accepted: none of the new run may find an answer of the former one.
     m_rooms->records.forgetAllAnswers();
+    m_rooms->answers.forget();
     m_rooms->waits.accept();
 }
 

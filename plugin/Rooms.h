@@ -14,8 +14,10 @@
 #include "presentation/PanelViews.h"
 #include "presentation/SlotColors.h"
 
+#include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
+#include "common/RulesInForce.h"
 #include "common/SlotStates.h"
 #include "common/StationMap.h"
 #include "common/Waits.h"
@@ -37,13 +39,15 @@ struct Rooms
     PanelRecords records;
     SlotStates slotStates;
     Waits waits;
+    RulesInForce rules;
+    GivenAnswers answers;
 
     // What is on the screen
     PanelViews views{station};
     SlotColors colors{settings};
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
-    Entries entries{records, slotStates, waits, settings, views, focus};
+    Entries entries{records, slotStates, waits, rules, answers, settings, views, focus};
     Confirmation confirmation{station, records, slotStates, waits, settings, views, focus, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};
     Switches switches{station, records, slotStates, settings, views, colors, focus};

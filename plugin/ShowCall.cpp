@@ -1,12 +1,16 @@
 #include "plugin/ShowCall.h"
 
+#include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/LogFormat.h"
 #include "platform/MainQueue.h"
+#include "plugin/AskConfiguration.h"
 #include "plugin/InteractiveView.h"
 #include "plugin/Rooms.h"
 #include "plugin/ShowError.h"
 #include "plugin/WaitNotice.h"
+
+#include <QLocale>
 
 #include <algorithm>
 
@@ -105,6 +109,7 @@ platform::Value ShowCall::run()
     if (!findPanel())
         return {};
     readWanted();
+    readRules();
     for (const QString &doubt : doubtsAbout(m_config, methodName()))
         log::standard("%@", {doubt});
     if (const auto answer = answerGivenBefore())
@@ -169,6 +174,26 @@ void ShowCall::readWanted()
     m_wanted.inputCount = m_wanted.inputs.toList().size();
 }
 
+void ShowCall::readRules()
+{
+    AskContext context;
+    context.forGroup = isGroupPanel();
+    context.isMessage = isInformative();
+    if (!context.isMessage && m_wanted.switchCount == 0) {
+        for (const platform::Value &label : m_wanted.inputs.toList())
+            context.labels.append(platform::description(label));
+    }
+    context.buttons =
+        plan::buttonTitles(m_wanted.buttons, isGroupPanel() ? PanelKind::Group : PanelKind::Slot,
+                           m_wanted.inputCount > 0, m_wanted.switchCount > 0);
+    context.length = config::integer(config::Length, m_config);
+    const QString point = QLocale(KVKConfigEngine::sharedConfigEngine()->locale()).decimalPoint();
+    context.decimalPoint = point.isEmpty() ? QLatin1Char('.') : point.at(0);
+    AskReading reading = readAskRules(m_config, context, m_rooms.station);
+    m_rules = std::make_shared<const AskRules>(std::move(reading.rules));
+    m_rulesRefusal = reading.refusal;
+}
+
 bool ShowCall::isInformative() const
 {
     return isGroupPanel() && !config::text(config::Message, m_config).isEmpty();
@@ -177,12 +202,16 @@ bool ShowCall::isInformative() const
 /// A caller without an out-parameter cannot learn of a refusal, and its panel is drawn.
 std::optional<Refusal> ShowCall::refusal() const
 {
-    if (!m_error || isInformative())
+    if (!m_error)
         return std::nullopt;
+    if (isInformative())
+        return m_rulesRefusal;
     // An error that the caller brings along is shown, too.
     if (m_error->isPresent())
         return Refusal{m_error->code, m_error->localizedDescription};
-    return refusalOf(m_config, isGroupPanel(), m_wanted.inputs, m_wanted.switches, m_rooms.station);
+    const auto refused =
+        refusalOf(m_config, isGroupPanel(), m_wanted.inputs, m_wanted.switches, m_rooms.station);
+    return refused ? refused : m_rulesRefusal;
 }
 
 Turns::Room ShowCall::roomNeeded() const
@@ -248,7 +277,7 @@ platform::Value ShowCall::showInTurn()
         return {};
     }
     MainQueue::sync([this] { m_rooms.views.resetUI(m_subject.panelKey); });
-    if (isInformative()) {
+    if (isInformative() && !refusal()) {
         if (cannotBeDrawn())
             return {};
         log::debug(messages::Named, {methodName(), messages::InformativeMessage});
@@ -315,6 +344,7 @@ bool ShowCall::askOperator()
     bool answered = false;
     try {
         startRecord();
+        m_rooms.rules.put(m_subject.panelKey.text(), m_rules);
         draw();
         const WaitNotice notice(messages::WaitsForOperator, m_subject.systems);
         answered = wait.wait() == Waits::Wake::Pressed;
@@ -354,7 +384,7 @@ void ShowCall::draw()
     const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
     const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
     m_rooms.builder.drawUI(
-        {m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons, m_subject});
+        {m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons, m_subject, m_rules});
 }
 
 /// Takes the panel away. The keys that followed the press come in only now, when they cannot land in what is
@@ -364,6 +394,7 @@ void ShowCall::clearPanel(bool wasPressed)
     MainQueue::sync([&] {
         m_rooms.views.resetUI(m_subject.panelKey);
         m_rooms.document.fit();
+        m_rooms.rules.remove(m_subject.panelKey.text());
         if (m_subject.systemIndex.isValid())
             KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
                 m_subject.systemIndex.toULongLong());
@@ -386,6 +417,8 @@ platform::Value ShowCall::collectResult()
     const platform::Value record = found ? platform::Value(*found) : platform::Value();
     const platform::Value states = m_wanted.switchCount > 0 ? m_rooms.slotStates.of(key) : platform::Value();
     const platform::Value result = resultOf(record, states);
+    if (found && m_wanted.inputCount > 0)
+        m_rooms.answers.add(*found);
     // A system's answer outlives its call in loop mode only, a group's always.
     if (asks() && (isGroupPanel() || m_rooms.records.isLoopEnabled()))
         m_rooms.records.keepAnswer(key, question(), states);

@@ -4,8 +4,10 @@
 #include "platform/Value.h"
 #include "plugin/Configuration.h"
 
+#include <memory>
 #include <optional>
 
+#include "common/AskRules.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSubject.h"
 #include "common/Turns.h"
@@ -46,6 +48,7 @@ private:
 
     [[nodiscard]] bool findPanel();
     void readWanted();
+    void readRules();
     [[nodiscard]] bool isGroupPanel() const { return m_subject.isGroup; }
     [[nodiscard]] bool asks() const { return m_wanted.inputCount > 0 || m_wanted.switchCount > 0; }
     [[nodiscard]] bool isInformative() const;
@@ -77,6 +80,8 @@ private:
     platform::Error *m_error;
     PanelSubject m_subject;
     Wanted m_wanted;
+    std::shared_ptr<const AskRules> m_rules;
+    std::optional<Refusal> m_rulesRefusal; ///< Why an optional key is refused.
 };
 
 } // namespace interactive

@@ -100,6 +100,20 @@ void PanelViews::setLook(const QString &key, const PanelLook &look)
     m_looks.insert(key, look);
 }
 
+void PanelViews::setStatusLine(const QString &key, platform::TextField *line)
+{
+    m_statusLines.insert(key, line);
+}
+
+void PanelViews::tell(const QString &key, const QString &text) const
+{
+    if (platform::TextField *line = m_statusLines.value(key)) {
+        // On a ground of its own, since the text has to be read on every colour that a system may have.
+        line->setDrawsBackground(!text.isEmpty());
+        line->setStringValue(text);
+    }
+}
+
 platform::CollectionView *PanelViews::collection(const QString &groupName) const
 {
     return m_collections.value(groupName);

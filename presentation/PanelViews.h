@@ -51,6 +51,11 @@ public:
     [[nodiscard]] PanelLook lookOf(const QString &panelKey, const PanelLook &fallback) const;
     void setLook(const QString &panelKey, const PanelLook &look);
 
+    /// The line on a panel that tells its operator why an entry was refused; null takes it back.
+    void setStatusLine(const QString &panelKey, platform::TextField *line);
+    /// Writes into that line, where the panel has one; an empty text empties it.
+    void tell(const QString &panelKey, const QString &text) const;
+
     /// A group's overview of tiles, or null.
     [[nodiscard]] platform::CollectionView *collection(const QString &groupName) const;
     void setCollection(const QString &groupName, platform::CollectionView *overview);
@@ -91,6 +96,7 @@ private:
     QPointer<platform::SplitView> m_splitView;
     platform::Monitored<QHash<QString, Responders>> m_responders;
     QHash<QString, PanelLook> m_looks;
+    QHash<QString, QPointer<platform::TextField>> m_statusLines;
     QHash<QString, QPointer<platform::CollectionView>> m_collections;
 };
 

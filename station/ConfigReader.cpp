@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 
 #include <algorithm>
 #include <map>
@@ -106,13 +107,23 @@ void readMapping(StationConfig &config, const ConfigTable &table)
     config.systemSlots = *slotNames;
 }
 
+/// A misspelt locale would silently be taken for another one.
+QString localeOf(const ConfigTable &table)
+{
+    const QString name = table.text("locale").value_or(QStringLiteral("C"));
+    if (name != QLatin1String("C") && QLocale(name).language() == QLocale::C)
+        table.fail("locale", QStringLiteral("'%1' is no locale; write \"C\", \"de\" or \"de_DE\"").arg(name));
+    return name;
+}
+
 void readStation(StationConfig &config, const ConfigTable &table)
 {
     table.allowOnly({QStringLiteral("name"), QStringLiteral("groups"), QStringLiteral("slots"),
-                     QStringLiteral("custom_row_color"), QStringLiteral("system_groups"),
-                     QStringLiteral("system_slots")});
+                     QStringLiteral("custom_row_color"), QStringLiteral("locale"),
+                     QStringLiteral("system_groups"), QStringLiteral("system_slots")});
     config.name = table.text("name").value_or(QStringLiteral("Station"));
     config.customRowColor = table.truth("custom_row_color").value_or(false);
+    config.locale = localeOf(table);
     const bool byHand = table.has("system_groups") || table.has("system_slots");
     if (byHand && (table.has("groups") || table.has("slots")))
         table.fail(table.has("groups") ? "groups" : "slots",

@@ -83,6 +83,7 @@ void Station::serveConfiguration() const
     engine->setStatusTableCustomRowColorEnabled(m_config.customRowColor);
     engine->setSystemIndexToGroupMapping(toArray(m_config.systemGroups));
     engine->setSystemIndexToSlotMapping(toArray(m_config.systemSlots));
+    engine->setLocale(m_config.locale);
     const auto provider = [colors = m_config.colors](platform::Color SystemColors::*part) {
         return [colors, part](const platform::Value &index) -> std::optional<platform::Color> {
             const auto found = colors.constFind(index.toInt());

@@ -36,7 +36,8 @@ struct StationConfig
     QStringList systemGroups; ///< Element i is the group of system i.
     QStringList systemSlots;  ///< Element i is the slot name of system i.
     bool customRowColor = false;
-    QMap<int, SystemColors> colors; ///< Every system has an entry.
+    QString locale = QStringLiteral("C"); ///< In which the operator writes numbers.
+    QMap<int, SystemColors> colors;       ///< Every system has an entry.
     QList<SequenceEntry> sequences;
     QStringList plugins; ///< Absolute paths, or bare names.
 

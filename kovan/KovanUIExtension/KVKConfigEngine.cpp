@@ -41,3 +41,15 @@ void KVKConfigEngine::setSystemIndexToSlotMapping(const platform::Array &slotNam
     const std::lock_guard lock(m_mutex);
     m_slots = slotNames;
 }
+
+QString KVKConfigEngine::locale() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_locale;
+}
+
+void KVKConfigEngine::setLocale(const QString &name)
+{
+    const std::lock_guard lock(m_mutex);
+    m_locale = name;
+}
