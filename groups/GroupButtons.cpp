@@ -49,18 +49,14 @@ struct Rows
     }
 };
 
-bool matches(const platform::Button *button, const platform::Identifier &identifier)
-{
-    return !identifier.isNull() &&
-           identifiers::before(identifiers::Separator, button->identifier()) == identifier;
-}
-
 platform::Button *firstMatch(const QList<platform::Button *> &buttons, const platform::Identifier &identifier)
 {
-    const auto found = std::find_if(buttons.cbegin(), buttons.cend(), [&](const platform::Button *button) {
-        return matches(button, identifier);
-    });
-    return found == buttons.cend() ? nullptr : *found;
+    for (platform::Button *button : buttons) {
+        const platform::Identifier name = identifiers::before(identifiers::Separator, button->identifier());
+        if (!identifier.isNull() && name == identifier)
+            return button;
+    }
+    return nullptr;
 }
 
 platform::Button *makeGroupButton(const platform::Point &origin, const platform::Identifier &name)

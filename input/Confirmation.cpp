@@ -70,12 +70,11 @@ struct Confirmation::Press
     Waits::Press wait;
 };
 
-Confirmation::Confirmation(const StationMap &station, PanelRecords &records, const SlotStates &slotStates,
-                           Waits &waits, const PanelSettings &settings, PanelViews &views, Focus &focus,
-                           Entries &entries, KeyRouter &keys)
+Confirmation::Confirmation(const StationMap &station, PanelRecords &records, Waits &waits,
+                           const PanelSettings &settings, PanelViews &views, Focus &focus, Entries &entries,
+                           KeyRouter &keys)
     : m_station(station)
     , m_records(records)
-    , m_slotStates(slotStates)
     , m_waits(waits)
     , m_settings(settings)
     , m_views(views)
@@ -143,7 +142,8 @@ bool Confirmation::carryOut(const Press &press)
     // A group's panel that asks for nothing has nothing to clear, and is ended by each of its buttons.
     const bool asksForNothing = m_views.isGroupView(key) && !asksForEntries(m_views.responders(key.text()));
     if (clears && records && !asksForNothing) {
-        clearPanel(key);
+        m_records.clear(key.text());
+        clearAllInputs(key);
         return false;
     }
     if (press.title == OkTitle && !confirm(press, key))
@@ -190,10 +190,7 @@ bool Confirmation::checkAllInputs(const Identifier &key)
     }
     if (!record)
         return true;
-    platform::Array filled;
-    for (const QString &slot : record->keys())
-        filled.append(slot);
-    if (!m_focus.nextEnabledSlot(filled, key).isValid())
+    if (!m_focus.nextEnabledSlot(entries::filledSlots(*record), key).isValid())
         return true;
     // The last field is the one that the missing entry is made in.
     MainQueue::sync([&] { Focus::activateResponder(fields.isEmpty() ? nullptr : fields.last().data()); });
@@ -220,12 +217,6 @@ bool Confirmation::checkEachField(const Responders &fields)
             return false;
     }
     return true;
-}
-
-void Confirmation::clearPanel(const Identifier &key)
-{
-    m_records.clear(key.text());
-    clearAllInputs(key);
 }
 
 void Confirmation::clearAllInputs(const Identifier &key)

@@ -109,10 +109,8 @@ bool Entries::checkInput(platform::View *sender)
 bool Entries::takesEntry(Entry &entry)
 {
     const QString key = entry.panelKey.text();
-    platform::Array filled;
-    for (const QString &slot : m_records.record(key).value_or(platform::Dictionary()).keys())
-        filled.append(slot);
-    entry.pendingSlot = m_focus.nextEnabledSlot(filled, entry.panelKey);
+    const platform::Dictionary record = m_records.record(key).value_or(platform::Dictionary());
+    entry.pendingSlot = m_focus.nextEnabledSlot(entries::filledSlots(record), entry.panelKey);
     if (!entry.pendingSlot.isValid() && m_slotStates.of(key).toMap().contains(entry.ownSlot)) {
         log::standard(messages::NoSlotPending, {entry.identifier});
         m_outcome = Outcome::NoSlotWaits;

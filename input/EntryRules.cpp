@@ -24,6 +24,12 @@ bool isDuplicate(const QString &text, const platform::Dictionary &record)
     return false;
 }
 
+platform::Array filledSlots(const platform::Dictionary &record)
+{
+    const QStringList slotNames = record.keys();
+    return {slotNames.cbegin(), slotNames.cend()};
+}
+
 bool holdsAnySlot(const platform::Dictionary &record, const platform::Array &slotMapping)
 {
     return std::any_of(slotMapping.cbegin(), slotMapping.cend(), [&](const platform::Value &slot) {

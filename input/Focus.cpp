@@ -1,5 +1,6 @@
 #include "input/Focus.h"
 
+#include "input/EntryRules.h"
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/SlotColors.h"
 
@@ -204,18 +205,12 @@ bool Focus::needsEntry(const QString &key)
     const platform::Identifier panelKey(key);
     if (!m_views.isGroupView(panelKey))
         return !record->contains(identifiers::slotPart(field->identifier()));
-    platform::Array filled;
-    for (const QString &slot : record->keys())
-        filled.append(slot);
-    return nextEnabledSlot(filled, panelKey).isValid();
+    return nextEnabledSlot(entries::filledSlots(*record), panelKey).isValid();
 }
 
 TextField *Focus::begunEntry() const
 {
-    const View *root = m_views.rootView();
-    const QWidget *focused = root ? root->window()->focusWidget() : nullptr;
-    // The line editor inside has the focus, and the field is around it.
-    auto *field = focused ? qobject_cast<TextField *>(focused->parentWidget()) : nullptr;
+    TextField *field = m_views.focusedField();
     return field && field->hasBegunEntry() ? field : nullptr;
 }
 

@@ -71,12 +71,8 @@ void KeyRouter::start()
 
 void KeyRouter::release()
 {
-    if (m_holds > 0 && --m_holds == 0)
-        deliverHeld();
-}
-
-void KeyRouter::deliverHeld()
-{
+    if (m_holds == 0 || --m_holds > 0)
+        return;
     while (m_holds == 0 && !m_held.empty()) {
         // Taken out before it is delivered: it may be a press, which holds the rest back again.
         const Held held = std::move(m_held.front());

@@ -103,7 +103,7 @@ void PanelBuilder::prepareContainer(PanelDrawing &drawing)
         if (!plan.isGroupPanel())
             dropEmptyContainer(slotContainer.text());
         drawing.made = std::make_unique<platform::View>();
-        parts::makeClear(*drawing.made);
+        drawing.made->setLayerBackgroundColor(platform::Color::clear());
         drawing.made->setAutoresizingMask(platform::WidthSizable);
         drawing.container = drawing.made.get();
     }
@@ -160,18 +160,9 @@ void PanelBuilder::drawMessage(PanelDrawing &drawing)
 
 void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
 {
-    auto field = parts::inputField(drawing.geometry.sharedInput(), drawing.plan.subject.panelKey,
-                                   drawing.geometry.fieldFontSize());
-    field->setBordered(true);
-    field->setEditable(true);
-    field->setAutoresizingMask(platform::MinYMargin);
-    field->setTarget(m_house.controller, selectors::CheckInput,
-                     [this](platform::View *sender) { m_entries.endEntry(sender); });
-    field->setIdentifier(identifiers::named(drawing.plan.subject.panelKey.text(), identifiers::SharedInput));
-    field->setRefusalHandler(
-        [this](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
-            m_entries.refuseIn(refusing, refused);
-        });
+    auto field = parts::entryField(drawing.geometry.sharedInput(), drawing.plan.subject.panelKey,
+                                   identifiers::SharedInput, drawing.geometry.fieldFontSize(),
+                                   {m_house.controller, m_entries});
     // No call waits behind a message: what is scanned then must not seem to be taken.
     field->setEnabled(!drawing.plan.isInformative());
     drawing.fields.append(field.get());

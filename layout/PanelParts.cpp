@@ -1,9 +1,11 @@
 #include "layout/PanelParts.h"
 
+#include "input/Entries.h"
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 
 #include <algorithm>
 
+#include "common/Identifiers.h"
 #include "common/Selectors.h"
 
 namespace interactive::parts {
@@ -33,6 +35,25 @@ inputField(const platform::Rect &frame, const platform::Identifier &parentIdenti
     field->setFont(platform::Font::system(fontSize));
     field->setDrawsBackground(true);
     field->setMaximumNumberOfLines(1);
+    return field;
+}
+
+std::unique_ptr<MouseTrackedTextField> entryField(const platform::Rect &frame,
+                                                  const platform::Identifier &panelKey, const QString &name,
+                                                  double fontSize, const EntryAction &action)
+{
+    auto field = inputField(frame, panelKey, fontSize);
+    field->setBordered(true);
+    field->setEditable(true);
+    field->setAutoresizingMask(platform::MinYMargin);
+    field->setIdentifier(identifiers::named(panelKey.text(), name));
+    field->setTarget(action.target, selectors::CheckInput,
+                     [&entries = action.entries](platform::View *sender) { entries.endEntry(sender); });
+    // What the field cannot hold never becomes an entry that could be checked, and is told all the same.
+    field->setRefusalHandler([&entries = action.entries](const platform::TextField *refusing,
+                                                         const platform::RefusedEntry &refused) {
+        entries.refuseIn(refusing, refused);
+    });
     return field;
 }
 
@@ -70,11 +91,6 @@ void followWidth(const platform::View &around, platform::View &view, double leas
                          const double width = std::clamp(around.frame().width() + difference, least, most);
                          view.setFrame({frame.x(), frame.y(), width, frame.height()});
                      });
-}
-
-void makeClear(platform::View &view)
-{
-    view.setLayerBackgroundColor(platform::Color::clear());
 }
 
 } // namespace interactive::parts

@@ -81,7 +81,11 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
     slotBox.box->setFrame(frame);
     log::debug(messages::BoxFrame,
                {plan.subject.groupName, slotBox.slot, frame.x(), frame.y(), frame.width(), frame.height()});
-    styleBox(drawing, slotBox);
+    slotBox.box->setAutoresizingMask(platform::MaxXMargin);
+    slotBox.box->setFillColor(m_colors.boxColor(slotBox.systemIndex, plan.look));
+    if (plan.look.drawShadow)
+        slotBox.box->setShadow(SlotColors::boxShadow());
+    slotBox.tile->setSystemIndex(slotBox.systemIndex);
     // A tile keeps what the panel before drew into it.
     for (platform::View *view : slotBox.content->subviews())
         view->removeFromSuperview();
@@ -92,16 +96,6 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
         drawGroupControls(drawing, slotBox);
     else
         drawSlotControls(drawing, slotBox);
-}
-
-void SlotBoxes::styleBox(const PanelDrawing &drawing, SlotBox &slotBox)
-{
-    slotBox.box->setAutoresizingMask(platform::MaxXMargin);
-    slotBox.tile->setSystemIndex(slotBox.systemIndex);
-    slotBox.box->setFillColor(m_colors.boxColor(slotBox.systemIndex, drawing.plan.look));
-    if (drawing.plan.look.drawShadow) {
-        slotBox.box->setShadow(platform::Shadow{platform::Color::systemGray(), 2.0, {0.0, 0.0}});
-    }
 }
 
 /// The caption is the slot's name; the panel's title only decides that there is one, and a panel always has a
@@ -115,18 +109,15 @@ platform::TextField *SlotBoxes::drawCaption(const PanelDrawing &drawing, const S
     caption->setAlignment(platform::TextAlignment::Center);
     caption->setTextColor(textColor(drawing, slotBox));
     // A group panel is headed by its group's name; a slot's panel may stand alone in sight.
-    if (!drawing.plan.isGroupPanel() && m_station.groupCount() > 1)
-        drawGroupName(drawing, slotBox, caption->font().widthOf(caption->stringValue()));
+    if (!drawing.plan.isGroupPanel() && m_station.groupCount() > 1) {
+        const double captionTextWidth = caption->font().widthOf(caption->stringValue());
+        platform::TextField *name =
+            parts::add(*slotBox.content, parts::label(drawing.geometry.groupName(captionTextWidth),
+                                                      platform::Font::system(GroupNameFontSize),
+                                                      drawing.plan.subject.groupName.text()));
+        name->setTextColor(textColor(drawing, slotBox));
+    }
     return caption;
-}
-
-void SlotBoxes::drawGroupName(const PanelDrawing &drawing, const SlotBox &slotBox, double captionTextWidth)
-{
-    platform::TextField *name =
-        parts::add(*slotBox.content, parts::label(drawing.geometry.groupName(captionTextWidth),
-                                                  platform::Font::system(GroupNameFontSize),
-                                                  drawing.plan.subject.groupName.text()));
-    name->setTextColor(textColor(drawing, slotBox));
 }
 
 platform::Color SlotBoxes::textColor(const PanelDrawing &drawing, const SlotBox &slotBox) const

@@ -102,7 +102,10 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     if (slotBox.label)
         slotBox.label->setStringValue(withColon(plan.label));
     if (plan.hasFields()) {
-        drawEntryField(drawing, slotBox);
+        auto field = parts::entryField(drawing.geometry.entryField(), plan.subject.panelKey, plan.label,
+                                       drawing.geometry.fieldFontSize(), {m_controller, m_entries});
+        drawing.fields.append(field.get());
+        parts::add(*slotBox.content, std::move(field));
         drawUnit(drawing, slotBox);
         drawing.addStatusLine(*slotBox.content);
     }
@@ -110,24 +113,6 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     // By this the panel is found again: its buttons look up to it, and a tile that bears it is emptied when
     // the panel goes.
     slotBox.content->setIdentifier(plan.subject.panelKey);
-}
-
-void SlotBoxes::drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox)
-{
-    const platform::Identifier &key = drawing.plan.subject.panelKey;
-    auto field = parts::inputField(drawing.geometry.entryField(), key, drawing.geometry.fieldFontSize());
-    field->setBordered(true);
-    field->setEditable(true);
-    field->setAutoresizingMask(platform::MinYMargin);
-    field->setTarget(m_controller, selectors::CheckInput,
-                     [this](platform::View *sender) { m_entries.endEntry(sender); });
-    field->setIdentifier(identifiers::named(key.text(), drawing.plan.label));
-    field->setRefusalHandler(
-        [this](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
-            m_entries.refuseIn(refusing, refused);
-        });
-    drawing.fields.append(field.get());
-    parts::add(*slotBox.content, std::move(field));
 }
 
 /// A measured value is nothing without its unit.

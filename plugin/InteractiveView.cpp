@@ -59,21 +59,16 @@ void InteractiveView::viewDidLoad()
 
     m_rooms->loop.setupLoopButton(this);
     m_rooms->groupButtons.setupGroupButtons(this);
-    setupSplitView();
+    platform::SplitView *splitView = m_rooms->views.splitView();
+    splitView->setLayerBackgroundColor(platform::Color::clear());
+    splitView->setAutoresizingMask(FollowsBothSides);
+    m_rooms->document.followWindow(this);
     platform::NotificationCenter::defaultCenter().addObserver(
         this, TextFieldMouseDownNotification, [this](const platform::Notification &notification) {
             m_rooms->focus.textFieldMouseDown(notification, m_rooms->records);
         });
     // Last: a key that is looked at may have to be brought to a panel.
     m_rooms->keys.start();
-}
-
-void InteractiveView::setupSplitView()
-{
-    platform::SplitView *splitView = m_rooms->views.splitView();
-    splitView->setLayerBackgroundColor(platform::Color::clear());
-    splitView->setAutoresizingMask(FollowsBothSides);
-    m_rooms->document.followWindow(this);
 }
 
 std::set<int> InteractiveView::collectionViewShouldSelectItemsAtIndexPaths(platform::CollectionView *,

@@ -284,7 +284,8 @@ platform::Value ShowCall::showInTurn()
         draw();
         return platform::Dictionary();
     }
-    logCounts();
+    log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
+                                         !m_rooms.records.contains(m_subject.panelKey.text())});
     if (const auto refused = refusal()) {
         // An error that the caller brought along stays as it is.
         if (!m_error->isPresent())
@@ -295,12 +296,6 @@ platform::Value ShowCall::showInTurn()
     if (cannotBeDrawn() || !askOperator())
         return {};
     return collectResult();
-}
-
-void ShowCall::logCounts()
-{
-    log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
-                                         !m_rooms.records.contains(m_subject.panelKey.text())});
 }
 
 bool ShowCall::cannotBeDrawn()

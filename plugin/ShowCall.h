@@ -60,7 +60,6 @@ private:
     [[nodiscard]] std::optional<platform::Value> answerGivenBefore();
     [[nodiscard]] platform::Value showInTurn();
     [[nodiscard]] bool cannotBeDrawn();
-    void logCounts();
     [[nodiscard]] bool askOperator();
     void startRecord();
     void draw();

@@ -55,6 +55,13 @@ QList<View *> PanelViews::panels() const
     return m_splitView ? m_splitView->subviews() : QList<View *>();
 }
 
+platform::TextField *PanelViews::focusedField() const
+{
+    const QWidget *focused = m_rootView ? m_rootView->window()->focusWidget() : nullptr;
+    // The line editor inside has the focus, and the field is around it.
+    return focused ? qobject_cast<platform::TextField *>(focused->parentWidget()) : nullptr;
+}
+
 Responders PanelViews::responders(const QString &key)
 {
     // A copy, since calls on other threads set and drop lists while this one is gone through.

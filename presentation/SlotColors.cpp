@@ -68,8 +68,13 @@ platform::Box *SlotColors::bgView(const platform::Rect &frame, const Value &syst
     if (color)
         box->setLayerBackgroundColor(color->withAlphaComponent(look.backgroundAlpha));
     if (look.drawShadow)
-        box->setShadow(platform::Shadow{Color::systemGray(), 2.0, {0.0, 0.0}});
+        box->setShadow(boxShadow());
     return box.release();
+}
+
+platform::Shadow SlotColors::boxShadow()
+{
+    return {Color::systemGray(), 2.0, {0.0, 0.0}};
 }
 
 Color SlotColors::boxColor(const Value &systemIndex, const PanelLook &look) const

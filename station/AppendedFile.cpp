@@ -14,6 +14,7 @@ namespace station {
 
 namespace {
 
+/// What others may not do, the user's own mask takes away.
 constexpr mode_t ReadableByAll = 0666;
 
 /// Not kept by the programs that a sequence starts: they would keep the lock as well.
@@ -98,6 +99,8 @@ QString AppendedFile::write(const QByteArray &bytes)
 QString AppendedFile::lossOfPath() const
 {
     struct stat open = {};
+    // Writing to a file that was removed or replaced goes on without an error, and nobody would find the
+    // lines.
     struct stat named = {};
     if (::fstat(m_file.number(), &open) != 0)
         return qt_error_string(errno);

@@ -11,6 +11,7 @@ namespace station {
 
 namespace {
 
+/// As the command line's help says of a station that could not start.
 constexpr int CannotStart = 2;
 
 spdlog::level::level_enum levelOf(QtMsgType type)

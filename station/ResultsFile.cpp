@@ -138,6 +138,7 @@ void ResultsFile::append(const QJsonObject &line)
     if (!m_file)
         return;
     const QString why = m_file->append(QJsonDocument(line).toJson(QJsonDocument::Compact));
+    // Told once: each line after the first that is lost would say the same.
     if (why.isEmpty() || std::exchange(m_failed, true))
         return;
     QTextStream(stderr) << "station: results are lost: " << m_file->path() << ": " << why << Qt::endl;

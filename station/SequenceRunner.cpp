@@ -83,6 +83,7 @@ QList<quint64> SequenceRunner::callsUnderWay() const
         if (sequence->end())
             continue;
         calls.append(sequence->callNumber());
+        // A sequence that is in no call is at work by itself: the run does not stand still.
         if (calls.constLast() == 0)
             return {};
     }

@@ -69,7 +69,7 @@ TEST_F(AskEntriesTest, OkDoesNotEndAPanelWhoseEntryHasAnotherForm)
     type("AB");
     press("0", "OK");
     EXPECT_TRUE(isOpen("0"));
-    EXPECT_FALSE(call.isFinished());
+    EXPECT_FALSE(call.finished());
     EXPECT_NE(told("0"), "");
 }
 
@@ -232,7 +232,7 @@ TEST_F(AskEntriesTest, ARefusedKeyIsShownAndAcknowledged)
     expectError("Value for key 'pattern'");
     SequencerCall &call = showView(0, asking({{"pattern", 5}}));
     ASSERT_TRUE(waitForPanel("G1"));
-    EXPECT_FALSE(call.isFinished());
+    EXPECT_FALSE(call.finished());
     press("G1", "OK");
     EXPECT_EQ(call.result(), Value());
     EXPECT_EQ(call.error().code, 110);
