@@ -84,8 +84,8 @@ void LoopControls::setupLoopButton(QObject *target)
         root->addSubview(field);
     }
     field->setRefusalHandler([](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
-        Entries::refuse(refused.text, platform::formatMessage(messages::InField,
-                                                              {refused.why, refusing->identifier()}));
+        Entries::refuse(refused.text,
+                        platform::formatMessage(messages::InField, {refused.why, refusing->identifier()}));
     });
     m_field = field;
     field->focusTarget()->installEventFilter(this);
