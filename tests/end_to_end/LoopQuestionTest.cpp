@@ -82,4 +82,38 @@ TEST(LoopQuestion, TheNextUnitIsAskedForAfterTheLastPass)
     station.passes();
 }
 
+TEST(LoopQuestion, ASecondRunOfTheStationBeginsWithoutAnswers)
+{
+    StationRun station;
+    station.argument("--plugin").argument(QStringLiteral(FIXTURE_PLUGINS_PATH "/libWindowEnds.so"));
+    station.perSystem(QStringLiteral(R"(
+        setLoop(5)
+        if not io.open("%1") then
+            assert(showView(0, { input = { "SN" } }).SN == "first")
+            assert(showView(0, { input = { "SN" } }).SN == "first", "the second pass")
+            io.open("%1", "w"):close()
+            runAgain()
+            sleep(3600)
+        end
+        return showView(0, { input = { "SN" } }).SN == "second"
+    )")
+                          .arg(station.path("second")));
+    station.operatorDoes(R"(
+        for _, text in ipairs({ "first", "second" }) do
+            operator.waitForPanel("0", 30)
+            operator.scan(text)
+            operator.click({ panel = "0", title = "OK" })
+            operator.waitForPanelGone("0", 30)
+        end
+    )");
+    station.run();
+    QStringList outcomes;
+    for (const QJsonObject &line : station.results()) {
+        if (line.contains("outcome"))
+            outcomes.append(line.value("outcome").toString());
+    }
+    EXPECT_EQ(outcomes, (QStringList{"stopped", "passed"})) << station.everything().toStdString();
+    EXPECT_EQ(station.errors(), "");
+}
+
 } // namespace
