@@ -20,8 +20,10 @@ protected:
 
 TEST_F(Scan, BeforeTheFirstPanelIsRefusedAndSetsNoLoop)
 {
+    station.argument("--plugin").argument(QStringLiteral(FIXTURE_PLUGINS_PATH "/libTellsStatus.so"));
     station.perSystem(QStringLiteral(R"(
         while not io.open("%1") do sleep(0.01) end
+        assert(bar() == "Entry refused: 20230001 (no field waits for it" .. string.char(41), bar())
         assert(next(getLoopConfig()) == nil, "no loop was set")
         return showView(0, { input = { "SN" } }).SN == "unit"
     )")
