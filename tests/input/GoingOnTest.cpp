@@ -76,6 +76,29 @@ TEST_F(GoingOnTest, APanelWaitsFromItsOwnOpeningAndNotFromThatOfAMessage)
     EXPECT_TRUE(field("4-SN")->isFirstResponder());
 }
 
+TEST_F(GoingOnTest, AnAcknowledgedErrorHandsTheKeysOn)
+{
+    open(4);
+    auto &refused = showView(0, {{"input", Array{"A", "B"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    ASSERT_TRUE(button("G1", "OK")->becomeFirstResponder());
+    type(" ");
+    EXPECT_EQ(refused.error().code, 105);
+    EXPECT_TRUE(field("4-SN")->isFirstResponder());
+}
+
+TEST_F(GoingOnTest, AMessageTakesNoEntryWhateverItsCallLists)
+{
+    auto &message = showGroup(0, {{"message", "Load"}, {"input", Array{"S1"}}});
+    ASSERT_TRUE(message.waitUntilFinished());
+    click(field("G1-SharedInput"));
+    expectError("Entry refused: A");
+    scan("A");
+    EXPECT_EQ(operatorLines, QStringList{"Entry refused: A (no field waits for it)"});
+    EXPECT_EQ(field("G1-SharedInput")->stringValue(), "");
+    EXPECT_EQ(plugin().savedData(), Dictionary());
+}
+
 TEST_F(GoingOnTest, AnEntryThatTheFieldCannotTakeReplacesTheFormerOne)
 {
     auto &call = showView(0, {{"input", Array{"SN"}}, {"button", Array{"Skip"}}});

@@ -1,6 +1,7 @@
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
 
+#include <QListWidget>
 #include <QPushButton>
 
 using platform::Array;
@@ -51,6 +52,20 @@ TEST_F(HostControlTest, AScanWithBlanksThatNobodyWaitsForIsRefusedWholeAndPresse
     scan("A B C");
     EXPECT_EQ(operatorLines, QStringList{"Entry refused: A B C (no field waits for it)"});
     EXPECT_EQ(presses, 0);
+}
+
+TEST_F(HostControlTest, AScanIsNoSearchInAList)
+{
+    showView(0, {{"input", Array{"SN"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    auto *list = new QListWidget(&window());
+    list->addItems({"Last", "Unit"});
+    list->setCurrentRow(0);
+    list->show();
+    list->setFocus();
+    scan("Unit7");
+    EXPECT_EQ(record("0").value("SN"), Value("Unit7"));
+    EXPECT_EQ(list->currentRow(), 0);
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
+#include "tests/support/Wait.h"
 
+#include <QApplication>
+#include <QImage>
 #include <QTest>
 
 using platform::Value;
@@ -9,7 +12,43 @@ namespace {
 
 /// What the scanner sends while the field of the number of passes has the keys.
 class LoopFieldEntryTest : public testsupport::PluginFixture
-{};
+{
+protected:
+    /// Goes to another window and back.
+    void leaveAndComeBack()
+    {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(testsupport::waitUntil([&] { return other.isActiveWindow(); }));
+        window().activateWindow();
+        ASSERT_TRUE(testsupport::waitUntil([&] { return window().isActiveWindow(); }));
+    }
+};
+
+TEST_F(LoopFieldEntryTest, AFieldThatAPersonHasChosenKeepsTheKeysOverAnotherWindow)
+{
+    start();
+    click(rooms().loop.loopNumberField());
+    type("1");
+    leaveAndComeBack();
+    scan("2");
+    EXPECT_EQ(plugin().getLoopConfig(nullptr).value("LoopMax"), Value(12));
+}
+
+TEST_F(LoopFieldEntryTest, AFieldThatNobodyHasChosenShowsNoCursor)
+{
+    start();
+    // A cursor that does not blink is seen whenever one looks.
+    const int flashTime = QApplication::cursorFlashTime();
+    QApplication::setCursorFlashTime(0);
+    const QImage before = rooms().loop.loopNumberField()->grab().toImage();
+    leaveAndComeBack();
+    EXPECT_EQ(rooms().loop.loopNumberField()->grab().toImage(), before);
+    click(rooms().loop.loopNumberField());
+    EXPECT_NE(rooms().loop.loopNumberField()->grab().toImage(), before);
+    QApplication::setCursorFlashTime(flashTime);
+}
 
 TEST_F(LoopFieldEntryTest, OneThatTheFieldCannotTakeIsRefusedVisibly)
 {
