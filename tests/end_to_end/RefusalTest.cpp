@@ -171,4 +171,15 @@ TEST(Refusal, ASystemBeyondTheStationIsRefusedAtOnceAndTold)
     EXPECT_TRUE(station.log().contains("system index 99 is beyond the station's systems"));
 }
 
+TEST(Refusal, AKeyThatIsNotKnownIsTakenForNoneAndNamedInTheLog)
+{
+    StationRun station;
+    station.perSystem(R"(return showView(0, { lenght = 4, MESSAGE = "Is it lit?", button = { "OK" } }))");
+    station.operatorDoes(R"(operator.waitForPanel("0", 30) operator.click({ panel = "0", title = "OK" }))");
+    station.passes();
+    EXPECT_TRUE(station.log().contains("key 'lenght' is not known; it is not used. Did you mean 'length'?"));
+    EXPECT_TRUE(
+        station.log().contains("key 'MESSAGE' is not known; it is not used. Did you mean 'message'?"));
+}
+
 } // namespace
