@@ -76,6 +76,18 @@ TEST_F(GoingOnTest, APanelWaitsFromItsOwnOpeningAndNotFromThatOfAMessage)
     EXPECT_TRUE(field("4-SN")->isFirstResponder());
 }
 
+TEST_F(GoingOnTest, AFieldThatAPersonHasChosenKeepsTheKeysWhenAnotherPanelGoes)
+{
+    open(4);
+    open(5);
+    showView(0, {{"button", Array{"No", "Yes"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    ASSERT_TRUE(field("5-SN")->isFirstResponder());
+    press("0", "Yes");
+    ASSERT_TRUE(waitForPanelGone("0"));
+    EXPECT_TRUE(field("5-SN")->isFirstResponder());
+}
+
 TEST_F(GoingOnTest, AnAcknowledgedErrorHandsTheKeysOn)
 {
     open(4);
