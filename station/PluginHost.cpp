@@ -90,8 +90,8 @@ platform::Dictionary LoadedPlugin::constants() const
         const platform::Dictionary constants = m_extension->pluginConstants();
         for (auto constant = constants.cbegin(); constant != constants.cend(); ++constant) {
             if (KVKSequencerGives(constant.key())) {
-                refuse(m_path, QStringLiteral("constant \"%1\": the sequencer gives it already")
-                                   .arg(constant.key()));
+                refuse(m_path,
+                       QStringLiteral("constant \"%1\": the sequencer gives it already").arg(constant.key()));
             }
         }
         return constants;

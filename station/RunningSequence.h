@@ -32,7 +32,8 @@ public:
         ResultOwner owner;
         QList<int> systems; ///< Those whose row in the status table the sequence speaks for.
         platform::Dictionary globals;
-        QString group; ///< The one that the system is in or that the sequence is for; empty for the station's.
+        QString
+            group; ///< The one that the system is in or that the sequence is for; empty for the station's.
     };
 
     /// The sequence's place in its run.
@@ -85,7 +86,8 @@ private:
 /// script.
 [[nodiscard]] QList<RunningSequence::Plan> planSequences(const StationConfig &config);
 
-/// What these sequences are for each other. Where several run for one owner, their names tell the scripts too.
+/// What these sequences are for each other. Where several run for one owner, their names tell the scripts
+/// too.
 [[nodiscard]] std::vector<KVKLuaPartner> partnersOf(const QList<RunningSequence::Plan> &plans);
 
 } // namespace station

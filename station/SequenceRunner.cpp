@@ -40,8 +40,8 @@ void SequenceRunner::start()
             plan.globals.insert(constant.key(), constant.value());
         const std::size_t number = m_sequences.size();
         m_sequences.push_back(
-            std::make_unique<RunningSequence>(plan, m_functions, RunningSequence::Place{run, number}, m_results,
-                                              listenerOf(static_cast<int>(number))));
+            std::make_unique<RunningSequence>(plan, m_functions, RunningSequence::Place{run, number},
+                                              m_results, listenerOf(static_cast<int>(number))));
     }
     m_running = static_cast<int>(m_sequences.size());
     m_ranNothing = m_running == 0;

@@ -106,8 +106,9 @@ platform::Value KVKBoundFunction::call(const platform::Array &arguments, platfor
 
 bool KVKSequencerGives(const QString &name)
 {
-    static const QStringList names{QStringLiteral("log"), QStringLiteral("sleep"), QStringLiteral("rendezvous"),
-                                   QStringLiteral("locked"), QStringLiteral("shared")};
+    static const QStringList names{QStringLiteral("log"), QStringLiteral("sleep"),
+                                   QStringLiteral("rendezvous"), QStringLiteral("locked"),
+                                   QStringLiteral("shared")};
     return names.contains(name);
 }
 

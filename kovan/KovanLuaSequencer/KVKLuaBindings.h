@@ -13,8 +13,8 @@
 class KVKLuaRun;
 class KVKLuaSequenceObserver;
 
-/// Runs the script of a sequence, which finds the functions of plug-ins, `log`, `sleep` and its globals; one that
-/// has a place in a run finds `rendezvous`, `locked` and `shared` as well. Private to the sequencer.
+/// Runs the script of a sequence, which finds the functions of plug-ins, `log`, `sleep` and its globals; one
+/// that has a place in a run finds `rendezvous`, `locked` and `shared` as well. Private to the sequencer.
 ///
 /// Thread: the sequence's, except stop() and isStopped().
 class KVKLuaScope : public KVKLuaRunner

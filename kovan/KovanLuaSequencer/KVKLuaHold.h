@@ -27,9 +27,9 @@ void KVKLuaPrepareHolds(lua_State *state);
 /// name is the text or whole number at `name`. Errors: raises Lua errors.
 KVKLuaHold *KVKLuaInsertHold(lua_State *state, int place, int name, KVKLuaHold::GiveUp giveUp);
 
-/// Calls the function that stands right above the hold with the arguments above it, and leaves as many results
-/// there as are wanted. Gives up the hold when the function raises an error, which goes on as it was; else the
-/// hold is given up when the caller returns, or calls KVKLuaGiveUp. Errors: raises Lua errors.
+/// Calls the function that stands right above the hold with the arguments above it, and leaves as many
+/// results there as are wanted. Gives up the hold when the function raises an error, which goes on as it was;
+/// else the hold is given up when the caller returns, or calls KVKLuaGiveUp. Errors: raises Lua errors.
 void KVKLuaCallHolding(lua_State *state, int place, int results);
 
 /// Gives up what is held. Nothing happens when it is not.

@@ -29,8 +29,8 @@ QString textOnTop(lua_State *state)
     return QString::fromUtf8(bytes, static_cast<qsizetype>(LongestErrorText)) + QChar(0x2026);
 }
 
-/// Runs the body; where it throws, leaves the text on the stack, or nothing for want of memory. What was on the
-/// stack before stays: it may be marked as to be closed.
+/// Runs the body; where it throws, leaves the text on the stack, or nothing for want of memory. What was on
+/// the stack before stays: it may be marked as to be closed.
 int performCatching(lua_State *state, KVKLuaBody body)
 {
     const int top = lua_gettop(state);

@@ -61,8 +61,8 @@ bool KVKLuaRun::comeTo(std::size_t who, const QByteArray &meeting, bool hasLimit
     }
     logAbsence(noted);
     if (!circle.isEmpty())
-        throw KVKLuaWaitError(
-            QStringLiteral("rendezvous: waiting at \"%1\" would never end: %2").arg(KVKShownName(meeting), circle));
+        throw KVKLuaWaitError(QStringLiteral("rendezvous: waiting at \"%1\" would never end: %2")
+                                  .arg(KVKShownName(meeting), circle));
     return isComplete;
 }
 
@@ -104,8 +104,8 @@ bool KVKLuaRun::enter(std::size_t who, const QByteArray &lock)
         return false;
     rise(who);
     passOn(m_locks.leave(lock, who));
-    throw KVKLuaWaitError(
-        QStringLiteral("locked: waiting for lock \"%1\" would never end: %2").arg(KVKShownName(lock), circle));
+    throw KVKLuaWaitError(QStringLiteral("locked: waiting for lock \"%1\" would never end: %2")
+                              .arg(KVKShownName(lock), circle));
 }
 
 void KVKLuaRun::awaitLock(std::size_t who)

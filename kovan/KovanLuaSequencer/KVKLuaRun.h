@@ -29,14 +29,15 @@ struct KVKLuaPartner
     QString group; ///< The group that it belongs to; empty for a sequence of the whole station.
 };
 
-/// What the sequences of one run have among themselves: meetings, locks and a table of values. A host makes one
-/// for each run, with all sequences of it, before it starts the first one; the sequences do the rest.
+/// What the sequences of one run have among themselves: meetings, locks and a table of values. A host makes
+/// one for each run, with all sequences of it, before it starts the first one; the sequences do the rest.
 ///
 /// A wait that could never end is refused to the sequence that would begin it: one for a lock whose holder
-/// waits, whether for a lock or, without a time limit, for others, and so on in a circle back to this sequence.
+/// waits, whether for a lock or, without a time limit, for others, and so on in a circle back to this
+/// sequence.
 ///
-/// Thread: any; the verbs of one sequence, interrupt() apart, on that sequence's thread. No lock is held while
-/// a verb logs, and none is known outside. Sequences are numbered as they are given.
+/// Thread: any; the verbs of one sequence, interrupt() apart, on that sequence's thread. No lock is held
+/// while a verb logs, and none is known outside. Sequences are numbered as they are given.
 class KVKLuaRun
 {
 public:

@@ -73,8 +73,9 @@ int meet(lua_State *state)
         std::optional<WaitNote> note;
         // Whoever only looks who is there does not wait.
         if (!limit || limit->count() > 0.0) {
-            note.emplace(scope.observer(), KVKLuaWait{QStringLiteral("others at \"%1\"").arg(KVKShownName(name)),
-                                                      limit.has_value()});
+            note.emplace(
+                scope.observer(),
+                KVKLuaWait{QStringLiteral("others at \"%1\"").arg(KVKShownName(name)), limit.has_value()});
         }
         missing = scope.sharedRun()->awaitOthers(scope.partner(), limit);
     }
@@ -101,7 +102,7 @@ int rendezvousFunction(lua_State *state)
 void giveUpLock(KVKLuaScope &scope, const KVKLuaHold &hold) noexcept
 {
     scope.sharedRun()->leave(scope.partner(),
-                       QByteArray::fromRawData(hold.text, static_cast<qsizetype>(hold.length)));
+                             QByteArray::fromRawData(hold.text, static_cast<qsizetype>(hold.length)));
 }
 
 /// Takes the lock whose name and hold stand on the stack.
@@ -110,8 +111,7 @@ int takeLock(lua_State *state)
     const KVKLuaScope &scope = KVKLuaScope::of(state);
     const QByteArray name = nameArgument(state);
     if (!scope.sharedRun()->enter(scope.partner(), name)) {
-        const WaitNote note(scope.observer(),
-                            {QStringLiteral("lock \"%1\"").arg(KVKShownName(name)), false});
+        const WaitNote note(scope.observer(), {QStringLiteral("lock \"%1\"").arg(KVKShownName(name)), false});
         scope.sharedRun()->awaitLock(scope.partner());
     }
     static_cast<KVKLuaHold *>(lua_touserdata(state, HoldPlace))->isHeld = true;

@@ -65,9 +65,9 @@ public:
 /// A Lua script with a state and a thread of its own, which calls the functions of plug-ins.
 ///
 /// The script sees the functions and constants under their own names, the globals that it is given,
-/// `log(text)` and `sleep(seconds)`; with a run also `rendezvous`, `locked` and `shared`, which it has in common
-/// with the others of the run. A function returns its result and an error (nil, or a table with domain,
-/// code and message).
+/// `log(text)` and `sleep(seconds)`; with a run also `rendezvous`, `locked` and `shared`, which it has in
+/// common with the others of the run. A function returns its result and an error (nil, or a table with
+/// domain, code and message).
 ///
 /// Thread: made, started and destroyed by one thread; requestStop() and hasEnded() on any.
 /// Ownership: the observer and the functions' contexts must outlive the sequence; so must whatever its calls
@@ -93,8 +93,8 @@ public:
 
     /// Called once.
     void start();
-    /// Ends the script at its next instruction, and a sleep or a wait for others at once. A call into a plug-in goes on until the
-    /// plug-in ends it.
+    /// Ends the script at its next instruction, and a sleep or a wait for others at once. A call into a
+    /// plug-in goes on until the plug-in ends it.
     void requestStop();
     [[nodiscard]] bool hasEnded() const;
 

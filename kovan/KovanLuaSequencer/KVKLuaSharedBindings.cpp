@@ -43,7 +43,8 @@ void giveUpUpdate(KVKLuaScope &scope, const KVKLuaHold &hold) noexcept
     scope.sharedRun()->leaveUpdate(scope.partner(), keyOf(hold));
 }
 
-/// The body of `shared.update` before the function is called, with key and hold on the stack. Pushes the value.
+/// The body of `shared.update` before the function is called, with key and hold on the stack. Pushes the
+/// value.
 int beginUpdate(lua_State *state)
 {
     const KVKLuaScope &scope = KVKLuaScope::of(state);
@@ -91,7 +92,8 @@ int writeShared(lua_State *state)
 {
     const KVKLuaScope &scope = KVKLuaScope::of(state);
     const KVKLuaSharedKey key = ownKey(state, 2, OfTable);
-    scope.sharedRun()->shared().write(key, KVKLuaToShared(state, 3, KVKTextOfSharedKey(key)), scope.partner());
+    scope.sharedRun()->shared().write(key, KVKLuaToShared(state, 3, KVKTextOfSharedKey(key)),
+                                      scope.partner());
     return 0;
 }
 

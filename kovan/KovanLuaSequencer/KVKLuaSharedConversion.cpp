@@ -190,8 +190,9 @@ KVKLuaSharedKey KVKLuaToSharedKey(lua_State *state, int index, const QString &pa
     const lua_Integer number = type == LUA_TNUMBER ? lua_tointegerx(state, index, &isWhole) : 0;
     if (isWhole != 0)
         return static_cast<qint64>(number);
-    const QString what = type == LUA_TNUMBER ? QString::number(lua_tonumber(state, index))
-                                             : QStringLiteral("a ") + QLatin1String(luaL_typename(state, index));
+    const QString what = type == LUA_TNUMBER
+                             ? QString::number(lua_tonumber(state, index))
+                             : QStringLiteral("a ") + QLatin1String(luaL_typename(state, index));
     refuse(path, QStringLiteral("has texts and whole numbers as keys, not %1").arg(what));
 }
 

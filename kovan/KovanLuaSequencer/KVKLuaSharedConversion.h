@@ -6,12 +6,12 @@ struct lua_State;
 
 // Between Lua's values and those that sequences share. Private to the sequencer. Thread: the state's.
 
-/// The Lua value at a stack index as a key. Errors: throws KVKLuaSharedTableError, with `path` in its text, for
-/// anything but a text and a whole number. Never raises a Lua error.
+/// The Lua value at a stack index as a key. Errors: throws KVKLuaSharedTableError, with `path` in its text,
+/// for anything but a text and a whole number. Never raises a Lua error.
 [[nodiscard]] KVKLuaSharedKey KVKLuaToSharedKey(lua_State *state, int index, const QString &path);
 
-/// A copy of the Lua value at a stack index; nil is null. Metatables are not looked at. The stack is left as it
-/// was.
+/// A copy of the Lua value at a stack index; nil is null. Metatables are not looked at. The stack is left as
+/// it was.
 ///
 /// `path` names the value in errors ("shared.limits"). Errors: throws KVKLuaSharedTableError for functions,
 /// userdata, threads, other keys than texts and whole numbers, tables that contain themselves, are nested

@@ -27,10 +27,11 @@ KVKLuaSharedTable::Value KVKLuaSharedTable::put(const KVKLuaSharedKey &key, cons
     const std::size_t size = m_size - sizeOf(key, former) + sizeOf(key, value);
     // What makes it smaller is taken in any case.
     if (size > MostMemory && size > m_size) {
-        throw KVKLuaSharedTableError(QStringLiteral("%1: there is no room for it; all shared values together may "
-                                                    "take %2 MiB")
-                                         .arg(KVKTextOfSharedKey(key))
-                                         .arg(MostMemory / 1024 / 1024));
+        throw KVKLuaSharedTableError(
+            QStringLiteral("%1: there is no room for it; all shared values together may "
+                           "take %2 MiB")
+                .arg(KVKTextOfSharedKey(key))
+                .arg(MostMemory / 1024 / 1024));
     }
     if (value)
         m_entries.insert_or_assign(key, value);

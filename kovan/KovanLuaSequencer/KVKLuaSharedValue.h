@@ -17,8 +17,8 @@ using KVKLuaSharedEntries = std::map<KVKLuaSharedKey, KVKLuaSharedValue>;
 /// For people: "shared.name" or "shared[3]".
 [[nodiscard]] QString KVKTextOfSharedKey(const KVKLuaSharedKey &key);
 
-/// A value that sequences share, as Lua has it: texts are bytes, whole and other numbers stay what they are. It
-/// never changes, so that several threads may read one.
+/// A value that sequences share, as Lua has it: texts are bytes, whole and other numbers stay what they are.
+/// It never changes, so that several threads may read one.
 ///
 /// Thread: any.
 class KVKLuaSharedValue
