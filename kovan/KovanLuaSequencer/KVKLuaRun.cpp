@@ -253,8 +253,7 @@ std::vector<std::size_t> KVKLuaRun::waitsFor(std::size_t who) const
     if (seat.kind == WaitKind::Others)
         return m_meetings.missing(seat.name, who);
     const auto holder = seat.kind == WaitKind::Lock ? m_locks.holder(seat.name) : std::nullopt;
-    // It may just have been given the lock, and not be awake yet.
-    return holder && *holder != who ? std::vector{*holder} : std::vector<std::size_t>{};
+    return holder ? std::vector{*holder} : std::vector<std::size_t>{};
 }
 
 /// Follows the waits from the last of the way on, until they come back to its first.
