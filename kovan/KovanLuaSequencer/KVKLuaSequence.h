@@ -80,8 +80,8 @@ public:
         QString scriptPath;
         platform::Dictionary globals; ///< Constants of plug-ins included.
         std::vector<KVKBoundFunction> functions;
-        std::shared_ptr<KVKLuaRun> run; ///< Null for a sequence that runs by itself.
-        std::size_t partner = 0;        ///< Which one of the run's sequences this is; no other is the same.
+        std::shared_ptr<KVKLuaRun> run = nullptr; ///< Null for a sequence that runs by itself.
+        std::size_t partner = 0; ///< Which one of the run's sequences this is; no other is the same.
     };
 
     /// Errors: throws std::out_of_range for a partner that the run does not have.
