@@ -44,8 +44,8 @@ TEST_F(WaitTest, NoLockIsHeldWhileACallWaits)
     auto &other = onSequencer([this](Error *) {
         rooms().records.restore(plugin().savedData());
         rooms().slotStates.restore(plugin().enableStatus());
-        return Value(rooms().waits.getCondition(rooms().waits.panelKey("G2")) != nullptr &&
-                     rooms().views.hasResponders("0") && rooms().views.collection("G1") != nullptr);
+        return Value(rooms().waits.getCondition(platform::Identifier("G2")) != nullptr &&
+                     rooms().views.hasResponders("0") && overviewOf("G1") != nullptr);
     });
     EXPECT_EQ(other.result(), Value(true));
 }
@@ -128,7 +128,7 @@ TEST_F(WaitTest, ManyCallsLeaveTheNumberOfViewsWhereItWas)
             return Value(true);
         });
         EXPECT_EQ(calls.result(), Value(true));
-        return testsupport::descendants(target.rooms().views.rootView()).size();
+        return testsupport::descendants(target.view()).size();
     };
     const qsizetype few = viewsAfter(2);
     EXPECT_EQ(viewsAfter(100), few);
@@ -165,7 +165,7 @@ TEST_F(WaitTest, ASignalThatComesWhenNobodyWaitsIsNotKeptForTheNextCall)
     ASSERT_TRUE(waitForPanel("0"));
     press("0", "Yes");
     ASSERT_TRUE(first.waitUntilFinished());
-    rooms().waits.getCondition(rooms().waits.panelKey("0"))->signal();
+    rooms().waits.getCondition(platform::Identifier("0"))->signal();
 
     auto &second = showView(0, question);
     ASSERT_TRUE(waitForPanel("0"));
