@@ -25,6 +25,7 @@ TEST_F(CheckAllInputsTest, TheFirstInvalidFieldStopsTheCheck)
     records.restore({{"0", Dictionary{{"length", 3}}}});
     addFields("0", {{"A", "AAA"}, {"B", "BB"}, {"C", "CCC"}});
     testsupport::expectError("Invalid input: 0-B = BB");
+    root.show(); // a text is selected where it can be seen
     EXPECT_FALSE(mayClose("0"));
     EXPECT_EQ(field("0-A")->backgroundColor(), Color::white());
     EXPECT_EQ(field("0-B")->backgroundColor(), Color::standardRed());
@@ -52,6 +53,7 @@ TEST_F(CheckAllInputsTest, AFieldThatIsGoneDoesNotHoldThePanelUp)
 
 TEST_F(CheckAllInputsTest, WhatIsNoEntryOfASlotDoesNotLetAGroupClose)
 {
+    slotStates.setUp("G1", {"S1"});
     addFields("G1", {{"S1", ""}, {"SharedInput", ""}});
     EXPECT_FALSE(mayClose("G1"));
     records.restore({{"G1", Dictionary{{"length", 3}, {"clickedButton", "Pass"}}}});

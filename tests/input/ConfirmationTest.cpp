@@ -80,6 +80,7 @@ TEST_F(PressedButtonTest, AButtonThatIsGoneByThenChangesNothing)
 
 TEST_F(PressedButtonTest, WithoutAConditionThePressIsRecordedAndNothingElse)
 {
+    waits.makeCondition(Identifier("G1")); // of another panel
     View parent;
     parent.setIdentifier(Identifier("77-box"));
     auto *pressed = new Button(&parent);

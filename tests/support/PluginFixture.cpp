@@ -254,10 +254,12 @@ platform::SplitView *PluginFixture::splitView()
 
 platform::CollectionView *PluginFixture::overviewOf(const QString &group)
 {
-    for (View *pane : splitView()->subviews()) {
-        if (pane->identifier() != Identifier(group) && pane->identifier() != Identifier(group + "-group"))
+    for (View *view : descendants(splitView())) {
+        auto *overview = qobject_cast<platform::CollectionView *>(view);
+        if (!overview || overview->content().isEmpty())
             continue;
-        if (auto *overview = firstOfKind<platform::CollectionView>(pane))
+        const qint64 system = overview->content().first().toMap().value("index").toLongLong();
+        if (platform::description(plugin().systemIndexToGroupMapping().value(system)) == group)
             return overview;
     }
     return nullptr;
@@ -309,6 +311,11 @@ TextField *PluginFixture::field(const QString &identifier)
 {
     return qobject_cast<TextField *>(firstWithIdentifier(
         rootView(), identifier, [](View *view) { return qobject_cast<TextField *>(view) != nullptr; }));
+}
+
+View *PluginFixture::view(const QString &identifier)
+{
+    return firstWithIdentifier(rootView(), identifier, [](View *) { return true; });
 }
 
 Button *PluginFixture::button(const QString &panelKey, const QString &title)

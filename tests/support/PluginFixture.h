@@ -91,7 +91,7 @@ protected:
     platform::View *rootView();
     platform::ScrollView *scrollView();
     platform::SplitView *splitView();
-    /// The overview of tiles on a panel of the group; null when there is none.
+    /// The overview whose tiles stand for the group's systems; null when there is none.
     platform::CollectionView *overviewOf(const QString &group);
     /// Those that are there, in their order; of the plug-in, or of any controller's view.
     QList<platform::Button *> groupButtons() { return groupButtonsIn(rootView()); }
@@ -107,6 +107,8 @@ protected:
     bool waitForPanel(const QString &panelKey);
     bool waitForPanelGone(const QString &panelKey);
     platform::TextField *field(const QString &identifier);
+    /// Any view by its identifier; null when there is none.
+    platform::View *view(const QString &identifier);
     /// The direct button of the panel with the title; null when there is none.
     platform::Button *button(const QString &panelKey, const QString &title);
     platform::Button *groupButton(const QString &group);
