@@ -221,12 +221,9 @@ TEST_F(ShowCallTest, TheFreshRecordOfAGroupHoldsTheLengthAloneWhateverItsLabel)
 TEST_F(ShowCallTest, ASystemsSwitchStatesAreForgotten)
 {
     const Dictionary kept = plugin().enableStatus();
-    auto &former = showView(0, {{"switch", Array{"A"}}});
-    ASSERT_TRUE(waitForPanel("0"));
-    click(view("0-100-A"));
-    press("0", "OK");
-    ASSERT_TRUE(former.waitUntilFinished());
-    ASSERT_TRUE(plugin().enableStatus().contains("0"));
+    Dictionary status = kept;
+    status.insert("0", Dictionary{{"A", 1}});
+    rooms().slotStates.restore(status);
     showView(0, {{"switch", Array{"A"}}});
     ASSERT_TRUE(waitForPanel("0"));
     EXPECT_EQ(plugin().enableStatus(), kept);
