@@ -16,8 +16,10 @@
 #include <utility>
 #include <vector>
 
+#include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
+#include "common/RulesInForce.h"
 #include "common/SlotStates.h"
 #include "common/StationMap.h"
 #include "common/Waits.h"
@@ -82,15 +84,16 @@ protected:
     interactive::PanelRecords records;
     interactive::SlotStates slotStates;
     interactive::Waits waits;
+    interactive::RulesInForce rules;
+    interactive::GivenAnswers answers;
     interactive::PanelSettings settings;
     interactive::PanelViews views{station};
     platform::View root;
     platform::SplitView *splitView = new platform::SplitView; ///< The root view owns it.
     interactive::Focus focus{station, records, slotStates, views, settings};
     interactive::KeyRouter keys{views, focus};
-    interactive::Entries entries{records, slotStates, waits, settings, views, focus};
-    interactive::Confirmation confirmation{station, records, slotStates, waits, settings,
-                                           views,   focus,   entries,    keys};
+    interactive::Entries entries{records, slotStates, waits, rules, answers, settings, views, focus};
+    interactive::Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
 };
 
 } // namespace testsupport
