@@ -14,6 +14,7 @@
 #include "presentation/PanelViews.h"
 #include "presentation/SlotColors.h"
 
+#include "common/Checks.h"
 #include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
@@ -41,14 +42,15 @@ struct Rooms
     Waits waits;
     RulesInForce rules;
     GivenAnswers answers;
+    Checks checks;
 
     // What is on the screen
     PanelViews views{station};
     SlotColors colors{settings};
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
-    Entries entries{records, slotStates, waits, rules, answers, settings, views, focus};
-    Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
+    Entries entries{records, slotStates, waits, rules, answers, checks, settings, views, focus};
+    Confirmation confirmation{station, records, waits, checks, settings, views, focus, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};
     Switches switches{station, records, slotStates, settings, views, colors, focus};
     Document document{station, views};

@@ -58,6 +58,8 @@ public:
     void setStatusLine(const QString &panelKey, platform::TextField *line);
     /// Writes into that line, where the panel has one; an empty text empties it.
     void tell(const QString &panelKey, const QString &text) const;
+    /// What stands there; empty where the panel has no such line.
+    [[nodiscard]] QString told(const QString &panelKey) const;
 
     /// A group's overview of tiles, or null.
     [[nodiscard]] platform::CollectionView *collection(const QString &groupName) const;
