@@ -17,9 +17,9 @@ namespace interactive {
 struct Check
 {
     quint64 id = 0;
-    QString slot;         ///< The label that the entry is stored under.
+    QString slot;          ///< The label that the entry is stored under.
     platform::Value value; ///< What the record holds for it.
-    QString text;         ///< As it was written.
+    QString text;          ///< As it was written.
 };
 
 /// The entries that wait for the verdict of their call's own function, panel by panel and in the order in

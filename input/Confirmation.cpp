@@ -185,8 +185,8 @@ bool Confirmation::carryOut(const Press &press)
     return true;
 }
 
-/// Keeps the press when verdicts are to come, and drops it when one that has come since refused an entry. Asked
-/// on the main thread, where verdicts come in: none is missed between the question and the keeping.
+/// Keeps the press when verdicts are to come, and drops it when one that has come since refused an entry.
+/// Asked on the main thread, where verdicts come in: none is missed between the question and the keeping.
 bool Confirmation::waitsForChecks(const Press &press, const Identifier &key)
 {
     return MainQueue::sync([&] {

@@ -48,8 +48,8 @@ public:
 
     /// Returns at once; the main thread stays free, since the work waits for it.
     void confirmBtnClicked(platform::View *sender);
-    /// A verdict about an entry of the panel has come: the press that waits for it is carried out, when it was
-    /// the last one, or dropped.
+    /// A verdict about an entry of the panel has come: the press that waits for it is carried out, when it
+    /// was the last one, or dropped.
     void entryWasJudged(const platform::Identifier &panelKey, Entries::Judged judged);
     /// Whether the panel may be closed; brings the focus to what is missing. Thread: any but the main thread.
     [[nodiscard]] bool checkAllInputs(const platform::Identifier &panelKey);
@@ -79,7 +79,7 @@ private:
     /// The presses that wait for verdicts, by panel key. Main thread.
     QHash<QString, std::shared_ptr<const Press>> m_waiting;
     QHash<QString, quint64> m_refusals; ///< Verdicts that refused an entry, by panel key. Main thread.
-    platform::WorkQueue m_queue; ///< Last, so that what it runs finds the rest.
+    platform::WorkQueue m_queue;        ///< Last, so that what it runs finds the rest.
 };
 
 } // namespace interactive

@@ -48,8 +48,8 @@ struct Entries::Entry
 };
 
 Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
-                 const GivenAnswers &answers, Checks &checks, const PanelSettings &settings, PanelViews &views,
-                 Focus &focus)
+                 const GivenAnswers &answers, Checks &checks, const PanelSettings &settings,
+                 PanelViews &views, Focus &focus)
     : m_records(records)
     , m_slotStates(slotStates)
     , m_waits(waits)
@@ -203,8 +203,8 @@ void Entries::acceptEntry(const Entry &entry)
     }
 }
 
-/// An entry that stands in the record waits there for the verdict of its call's own function, if there is one:
-/// so the entries behind it go to other slots, and an equal one is a duplicate.
+/// An entry that stands in the record waits there for the verdict of its call's own function, if there is
+/// one: so the entries behind it go to other slots, and an equal one is a duplicate.
 void Entries::checkOrTake(const Entry &entry, TextField &field)
 {
     const QString key = entry.panelKey.text();
@@ -273,8 +273,8 @@ void Entries::takeBack(const Identifier &panelKey, const Check &check, const QSt
         tellRefusal(panelKey.text(), check.text, QLatin1String(messages::IsNotValid));
     else
         m_views.tell(panelKey.text(), platform::formatMessage(messages::Refused, {check.text, why}));
-    // The verdict comes when it comes, unlike that of Return: whoever is about to scan into another field that
-    // waits is not led away from it.
+    // The verdict comes when it comes, unlike that of Return: whoever is about to scan into another field
+    // that waits is not led away from it.
     const TextField *focused = m_views.focusedField();
     const bool isElsewhere = focused && focused != field && !focused->identifier().isNull() &&
                              m_focus.needsEntry(identifiers::panelPart(focused->identifier()));

@@ -62,7 +62,8 @@ private:
     void checkOrTake(const Entry &entry, platform::TextField &field);
     void becomeValid(const platform::Identifier &panelKey, platform::TextField &field) const;
     void takeBack(const platform::Identifier &panelKey, const Check &check, const QString &why);
-    [[nodiscard]] platform::TextField *fieldOf(const platform::Identifier &panelKey, const QString &slot) const;
+    [[nodiscard]] platform::TextField *fieldOf(const platform::Identifier &panelKey,
+                                               const QString &slot) const;
     void tellRefusal(const QString &panelKey, const QString &text, const QString &why) const;
     void tellNextCheck(const QString &panelKey, const Check &checked) const;
     void rejectEntry(const Entry &entry, const QString &why);

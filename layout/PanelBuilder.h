@@ -49,9 +49,8 @@ public:
     PanelBuilder(const House &house, SlotBoxes &boxes, Document &document, ErrorPanel &errors,
                  Entries &entries, Confirmation &confirmation);
 
-    /// Draws a panel and returns when it is on the screen: when its time limit ends, if it has one. Thread: any.
-    /// Requires: slotCount and the column
-    /// count are not 0 (see panelProblem).
+    /// Draws a panel and returns when it is on the screen: when its time limit ends, if it has one. Thread:
+    /// any. Requires: slotCount and the column count are not 0 (see panelProblem).
     std::optional<std::chrono::steady_clock::time_point> drawUI(const PanelRequest &request);
     /// Why no panel can be drawn for this configuration on this station; empty when one can. Thread: any.
     [[nodiscard]] QString panelProblem(const platform::Dictionary &config) const;

@@ -47,8 +47,8 @@ Condition::Wake Condition::Place::wait()
 {
     std::unique_lock lock(m_condition.m_mutex);
     for (;;) {
-        // Asks for its own entry, and anew each time: all places share one variable, waking up says nothing by
-        // itself, and other places come and go meanwhile.
+        // Asks for its own entry, and anew each time: all places share one variable, waking up says nothing
+        // by itself, and other places come and go meanwhile.
         Entry &own = *m_condition.find(m_number);
         // The end before the work: whoever has pressed or run out of time does not wait for it.
         own.look();

@@ -10,8 +10,7 @@ Rooms::Rooms(QObject *controller, platform::CollectionViewDelegate *delegate)
                    if (waits.endOverdue(key))
                        checks.waitHasEnded(key, false);
                }},
-              boxes, document,
-              errors, entries, confirmation)
+              boxes, document, errors, entries, confirmation)
 {
     // Confirmations belong to a lower room, which knows nothing of groups' buttons: what they ask of them is
     // handed in.

@@ -478,8 +478,8 @@ void ShowCall::clearPanel(bool wasPressed)
         MainQueue::sync([&] { m_rooms.keys.release(); });
 }
 
-/// Takes the panel away once: the call does, or, while its thread is in the sequence's function, who has ended
-/// its wait. A window must not wait for a function. Thread: the main thread.
+/// Takes the panel away once: the call does, or, while its thread is in the sequence's function, who has
+/// ended its wait. A window must not wait for a function. Thread: the main thread.
 void ShowCall::takeAway(Drawn &drawn, bool wasPressed)
 {
     // Behind this nothing is touched: the call, and all that its panel belonged to, may have gone.
@@ -508,10 +508,9 @@ void ShowCall::storeTimeOver()
         additions.insert(QStringLiteral("answer"), m_rooms.slotStates.of(m_subject.panelKey.text()));
     else if (m_wanted.inputCount > 0)
         additions.insert(QStringLiteral("answer"), m_drawn->entries);
-    platform::storeError(m_error, InteractivePluginErrorDomain, ErrorTimeOver,
-                         platform::formatMessage(messages::TimeOver,
-                                                 {methodName(), seconds, m_subject.panelKey}),
-                         additions);
+    platform::storeError(
+        m_error, InteractivePluginErrorDomain, ErrorTimeOver,
+        platform::formatMessage(messages::TimeOver, {methodName(), seconds, m_subject.panelKey}), additions);
 }
 
 void ShowCall::storeInterrupted()

@@ -88,7 +88,7 @@ private:
     PanelSubject m_subject;
     Wanted m_wanted;
     std::shared_ptr<const AskRules> m_rules;
-    std::shared_ptr<Drawn> m_drawn; ///< Null until the call begins to ask.
+    std::shared_ptr<Drawn> m_drawn;        ///< Null until the call begins to ask.
     std::optional<Refusal> m_rulesRefusal; ///< Why an optional key is refused.
 };
 

@@ -46,12 +46,12 @@ platform::Value readArgument(lua_State *state, const KVKBoundFunction &function,
     }
     const QString path = QStringLiteral("%1: argument %2").arg(function.name(), QString::number(position));
     if (wanted == KVKArgType::NSDictionary) {
-        return KVKLuaToDictionary(
-            state, position, path, [&](const QString &key, const QString &place) -> platform::Value {
-                if (!function.takesFunctionUnder(key))
-                    return {};
-                return platform::Value::fromValue(functions.add(state, -1, place));
-            });
+        return KVKLuaToDictionary(state, position, path,
+                                  [&](const QString &key, const QString &place) -> platform::Value {
+                                      if (!function.takesFunctionUnder(key))
+                                          return {};
+                                      return platform::Value::fromValue(functions.add(state, -1, place));
+                                  });
     }
     return KVKLuaToValue(state, position, path);
 }

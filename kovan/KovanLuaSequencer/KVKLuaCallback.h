@@ -32,10 +32,10 @@ public:
     /// Errors: throws KVKLuaCallbackError when the state has no memory for it.
     KVKLuaCallback(lua_State *state, int index, QString path);
 
-    /// Calls the function in the state that the plug-in's function was called in. It cannot yield: a coroutine
-    /// would leave the plug-in's function behind. Errors: throws KVKLuaCallbackError when the function raises
-    /// an error, returns what has no counterpart among the values of the platform, or is called on another
-    /// thread or after giveBack().
+    /// Calls the function in the state that the plug-in's function was called in. It cannot yield: a
+    /// coroutine would leave the plug-in's function behind. Errors: throws KVKLuaCallbackError when the
+    /// function raises an error, returns what has no counterpart among the values of the platform, or is
+    /// called on another thread or after giveBack().
     [[nodiscard]] platform::Array call(const platform::Array &arguments) override;
 
     /// Lets go of the function: from now on call() throws. Never raises a Lua error.

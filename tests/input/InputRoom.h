@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/Checks.h"
 #include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
@@ -86,14 +87,16 @@ protected:
     interactive::Waits waits;
     interactive::RulesInForce rules;
     interactive::GivenAnswers answers;
+    interactive::Checks checks;
     interactive::PanelSettings settings;
     interactive::PanelViews views{station};
     platform::View root;
     platform::SplitView *splitView = new platform::SplitView; ///< The root view owns it.
     interactive::Focus focus{station, records, slotStates, views, settings};
     interactive::KeyRouter keys{views, focus};
-    interactive::Entries entries{records, slotStates, waits, rules, answers, settings, views, focus};
-    interactive::Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
+    interactive::Entries entries{records, slotStates, waits, rules, answers, checks, settings, views, focus};
+    interactive::Confirmation confirmation{station, records, waits,   checks, settings,
+                                           views,   focus,   entries, keys};
 };
 
 } // namespace testsupport

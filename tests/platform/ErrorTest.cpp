@@ -30,8 +30,7 @@ TEST(Error, NobodyNeedsToAskForIt)
 TEST(Error, KeepsWhatElseThereIsToSayAndIsAnotherWithoutIt)
 {
     platform::Error error;
-    storeError(&error, QStringLiteral("Domain"), 406, QStringLiteral("why"),
-               {{QStringLiteral("answer"), 5}});
+    storeError(&error, QStringLiteral("Domain"), 406, QStringLiteral("why"), {{QStringLiteral("answer"), 5}});
     EXPECT_EQ(error.additions.value(QStringLiteral("answer")), platform::Value(5));
     platform::Error plain;
     storeError(&plain, QStringLiteral("Domain"), 406, QStringLiteral("why"));

@@ -47,8 +47,8 @@ protected:
 
 TEST_F(TimeLimitTest, AQuestionEndsWithAnErrorAndNoAnswer)
 {
-    SequencerCall &call = showView(0, {{"message", "Is it on?"}, {"button", Array{"No", "Yes"}},
-                                       {"timeLimit", Short}});
+    SequencerCall &call =
+        showView(0, {{"message", "Is it on?"}, {"button", Array{"No", "Yes"}}, {"timeLimit", Short}});
     EXPECT_EQ(call.result(), Value());
     EXPECT_EQ(call.error(), timeOver("0.05", "0", {}));
     EXPECT_FALSE(isOpen("0"));
@@ -57,8 +57,7 @@ TEST_F(TimeLimitTest, AQuestionEndsWithAnErrorAndNoAnswer)
 
 TEST_F(TimeLimitTest, WhatWasEnteredIsKeptInTheError)
 {
-    SequencerCall &call =
-        showGroup(0, {{"input", Array{"S1", "S2"}}, {"length", 1}, {"timeLimit", 0.4}});
+    SequencerCall &call = showGroup(0, {{"input", Array{"S1", "S2"}}, {"length", 1}, {"timeLimit", 0.4}});
     ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
     EXPECT_EQ(call.result(), Value());
@@ -123,8 +122,8 @@ TEST_F(TimeLimitTest, TheBarStandsAlongTheUpperEdge)
     ASSERT_TRUE(waitForPanel("4"));
     const platform::View *group = panel("G1");
     ASSERT_NE(bar("G1"), nullptr);
-    EXPECT_EQ(bar("G1")->frame(), platform::Rect(0.0, group->frame().height() - 3.0,
-                                                 group->frame().width(), 3.0));
+    EXPECT_EQ(bar("G1")->frame(),
+              platform::Rect(0.0, group->frame().height() - 3.0, group->frame().width(), 3.0));
     ASSERT_NE(bar("4"), nullptr);
     EXPECT_EQ(bar("4")->superview(), panel("4"));
     EXPECT_GT(bar("4")->frame().y(), panel("4")->frame().height() - 12.0);

@@ -52,8 +52,7 @@ protected:
     }
     bool waitForChecked(const QString &panelKey)
     {
-        const bool came =
-            testsupport::waitUntil([&] { return !rooms().checks.arePending(panelKey); });
+        const bool came = testsupport::waitUntil([&] { return !rooms().checks.arePending(panelKey); });
         EXPECT_TRUE(came) << "a check did not come back";
         return came;
     }
@@ -397,9 +396,8 @@ TEST_F(ValidateTest, AVerdictForAPanelThatIsGoneTouchesNoLaterOne)
 
 TEST_F(ValidateTest, AnErrorInItEndsTheCallAndTakesThePanelAway)
 {
-    gate = std::make_shared<GatedFunction>([](const Value &, const QString &) -> Array {
-        throw std::runtime_error("no connection");
-    });
+    gate = std::make_shared<GatedFunction>(
+        [](const Value &, const QString &) -> Array { throw std::runtime_error("no connection"); });
     SequencerCall &call = askSystem(0);
     scan("A");
     EXPECT_EQ(call.thrown<std::runtime_error>(), "no connection");
@@ -415,9 +413,8 @@ TEST_F(ValidateTest, AnErrorInItEndsTheCallAndTakesThePanelAway)
 
 TEST_F(ValidateTest, AnErrorAfterAPressHoldsNoKeysForEver)
 {
-    gate = std::make_shared<GatedFunction>([](const Value &, const QString &) -> Array {
-        throw std::runtime_error("no connection");
-    });
+    gate = std::make_shared<GatedFunction>(
+        [](const Value &, const QString &) -> Array { throw std::runtime_error("no connection"); });
     gate->close();
     SequencerCall &call = askGroup();
     scan("A");
@@ -430,9 +427,8 @@ TEST_F(ValidateTest, AnErrorAfterAPressHoldsNoKeysForEver)
 
 TEST_F(ValidateTest, AStopWhileItRunsIsNoErrorOfTheFunction)
 {
-    gate = std::make_shared<GatedFunction>([](const Value &, const QString &) -> Array {
-        throw std::runtime_error("stopped");
-    });
+    gate = std::make_shared<GatedFunction>(
+        [](const Value &, const QString &) -> Array { throw std::runtime_error("stopped"); });
     gate->close();
     SequencerCall &call = askSystem(0);
     scan("A");
