@@ -38,11 +38,11 @@ return {
       config = { input = { "U" }, number = { min = 3.0, max = 3.6, decimals = 2, unit = "V" }, button = { "Cancel", "OK" } },
       act = function() operator.scan("3.75") end },
     { name = "validate", call = "showView", close = "Cancel",
-      config = { input = { "SN" }, validate = function() return false, "the line does not know it" end,
+      config = { input = { "SN" }, validate = function() return false, "not known" end,
                  button = { "Cancel", "OK" } },
       act = function()
           operator.scan("SN26001")
-          while not operator.tree("0-StatusLine").text:find("the line", 1, true) do
+          while not operator.tree("0-StatusLine").text:find("not known", 1, true) do
               operator.sleep(0.01)
           end
       end },
