@@ -9,12 +9,12 @@ local function waitUntil(condition, what)
 end
 
 operator.scan("100011")
-operator.scan("100026")
 waitUntil(function()
     return operator.tree("G1-StatusLine").text:find("the line does not know it", 1, true)
 end, "the reason is told in words")
--- The position that was refused takes the next scan; "OK" waits for its check.
+-- The position that was refused takes the next scan; "OK" waits for the checks.
 operator.scan("100010")
+operator.scan("100026")
 operator.click({ panel = "G1", title = "OK" })
 operator.waitForPanelGone("G1", 20)
 
