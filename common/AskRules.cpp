@@ -16,7 +16,7 @@ bool AskRules::hasStatusLine() const
     const bool judges = std::any_of(entries.cbegin(), entries.cend(), [](const EntryRule &rule) {
         return rule.pattern || rule.number || !rule.choices.isEmpty();
     });
-    return judges || !hint.isEmpty() || validate || unique != Unique::Group;
+    return judges || !hint.isEmpty() || validate || unique != Unique::Group || !defaults.isEmpty();
 }
 
 } // namespace interactive
