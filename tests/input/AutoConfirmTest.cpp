@@ -77,8 +77,8 @@ TEST_F(AutoConfirmTest, APanelThatNobodyTouchedStaysOpen)
 {
     SequencerCall &call = askSystem({{"default", "A"}});
     EXPECT_TRUE(staysOpen(call, "0"));
-    SequencerCall &group = showGroup(
-        1, {{"input", Array{"S1"}}, {"default", Dictionary{{"S1", "A"}}}, {"autoConfirm", true}});
+    SequencerCall &group =
+        showGroup(1, {{"input", Array{"S1"}}, {"default", Dictionary{{"S1", "A"}}}, {"autoConfirm", true}});
     ASSERT_TRUE(waitForPanel("G2"));
     EXPECT_TRUE(staysOpen(group, "G2"));
 }

@@ -36,10 +36,7 @@ protected:
         EXPECT_TRUE(waitForPanel("G1"));
         return call;
     }
-    QString current()
-    {
-        return openList() ? openList()->currentIndex().data().toString() : QString();
-    }
+    QString current() { return openList() ? openList()->currentIndex().data().toString() : QString(); }
 };
 
 TEST_F(ChoicesTest, TheArrowOpensAndFoldsTheList)

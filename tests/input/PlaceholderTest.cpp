@@ -76,7 +76,8 @@ TEST_F(PlaceholderTest, ItCanBeReadOnWhiteAndOnRed)
     ASSERT_TRUE(waitForPanel("0"));
     for (const Color &ground : {Color::white(), Color::standardRed(), Color::systemYellow()}) {
         field("0-SN")->setBackgroundColor(ground);
-        EXPECT_GE(contrast(editor("0-SN")->palette().color(QPalette::PlaceholderText), ground.toQColor()), 4.5);
+        EXPECT_GE(contrast(editor("0-SN")->palette().color(QPalette::PlaceholderText), ground.toQColor()),
+                  4.5);
     }
     field("0-SN")->setBackgroundColor(Color::white());
     // And told from what was entered.

@@ -3,9 +3,10 @@
 
 #include <QAccessible>
 #include <QLineEdit>
-#include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
+
+#include <private/qguiapplication_p.h>
 
 using platform::Array;
 using platform::Dictionary;
@@ -87,14 +88,17 @@ TEST_P(RefusalKind, IsToldOnThePanelAndToAssistiveTechnology)
 
 INSTANTIATE_TEST_SUITE_P(
     Each, RefusalKind,
-    ::testing::Values(Kind{"Length", {{"length", 3}, {"hint", "Three"}}, "AB",
-                           "Three (it has 2 characters instead of 3)"},
-                      Kind{"Pattern", {{"pattern", "[0-9]+"}}, "AB",
-                           "\"AB\" is refused: it does not have the form that is asked for"},
-                      Kind{"Number", {{"number", Dictionary{{"max", 5}}}}, "6",
-                           "\"6\" is refused: it must be at most 5"},
-                      Kind{"Choices", {{"choices", Array{"Red", "Rose"}}}, "R",
-                           "\"R\" is refused: it fits 2 of the choices"}),
+    ::testing::Values(
+        Kind{"Length", {{"length", 3}, {"hint", "Three"}}, "AB", "Three (it has 2 characters instead of 3)"},
+        Kind{"Pattern",
+             {{"pattern", "[0-9]+"}},
+             "AB",
+             "\"AB\" is refused: it does not have the form that is asked for"},
+        Kind{"Number", {{"number", Dictionary{{"max", 5}}}}, "6", "\"6\" is refused: it must be at most 5"},
+        Kind{"Choices",
+             {{"choices", Array{"Red", "Rose"}}},
+             "R",
+             "\"R\" is refused: it fits 2 of the choices"}),
     [](const ::testing::TestParamInfo<Kind> &kind) { return kind.param.name; });
 
 TEST_F(RefusalToldTest, ADuplicateIsToldAndTakenBackByTheNextEntry)
