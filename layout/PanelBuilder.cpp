@@ -64,6 +64,8 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
     // A message has no buttons, see drawMessage().
     if (plan.isGroupPanel())
         drawing.geometry.makeRoomForRow(plan.isInformative() ? 0 : plan.buttons.size(), plan.hasFields());
+    if (plan.hasFields() && plan.rules->hasStatusLine())
+        drawing.geometry.makeRoomForStatusLine();
     m_errors.clearTitle();
     // Kept by panel: entries and switches paint long after the drawing, when another call's look may be in
     // force.
