@@ -16,6 +16,8 @@ platform::Identifier before(const QString &separator, const platform::Identifier
 {
     const QString text = from.text();
     const qsizetype at = text.indexOf(separator);
+    // The very instance where there is nothing to cut off: a group button's identifier is its panel's key,
+    // and panels are hidden and removed by instance.
     return at < 0 ? from : platform::Identifier(text.left(at));
 }
 
@@ -28,6 +30,8 @@ platform::Identifier after(const QString &separator, const platform::Identifier 
 
 QString panelPart(const platform::Identifier &identifier)
 {
+    // As text alone, for look-ups in records: the part that was cut out is an instance of its own, which no
+    // panel bears.
     return before(Separator, identifier).text();
 }
 

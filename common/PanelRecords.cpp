@@ -11,6 +11,8 @@ namespace interactive {
 template <class Change>
 void PanelRecords::replace(Change change)
 {
+    // Outlives the lock: to free a dictionary that nobody shares any more takes time, in which nobody should
+    // have to wait.
     platform::Dictionary former;
     {
         const std::lock_guard lock(m_mutex);
@@ -43,6 +45,8 @@ void PanelRecords::restore(const platform::Dictionary &data)
     m_questions.clear();
     m_answers.clear();
     const QStringList panelKeys = data.keys();
+    // To which question a restored record belongs is not known: it counts for any of its panel, until that is
+    // asked.
     m_unasked = QSet<QString>(panelKeys.cbegin(), panelKeys.cend());
 }
 
@@ -50,6 +54,7 @@ std::optional<platform::Dictionary> PanelRecords::record(const QString &panelKey
 {
     const std::lock_guard lock(m_mutex);
     const auto found = m_data.constFind(panelKey);
+    // What was restored may hold anything under a key.
     if (found == m_data.cend() || !platform::isDictionary(*found))
         return std::nullopt;
     return found->toMap();
@@ -66,6 +71,8 @@ void PanelRecords::start(const QString &panelKey, qint64 length, const QString &
     replace([&](platform::Dictionary &data) {
         data.insert(panelKey, platform::Dictionary{{keys::Length, static_cast<qlonglong>(length)}});
         m_questions.insert(panelKey, question);
+        // Asked anew, the question has no answer: should this asking be interrupted, the former one must not
+        // be given.
         m_answers[panelKey].remove(question);
         m_unasked.remove(panelKey);
     });
@@ -88,6 +95,7 @@ platform::Dictionary PanelRecords::makeRoom(const QString &panelKey, const QStri
 
 bool PanelRecords::discard(const QString &panelKey, const QString &slot)
 {
+    // Not by replaceRecord(), which would leave an empty record where there was none.
     bool existed = false;
     replace([&](platform::Dictionary &data) {
         const auto found = data.constFind(panelKey);
@@ -110,6 +118,7 @@ void PanelRecords::press(const QString &panelKey, const QString &buttonIdentifie
 void PanelRecords::clear(const QString &panelKey)
 {
     replace([&](platform::Dictionary &data) {
+        // Built anew and not emptied entry by entry, so that a button which was noted goes with the entries.
         const platform::Value length = data.value(panelKey).toMap().value(keys::Length);
         if (length.isValid())
             data.insert(panelKey, platform::Dictionary{{keys::Length, length}});
@@ -122,6 +131,7 @@ void PanelRecords::finish(const QString &panelKey)
 {
     replace([&](platform::Dictionary &data) {
         const auto found = data.constFind(panelKey);
+        // "Cancel" has taken the record away; an empty one must not come in its place.
         if (found == data.cend())
             return;
         platform::Dictionary record = found->toMap();
@@ -130,6 +140,7 @@ void PanelRecords::finish(const QString &panelKey)
     });
 }
 
+/// The kept answers stay: they belong to askings that came to their end.
 void PanelRecords::forget(const QString &panelKey)
 {
     replace([&](platform::Dictionary &data) {
@@ -142,6 +153,7 @@ void PanelRecords::keepAnswer(const QString &panelKey, const QString &question, 
 {
     const std::lock_guard lock(m_mutex);
     const platform::Value record = m_data.value(panelKey);
+    // A cancelled panel has no record, and its question is to be asked again in the next pass.
     if (record.isValid())
         m_answers[panelKey].insert(question, {record, states});
 }
@@ -161,6 +173,8 @@ std::optional<PanelRecords::Answer> PanelRecords::answer(const QString &panelKey
 void PanelRecords::giveAgain(const QString &panelKey, const QString &question, const Answer &answer)
 {
     replace([&](platform::Dictionary &data) {
+        // The pass may have ended, and its answers with it, since the caller looked: the next units must not
+        // find the record of those before. A restored record, which has no question, stands here already.
         if (!m_answers.value(panelKey).contains(question))
             return;
         data.insert(panelKey, answer.record);
@@ -172,6 +186,7 @@ void PanelRecords::forgetAnswers(const QString &panelKey, bool isBeingFilled)
 {
     replace([&](platform::Dictionary &data) {
         m_answers.remove(panelKey);
+        // What stands in the panel belongs to the next units already; only what was kept is old.
         if (isBeingFilled)
             return;
         data.remove(panelKey);
@@ -182,6 +197,7 @@ void PanelRecords::forgetAnswers(const QString &panelKey, bool isBeingFilled)
 void PanelRecords::forgetAllAnswers()
 {
     replace([&](platform::Dictionary &data) {
+        // How many passes there are to be is set before a run and is no answer of one.
         const platform::Value loop = data.value(keys::Loop);
         data.clear();
         if (loop.isValid())
@@ -206,6 +222,7 @@ void PanelRecords::startLoop(qint64 maximum, quint64 groupCount)
 {
     replace([&](platform::Dictionary &data) {
         data.insert(keys::Loop, loop::restarted(data.value(keys::Loop).toMap(), maximum, groupCount));
+        // Within the change, so that nobody sees the new number of passes without the mode that it means.
         m_isLoopEnabled = loop::isLoop(maximum);
     });
 }

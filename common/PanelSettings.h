@@ -1,10 +1,9 @@
 #pragma once
 
+#include "platform/Monitored.h"
 #include "platform/Value.h"
 
 #include <QtGlobal>
-
-#include <mutex>
 
 namespace interactive {
 
@@ -26,22 +25,25 @@ class PanelSettings
 public:
     /// Takes what a configuration gives, and returns what is in force for its panel.
     [[nodiscard]] PanelLook takeLook(const platform::Dictionary &config);
-    [[nodiscard]] PanelLook look() const;
-    void setLook(const PanelLook &look);
+    [[nodiscard]] PanelLook look() const { return m_inForce.lock()->look; }
+    void setLook(const PanelLook &look) { m_inForce.lock()->look = look; }
 
     /// The columns of the latest panel; 0 before there was one.
-    [[nodiscard]] quint64 columns() const;
-    void setColumns(quint64 columns);
+    [[nodiscard]] quint64 columns() const { return m_inForce.lock()->columns; }
+    void setColumns(quint64 columns) { m_inForce.lock()->columns = columns; }
 
     /// Whether the host's colours of the systems are used.
-    [[nodiscard]] bool customColorEnabled() const;
-    void setCustomColorEnabled(bool enabled);
+    [[nodiscard]] bool customColorEnabled() const { return m_inForce.lock()->customColorEnabled; }
+    void setCustomColorEnabled(bool enabled) { m_inForce.lock()->customColorEnabled = enabled; }
 
 private:
-    mutable std::mutex m_mutex;
-    PanelLook m_look;
-    quint64 m_columns = 0;
-    bool m_customColorEnabled = false;
+    struct InForce
+    {
+        PanelLook look;
+        quint64 columns = 0;
+        bool customColorEnabled = false;
+    };
+    mutable platform::Monitored<InForce> m_inForce;
 };
 
 } // namespace interactive

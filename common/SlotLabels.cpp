@@ -8,6 +8,7 @@ namespace {
 
 bool countsAsNumber(const platform::Value &value)
 {
+    // A boolean is described by 1 or 0, so that it is the same label as that number.
     return platform::isNumber(value) || value.metaType() == QMetaType::fromType<bool>();
 }
 
@@ -15,6 +16,7 @@ bool countsAsNumber(const platform::Value &value)
 
 bool isEqual(const platform::Value &a, const platform::Value &b)
 {
+    // By their text: 3 from the host and 3.0 from a sequence are one number in two types.
     if (countsAsNumber(a) && countsAsNumber(b))
         return platform::description(a) == platform::description(b);
     return a.metaType() == b.metaType() && a == b;
@@ -30,6 +32,8 @@ platform::Array unique(const platform::Array &list)
 {
     platform::Array result;
     for (const platform::Value &element : list) {
+        // One by one, since equal labels may be of different types, which no hash of a value sees; the lists
+        // are short.
         if (!contains(result, element))
             result.append(element);
     }
@@ -39,6 +43,8 @@ platform::Array unique(const platform::Array &list)
 platform::Array ordered(const platform::Array &list, const platform::Array &slotMapping, quint64 slotCount)
 {
     const platform::Array wanted = unique(list);
+    // The mapping names one group's slots after the other's; the first slotCount elements name each slot
+    // once. A mapping laid out by hand may be shorter.
     const auto end = std::min<quint64>(slotCount, static_cast<quint64>(slotMapping.size()));
     platform::Array result;
     for (quint64 i = 0; i < end; ++i) {
@@ -64,6 +70,7 @@ platform::Array enabledSlots(const platform::Dictionary &status)
 {
     platform::Array result;
     for (auto entry = status.cbegin(); entry != status.cend(); ++entry) {
+        // Off is the lack of an entry, not a 0: only a negative number says that a slot takes no input.
         if (platform::integerValue(entry.value()) >= 0)
             result.append(entry.key());
     }

@@ -47,6 +47,8 @@ platform::Value SlotStates::of(const QString &panelKey) const
 
 void SlotStates::setUp(const QString &panelKey, const platform::Array &slotNames)
 {
+    // Looked at and set up in two steps: only the loading of the view sets states up, before anybody can
+    // switch.
     if (of(panelKey).isValid())
         return;
     replace(panelKey, [&](platform::Dictionary &states) {
@@ -55,11 +57,13 @@ void SlotStates::setUp(const QString &panelKey, const platform::Array &slotNames
     });
 }
 
+/// A truth value, where the set-up has a 1: a sequence gets the states of a switch panel as they are.
 void SlotStates::switchOn(const QString &panelKey, const QString &slot)
 {
     replace(panelKey, [&](platform::Dictionary &states) { states.insert(slot, true); });
 }
 
+/// Taken out and not set to 0: what a switch panel answers lists the slots that are on.
 void SlotStates::switchOff(const QString &panelKey, const QString &slot)
 {
     replace(panelKey, [&](platform::Dictionary &states) { states.remove(slot); });
@@ -73,6 +77,7 @@ void SlotStates::leaveOut(const QString &panelKey, const QString &slot)
 void SlotStates::takeIn(const QString &panelKey, const QString &slot)
 {
     replace(panelKey, [&](platform::Dictionary &states) {
+        // One that was switched off has no entry, reads as 0 here and stays off.
         if (platform::integerValue(states.value(slot)) < 0)
             states.insert(slot, TakesInput);
     });
@@ -80,6 +85,7 @@ void SlotStates::takeIn(const QString &panelKey, const QString &slot)
 
 void SlotStates::forget(const QString &panelKey)
 {
+    // Declared before the lock, so that it is freed after the lock was released.
     platform::Dictionary former;
     const std::lock_guard lock(m_mutex);
     platform::Dictionary next = m_data;

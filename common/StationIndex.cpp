@@ -14,6 +14,8 @@ namespace {
 
 qint64 wholeNumber(const platform::Value &index, const char *selector, const char *what)
 {
+    // A sequence's arithmetic may give 2.0, which names an element. 2.5 names none, and to cut it off would
+    // show the panel of another system.
     const bool whole = platform::isNumber(index) && std::trunc(index.toDouble()) == index.toDouble();
     if (!whole) {
         throw std::invalid_argument(
@@ -38,6 +40,7 @@ platform::Value elementAt(const platform::Array &list, const platform::Value &in
     if (isWithin(list, index, selector, what))
         return list.at(static_cast<qsizetype>(platform::integerValue(index)));
     const QString method = selectors::bracketed(selector);
+    // Where there is no element there is no highest number to tell.
     const QString text = list.isEmpty()
                              ? platform::formatMessage(messages::OutOfRangeOfNone, {method, what, index})
                              : platform::formatMessage(messages::OutOfRange,

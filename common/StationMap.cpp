@@ -12,6 +12,7 @@ StationMap::StationMap(platform::Array groupMapping, platform::Array slotMapping
     , m_groupNames(labels::unique(m_groupMapping))
     , m_slotCount(static_cast<quint64>(labels::unique(m_slotMapping).size()))
 {
+    // Under the description, because panel keys, through which groups are asked for, are texts.
     for (const platform::Value &name : std::as_const(m_groupNames))
         m_groupNumbers.insert(platform::description(name), static_cast<quint64>(m_groupNumbers.size()));
     for (qsizetype system = 0; system < m_groupMapping.size(); ++system)
@@ -25,6 +26,7 @@ platform::Value StationMap::groupOf(qint64 system) const
 
 platform::Value StationMap::slotOf(qint64 system) const
 {
+    // value() and not at(): mappings laid out by hand may differ in length.
     return m_slotMapping.value(static_cast<qsizetype>(system));
 }
 
@@ -37,6 +39,7 @@ std::optional<quint64> StationMap::groupNumber(const QString &name) const
 const QList<quint64> &StationMap::systemsOf(const QString &group) const
 {
     const auto found = m_systems.constFind(group);
+    // A list of its own for "none", since what is handed out by reference must live as long as the map.
     return found == m_systems.cend() ? m_none : *found;
 }
 

@@ -27,6 +27,7 @@ Waits::Wait::Wait(Waits &waits, const Identifier &panelKey, Purpose purpose)
     , m_condition(waits.conditionMade(panelKey))
     , m_place(*m_condition)
 {
+    // By key and not by place: at most one call waits on a panel key, since calls take turns.
     m_waits.m_purposes.lock()->insert(m_panelKey.text(), purpose);
 }
 
@@ -42,6 +43,7 @@ Waits::Wake Waits::Wait::wait()
 
 bool Waits::Press::isOpen() const
 {
+    // Without a condition at the press no call had announced a panel: there was nothing to be answered.
     return !m_condition || m_condition->accepts(m_ticket);
 }
 
@@ -53,6 +55,7 @@ bool Waits::Press::end() const
 Identifier Waits::panelKey(const QString &text)
 {
     const auto keys = m_panelKeys.lock();
+    // Never taken out again: an instance that was handed out must stay the one that its text leads to.
     auto found = keys->find(text);
     if (found == keys->end())
         found = keys->insert(text, Identifier(text));
@@ -68,7 +71,9 @@ std::shared_ptr<Condition> Waits::getCondition(const Identifier &key)
         any = !conditions->isEmpty();
         found = conditions->value(key.text());
     }
+    // From here on without the lock: to make log lines takes time, and the log has locks of its own.
     const QString method = selectors::bracketed(selectors::GetCondition);
+    // No condition at all means that no view was loaded; that one key has none is usual.
     if (!any) {
         log::error(messages::NoCondition, {method, key});
         return nullptr;
@@ -108,6 +113,7 @@ Waits::Press Waits::press(const Identifier &key)
 {
     Press press;
     press.m_condition = find(key.text());
+    // Of this very moment: a place that is taken after the press was not what somebody pressed for.
     if (press.m_condition)
         press.m_ticket = press.m_condition->ticket();
     press.m_purpose = m_purposes.lock()->value(key.text(), Purpose::Answer);
@@ -122,13 +128,17 @@ bool Waits::isWaited(const QString &key)
 bool Waits::isAnswered(const Identifier &key)
 {
     const std::shared_ptr<Condition> condition = find(key.text());
+    // A ticket that is made now and refused now: places are taken, and each has had its signal.
     return condition && !condition->accepts(condition->ticket());
 }
 
 void Waits::interrupt()
 {
+    // The flag first. A call that takes its place after this sees the flag before it waits; one that has
+    // taken it before is woken below. None is missed between the two.
     m_interrupted = true;
     m_turns.interrupt();
+    // A copy, so that no lock of a condition is taken under that of the table.
     const Conditions conditions = m_conditions.copy();
     for (const std::shared_ptr<Condition> &condition : conditions)
         condition->interruptAll();

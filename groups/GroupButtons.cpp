@@ -13,8 +13,10 @@ namespace {
 
 constexpr double ButtonWidth = 80.0;
 constexpr double ButtonHeight = 30.0;
+/// A button and the room to the next one: 16 points where they are set up, 8 where they are laid out anew.
 constexpr double SetupPitch = 96.0;
 constexpr double RelayoutPitch = 88.0;
+/// A button's height and 4 points between two rows.
 constexpr double RowPitch = 34.0;
 /// The loop field and its caption end here.
 constexpr double RightEdgeOfLoop = 160.0;
@@ -47,18 +49,14 @@ struct Rows
     }
 };
 
-bool matches(const platform::Button *button, const platform::Identifier &identifier)
-{
-    return !identifier.isNull() &&
-           identifiers::before(identifiers::Separator, button->identifier()) == identifier;
-}
-
 platform::Button *firstMatch(const QList<platform::Button *> &buttons, const platform::Identifier &identifier)
 {
-    const auto found = std::find_if(buttons.cbegin(), buttons.cend(), [&](const platform::Button *button) {
-        return matches(button, identifier);
-    });
-    return found == buttons.cend() ? nullptr : *found;
+    for (platform::Button *button : buttons) {
+        const platform::Identifier name = identifiers::before(identifiers::Separator, button->identifier());
+        if (!identifier.isNull() && name == identifier)
+            return button;
+    }
+    return nullptr;
 }
 
 platform::Button *makeGroupButton(const platform::Point &origin, const platform::Identifier &name)
@@ -67,6 +65,7 @@ platform::Button *makeGroupButton(const platform::Point &origin, const platform:
         std::make_unique<platform::Button>(platform::Rect(origin, platform::Size(ButtonWidth, ButtonHeight)));
     button->setButtonType(platform::Button::Type::Switch);
     button->setBezelStyle(platform::Button::BezelStyle::RegularSquare);
+    // Title and identifier are both the name: the one is read, the other found.
     button->setTitle(name.text());
     button->setIdentifier(name);
     button->setState(platform::Button::On);
@@ -108,13 +107,16 @@ void GroupButtons::setupGroupButtons(QObject *target)
     const Rows rows(bounds.width(), count);
     for (quint64 i = 0; i < count; ++i) {
         const platform::Value &group = m_station.groupNames().at(static_cast<qsizetype>(i));
+        // The canonical instance: a click hides the panel that bears this very one.
         const platform::Identifier name = m_waits.panelKey(platform::description(group));
         platform::Button *button = makeGroupButton(rows.origin(i, bounds.size()), name);
         button->setTarget(target, selectors::GroupBtnClicked,
                           [this](platform::View *sender) { groupBtnClicked(sender); });
         if (root)
             root->addSubview(button);
+        // Locked for this alone: a call on another thread may ask for a group meanwhile.
         m_buttons.lock()->append(button);
+        // Nobody can wait yet, since the view is only being loaded.
         m_waits.makeCondition(name);
         m_slotStates.setUp(name.text(), slotsOf(m_station, i));
     }
@@ -177,6 +179,7 @@ void GroupButtons::groupBtnClicked(platform::View *sender)
     log::debug(messages::GroupClicked, {method, key, button->title(), static_cast<int>(button->state())});
 
     const QList<platform::Button *> buttons = groupButtons();
+    // The toolkit has switched the button already: the one that was the last on goes back on.
     const bool anyOn = std::any_of(buttons.cbegin(), buttons.cend(), [](const platform::Button *other) {
         return other->state() == platform::Button::On;
     });
@@ -195,6 +198,7 @@ void GroupButtons::groupBtnClicked(platform::View *sender)
 bool GroupButtons::isGroupOn(const platform::Identifier &identifier)
 {
     const platform::Button *button = firstMatch(groupButtons(), identifier);
+    // A name without a button counts as on: what cannot be switched on again must not be hidden.
     return !button || button->state() != platform::Button::Off;
 }
 

@@ -24,6 +24,7 @@ struct SwitchName
 SwitchName takeApart(const platform::Identifier &identifier)
 {
     using namespace identifiers;
+    // From the front, so that the slot, which comes last, keeps a separator that it holds itself.
     const platform::Identifier rest = after(Separator, identifier);
     const qint64 tag = platform::integerValue(before(Separator, rest).text());
     return {before(Separator, identifier), static_cast<int>(tag), after(Separator, rest).text()};
@@ -75,7 +76,10 @@ void Switches::recordSwitch(const platform::Identifier &key, const QString &slot
 /// hands it on.
 void Switches::showSwitch(platform::View &content, const platform::Identifier &key, int tag, bool on)
 {
+    // By the tag where the slot has no field to say it.
     platform::Value systemIndex = static_cast<qlonglong>(identifiers::systemOfTag(tag));
+    // The switch bears the tag of its field, which was added first and is therefore found first. A panel of
+    // switches alone has no field: there the switch finds itself, and is no field.
     if (auto *field = qobject_cast<MouseTrackedTextField *>(content.viewWithTag(tag))) {
         const bool hadFocus = field->isFirstResponder();
         field->setEnabled(on);

@@ -24,6 +24,7 @@ using platform::MainQueue;
 
 namespace {
 
+/// What a button does is known by its title: one that a configuration calls "Cancel" cancels, too.
 const QString OkTitle = QStringLiteral("OK");
 const QString ClearTitle = QStringLiteral("Clear");
 const QString CancelTitle = QStringLiteral("Cancel");
@@ -54,6 +55,7 @@ bool clearsOnly(const platform::Button *button)
 
 void say(const QString &message)
 {
+    // Not waited for: nothing depends on it, and the next press should not wait for the status line.
     MainQueue::async([message] { KVKExtensionStatusRelay::sharedStatusRelay()->showMessage(message); });
 }
 
@@ -68,12 +70,11 @@ struct Confirmation::Press
     Waits::Press wait;
 };
 
-Confirmation::Confirmation(const StationMap &station, PanelRecords &records, const SlotStates &slotStates,
-                           Waits &waits, const PanelSettings &settings, PanelViews &views, Focus &focus,
-                           Entries &entries, KeyRouter &keys)
+Confirmation::Confirmation(const StationMap &station, PanelRecords &records, Waits &waits,
+                           const PanelSettings &settings, PanelViews &views, Focus &focus, Entries &entries,
+                           KeyRouter &keys)
     : m_station(station)
     , m_records(records)
-    , m_slotStates(slotStates)
     , m_waits(waits)
     , m_settings(settings)
     , m_views(views)
@@ -90,11 +91,15 @@ void Confirmation::confirmBtnClicked(platform::View *sender)
                    {selectors::bracketed(selectors::ConfirmBtnClicked), log::describe(sender)});
         return;
     }
+    // As things stand now: by the time the worker looks, the button may be gone and its panel another call's.
     Press press{button, button->title(), button->identifier(), {}};
     if (const platform::View *parent = button->superview())
         press.wait = m_waits.press(identifiers::before(identifiers::Separator, parent->identifier()));
+    // From here on and not when the work begins: a scanner may have sent its first characters by then.
     m_keys.hold();
     m_queue.async([this, press] {
+        // Nothing that goes wrong may leave the job: the worker has the next press to serve, and the keys are
+        // held.
         bool ended = false;
         try {
             ended = carryOut(press);
@@ -129,6 +134,7 @@ bool Confirmation::carryOut(const Press &press)
     if (!press.wait.isOpen())
         return false;
     const bool records = press.wait.purpose() == Waits::Purpose::Answer;
+    // No call has announced this panel, so there is no wait to end; that the button was pressed is noted.
     if (!m_waits.getCondition(key)) {
         m_records.press(key.text(), press.identifier.text());
         return false;
@@ -136,7 +142,8 @@ bool Confirmation::carryOut(const Press &press)
     // A group's panel that asks for nothing has nothing to clear, and is ended by each of its buttons.
     const bool asksForNothing = m_views.isGroupView(key) && !asksForEntries(m_views.responders(key.text()));
     if (clears && records && !asksForNothing) {
-        clearPanel(key);
+        m_records.clear(key.text());
+        clearAllInputs(key);
         return false;
     }
     if (press.title == OkTitle && !confirm(press, key))
@@ -183,11 +190,9 @@ bool Confirmation::checkAllInputs(const Identifier &key)
     }
     if (!record)
         return true;
-    platform::Array filled;
-    for (const QString &slot : record->keys())
-        filled.append(slot);
-    if (!m_focus.nextEnabledSlot(filled, key).isValid())
+    if (!m_focus.nextEnabledSlot(entries::filledSlots(*record), key).isValid())
         return true;
+    // The last field is the one that the missing entry is made in.
     MainQueue::sync([&] { Focus::activateResponder(fields.isEmpty() ? nullptr : fields.last().data()); });
     return false;
 }
@@ -214,12 +219,6 @@ bool Confirmation::checkEachField(const Responders &fields)
     return true;
 }
 
-void Confirmation::clearPanel(const Identifier &key)
-{
-    m_records.clear(key.text());
-    clearAllInputs(key);
-}
-
 void Confirmation::clearAllInputs(const Identifier &key)
 {
     MainQueue::sync([&] {
@@ -229,6 +228,7 @@ void Confirmation::clearAllInputs(const Identifier &key)
             if (!input)
                 continue;
             input->setStringValue(QString());
+            // One that is switched off is emptied, but keeps the look of a field that is off.
             if (!input->isEnabled())
                 continue;
             input->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key.text(), m_settings.look())));

@@ -9,7 +9,6 @@
 
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
-#include "common/SlotStates.h"
 #include "common/StationMap.h"
 #include "common/Waits.h"
 
@@ -35,7 +34,7 @@ public:
         std::function<void(const platform::Identifier &panelKey)> confirmed;
     };
 
-    Confirmation(const StationMap &station, PanelRecords &records, const SlotStates &slotStates, Waits &waits,
+    Confirmation(const StationMap &station, PanelRecords &records, Waits &waits,
                  const PanelSettings &settings, PanelViews &views, Focus &focus, Entries &entries,
                  KeyRouter &keys);
 
@@ -53,12 +52,10 @@ private:
     [[nodiscard]] bool carryOut(const Press &press);
     [[nodiscard]] bool confirm(const Press &press, const platform::Identifier &panelKey);
     [[nodiscard]] bool checkEachField(const Responders &fields);
-    void clearPanel(const platform::Identifier &panelKey);
     void sayWhyNothingIsEntered(const platform::Identifier &panelKey) const;
 
     const StationMap &m_station;
     PanelRecords &m_records;
-    const SlotStates &m_slotStates;
     Waits &m_waits;
     const PanelSettings &m_settings;
     PanelViews &m_views;

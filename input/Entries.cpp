@@ -53,7 +53,9 @@ void Entries::endEntry(platform::View *sender)
 {
     const Identifier panelKey =
         sender ? identifiers::before(identifiers::Separator, sender->identifier()) : Identifier();
+    // Read before the check, which may empty the field.
     const QString text = sender ? textOf(*sender) : QString();
+    // So that an entry which is refused early does not pass for the one before it.
     m_outcome = Outcome::Invalid;
     if (!checkInput(sender))
         return;
@@ -97,10 +99,8 @@ bool Entries::checkInput(platform::View *sender)
 bool Entries::takesEntry(Entry &entry)
 {
     const QString key = entry.panelKey.text();
-    platform::Array filled;
-    for (const QString &slot : m_records.record(key).value_or(platform::Dictionary()).keys())
-        filled.append(slot);
-    entry.pendingSlot = m_focus.nextEnabledSlot(filled, entry.panelKey);
+    const platform::Dictionary record = m_records.record(key).value_or(platform::Dictionary());
+    entry.pendingSlot = m_focus.nextEnabledSlot(entries::filledSlots(record), entry.panelKey);
     if (!entry.pendingSlot.isValid() && m_slotStates.of(key).toMap().contains(entry.ownSlot)) {
         log::standard(messages::NoSlotPending, {entry.identifier});
         m_outcome = Outcome::NoSlotWaits;
@@ -120,6 +120,7 @@ bool Entries::takesEntry(Entry &entry)
 
 TextField *Entries::entryTarget(const Entry &entry)
 {
+    // A slot's panel has no switch states, so no slot is pending there: the field's own takes the entry.
     if (!entry.pendingSlot.isValid())
         return entry.field;
     const QString slot = platform::description(entry.pendingSlot);
@@ -146,12 +147,14 @@ bool Entries::isValidEntry(const Entry &entry) const
 void Entries::acceptEntry(const Entry &entry)
 {
     const QString key = entry.panelKey.text();
+    // An entry that was rejected before this one has left the field red.
     entry.field->setBackgroundColor(platform::Color::white());
     m_outcome = Outcome::Stored;
     if (entry.pendingSlot.isValid()) {
         entry.field->setStringValue(QString());
         entry.target->setStringValue(entry.text);
         entry.target->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key, m_settings.look())));
+        // Under the slot that it went to and not under the field's name, which is the shared one.
         m_records.store(key, platform::description(entry.pendingSlot), entry.text);
     } else if (entry.ownSlot != identifiers::SharedInput && !m_views.responders(key).isEmpty()) {
         m_records.store(key, entry.ownSlot, entry.text);

@@ -17,10 +17,17 @@ bool isDuplicate(const QString &text, const platform::Dictionary &record)
     if (text.isEmpty())
         return false;
     for (auto entry = record.cbegin(); entry != record.cend(); ++entry) {
+        // The required length stands in the record, too, and a unit's number may well read like it.
         if (entry.key() != keys::Length && platform::description(entry.value()) == text)
             return true;
     }
     return false;
+}
+
+platform::Array filledSlots(const platform::Dictionary &record)
+{
+    const QStringList slotNames = record.keys();
+    return {slotNames.cbegin(), slotNames.cend()};
 }
 
 bool holdsAnySlot(const platform::Dictionary &record, const platform::Array &slotMapping)

@@ -15,6 +15,9 @@ namespace interactive::entries {
 /// duplicate.
 [[nodiscard]] bool isDuplicate(const QString &text, const platform::Dictionary &record);
 
+/// What a panel's record holds an entry for: its keys. The keys that it has for itself name no slot.
+[[nodiscard]] platform::Array filledSlots(const platform::Dictionary &record);
+
 /// Whether a record holds a value for any slot of the station.
 [[nodiscard]] bool holdsAnySlot(const platform::Dictionary &record, const platform::Array &slotMapping);
 

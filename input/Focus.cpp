@@ -1,5 +1,6 @@
 #include "input/Focus.h"
 
+#include "input/EntryRules.h"
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/SlotColors.h"
 
@@ -25,6 +26,7 @@ Focus::Focus(const StationMap &station, const PanelRecords &records, const SlotS
 
 void Focus::setupResponderChain(const Responders &fields)
 {
+    // The last field keeps its superview as next responder: the chain ends at the window and is no circle.
     for (qsizetype i = 0; i + 1 < fields.size(); ++i) {
         if (!fields.at(i))
             continue;
@@ -59,6 +61,7 @@ void Focus::unhideUI(const platform::Identifier &identifier)
     if (!m_views.show(identifier))
         return;
     const Responders fields = m_views.responders(identifier.text());
+    // The last field is the one that takes entries: a group panel's shared one, a slot panel's only one.
     if (!fields.isEmpty() && !begunEntry())
         activateResponder(fields.last());
 }
@@ -80,6 +83,8 @@ void Focus::textFieldMouseDown(const platform::Notification &notification, Panel
     const QString key = identifiers::panelPart(field->identifier());
 
     const Responders fields = m_views.responders(key);
+    // A click before this one may have left a slot yellow; only the latest is to be seen so. The shared
+    // field, the last, keeps its own colour.
     for (qsizetype i = 0; i + 1 < fields.size(); ++i) {
         if (fields.at(i))
             fields.at(i)->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key, m_settings.look())));
@@ -130,10 +135,13 @@ bool Focus::modifyInput(View *sender, PanelRecords &records)
 
 void Focus::panelOpened(const platform::Identifier &key)
 {
+    // A panel that is drawn anew waits since now, and goes behind those that have waited longer.
     m_open.removeAll(key.text());
     m_open.append(key.text());
     TextField *begun = begunEntry();
     const Responders fields = m_views.responders(key.text());
+    // A group's panel has the focus by now: unhideUI() finds its container by the group's name, which the
+    // container of slot panels does not bear.
     if (!begun && !m_views.isGroupView(key) && !fields.isEmpty() && fields.last())
         fields.last()->becomeFirstResponder();
 }
@@ -143,6 +151,7 @@ void Focus::panelGone(const platform::Identifier &key)
     m_open.removeAll(key.text());
     const QWidget *window = m_views.rootView() ? m_views.rootView()->window() : nullptr;
     const QWidget *focused = window ? window->focusWidget() : nullptr;
+    // A field that went left the focus with the window; anywhere else somebody is typing.
     if (!focused || focused == window)
         goOn();
 }
@@ -181,6 +190,7 @@ TextField *Focus::entryField(const QString &key)
 {
     const Responders fields = m_views.responders(key);
     TextField *field = fields.isEmpty() ? nullptr : fields.last().data();
+    // A group that is switched off has its panel hidden: keys must not go where nobody sees them.
     const bool canBeUsed = field && field->isEditable() && field->isEnabled() && field->isVisible();
     return canBeUsed ? field : nullptr;
 }
@@ -191,20 +201,16 @@ bool Focus::needsEntry(const QString &key)
     const std::optional<platform::Dictionary> record = m_records.record(key);
     if (!field || !record)
         return false;
+    // An instance of its own serves here: both questions below compare the text.
     const platform::Identifier panelKey(key);
     if (!m_views.isGroupView(panelKey))
         return !record->contains(identifiers::slotPart(field->identifier()));
-    platform::Array filled;
-    for (const QString &slot : record->keys())
-        filled.append(slot);
-    return nextEnabledSlot(filled, panelKey).isValid();
+    return nextEnabledSlot(entries::filledSlots(*record), panelKey).isValid();
 }
 
 TextField *Focus::begunEntry() const
 {
-    const View *root = m_views.rootView();
-    const QWidget *focused = root ? root->window()->focusWidget() : nullptr;
-    auto *field = focused ? qobject_cast<TextField *>(focused->parentWidget()) : nullptr;
+    TextField *field = m_views.focusedField();
     return field && field->hasBegunEntry() ? field : nullptr;
 }
 

@@ -64,18 +64,17 @@ KeyRouter::~KeyRouter() = default;
 
 void KeyRouter::start()
 {
+    // On the application: keys have to be seen before the widget that has the focus takes them, whosever it
+    // is.
     QApplication::instance()->installEventFilter(this);
 }
 
 void KeyRouter::release()
 {
-    if (m_holds > 0 && --m_holds == 0)
-        deliverHeld();
-}
-
-void KeyRouter::deliverHeld()
-{
+    if (m_holds == 0 || --m_holds > 0)
+        return;
     while (m_holds == 0 && !m_held.empty()) {
+        // Taken out before it is delivered: it may be a press, which holds the rest back again.
         const Held held = std::move(m_held.front());
         m_held.pop_front();
         const platform::View *root = m_views.rootView();
@@ -93,6 +92,7 @@ bool KeyRouter::isOurs(const QObject *watched) const
 {
     const auto *widget = qobject_cast<const QWidget *>(watched);
     const platform::View *root = m_views.rootView();
+    // While the host shows something else in the panels' place, its keys are its own business.
     return widget && root && root->isVisible() && widget->window() == root->window();
 }
 
@@ -102,6 +102,7 @@ bool KeyRouter::eventFilter(QObject *watched, QEvent *event)
         return false;
     auto *receiver = static_cast<QWidget *>(watched);
     if (m_holds > 0) {
+        // A clone, since the event ends with its delivery.
         m_held.push_back({isKey(*event) ? nullptr : receiver, std::unique_ptr<QEvent>(event->clone())});
         return true;
     }
@@ -117,11 +118,13 @@ bool KeyRouter::route(QWidget *receiver, const QKeyEvent &event)
 {
     const QWidget *window = receiver->window();
     const QWidget *focused = window->focusWidget();
+    // A key that is not taken comes by again for each widget around.
     const bool isFirst = receiver == (focused ? focused : window);
     const bool nobodyTookIt = receiver == window || receiver == m_views.rootView();
     if (!m_stray.isEmpty() || (isFirst && keys::isCharacter(event) && continuesElsewhere(receiver)))
         return takeAsStray(event);
     const bool isInside = m_views.rootView()->isAncestorOf(receiver);
+    // A blank by itself presses the check box or button that has the focus; within a text it is a character.
     const bool space = event.key() == Qt::Key_Space && m_burst.isEmpty();
     if (isFirst && !isInside && !nobodyTookIt && !entersText(receiver) && keys::isCharacter(event) && !space)
         return giveToWaitingField(event) || takeAsStray(event);
@@ -165,6 +168,7 @@ bool KeyRouter::giveToWaitingField(const QKeyEvent &event)
     if (!field || !field->becomeFirstResponder())
         return false;
     m_giving = true;
+    // A copy, since the event itself is still on its way to the one that it came for.
     QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat());
     QCoreApplication::sendEvent(field->focusTarget(), &copy);
     m_giving = false;
@@ -178,8 +182,11 @@ bool KeyRouter::takeAsStray(const QKeyEvent &event)
         refuseStray();
         return true;
     }
+    // A key that writes a control character belongs to the text and is kept back with it; keys that write
+    // nothing go their way.
     if (!keys::isCharacter(event))
         return !event.text().isEmpty();
+    // What a field had of the text before it went away is told with the rest, as one text.
     if (m_stray.isEmpty())
         m_stray = std::exchange(m_burst, QString());
     m_stray += event.text();

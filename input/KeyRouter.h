@@ -47,7 +47,6 @@ private:
     [[nodiscard]] bool takeAsStray(const QKeyEvent &event);
     [[nodiscard]] bool giveToWaitingField(const QKeyEvent &event);
     void refuseStray();
-    void deliverHeld();
 
     PanelViews &m_views;
     Focus &m_focus;

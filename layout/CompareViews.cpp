@@ -13,6 +13,8 @@ QString digitRun(const QString &text, qsizetype &at)
     while (at < text.size() && text.at(at).isDigit())
         ++at;
     qsizetype first = begin;
+    // Without leading zeros, so that the longer run is the larger number, however many digits there are. A
+    // last 0 stays.
     while (first + 1 < at && text.at(first).digitValue() == 0)
         ++first;
     return text.mid(first, at - first);
@@ -37,6 +39,8 @@ int compareNumerically(const QString &a, const QString &b)
     while (i < a.size() && j < b.size()) {
         int order = 0;
         if (a.at(i).isDigit() && b.at(j).isDigit()) {
+            // Both runs are passed over at once, so that the texts behind them are compared at the same
+            // place.
             order = compareRuns(digitRun(a, i), digitRun(b, j));
         } else {
             order = sign(a.at(i).unicode() - b.at(j).unicode());
@@ -46,11 +50,13 @@ int compareNumerically(const QString &a, const QString &b)
         if (order != 0)
             return order;
     }
+    // Alike as far as the shorter one goes, which comes first.
     return sign((a.size() - i) - (b.size() - j));
 }
 
 int compareViews(const platform::View *a, const platform::View *b, void *)
 {
+    // The operands have changed places: views are sorted in descending order.
     return compareNumerically(b->identifier().text(), a->identifier().text());
 }
 

@@ -12,7 +12,7 @@ void Document::followWindow(QObject *context)
     QObject::connect(m_views.splitView(), &platform::View::frameChanged, context, [this] { placeBands(); });
     // What is typed must be seen where it lands.
     QObject::connect(m_views.scrollView(), &platform::View::frameChanged, context,
-                     [this] { MouseTrackedTextField::bringIntoSight(focusedField()); });
+                     [this] { MouseTrackedTextField::bringIntoSight(m_views.focusedField()); });
 }
 
 double Document::bandBegin(quint64 group, double height) const
@@ -44,6 +44,7 @@ void Document::makeRoom(const PanelGeometry &geometry)
 {
     platform::ScrollView *scrollView = m_views.scrollView();
     const bool isFirst = m_views.panels().isEmpty();
+    // Only larger here. What is no longer needed is given back when a panel has gone, see fit().
     scrollView->setDocumentSize(scrollView->documentSize().expandedTo(neededWith(geometry.needed())));
     scrollView->resetScrollers();
     if (isFirst)
@@ -58,9 +59,11 @@ void Document::add(platform::View *container, quint64 group, const PanelGeometry
 
 void Document::fit()
 {
+    // What has no superview is gone, too: a view that was removed is deleted only later.
     m_bands.removeIf([](const Band &band) { return !band.container || !band.container->superview(); });
-    const platform::View *field = focusedField();
-    const bool wasSeen = isSeen(field);
+    const platform::View *field = m_views.focusedField();
+    // The field stays in sight, but one that somebody has scrolled away is not brought back.
+    const bool wasSeen = field && !field->visibleRegion().isEmpty();
     platform::ScrollView *scrollView = m_views.scrollView();
     const platform::Size needed = neededWith({});
     // Asking anew would put the scrollers' knobs back that makeRoom() has reset.
@@ -84,17 +87,6 @@ void Document::placeBands()
         if (PanelViews::isTileContainer(band.container))
             band.container->setHidden(!PanelViews::isInUse(band.container));
     }
-}
-
-const platform::View *Document::focusedField() const
-{
-    const QWidget *focused = m_views.rootView() ? m_views.rootView()->window()->focusWidget() : nullptr;
-    return focused ? qobject_cast<platform::TextField *>(focused->parentWidget()) : nullptr;
-}
-
-bool Document::isSeen(const platform::View *view) const
-{
-    return view && !view->visibleRegion().isEmpty();
 }
 
 } // namespace interactive

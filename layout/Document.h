@@ -47,8 +47,6 @@ private:
     [[nodiscard]] platform::Size neededWith(const platform::Size &coming) const;
     [[nodiscard]] double bandHeight(double least) const;
     void placeBands();
-    [[nodiscard]] const platform::View *focusedField() const;
-    [[nodiscard]] bool isSeen(const platform::View *view) const;
 
     const StationMap &m_station;
     PanelViews &m_views;

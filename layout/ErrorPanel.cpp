@@ -16,6 +16,7 @@ namespace {
 
 constexpr double FontSize = 15.0;
 constexpr double ButtonFontSize = 16.0;
+/// A button of 80 points and 16 to the edge.
 constexpr double OkFromRight = 96.0;
 
 /// The title's line crosses the upper half of the message's frame.
@@ -66,6 +67,7 @@ void ErrorPanel::draw(const QString &message, const platform::Dictionary &config
     showTitle(message, config::text(config::Title, config), width);
     fill(*panel, message, group > 0);
     platform::View *drawn = parts::add(*m_views.splitView(), std::move(panel));
+    // What is no group has no band that it could be kept in when the window is resized.
     if (group < m_station.groupCount())
         m_document.add(drawn, group, geometry);
     m_focus.unhideUI(identifier);

@@ -15,6 +15,7 @@ platform::Array content(quint64 groupNumber, quint64 slotCount)
 {
     platform::Array content;
     for (quint64 i = 0; i < slotCount; ++i) {
+        // Systems are counted group by group.
         const auto system = static_cast<qulonglong>(groupNumber * slotCount + i);
         content.append(platform::Dictionary{{keys::Index, system}});
     }
@@ -26,6 +27,7 @@ CollectionView *put(platform::View &container, const PanelGeometry &geometry, co
     auto overview = std::make_unique<CollectionView>(container.bounds());
     CollectionView::FlowLayout flow;
     flow.itemSize = geometry.tile();
+    // Told and not left to the width: tiles must not flow anew when the window gets narrower.
     flow.itemsInRow = static_cast<int>(geometry.columns());
     overview->setFlowLayout(flow);
     overview->setFrame(geometry.overview());
@@ -38,6 +40,7 @@ CollectionView *put(platform::View &container, const PanelGeometry &geometry, co
 
     auto scrollView = std::make_unique<ScrollView>(geometry.overviewScroll());
     scrollView->setAutoresizingMask(platform::WidthSizable);
+    // It is as large as the overview and never scrolls; the document around all panels does.
     scrollView->setHasVerticalScroller(false);
     scrollView->setHasHorizontalScroller(false);
     const double width = geometry.overviewScroll().width();
@@ -50,6 +53,7 @@ CollectionView *put(platform::View &container, const PanelGeometry &geometry, co
 
 void hideBoxes(const CollectionView &overview)
 {
+    // A slot's panel uses one tile; each of the others is shown when its own system asks.
     for (qsizetype i = 0; i < overview.content().size(); ++i) {
         const auto *item = qobject_cast<CollectionViewItem *>(overview.itemAtIndex(i));
         if (item && item->box())

@@ -34,7 +34,9 @@ PanelBuilder::PanelBuilder(const House &house, SlotBoxes &boxes, Document &docum
 
 void PanelBuilder::drawUI(const PanelRequest &request)
 {
-    PanelPlan plan = plan::made(request, m_house.station, m_house.waits, m_house.settings);
+    PanelPlan plan = plan::made(request, m_house.station.slotCount(), m_house.settings);
+    // Waited for: what went wrong in drawing belongs to the call, which must not wait on a panel that does
+    // not stand.
     platform::MainQueue::sync([this, &plan] { drawPanel(plan); });
 }
 
@@ -49,8 +51,9 @@ QString PanelBuilder::panelProblem(const platform::Dictionary &config) const
 void PanelBuilder::drawPanel(PanelPlan &plan)
 {
     log::standard(messages::PanelEntered,
-                  {selectors::blockName(selectors::DrawUI), plan.panelKey, plan.groupName, plan.slot,
-                   m_house.slotStates.of(plan.panelKey.text()), m_house.records.all()});
+                  {selectors::blockName(selectors::DrawUI), plan.subject.panelKey, plan.subject.groupName,
+                   plan.subject.slot, m_house.slotStates.of(plan.subject.panelKey.text()),
+                   m_house.records.all()});
     PanelDrawing drawing{plan,
                          PanelGeometry(plan.kind, m_house.station.slotCount(), plan.columns,
                                        m_house.views.splitView()->frame().width()),
@@ -58,17 +61,21 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
                          nullptr,
                          {},
                          {}};
+    // A message has no buttons, see drawMessage().
     if (plan.isGroupPanel())
         drawing.geometry.makeRoomForRow(plan.isInformative() ? 0 : plan.buttons.size(), plan.hasFields());
     m_errors.clearTitle();
-    m_house.views.setLook(plan.panelKey.text(), plan.look);
+    // Kept by panel: entries and switches paint long after the drawing, when another call's look may be in
+    // force.
+    m_house.views.setLook(plan.subject.panelKey.text(), plan.look);
+    // A group's panel is drawn into an empty band; a slot's panel leaves its neighbours standing.
     if (plan.isGroupPanel())
-        m_house.views.resetUI(plan.panelKey);
+        m_house.views.resetUI(plan.subject.panelKey);
     prepareContainer(drawing);
 
     if (plan.isInformative())
         drawMessage(drawing);
-    else if (!m_house.views.collection(plan.groupName.text()))
+    else if (!m_house.views.collection(plan.subject.groupName.text()))
         buildOverview(drawing);
     m_boxes.draw(drawing);
     if (plan.isGroupPanel()) {
@@ -82,23 +89,26 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
 void PanelBuilder::prepareContainer(PanelDrawing &drawing)
 {
     const PanelPlan &plan = drawing.plan;
-    const platform::Identifier slotContainer = identifiers::named(plan.groupName.text(), identifiers::Group);
+    const platform::Identifier slotContainer =
+        identifiers::named(plan.subject.groupName.text(), identifiers::Group);
     // A message of the group that still stands there goes: the slot's panel would lie upon it.
-    if (!plan.isGroupPanel() && PanelViews::subView(m_house.views.splitView(), plan.groupName))
-        m_house.views.resetUI(plan.groupName);
-    drawing.container = PanelViews::subView(m_house.views.splitView(), plan.groupName);
+    if (!plan.isGroupPanel() && PanelViews::subView(m_house.views.splitView(), plan.subject.groupName))
+        m_house.views.resetUI(plan.subject.groupName);
+    // By the group's own name, which only the container of a group's panel bears: slots share the overview by
+    // way of collection(), not the container.
+    drawing.container = PanelViews::subView(m_house.views.splitView(), plan.subject.groupName);
     if (!drawing.container) {
         if (!plan.isGroupPanel())
             dropEmptyContainer(slotContainer.text());
         drawing.made = std::make_unique<platform::View>();
-        parts::makeClear(*drawing.made);
+        drawing.made->setLayerBackgroundColor(platform::Color::clear());
         drawing.made->setAutoresizingMask(platform::WidthSizable);
         drawing.container = drawing.made.get();
     }
-    const platform::Rect frame =
-        drawing.geometry.container(m_document.bandBegin(plan.groupNumber, drawing.geometry.areaHeight()));
+    const platform::Rect frame = drawing.geometry.container(
+        m_document.bandBegin(plan.subject.groupNumber, drawing.geometry.areaHeight()));
     if (plan.isGroupPanel())
-        drawing.container->setIdentifier(plan.panelKey);
+        drawing.container->setIdentifier(plan.subject.panelKey);
     else
         drawing.container->setIdentifier(slotContainer);
     drawing.container->setFrame(frame);
@@ -123,14 +133,14 @@ void PanelBuilder::drawGroupHeader(PanelDrawing &drawing)
     const PanelPlan &plan = drawing.plan;
     const platform::Rect frame = drawing.geometry.header();
     platform::TextField *header =
-        parts::add(*drawing.container,
-                   parts::label(frame, platform::Font::system(HeaderFontSize), plan.groupName.text()));
+        parts::add(*drawing.container, parts::label(frame, platform::Font::system(HeaderFontSize),
+                                                    plan.subject.groupName.text()));
     parts::followWidth(*drawing.container, *header, 0.0, frame.width());
-    if (plan.groupNumber == 0)
+    if (plan.subject.groupNumber == 0)
         return;
     parts::add(*drawing.container,
                parts::separator(drawing.geometry.separator(),
-                                identifiers::named(plan.panelKey.text(), identifiers::LineView)));
+                                identifiers::named(plan.subject.panelKey.text(), identifiers::LineView)));
 }
 
 void PanelBuilder::drawMessage(PanelDrawing &drawing)
@@ -142,23 +152,15 @@ void PanelBuilder::drawMessage(PanelDrawing &drawing)
     label->setAlignment(plan.messageAlignment);
     parts::followWidth(*drawing.container, *label, 0.0, platform::LargestCoordinate);
     parts::add(*drawing.container, std::move(label));
+    // No call waits behind a message, so there is nothing to end.
     plan.buttons.clear();
 }
 
 void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
 {
-    auto field = parts::inputField(drawing.geometry.sharedInput(), drawing.plan.panelKey,
-                                   drawing.geometry.fieldFontSize());
-    field->setBordered(true);
-    field->setEditable(true);
-    field->setAutoresizingMask(platform::MinYMargin);
-    field->setTarget(m_house.controller, selectors::CheckInput,
-                     [this](platform::View *sender) { m_entries.endEntry(sender); });
-    field->setIdentifier(identifiers::named(drawing.plan.panelKey.text(), identifiers::SharedInput));
-    field->setRefusalHandler(
-        [this](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
-            m_entries.refuseIn(refusing, refused);
-        });
+    auto field = parts::entryField(drawing.geometry.sharedInput(), drawing.plan.subject.panelKey,
+                                   identifiers::SharedInput, drawing.geometry.fieldFontSize(),
+                                   {m_house.controller, m_entries});
     // No call waits behind a message: what is scanned then must not seem to be taken.
     field->setEnabled(!drawing.plan.isInformative());
     drawing.fields.append(field.get());
@@ -184,15 +186,16 @@ void PanelBuilder::buildOverview(PanelDrawing &drawing)
 {
     const PanelPlan &plan = drawing.plan;
     const quint64 slotCount = m_house.station.slotCount();
-    platform::CollectionView *overview =
-        overview::put(*drawing.container, drawing.geometry, overview::content(plan.groupNumber, slotCount));
+    platform::CollectionView *overview = overview::put(
+        *drawing.container, drawing.geometry, overview::content(plan.subject.groupNumber, slotCount));
     overview->setDelegate(m_house.delegate);
-    if (!m_house.views.isGroupView(plan.panelKey))
+    // A group's panel shows and hides each box as it draws it.
+    if (!m_house.views.isGroupView(plan.subject.panelKey))
         overview::hideBoxes(*overview);
-    m_house.views.setCollection(plan.groupName.text(), overview);
+    m_house.views.setCollection(plan.subject.groupName.text(), overview);
     m_document.makeRoom(drawing.geometry);
     const platform::Rect document = m_house.views.scrollView()->documentView()->frame();
-    log::debug(messages::DocumentEnlarged, {selectors::blockName(selectors::DrawUI), plan.panelKey,
+    log::debug(messages::DocumentEnlarged, {selectors::blockName(selectors::DrawUI), plan.subject.panelKey,
                                             document.x(), document.y(), document.width(), document.height()});
 }
 
@@ -200,19 +203,20 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
 {
     Focus::setupResponderChain(drawing.fields);
     if (!drawing.fields.isEmpty()) {
+        // What is typed at a button is meant for the field, not for the button.
         for (platform::Button *button : std::as_const(drawing.buttons))
             button->setNextResponder(drawing.fields.last());
     }
-    m_house.views.setResponders(drawing.plan.panelKey.text(), drawing.fields);
+    m_house.views.setResponders(drawing.plan.subject.panelKey.text(), drawing.fields);
     // A container with nothing in it lies over the group's overview and must not keep clicks from it.
     drawing.container->setPassesClicksThrough(drawing.container->subviews().isEmpty());
     drawing.made.release(); // NOLINT(bugprone-unused-return-value): the split view owns it from here
     m_house.views.splitView()->addSubview(drawing.container);
-    m_document.add(drawing.container, drawing.plan.groupNumber, drawing.geometry);
+    m_document.add(drawing.container, drawing.plan.subject.groupNumber, drawing.geometry);
     revealPanel(drawing);
     // Only now: a container that was just made had no window before, where a field takes no focus.
-    m_house.focus.unhideUI(drawing.plan.panelKey);
-    m_house.focus.panelOpened(drawing.plan.panelKey);
+    m_house.focus.unhideUI(drawing.plan.subject.panelKey);
+    m_house.focus.panelOpened(drawing.plan.subject.panelKey);
 }
 
 /// More may be open than the window holds. Whoever is typing keeps sight of what is typed.

@@ -14,7 +14,6 @@
 #include "common/PanelSettings.h"
 #include "common/SlotStates.h"
 #include "common/StationMap.h"
-#include "common/Waits.h"
 
 namespace interactive {
 
@@ -33,7 +32,6 @@ public:
         const StationMap &station;
         const PanelRecords &records;
         SlotStates &slotStates;
-        Waits &waits;
         PanelSettings &settings;
         PanelViews &views;
         Focus &focus;

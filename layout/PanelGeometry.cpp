@@ -10,6 +10,7 @@ namespace interactive {
 
 namespace {
 
+/// A button of 80 points and 16 to the next one.
 constexpr double ButtonPitch = 96.0;
 constexpr double ButtonRowMargin = 4.0;
 constexpr double RowSpacing = 16.0;
@@ -39,6 +40,7 @@ QString PanelGeometry::whyNotDrawable(quint64 groupCount, quint64 slotCount, qui
     if (columns == 0 || columns > MostColumns)
         return platform::formatMessage(messages::ColumnsDoNotFit, {columnText, MostColumns});
     const double height = static_cast<double>(rowsFor(slotCount, columns)) * RowHeight + AreaMargin;
+    // All groups' bands count, since each band begins where those of the groups before it end.
     if (height * static_cast<double>(groupCount) > Largest)
         return platform::formatMessage(messages::RowsDoNotFit, {groupCount, slotCount, columns});
     return {};
@@ -78,6 +80,7 @@ platform::Rect PanelGeometry::container(double bandBegin) const
 
 platform::Rect PanelGeometry::header() const
 {
+    // Its upper edge is where the separator lies.
     return {8.0, areaHeight() - 27.0, m_splitViewWidth, 25.0};
 }
 
@@ -88,6 +91,7 @@ platform::Rect PanelGeometry::separator() const
 
 platform::Rect PanelGeometry::message() const
 {
+    // 16 points are left free at the left and 4 at the right.
     return {16.0, 16.0, containerWidth() - 20.0, 78.0};
 }
 
@@ -104,6 +108,8 @@ platform::Rect PanelGeometry::overview() const
 platform::Rect PanelGeometry::overviewScroll() const
 {
     double y = 0.0;
+    // Tiles of a group's panel are lower than the rows of its band. The overview is lifted by part of what
+    // they leave, clear of the bottom row; its own margin of 16 points lies below the tiles.
     if (m_kind == PanelKind::Group)
         y = m_rows == 1 ? 30.0 : static_cast<double>(m_rows - 1) * 16.0 + 38.0;
     return {platform::Point(0.0, y), overview().size()};
@@ -116,6 +122,7 @@ platform::Rect PanelGeometry::sharedInput() const
 
 platform::Rect PanelGeometry::bottomButton(qsizetype i, qsizetype n) const
 {
+    // Counted from the right edge, so that the last button, which passes, is always in the same place.
     return {containerWidth() - ButtonRowMargin - ButtonPitch * static_cast<double>(n - i), 4.0, 80.0, 30.0};
 }
 
@@ -134,6 +141,7 @@ platform::Rect PanelGeometry::groupName(double captionTextWidth) const
     constexpr double Least = 40.0;
     constexpr double Gap = 6.0;
     const platform::Rect row = caption();
+    // The caption is centred: half of what its text leaves is free at either side.
     const double beside = (row.width() - captionTextWidth) / 2.0 - Gap;
     if (beside >= Least)
         return {row.x(), row.y(), beside, row.height()};
@@ -152,6 +160,7 @@ platform::Rect PanelGeometry::captionBesideSwitch(double y, double height) const
 
 platform::Rect PanelGeometry::slotSwitch(double y) const
 {
+    // The caption's 50 points and 8 between the two.
     return {halfWidth() + 58.0, y - 4.0, 30.0, 30.0};
 }
 
@@ -167,11 +176,13 @@ platform::Rect PanelGeometry::slotMessage() const
 
 platform::Rect PanelGeometry::displayField() const
 {
+    // Directly behind the label, which ends there.
     return {54.0, 2.0, fieldWidth(), 25.0};
 }
 
 platform::Rect PanelGeometry::entryField() const
 {
+    // 8 points behind the label.
     return {62.0, metricA() + 16.0, fieldWidth(), fieldHeight()};
 }
 

@@ -1,9 +1,11 @@
 #include "layout/PanelParts.h"
 
+#include "input/Entries.h"
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 
 #include <algorithm>
 
+#include "common/Identifiers.h"
 #include "common/Selectors.h"
 
 namespace interactive::parts {
@@ -36,6 +38,25 @@ inputField(const platform::Rect &frame, const platform::Identifier &parentIdenti
     return field;
 }
 
+std::unique_ptr<MouseTrackedTextField> entryField(const platform::Rect &frame,
+                                                  const platform::Identifier &panelKey, const QString &name,
+                                                  double fontSize, const EntryAction &action)
+{
+    auto field = inputField(frame, panelKey, fontSize);
+    field->setBordered(true);
+    field->setEditable(true);
+    field->setAutoresizingMask(platform::MinYMargin);
+    field->setIdentifier(identifiers::named(panelKey.text(), name));
+    field->setTarget(action.target, selectors::CheckInput,
+                     [&entries = action.entries](platform::View *sender) { entries.endEntry(sender); });
+    // What the field cannot hold never becomes an entry that could be checked, and is told all the same.
+    field->setRefusalHandler([&entries = action.entries](const platform::TextField *refusing,
+                                                         const platform::RefusedEntry &refused) {
+        entries.refuseIn(refusing, refused);
+    });
+    return field;
+}
+
 std::unique_ptr<platform::View> separator(const platform::Rect &frame, const platform::Identifier &identifier)
 {
     auto line = std::make_unique<platform::View>(frame);
@@ -60,18 +81,16 @@ std::unique_ptr<platform::Button> confirmButton(const platform::Rect &frame, con
 
 void followWidth(const platform::View &around, platform::View &view, double least, double most)
 {
+    // The difference, so that the view keeps its distance from the edge that it was drawn with.
     const double difference = view.frame().width() - around.frame().width();
+    // Between these two, so that the connection ends with whichever goes first: both are captured by
+    // reference.
     QObject::connect(&around, &platform::View::frameChanged, &view,
                      [&around, &view, difference, least, most] {
                          const platform::Rect frame = view.frame();
                          const double width = std::clamp(around.frame().width() + difference, least, most);
                          view.setFrame({frame.x(), frame.y(), width, frame.height()});
                      });
-}
-
-void makeClear(platform::View &view)
-{
-    view.setLayerBackgroundColor(platform::Color::clear());
 }
 
 } // namespace interactive::parts

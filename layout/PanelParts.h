@@ -7,6 +7,10 @@
 
 #include <memory>
 
+namespace interactive {
+class Entries;
+} // namespace interactive
+
 /// The views that panels are made of. Thread: the main thread.
 namespace interactive::parts {
 
@@ -28,6 +32,18 @@ Kind *add(platform::View &around, std::unique_ptr<Kind> view)
 [[nodiscard]] std::unique_ptr<MouseTrackedTextField>
 inputField(const platform::Rect &frame, const platform::Identifier &parentIdentifier, double fontSize);
 
+/// Where what is entered in a field goes.
+struct EntryAction
+{
+    QObject *target;
+    Entries &entries;
+};
+/// An input field that takes entries; `name` tells the panel's fields apart.
+[[nodiscard]] std::unique_ptr<MouseTrackedTextField> entryField(const platform::Rect &frame,
+                                                                const platform::Identifier &panelKey,
+                                                                const QString &name, double fontSize,
+                                                                const EntryAction &action);
+
 /// The line above a group's band; a null identifier leaves it without a name.
 [[nodiscard]] std::unique_ptr<platform::View> separator(const platform::Rect &frame,
                                                         const platform::Identifier &identifier);
@@ -48,8 +64,5 @@ struct ButtonAction
 /// shrink away, or stay and reach outside, when the window gets narrower. Requires: both have their first
 /// frames.
 void followWidth(const platform::View &around, platform::View &view, double least, double most);
-
-/// What a panel's background is made of: a clear layer.
-void makeClear(platform::View &view);
 
 } // namespace interactive::parts

@@ -5,36 +5,19 @@
 
 namespace interactive::plan {
 
-PanelPlan made(const PanelRequest &request, const StationMap &station, Waits &waits, PanelSettings &settings)
+PanelPlan made(const PanelRequest &request, quint64 slotCount, PanelSettings &settings)
 {
     const platform::Dictionary &config = request.config;
     PanelPlan plan;
-    plan.kind = request.groupIndex.isValid() ? PanelKind::Group : PanelKind::Slot;
-    platform::Value group;
-    if (request.groupIndex.isValid()) {
-        group =
-            station.groupNames().value(static_cast<qsizetype>(platform::integerValue(request.groupIndex)));
-        plan.groupNumber = request.groupIndex.toULongLong();
-        plan.panelKey = waits.panelKey(platform::description(group));
-    }
-    if (request.systemIndex.isValid()) {
-        const qint64 index = platform::integerValue(request.systemIndex);
-        if (index >= 0 && index < station.systemCount()) {
-            group = station.groupOf(index);
-            plan.slot = station.slotOf(index);
-            plan.groupNumber = static_cast<quint64>(index) / station.slotCount();
-        }
-        plan.systemIndex = request.systemIndex;
-        plan.panelKey = waits.panelKey(platform::description(request.systemIndex));
-    }
-    plan.groupName = waits.panelKey(platform::description(group));
-    plan.title = title(config, plan.groupName.text(), plan.slot);
+    plan.subject = request.subject;
+    plan.kind = request.subject.isGroup ? PanelKind::Group : PanelKind::Slot;
+    plan.title = title(config, plan.subject.groupName.text(), plan.subject.slot);
     plan.label = config::label(config);
     plan.message = config::text(config::Message, config);
     plan.messageFontSize = messageFontSize(config);
     plan.messageColor = config::text(config::MessageColor, config);
     plan.messageAlignment = messageAlignment(config);
-    plan.columns = columns(config, settings.columns(), station.slotCount());
+    plan.columns = columns(config, settings.columns(), slotCount);
     plan.look = settings.takeLook(config);
     settings.setColumns(plan.columns);
     plan.inputs = request.inputs;
@@ -47,6 +30,8 @@ PanelPlan made(const PanelRequest &request, const StationMap &station, Waits &wa
 quint64 columns(const platform::Dictionary &config, quint64 current, quint64 slotCount)
 {
     const qint64 wanted = config::integer(config::Column, config);
+    // 0 is what a text that is no number reads as. A negative number becomes so large that no window could
+    // hold the panel, and is refused for that.
     if (wanted != 0)
         return static_cast<quint64>(wanted);
     return current != 0 ? current : slotCount;
@@ -80,6 +65,7 @@ QString title(const platform::Dictionary &config, const QString &groupName, cons
 
 QStringList buttonTitles(const platform::Value &configured, PanelKind kind, bool hasInputs, bool hasSwitches)
 {
+    // The affirmative button stands last, where the one that passes is looked for.
     if (hasSwitches)
         return {QStringLiteral("Cancel"), QStringLiteral("OK")};
     if (kind == PanelKind::Group && hasInputs)
@@ -92,10 +78,12 @@ QStringList buttonTitles(const platform::Value &configured, PanelKind kind, bool
 
 platform::Identifier buttonIdentifier(const PanelPlan &plan, qsizetype i)
 {
+    // A panel of switches has its slots as inputs, too, and its "OK" keeps its name: by that the call tells a
+    // confirmed panel from a cancelled one.
     const bool isLast = i + 1 == plan.buttons.size();
     if (isLast && !(plan.hasInputs() && plan.hasSwitches()))
         return platform::Identifier(identifiers::Pass);
-    return identifiers::indexed(plan.panelKey.text(), i, plan.buttons.at(i));
+    return identifiers::indexed(plan.subject.panelKey.text(), i, plan.buttons.at(i));
 }
 
 } // namespace interactive::plan

@@ -11,8 +11,7 @@
 #include <optional>
 
 #include "common/PanelSettings.h"
-#include "common/StationMap.h"
-#include "common/Waits.h"
+#include "common/PanelSubject.h"
 
 namespace interactive {
 
@@ -23,8 +22,7 @@ struct PanelRequest
     platform::Array inputs;
     platform::Array switches;
     platform::Value buttons;
-    platform::Value groupIndex;  ///< Nothing for a slot panel.
-    platform::Value systemIndex; ///< Nothing for a group panel.
+    PanelSubject subject;
 };
 
 /// What is to be drawn, derived from a configuration before any view is touched.
@@ -33,12 +31,7 @@ struct PanelRequest
 struct PanelPlan
 {
     PanelKind kind = PanelKind::Group;
-    platform::Identifier panelKey;
-    /// The group's name; "(null)" for a system beyond the mapping, which has no group.
-    platform::Identifier groupName;
-    platform::Value systemIndex; ///< Nothing on a group panel.
-    platform::Value slot;        ///< Nothing on a group panel.
-    quint64 groupNumber = 0;
+    PanelSubject subject;
     QString title;
     QString label;
     QString message;
@@ -64,8 +57,7 @@ struct PanelPlan
 namespace plan {
 
 /// The whole plan. Settings that the configuration gives are in force from then on.
-[[nodiscard]] PanelPlan made(const PanelRequest &request, const StationMap &station, Waits &waits,
-                             PanelSettings &settings);
+[[nodiscard]] PanelPlan made(const PanelRequest &request, quint64 slotCount, PanelSettings &settings);
 
 /// The column count of a panel: the configuration's, else the one in force, else one column a slot.
 [[nodiscard]] quint64 columns(const platform::Dictionary &config, quint64 current, quint64 slotCount);

@@ -41,7 +41,7 @@ SlotBoxes::SlotBoxes(const StationMap &station, SlotStates &slotStates, const Pa
 
 void SlotBoxes::draw(PanelDrawing &drawing)
 {
-    const platform::CollectionView *overview = m_views.collection(drawing.plan.groupName.text());
+    const platform::CollectionView *overview = m_views.collection(drawing.plan.subject.groupName.text());
     if (!overview)
         return;
     for (quint64 i = 0; i < m_station.slotCount(); ++i) {
@@ -49,8 +49,9 @@ void SlotBoxes::draw(PanelDrawing &drawing)
         slotBox.tile = qobject_cast<CollectionViewItem *>(overview->itemAtIndex(static_cast<qint64>(i)));
         if (!slotBox.tile || !slotBox.tile->box())
             continue;
-        slotBox.systemIndex = static_cast<qulonglong>(drawing.plan.groupNumber * m_station.slotCount() + i);
-        const platform::Value &given = drawing.plan.systemIndex;
+        slotBox.systemIndex =
+            static_cast<qulonglong>(drawing.plan.subject.groupNumber * m_station.slotCount() + i);
+        const platform::Value &given = drawing.plan.subject.systemIndex;
         if (given.isValid()) {
             // A slot panel draws its own box only; with one slot a group, the only tile is the system's.
             if (m_station.slotCount() >= 2 && !labels::isEqual(slotBox.systemIndex, given))
@@ -68,7 +69,7 @@ void SlotBoxes::draw(PanelDrawing &drawing)
 void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
 {
     const PanelPlan &plan = drawing.plan;
-    log::standard(messages::BoxStarted, {blockName(), plan.panelKey, slotBox.systemIndex});
+    log::standard(messages::BoxStarted, {blockName(), plan.subject.panelKey, slotBox.systemIndex});
     slotBox.slot = elementAt(m_station.systemIndexToSlotMapping(), slotBox.systemIndex, selectors::DrawUI,
                              "system index");
     log::debug(messages::BoxSlot, {blockName(), slotBox.slot, plan.inputs});
@@ -79,8 +80,13 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
     const platform::Rect frame = drawing.geometry.box();
     slotBox.box->setFrame(frame);
     log::debug(messages::BoxFrame,
-               {plan.groupName, slotBox.slot, frame.x(), frame.y(), frame.width(), frame.height()});
-    styleBox(drawing, slotBox);
+               {plan.subject.groupName, slotBox.slot, frame.x(), frame.y(), frame.width(), frame.height()});
+    slotBox.box->setAutoresizingMask(platform::MaxXMargin);
+    slotBox.box->setFillColor(m_colors.boxColor(slotBox.systemIndex, plan.look));
+    if (plan.look.drawShadow)
+        slotBox.box->setShadow(SlotColors::boxShadow());
+    slotBox.tile->setSystemIndex(slotBox.systemIndex);
+    // A tile keeps what the panel before drew into it.
     for (platform::View *view : slotBox.content->subviews())
         view->removeFromSuperview();
 
@@ -90,16 +96,6 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
         drawGroupControls(drawing, slotBox);
     else
         drawSlotControls(drawing, slotBox);
-}
-
-void SlotBoxes::styleBox(const PanelDrawing &drawing, SlotBox &slotBox)
-{
-    slotBox.box->setAutoresizingMask(platform::MaxXMargin);
-    slotBox.tile->setSystemIndex(slotBox.systemIndex);
-    slotBox.box->setFillColor(m_colors.boxColor(slotBox.systemIndex, drawing.plan.look));
-    if (drawing.plan.look.drawShadow) {
-        slotBox.box->setShadow(platform::Shadow{platform::Color::systemGray(), 2.0, {0.0, 0.0}});
-    }
 }
 
 /// The caption is the slot's name; the panel's title only decides that there is one, and a panel always has a
@@ -113,18 +109,15 @@ platform::TextField *SlotBoxes::drawCaption(const PanelDrawing &drawing, const S
     caption->setAlignment(platform::TextAlignment::Center);
     caption->setTextColor(textColor(drawing, slotBox));
     // A group panel is headed by its group's name; a slot's panel may stand alone in sight.
-    if (!drawing.plan.isGroupPanel() && m_station.groupCount() > 1)
-        drawGroupName(drawing, slotBox, caption->font().widthOf(caption->stringValue()));
+    if (!drawing.plan.isGroupPanel() && m_station.groupCount() > 1) {
+        const double captionTextWidth = caption->font().widthOf(caption->stringValue());
+        platform::TextField *name =
+            parts::add(*slotBox.content, parts::label(drawing.geometry.groupName(captionTextWidth),
+                                                      platform::Font::system(GroupNameFontSize),
+                                                      drawing.plan.subject.groupName.text()));
+        name->setTextColor(textColor(drawing, slotBox));
+    }
     return caption;
-}
-
-void SlotBoxes::drawGroupName(const PanelDrawing &drawing, const SlotBox &slotBox, double captionTextWidth)
-{
-    platform::TextField *name =
-        parts::add(*slotBox.content,
-                   parts::label(drawing.geometry.groupName(captionTextWidth),
-                                platform::Font::system(GroupNameFontSize), drawing.plan.groupName.text()));
-    name->setTextColor(textColor(drawing, slotBox));
 }
 
 platform::Color SlotBoxes::textColor(const PanelDrawing &drawing, const SlotBox &slotBox) const
@@ -141,6 +134,7 @@ platform::TextField *SlotBoxes::drawLabelOrMessage(const PanelDrawing &drawing, 
             parts::add(*slotBox.content, parts::label(drawing.geometry.slotLabel(),
                                                       platform::Font::system(LabelFontSize), QString()));
         label->setTextColor(textColor(drawing, slotBox));
+        // Its text follows with the field: on a slot's panel it is the name of the input.
         return label;
     }
     if (!plan.hasInputs() && !plan.message.isEmpty()) {

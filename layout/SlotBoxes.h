@@ -32,19 +32,16 @@ public:
 
 private:
     void drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox);
-    void styleBox(const PanelDrawing &drawing, SlotBox &slotBox);
     [[nodiscard]] platform::Color textColor(const PanelDrawing &drawing, const SlotBox &slotBox) const;
     [[nodiscard]] platform::TextField *drawCaption(const PanelDrawing &drawing, const SlotBox &slotBox);
     [[nodiscard]] platform::TextField *drawLabelOrMessage(const PanelDrawing &drawing,
                                                           const SlotBox &slotBox);
-    void drawGroupName(const PanelDrawing &drawing, const SlotBox &slotBox, double captionTextWidth);
     void drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox);
     void drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) const;
     void drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox);
     void takeInitialSwitchState(const PanelDrawing &drawing, const SlotBox &slotBox,
                                 platform::Button &button);
     void drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox);
-    void drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox);
     void drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox);
 
     const StationMap &m_station;

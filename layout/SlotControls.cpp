@@ -34,7 +34,7 @@ void SlotBoxes::drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox)
 
 void SlotBoxes::drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) const
 {
-    const platform::Identifier &key = drawing.plan.panelKey;
+    const platform::Identifier &key = drawing.plan.subject.panelKey;
     auto field = parts::inputField(drawing.geometry.displayField(), key, DisplayFontSize);
     field->setSystemIndex(slotBox.tile->systemIndex());
     field->setBordered(false);
@@ -54,8 +54,8 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     }
     auto button = std::make_unique<platform::Button>(drawing.geometry.slotSwitch(y));
     button->setBezelStyle(platform::Button::BezelStyle::RegularSquare);
-    button->setIdentifier(
-        identifiers::indexed(drawing.plan.panelKey.text(), slotBox.tag, platform::description(slotBox.slot)));
+    button->setIdentifier(identifiers::indexed(drawing.plan.subject.panelKey.text(), slotBox.tag,
+                                               platform::description(slotBox.slot)));
     button->setTag(slotBox.tag);
     button->setBordered(true);
     button->setTitle(QString());
@@ -63,6 +63,8 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     button->setTarget(m_controller, selectors::SwitchBtnClicked,
                       [this](platform::View *sender) { m_switches.switchBtnClicked(sender); });
     button->setState(platform::Button::On);
+    // In the box before its state is taken: a switch that is off looks for field and box from where it
+    // stands.
     drawing.buttons.append(parts::add(*slotBox.content, std::move(button)));
     takeInitialSwitchState(drawing, slotBox, *drawing.buttons.last());
 }
@@ -70,7 +72,7 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
 void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBox &slotBox,
                                        platform::Button &button)
 {
-    const QString key = drawing.plan.panelKey.text();
+    const QString key = drawing.plan.subject.panelKey.text();
     const QString slot = platform::description(slotBox.slot);
     const platform::Value entry = m_slotStates.of(key);
     if (!entry.isValid() || !slotBox.slot.isValid())
@@ -78,6 +80,7 @@ void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBo
     // Any number but 0 counts as on, a negative one included.
     if (platform::integerValue(entry.toMap().value(slot)) == 0) {
         button.setState(platform::Button::Off);
+        // As if somebody had switched it off just now: box, field and record follow.
         m_switches.switchBtnClicked(&button);
         return;
     }
@@ -91,32 +94,21 @@ void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBo
 void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
 {
     PanelPlan &plan = drawing.plan;
+    // The input's name is what the entry is stored under.
     if (plan.hasInputs())
         plan.label = platform::description(plan.inputs.first());
     if (slotBox.label)
         slotBox.label->setStringValue(withColon(plan.label));
-    if (plan.hasFields())
-        drawEntryField(drawing, slotBox);
+    if (plan.hasFields()) {
+        auto field = parts::entryField(drawing.geometry.entryField(), plan.subject.panelKey, plan.label,
+                                       drawing.geometry.fieldFontSize(), {m_controller, m_entries});
+        drawing.fields.append(field.get());
+        parts::add(*slotBox.content, std::move(field));
+    }
     drawSlotButtons(drawing, slotBox);
-    slotBox.content->setIdentifier(plan.panelKey);
-}
-
-void SlotBoxes::drawEntryField(PanelDrawing &drawing, const SlotBox &slotBox)
-{
-    const platform::Identifier &key = drawing.plan.panelKey;
-    auto field = parts::inputField(drawing.geometry.entryField(), key, drawing.geometry.fieldFontSize());
-    field->setBordered(true);
-    field->setEditable(true);
-    field->setAutoresizingMask(platform::MinYMargin);
-    field->setTarget(m_controller, selectors::CheckInput,
-                     [this](platform::View *sender) { m_entries.endEntry(sender); });
-    field->setIdentifier(identifiers::named(key.text(), drawing.plan.label));
-    field->setRefusalHandler(
-        [this](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
-            m_entries.refuseIn(refusing, refused);
-        });
-    drawing.fields.append(field.get());
-    parts::add(*slotBox.content, std::move(field));
+    // By this the panel is found again: its buttons look up to it, and a tile that bears it is emptied when
+    // the panel goes.
+    slotBox.content->setIdentifier(plan.subject.panelKey);
 }
 
 void SlotBoxes::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)
@@ -129,6 +121,7 @@ void SlotBoxes::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)
             {m_controller, [this](platform::View *sender) { m_confirmation.confirmBtnClicked(sender); }});
         button->setAutoresizingMask(platform::MinYMargin);
         if (button->identifier().text() == identifiers::Pass) {
+            // The button that passes stands out among those that do not.
             button->setShadow(platform::Shadow{platform::Color::systemBlue(), PassShadowRadius, {0.0, 0.0}});
         }
         drawing.buttons.append(parts::add(*slotBox.content, std::move(button)));

@@ -37,6 +37,7 @@ void Box::setFillColor(const Color &color)
 
 void Box::layout()
 {
+    // To set it anew would lay out what it holds, for nothing.
     if (m_contentView->frame() != bounds())
         m_contentView->setFrame(bounds());
 }
@@ -55,6 +56,7 @@ void Box::paintEvent(QPaintEvent *event)
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(BorderColor, 1.0));
         painter.setBrush(m_fillColor.toQColor());
+        // Half a pixel inwards, so that a line of one pixel lies on pixels and not between them.
         painter.drawRoundedRect(shadowOutline().adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
     }
     View::paintEvent(event);

@@ -117,6 +117,7 @@ bool Button::takesKey(QKeyEvent &event)
     const bool worksButton = event.key() == Qt::Key_Space && !isScanners;
     if (!keys::isText(event) || worksButton)
         return false;
+    // A character that somebody types while a button has the focus is meant for the field behind it.
     keys::handOn(*this, event);
     return true;
 }

@@ -6,6 +6,7 @@ namespace platform {
 
 QColor Color::toQColor() const
 {
+    // Colours are computed, and a doubled opacity may be more than 1.
     const auto part = [](double component) { return static_cast<float>(std::clamp(component, 0.0, 1.0)); };
     return QColor::fromRgbF(part(red), part(green), part(blue), part(alpha));
 }

@@ -21,6 +21,7 @@ Condition::Place::~Place()
 Condition::Wake Condition::Place::wait()
 {
     std::unique_lock lock(m_condition.m_mutex);
+    // Asks for its own entry: all places share one variable, and waking up says nothing by itself.
     m_condition.m_changed.wait(lock, [this] { return m_condition.find(m_number)->state != State::Waiting; });
     return m_condition.find(m_number)->state == State::Signalled ? Wake::Signalled : Wake::Interrupted;
 }
@@ -55,6 +56,7 @@ bool Condition::signal(const Ticket &ticket)
         return false;
     const std::lock_guard lock(m_mutex);
     Entry *entry = find(ticket.number);
+    // The place is gone, or something else has ended its wait: an event that is late ends nothing.
     if (!entry || entry->state != State::Waiting)
         return false;
     entry->state = State::Signalled;
@@ -82,6 +84,7 @@ Condition::Ticket Condition::ticket()
         ticket.kind = Ticket::Kind::Pending;
         ticket.number = entry->number;
     } else {
+        // Places are taken, and all of them are over: the event came after the end of what it was meant for.
         ticket.kind = Ticket::Kind::Ended;
     }
     return ticket;

@@ -13,6 +13,7 @@ void Control::setTarget(QObject *target, const char *selector, Action action)
 
 void Control::sendAction()
 {
+    // A target that is gone is told nothing: its action would use it.
     if (!m_target || !m_action)
         return;
     // A copy, since the action may take this control away.

@@ -13,9 +13,11 @@ namespace platform {
 
 namespace {
 
+/// The picture of the control character, which itself has no shape that could be seen.
 constexpr char16_t ShownGroupSeparator = 0x241d;
 /// Up to here each character is laid out as it comes.
 constexpr qsizetype ShortEntry = 256;
+/// A long text is laid out anew with each change; a scanner sends several characters in this time.
 constexpr int MillisecondsBetweenLayouts = 20;
 
 QString shown(QString text)
@@ -248,6 +250,7 @@ void EntryEditor::addRefused(const QString &text)
     constexpr char16_t FirstPicture = 0x2400;
     constexpr char16_t FirstNoControl = 0x20;
     for (const QChar character : text) {
+        // What is told of a refused entry is no longer than an entry could be.
         if (m_refusal->text.size() >= m_maximumLength)
             return;
         const char16_t unit = character.unicode();

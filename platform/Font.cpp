@@ -10,6 +10,7 @@ namespace platform {
 QFont Font::toQFont() const
 {
     QFont font;
+    // A point is a pixel here, whatever the screen says of its density; 0 pixels the toolkit refuses.
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(size))));
     font.setBold(bold);
     return font;

@@ -17,6 +17,7 @@ const KeyClock *&replacement()
 
 qint64 KeyClock::received() const
 {
+    // Started by the first that asks: only differences count.
     static const QElapsedTimer timer = [] {
         QElapsedTimer started;
         started.start();

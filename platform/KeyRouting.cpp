@@ -37,6 +37,7 @@ struct Moment
 
 bool hasControlModifier(const QKeyEvent &event)
 {
+    // Control and Alt together are the third level of many keyboards, which writes characters.
     return event.modifiers().testFlag(Qt::ControlModifier) && !event.modifiers().testFlag(Qt::AltModifier);
 }
 
@@ -138,6 +139,7 @@ QPointer<Watch> &currentWatch()
 /// The editable field that took the focus, or null.
 TextField *focusedField(const View &view)
 {
+    // Responders are set one by one, and may have been set in a circle.
     QSet<const View *> asked{&view};
     for (View *next = view.nextResponder(); next && !asked.contains(next); next = next->nextResponder()) {
         asked.insert(next);
@@ -168,6 +170,7 @@ bool isCharacter(const QKeyEvent &event)
         return true;
     if (hasControlModifier(event))
         return false;
+    // By whole characters: half of one that takes two units is not printable by itself.
     const QList<uint> characters = text.toUcs4();
     return !characters.isEmpty() && QChar::isPrint(characters.front());
 }

@@ -115,6 +115,7 @@ QString expand(Placeholder kind, const LogArgument &argument)
     case Placeholder::Unsigned:
         return QString::number(static_cast<quint64>(argument.asInteger()));
     case Placeholder::Decimal:
+        // Six digits behind the point, as %f has them everywhere.
         return QString::number(argument.asDecimal(), 'f', 6);
     default:
         return argument.asText();

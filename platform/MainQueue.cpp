@@ -67,6 +67,7 @@ void postWake()
     if (!queue().serving || queue().wakePosted)
         return;
     queue().wakePosted = true;
+    // Ahead of the events that wait: a sequence stands still for as long as its job is not done.
     QCoreApplication::postEvent(queue().waker.get(), new QEvent(Waker::eventType()), Qt::HighEventPriority);
 }
 
@@ -182,6 +183,7 @@ void MainQueue::async(Job job)
 
 void MainQueue::run(Job job)
 {
+    // To wait for oneself would be for ever.
     if (isMainThread()) {
         job();
         return;

@@ -81,6 +81,7 @@ void ScrollView::setHasHorizontalScroller(bool has)
 
 void ScrollView::resetScrollers()
 {
+    // Only the knobs go back: heard, it would scroll the document, too.
     const QSignalBlocker vertical(m_vertical);
     const QSignalBlocker horizontal(m_horizontal);
     m_vertical->setValue(0);
@@ -91,6 +92,7 @@ void ScrollView::scrollToPoint(const Point &point)
 {
     if (!m_documentView)
         return;
+    // The offset counts from the upper left corner, the point from the lower one.
     m_offset = {point.x(), m_documentView->frame().height() - point.y()};
     placeDocument();
     updateScrollers();
@@ -186,6 +188,7 @@ void ScrollView::updateScrollers()
 
 void ScrollView::updateScroller(QScrollBar *scroller, double range, double offset, double page)
 {
+    // The scroller shows what is so already; heard, a value that it cuts off would move the document.
     const QSignalBlocker blocker(scroller);
     scroller->setRange(0, m_documentView ? std::max(0, static_cast<int>(std::ceil(range))) : 0);
     scroller->setPageStep(static_cast<int>(page));
@@ -201,6 +204,7 @@ void ScrollView::layout()
 
 void ScrollView::wheelEvent(QWheelEvent *event)
 {
+    // Not ours until something has moved.
     event->ignore();
     if (!m_documentView)
         return;
@@ -211,6 +215,7 @@ void ScrollView::wheelEvent(QWheelEvent *event)
                           : QPointF(event->angleDelta()) * PointsPerWheelStep / AngleUnitsPerWheelStep;
     placeDocument();
     updateScrollers();
+    // At an end the wheel goes on to whatever is around.
     event->setAccepted(m_offset != before);
 }
 

@@ -85,6 +85,7 @@ bool TextField::hasBegunEntry() const
 
 void TextField::setStringValue(const QString &text)
 {
+    // Asked before the text is set, which ends an entry that was begun.
     const bool endsEntry = hasBegunEntry();
     if (m_editor)
         m_editor->setEntry(text);
@@ -127,6 +128,7 @@ void TextField::makeEditor()
     connect(m_editor, &EntryEditor::begun, this, &TextField::unmarkRefused);
     connect(m_editor, &EntryEditor::refused, this, &TextField::markRefused);
     connect(m_editor, &EntryEditor::givenUp, this, &TextField::giveUpEntry);
+    // Before the editor's own handling: Return and Tab are the field's business.
     m_editor->installEventFilter(this);
     styleEditor();
     layout();
@@ -233,6 +235,7 @@ void TextField::styleEditor()
         return;
     m_editor->setFont(font().toQFont());
     QPalette palette = m_editor->palette();
+    // The field paints its background itself, also the colour of a refusal.
     palette.setColor(QPalette::Base, Qt::transparent);
     palette.setColor(QPalette::Text, m_textColor.toQColor());
     palette.setColor(QPalette::Disabled, QPalette::Text, faded(m_textColor.toQColor()));
@@ -303,6 +306,7 @@ void TextField::layout()
     if (m_editor) {
         const double padding = PaddingInFrame - PaddingOfEditor;
         const QRectF area = toWidget(m_cell->editingFrame(bounds())).adjusted(padding, 0.0, -padding, 0.0);
+        // Whole pixels outwards, so that no line of a letter is cut off.
         m_editor->setGeometry(area.toAlignedRect());
     }
     textChanged();
@@ -329,6 +333,7 @@ QLineEdit *TextField::currentEditor() const
 
 bool TextField::becomeFirstResponder()
 {
+    // To select what is being typed would let the next character replace it.
     const bool isTyping = isFirstResponder() && hasBegunEntry();
     if (!takeFocus(focusTarget()))
         return false;

@@ -79,6 +79,7 @@ TextLines TextLines::broken(const QString &text, const QFont &font, const QSizeF
         limit = std::min<qsizetype>(limit, maximumNumberOfLines);
 
     const QString possible = beginning(text, limit * moreThanOneLine(width));
+    // One line more than there is room for tells whether the text goes on.
     const QList<qsizetype> starts = lineStarts(possible, font, width, limit + 1);
     const bool isTooLong = starts.size() > limit || possible.size() < text.size();
     const qsizetype count = std::min(limit, starts.size());

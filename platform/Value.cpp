@@ -53,6 +53,7 @@ qint64 saturated(double number)
 QString describeDecimal(double number)
 {
     const double whole = std::trunc(number);
+    // 2^53: beyond it a decimal number no longer tells neighbouring integers apart.
     constexpr double ExactlyWhole = 9007199254740992.0;
     if (whole == number && std::abs(number) <= ExactlyWhole)
         return QString::number(static_cast<qint64>(number));
@@ -62,6 +63,7 @@ QString describeDecimal(double number)
 /// A float has fewer digits to tell than the decimal number that it converts to.
 QString describeFloat(float number)
 {
+    // The shortest text of a float that reads back as the same one has fewer characters.
     std::array<char, 32> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
     return describeDecimal(QLocale::c().toDouble(QString::fromLatin1(text.data(), end - text.data())));
@@ -148,10 +150,12 @@ qint64 integerValue(const QString &text)
     const quint64 limit = negative ? Largest + 1 : Largest;
     for (; isDigitAt(text, at); ++at) {
         const auto digit = static_cast<quint64>(text.at(at).digitValue());
+        // Asked before the digit is put on: the sum itself could be out of range.
         if (number > (limit - digit) / 10)
             return negative ? std::numeric_limits<qint64>::min() : std::numeric_limits<qint64>::max();
         number = number * 10 + digit;
     }
+    // Negated unsigned, since the lowest integer has no positive counterpart.
     return negative ? static_cast<qint64>(0 - number) : static_cast<qint64>(number);
 }
 

@@ -77,9 +77,11 @@ QList<View *> View::subviews() const
 
 void View::addSubview(View *view)
 {
+    // Hidden on purpose, not just because a widget without a parent is not shown yet.
     const bool hidden = view->isHidden() && view->testAttribute(Qt::WA_WState_ExplicitShowHide);
     view->setParent(this);
     view->placeWidget();
+    // A subview that is added stands above its siblings, also when it was one of them already.
     view->raise();
     if (!hidden)
         view->show();
@@ -95,6 +97,7 @@ void View::removeFromSuperview()
     if (!self)
         return;
     setParent(nullptr);
+    // Not at once: this may run in an action of the view, or of one inside it.
     deleteLater();
 }
 
@@ -205,6 +208,7 @@ void View::setEnabled(bool enabled)
 /// Whoever hears of it may take views away.
 void View::tellTakenAway()
 {
+    // Collected before anybody is told, and watched: who is told may delete those that come after.
     QList<QPointer<View>> views;
     for (View *view : findChildren<View *>())
         views.append(view);

@@ -8,6 +8,7 @@ ViewController::ViewController(QObject *parent)
 
 ViewController::~ViewController()
 {
+    // In a window the view belongs to that.
     if (m_view && !m_view->parent())
         delete m_view.data();
 }
@@ -15,6 +16,7 @@ ViewController::~ViewController()
 View *ViewController::view()
 {
     if (!m_loaded) {
+        // Before the loading, which may ask for the view itself.
         m_loaded = true;
         m_view = loadView();
         viewDidLoad();

@@ -22,9 +22,11 @@ WorkQueue::~WorkQueue()
     {
         const std::lock_guard lock(m_mutex);
         m_ending = true;
+        // Taken out under the lock and freed behind it: what a job holds may be anything.
         dropped.swap(m_jobs);
         m_changed.notify_all();
     }
+    // The job under way may be waiting for the main thread, which is this one.
     if (MainQueue::isMainThread())
         MainQueue::drainUntil([this] { return hasEnded(); });
     m_thread->wait();

@@ -18,6 +18,7 @@ namespace interactive {
 namespace {
 
 constexpr qsizetype MaximumGroupInputs = 12;
+/// A slot's box has room for one field.
 constexpr qsizetype MaximumSystemInputs = 1;
 
 Refusal refusal(int code, const char *message)
@@ -28,6 +29,7 @@ Refusal refusal(int code, const char *message)
 std::optional<Refusal> groupRefusal(const platform::Dictionary &config, const platform::Array &list,
                                     qsizetype inputCount, const StationMap &station)
 {
+    // Switches may be named for slots that this station does not have: none is drawn for those.
     if (inputCount > 0 && labels::hasInvalidLabel(list, station.systemIndexToSlotMapping()))
         return refusal(ErrorLabelIsNoSlotName, messages::LabelIsNoSlotName);
     if (static_cast<quint64>(list.size()) > station.slotCount())
@@ -57,6 +59,7 @@ std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGro
                                  const platform::Value &inputs, const platform::Value &switches,
                                  const StationMap &station)
 {
+    // Kept back: what is wrong with the labels themselves says more, and is told in its place.
     std::optional<Refusal> pending;
     if (inputs.isValid() && switches.isValid())
         pending = refusal(ErrorInputAndSwitch, messages::InputAndSwitch);

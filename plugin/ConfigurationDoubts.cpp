@@ -41,10 +41,13 @@ qsizetype distance(const QString &a, const QString &b)
 /// The known key that a word was probably meant to be; empty when none is near.
 QString nearestKey(const QString &word)
 {
+    // The comparison takes time with the product of the lengths, and a word this long is no slip of the pen.
     constexpr qsizetype LongestWord = 64;
     if (word.size() > LongestWord)
         return {};
     QString nearest;
+    // A third of the letters may be wrong, and two in a short word: two that have changed places count as
+    // two.
     qsizetype fewest = std::max<qsizetype>(2, word.size() / 3) + 1;
     for (const QString &key : knownKeys()) {
         const qsizetype steps = distance(word, key);
@@ -67,6 +70,8 @@ QString unknownKey(const QString &key, const QString &method)
 bool isInteger(const QString &text)
 {
     bool ok = false;
+    // Stricter than the reading itself, which takes the digits that a text begins with: whoever wrote "12mm"
+    // should hear of it.
     static_cast<void>(text.trimmed().toLongLong(&ok));
     return ok;
 }

@@ -18,6 +18,8 @@ platform::Value InteractiveView::getData(const platform::Value &systemIndex, pla
         elementAt(station.systemIndexToGroupMapping(), systemIndex, selectors::GetData, "system index");
     log::standard(messages::GetData, {method, group});
 
+    // Not by elementAt(): where a mapping laid out by hand is shorter there is no data, which is no wrong
+    // call.
     const platform::Value slot = station.slotOf(platform::integerValue(systemIndex));
     if (group.isValid() && slot.isValid()) {
         // The record is found by group, not by panel key: it is what a group panel stored for the slot.

@@ -14,6 +14,8 @@ namespace interactive {
 
 namespace {
 
+/// Fainter than what the host's text colours are meant for: until a configuration says otherwise, texts are
+/// black.
 constexpr PanelLook InitialLook{0.3, false};
 constexpr unsigned FollowsBothSides = platform::WidthSizable | platform::HeightSizable;
 
@@ -57,25 +59,22 @@ void InteractiveView::viewDidLoad()
 
     m_rooms->loop.setupLoopButton(this);
     m_rooms->groupButtons.setupGroupButtons(this);
-    setupSplitView();
-    platform::NotificationCenter::defaultCenter().addObserver(
-        this, TextFieldMouseDownNotification, [this](const platform::Notification &notification) {
-            m_rooms->focus.textFieldMouseDown(notification, m_rooms->records);
-        });
-    m_rooms->keys.start();
-}
-
-void InteractiveView::setupSplitView()
-{
     platform::SplitView *splitView = m_rooms->views.splitView();
     splitView->setLayerBackgroundColor(platform::Color::clear());
     splitView->setAutoresizingMask(FollowsBothSides);
     m_rooms->document.followWindow(this);
+    platform::NotificationCenter::defaultCenter().addObserver(
+        this, TextFieldMouseDownNotification, [this](const platform::Notification &notification) {
+            m_rooms->focus.textFieldMouseDown(notification, m_rooms->records);
+        });
+    // Last: a key that is looked at may have to be brought to a panel.
+    m_rooms->keys.start();
 }
 
 std::set<int> InteractiveView::collectionViewShouldSelectItemsAtIndexPaths(platform::CollectionView *,
                                                                            const std::set<int> &)
 {
+    // Tiles only arrange the boxes; to choose one would mean nothing.
     return {};
 }
 

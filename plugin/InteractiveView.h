@@ -120,8 +120,6 @@ protected:
     void viewDidLoad() override;
 
 private:
-    void setupSplitView();
-
     std::unique_ptr<Rooms> m_rooms;
 };
 

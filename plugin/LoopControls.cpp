@@ -89,6 +89,7 @@ void LoopControls::setupLoopButton(QObject *target)
 /// a person's wish.
 bool LoopControls::eventFilter(QObject *watched, QEvent *event)
 {
+    // When the whole window loses the keys the person who was in the field finds the cursor there again.
     if (event->type() == QEvent::FocusOut)
         m_entered = m_entered && static_cast<QFocusEvent *>(event)->reason() == Qt::ActiveWindowFocusReason;
     if (event->type() == QEvent::FocusIn && m_field) {
@@ -122,6 +123,7 @@ void LoopControls::configLoop(platform::View *sender)
     if (QLineEdit *editor = field->currentEditor())
         moveEditorToEnd(editor);
     const QString text = field->stringValue();
+    // A text that is no number reads as 0, which turns loop mode off.
     const qint64 maximum = platform::integerValue(text);
     m_records.startLoop(maximum, m_station.groupCount());
     log::standard(messages::LoopConfigured, {method, field->identifier(), text});

@@ -11,6 +11,7 @@ namespace interactive {
 
 platform::Value InteractiveView::setLoop(const platform::Value &loopMaximum, platform::Error *)
 {
+    // Loop mode takes its number from the field, which is not there yet.
     if (!isViewLoaded())
         return qlonglong{0};
     m_rooms->records.setLoopMaximum(loopMaximum);

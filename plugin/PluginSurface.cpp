@@ -71,6 +71,7 @@ void InteractiveView::interruptWaitingCalls()
 
 void InteractiveView::acceptCalls()
 {
+    // Before calls are accepted: none of the new run may find an answer of the former one.
     m_rooms->records.forgetAllAnswers();
     m_rooms->waits.accept();
 }

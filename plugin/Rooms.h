@@ -44,7 +44,7 @@ struct Rooms
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
     Entries entries{records, slotStates, waits, settings, views, focus};
-    Confirmation confirmation{station, records, slotStates, waits, settings, views, focus, entries, keys};
+    Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};
     Switches switches{station, records, slotStates, settings, views, colors, focus};
     Document document{station, views};

@@ -35,6 +35,7 @@ QString methodName()
 /// The role of a button: what follows the last separator of its identifier.
 QString roleOf(const QString &buttonIdentifier)
 {
+    // Behind the last one, since a panel key may hold separators itself.
     return buttonIdentifier.mid(buttonIdentifier.lastIndexOf(identifiers::Separator) + 1);
 }
 
@@ -45,6 +46,8 @@ QString sortedLabels(const platform::Value &list)
     for (const platform::Value &label : list.toList())
         texts.append(platform::description(label));
     texts.sort();
+    // The unit separator, which no label is written with: labels that hold blanks or commas are not run
+    // together.
     return texts.join(QChar(0x1f));
 }
 
@@ -55,6 +58,7 @@ platform::Value InteractiveView::showInteractiveView(const platform::Value &grou
                                                      const platform::Dictionary &config,
                                                      platform::Error *error)
 {
+    // The call would block the very thread that has to deliver the press it waits for.
     if (MainQueue::isMainThread()) {
         const platform::Value &subject = groupNumber.isValid() ? groupNumber : systemIndex;
         platform::storeError(error, InteractivePluginErrorDomain, ErrorOnMainThread,
@@ -110,9 +114,10 @@ platform::Value ShowCall::run()
     if (m_wanted.wrongType.isEmpty() && !refusal() && cannotBeDrawn())
         return {};
     // The rules are pure, so it is known before the turn comes what the panel will lie upon.
-    Turns::Turn turn(m_rooms.waits.turns(), m_group.text(), m_panelKey.text(), roomNeeded());
+    Turns::Turn turn(m_rooms.waits.turns(), m_subject.groupName.text(), m_subject.panelKey.text(),
+                     roomNeeded());
     if (!turn.hasCome()) {
-        const WaitNotice notice(messages::WaitsForTurn, m_systems);
+        const WaitNotice notice(messages::WaitsForTurn, m_subject.systems);
         if (turn.wait() == Turns::Wake::Interrupted) {
             storeInterrupted();
             return {};
@@ -128,29 +133,21 @@ platform::Value ShowCall::run()
 bool ShowCall::findPanel()
 {
     const StationMap &station = m_rooms.station;
-    platform::Value group;
     if (m_groupNumber.isValid()) {
-        group =
-            elementAt(station.groupNames(), m_groupNumber, selectors::ShowInteractiveView, "group number");
-        m_systems = station.systemsOf(platform::description(group));
-        m_panelKey = m_rooms.waits.panelKey(platform::description(group));
-    } else {
-        if (!isWithin(station.systemIndexToGroupMapping(), m_systemIndex, selectors::ShowInteractiveView,
-                      "system index")) {
-            const QString problem =
-                station.systemCount() == 0
-                    ? platform::formatMessage(messages::NoSystems, {methodName(), m_systemIndex})
-                    : platform::formatMessage(messages::NoSuchSystem,
-                                              {methodName(), m_systemIndex, station.systemCount() - 1});
-            log::error("%@", {problem});
-            platform::storeError(m_error, InteractivePluginErrorDomain, ErrorNoSuchSystem, problem);
-            return false;
-        }
-        group = station.groupOf(platform::integerValue(m_systemIndex));
-        m_systems = {m_systemIndex.toULongLong()};
-        m_panelKey = m_rooms.waits.panelKey(platform::description(m_systemIndex));
+        static_cast<void>(
+            elementAt(station.groupNames(), m_groupNumber, selectors::ShowInteractiveView, "group number"));
+    } else if (!isWithin(station.systemIndexToGroupMapping(), m_systemIndex, selectors::ShowInteractiveView,
+                         "system index")) {
+        const QString problem =
+            station.systemCount() == 0
+                ? platform::formatMessage(messages::NoSystems, {methodName(), m_systemIndex})
+                : platform::formatMessage(messages::NoSuchSystem,
+                                          {methodName(), m_systemIndex, station.systemCount() - 1});
+        log::error("%@", {problem});
+        platform::storeError(m_error, InteractivePluginErrorDomain, ErrorNoSuchSystem, problem);
+        return false;
     }
-    m_group = m_rooms.waits.panelKey(platform::description(group));
+    m_subject = PanelSubject::of(m_groupNumber, m_systemIndex, station, m_rooms.waits);
     return true;
 }
 
@@ -201,14 +198,16 @@ QString ShowCall::question() const
     const QString value = isGroupPanel() ? config::label(m_config) : QString();
     return QStringList{isGroupPanel() ? QStringLiteral("group") : QStringLiteral("slot"), value,
                        sortedLabels(m_wanted.inputs), sortedLabels(m_wanted.switches)}
+        // The record separator stands above the unit separator that parts the labels.
         .join(QChar(0x1e));
 }
 
 void ShowCall::announce()
 {
     MainQueue::async(
-        [&rooms = m_rooms, key = m_panelKey] { rooms.groupButtons.enableGroupButton(true, key); });
-    static_cast<void>(m_rooms.waits.conditionMade(m_panelKey));
+        [&rooms = m_rooms, key = m_subject.panelKey] { rooms.groupButtons.enableGroupButton(true, key); });
+    // Made before the panel: a press looks for the condition of its panel key.
+    static_cast<void>(m_rooms.waits.conditionMade(m_subject.panelKey));
 }
 
 /// In loop mode an answer that was given counts again: nothing is drawn, and no turn is waited for.
@@ -217,36 +216,38 @@ std::optional<platform::Value> ShowCall::answerGivenBefore()
     const bool mayCount = asks() && m_wanted.wrongType.isEmpty() && !isInformative();
     if (!mayCount || !m_rooms.records.isLoopEnabled())
         return std::nullopt;
-    const auto answer = m_rooms.records.answer(m_panelKey.text(), question());
+    const auto answer = m_rooms.records.answer(m_subject.panelKey.text(), question());
     if (!answer)
         return std::nullopt;
     announce();
-    const Turns::Turn turn(m_rooms.waits.turns(), m_group.text(), m_panelKey.text(), Turns::Room::Alone);
+    const Turns::Turn turn(m_rooms.waits.turns(), m_subject.groupName.text(), m_subject.panelKey.text(),
+                           Turns::Room::Alone);
     // Only where no call has a panel in the band: what one waits on is not touched.
     if (turn.hasCome()) {
         MainQueue::sync([this] {
-            m_rooms.views.resetUI(m_panelKey);
+            m_rooms.views.resetUI(m_subject.panelKey);
             m_rooms.document.fit();
         });
-        m_rooms.records.giveAgain(m_panelKey.text(), question(), *answer);
+        m_rooms.records.giveAgain(m_subject.panelKey.text(), question(), *answer);
         if (!isGroupPanel())
-            resetData(m_rooms.records, m_rooms.views, m_panelKey);
+            resetData(m_rooms.records, m_rooms.views, m_subject.panelKey);
     }
     const platform::Value states =
-        answer->states.isValid() ? answer->states : m_rooms.slotStates.of(m_panelKey.text());
+        answer->states.isValid() ? answer->states : m_rooms.slotStates.of(m_subject.panelKey.text());
     return resultOf(answer->record, states);
 }
 
 platform::Value ShowCall::showInTurn()
 {
     announce();
-    if (!m_rooms.groupButtons.isGroupOn(m_group))
-        m_rooms.views.hideFirst(m_panelKey);
+    // What is left of an earlier panel must not be seen while its group is switched off.
+    if (!m_rooms.groupButtons.isGroupOn(m_subject.groupName))
+        m_rooms.views.hideFirst(m_subject.panelKey);
     if (!m_wanted.wrongType.isEmpty()) {
         showProblem(m_wanted.wrongType);
         return {};
     }
-    MainQueue::sync([this] { m_rooms.views.resetUI(m_panelKey); });
+    MainQueue::sync([this] { m_rooms.views.resetUI(m_subject.panelKey); });
     if (isInformative()) {
         if (cannotBeDrawn())
             return {};
@@ -254,8 +255,10 @@ platform::Value ShowCall::showInTurn()
         draw();
         return platform::Dictionary();
     }
-    logCounts();
+    log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
+                                         !m_rooms.records.contains(m_subject.panelKey.text())});
     if (const auto refused = refusal()) {
+        // An error that the caller brought along stays as it is.
         if (!m_error->isPresent())
             platform::storeError(m_error, InteractivePluginErrorDomain, refused->code, refused->message);
         showProblem(refused->message);
@@ -264,12 +267,6 @@ platform::Value ShowCall::showInTurn()
     if (cannotBeDrawn() || !askOperator())
         return {};
     return collectResult();
-}
-
-void ShowCall::logCounts()
-{
-    log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
-                                         !m_rooms.records.contains(m_panelKey.text())});
 }
 
 bool ShowCall::cannotBeDrawn()
@@ -290,7 +287,7 @@ void ShowCall::showProblem(const QString &message)
     const auto columns = static_cast<quint64>(config::integer(config::Column, config));
     if (isGroupPanel() && columns > m_rooms.station.slotCount())
         config.remove(config::Column);
-    if (!showError(m_rooms, message, config, m_group, m_systems))
+    if (!showError(m_rooms, message, config, m_subject.groupName, m_subject.systems))
         storeInterrupted();
 }
 
@@ -299,13 +296,14 @@ bool ShowCall::askOperator()
 {
     // The place is taken before the panel can be pressed, and before the host may ask for the end: neither is
     // lost.
-    Waits::Wait wait(m_rooms.waits, m_panelKey, Waits::Purpose::Answer);
+    Waits::Wait wait(m_rooms.waits, m_subject.panelKey, Waits::Purpose::Answer);
     if (m_rooms.waits.isInterrupted()) {
         storeInterrupted();
         return false;
     }
-    if (m_systemIndex.isValid()) {
-        MainQueue::async([index = m_systemIndex.toULongLong()] {
+    if (m_subject.systemIndex.isValid()) {
+        // Not waited for: the host's highlight is no part of the panel.
+        MainQueue::async([index = m_subject.systemIndex.toULongLong()] {
             KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(index);
         });
     }
@@ -313,23 +311,24 @@ bool ShowCall::askOperator()
     try {
         startRecord();
         draw();
-        const WaitNotice notice(messages::WaitsForOperator, m_systems);
+        const WaitNotice notice(messages::WaitsForOperator, m_subject.systems);
         answered = wait.wait() == Waits::Wake::Pressed;
     } catch (...) {
+        // Whatever went wrong, nobody would hear the buttons of a panel whose call has gone.
         clearPanel(false);
-        m_rooms.records.forget(m_panelKey.text());
+        m_rooms.records.forget(m_subject.panelKey.text());
         throw;
     }
     clearPanel(answered);
     if (!answered) {
         // What was half entered is no answer.
-        m_rooms.records.forget(m_panelKey.text());
+        m_rooms.records.forget(m_subject.panelKey.text());
         if (!isGroupPanel())
-            resetData(m_rooms.records, m_rooms.views, m_panelKey);
+            resetData(m_rooms.records, m_rooms.views, m_subject.panelKey);
         storeInterrupted();
         return false;
     }
-    m_rooms.records.finish(m_panelKey.text());
+    m_rooms.records.finish(m_subject.panelKey.text());
     return true;
 }
 
@@ -338,10 +337,10 @@ void ShowCall::startRecord()
     // A group's panel that asks for another value than the serial number keeps its fields' order.
     const bool keepsAnswers = isGroupPanel() && config::label(m_config) != config::DefaultLabel;
     if (!keepsAnswers)
-        resetData(m_rooms.records, m_rooms.views, m_panelKey);
-    m_rooms.records.start(m_panelKey.text(), config::integer(config::Length, m_config), question());
+        resetData(m_rooms.records, m_rooms.views, m_subject.panelKey);
+    m_rooms.records.start(m_subject.panelKey.text(), config::integer(config::Length, m_config), question());
     if (!isGroupPanel())
-        m_rooms.slotStates.forget(m_panelKey.text());
+        m_rooms.slotStates.forget(m_subject.panelKey.text());
 }
 
 void ShowCall::draw()
@@ -349,8 +348,8 @@ void ShowCall::draw()
     // A panel of switches is drawn for the slots that have one.
     const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
     const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
-    m_rooms.builder.drawUI({m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons,
-                            m_groupNumber, m_systemIndex});
+    m_rooms.builder.drawUI(
+        {m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons, m_subject});
 }
 
 /// Takes the panel away. The keys that followed the press come in only now, when they cannot land in what is
@@ -358,12 +357,12 @@ void ShowCall::draw()
 void ShowCall::clearPanel(bool wasPressed)
 {
     MainQueue::sync([&] {
-        m_rooms.views.resetUI(m_panelKey);
+        m_rooms.views.resetUI(m_subject.panelKey);
         m_rooms.document.fit();
-        if (m_systemIndex.isValid())
+        if (m_subject.systemIndex.isValid())
             KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
-                m_systemIndex.toULongLong());
-        m_rooms.focus.panelGone(m_panelKey);
+                m_subject.systemIndex.toULongLong());
+        m_rooms.focus.panelGone(m_subject.panelKey);
         if (wasPressed)
             m_rooms.keys.release();
     });
@@ -372,12 +371,12 @@ void ShowCall::clearPanel(bool wasPressed)
 void ShowCall::storeInterrupted()
 {
     platform::storeError(m_error, InteractivePluginErrorDomain, ErrorInterrupted,
-                         platform::formatMessage(messages::Interrupted, {methodName(), m_panelKey}));
+                         platform::formatMessage(messages::Interrupted, {methodName(), m_subject.panelKey}));
 }
 
 platform::Value ShowCall::collectResult()
 {
-    const QString key = m_panelKey.text();
+    const QString key = m_subject.panelKey.text();
     const std::optional<platform::Dictionary> found = m_rooms.records.record(key);
     const platform::Value record = found ? platform::Value(*found) : platform::Value();
     const platform::Value states = m_wanted.switchCount > 0 ? m_rooms.slotStates.of(key) : platform::Value();
@@ -386,13 +385,14 @@ platform::Value ShowCall::collectResult()
     if (asks() && (isGroupPanel() || m_rooms.records.isLoopEnabled()))
         m_rooms.records.keepAnswer(key, question(), states);
     if (!isGroupPanel())
-        resetData(m_rooms.records, m_rooms.views, m_panelKey);
+        resetData(m_rooms.records, m_rooms.views, m_subject.panelKey);
     return result;
 }
 
 platform::Value ShowCall::resultOf(const platform::Value &record, const platform::Value &states)
 {
     const platform::Value clickedButton = record.toMap().value(keys::ClickedButton);
+    // "Cancel" leaves no record, and so no answer.
     if (!clickedButton.isValid())
         return record;
     const QString identifier = platform::description(clickedButton);
@@ -407,8 +407,9 @@ platform::Value ShowCall::switchResult(const platform::Value &record, const QStr
                                        const platform::Value &states)
 {
     if (roleOf(clickedButton) != OkRole) {
-        platform::storeError(m_error, InteractivePluginErrorDomain, ErrorSwitchPanelNotConfirmed,
-                             platform::formatMessage(messages::UserCanceled, {methodName(), m_panelKey}));
+        platform::storeError(
+            m_error, InteractivePluginErrorDomain, ErrorSwitchPanelNotConfirmed,
+            platform::formatMessage(messages::UserCanceled, {methodName(), m_subject.panelKey}));
         return record;
     }
     return states.isValid() ? states : record;

@@ -1,15 +1,13 @@
 #pragma once
 
 #include "platform/Error.h"
-#include "platform/Identifier.h"
 #include "platform/Value.h"
 #include "plugin/Configuration.h"
-
-#include <QList>
 
 #include <optional>
 
 #include "common/PanelRecords.h"
+#include "common/PanelSubject.h"
 #include "common/Turns.h"
 #include "common/Waits.h"
 
@@ -48,7 +46,7 @@ private:
 
     [[nodiscard]] bool findPanel();
     void readWanted();
-    [[nodiscard]] bool isGroupPanel() const { return m_groupNumber.isValid(); }
+    [[nodiscard]] bool isGroupPanel() const { return m_subject.isGroup; }
     [[nodiscard]] bool asks() const { return m_wanted.inputCount > 0 || m_wanted.switchCount > 0; }
     [[nodiscard]] bool isInformative() const;
     [[nodiscard]] std::optional<Refusal> refusal() const;
@@ -59,7 +57,6 @@ private:
     [[nodiscard]] std::optional<platform::Value> answerGivenBefore();
     [[nodiscard]] platform::Value showInTurn();
     [[nodiscard]] bool cannotBeDrawn();
-    void logCounts();
     [[nodiscard]] bool askOperator();
     void startRecord();
     void draw();
@@ -77,9 +74,7 @@ private:
     platform::Value m_systemIndex;
     const platform::Dictionary &m_config;
     platform::Error *m_error;
-    platform::Identifier m_group;
-    platform::Identifier m_panelKey;
-    QList<quint64> m_systems; ///< Those that the panel is for.
+    PanelSubject m_subject;
     Wanted m_wanted;
 };
 

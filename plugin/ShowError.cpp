@@ -24,6 +24,8 @@ bool showError(Rooms &rooms, const QString &message, const platform::Dictionary 
     Waits::Wait wait(rooms.waits, identifier, Waits::Purpose::Acknowledgement);
     if (rooms.waits.isInterrupted())
         return false;
+    // The place is taken, so that no press is lost however late the panel is drawn. Should the host end the
+    // wait before that, the job that takes the panel away stands behind this one.
     MainQueue::async(
         [&rooms, message, config, identifier] { rooms.errors.draw(message, config, identifier); });
     const WaitNotice notice(messages::WaitsForOperator, systems);

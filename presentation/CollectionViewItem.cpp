@@ -11,6 +11,8 @@ namespace interactive {
 CollectionViewItem *CollectionViewItem::makeFromInterfaceFile()
 {
     auto view = std::make_unique<CollectionViewItemView>();
+    // Only the names of the views that it makes: they belong to the tile's view, and it may go with this
+    // function.
     Ui::CollectionViewItem interface;
     interface.setupUi(view.get());
     view->setBox(interface.box);

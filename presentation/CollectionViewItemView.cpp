@@ -12,6 +12,7 @@ void CollectionViewItemView::paintEvent(QPaintEvent *event)
         return;
     const QRectF outer(rect());
     QPainterPath band;
+    // The inner rectangle is cut out of the outer one: what stands in the tile is not painted over.
     band.setFillRule(Qt::OddEvenFill);
     band.addRect(outer);
     band.addRect(outer.adjusted(HighlightWidth, HighlightWidth, -HighlightWidth, -HighlightWidth));

@@ -29,6 +29,7 @@ QHash<QString, platform::Color> makeTable()
 
 std::optional<platform::Color> ColorEngine::colorForName(const QString &name)
 {
+    // Made for each look-up: a panel asks for one colour or two, and without a state any thread may ask.
     const QHash<QString, platform::Color> table = makeTable();
     const auto found = table.constFind(name.toLower());
     return found == table.constEnd() ? std::nullopt : std::optional(*found);

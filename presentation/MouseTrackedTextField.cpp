@@ -24,6 +24,7 @@ bool MouseTrackedTextField::becomeFirstResponder()
 {
     if (!platform::TextField::becomeFirstResponder())
         return false;
+    // More panels may be open than the window holds: whoever types must see where it goes.
     bringIntoSight(this);
     return true;
 }
@@ -42,6 +43,8 @@ void MouseTrackedTextField::bringIntoSight(const platform::View *field)
 
 void MouseTrackedTextField::mousePressEvent(QMouseEvent *event)
 {
+    // Taken without the base class, which would place the cursor: whether the field gets the focus is for
+    // whoever observes the press. An event that is not accepted would go on to the box around.
     event->accept();
     platform::NotificationCenter::defaultCenter().post(TextFieldMouseDownNotification, this);
 }

@@ -24,6 +24,7 @@ QList<CollectionViewItemView *> tilesIn(const View *panel)
 {
     QList<CollectionViewItemView *> tiles;
     for (View *child : panel->subviews()) {
+        // An overview stands in a scroll view that never scrolls, see overview::put().
         const auto *scrollView = qobject_cast<ScrollView *>(child);
         if (!scrollView)
             continue;
@@ -54,8 +55,16 @@ QList<View *> PanelViews::panels() const
     return m_splitView ? m_splitView->subviews() : QList<View *>();
 }
 
+platform::TextField *PanelViews::focusedField() const
+{
+    const QWidget *focused = m_rootView ? m_rootView->window()->focusWidget() : nullptr;
+    // The line editor inside has the focus, and the field is around it.
+    return focused ? qobject_cast<platform::TextField *>(focused->parentWidget()) : nullptr;
+}
+
 Responders PanelViews::responders(const QString &key)
 {
+    // A copy, since calls on other threads set and drop lists while this one is gone through.
     return m_responders.lock()->value(key);
 }
 
@@ -118,6 +127,7 @@ QString PanelViews::describeCollections() const
 
 bool PanelViews::isGroupView(const Identifier &identifier) const
 {
+    // A null identifier reads as the empty text, which could be the name of a group.
     return !identifier.isNull() && m_station.groupNumber(identifier.text()).has_value();
 }
 
@@ -138,6 +148,7 @@ View *PanelViews::subView(const View *parent, const Identifier &identifier)
     if (!parent)
         return nullptr;
     for (View *view : parent->subviews()) {
+        // By instance: a text that was put together elsewhere may read alike and name something else.
         if (view->identifier().isSameInstance(identifier))
             return view;
     }
@@ -166,11 +177,14 @@ void PanelViews::resetUI(const Identifier &identifier)
     const bool isGroup = isGroupView(identifier);
     for (View *panel : panels()) {
         if (panel->identifier().isSameInstance(identifier)) {
+            // The overview goes with its panel. It is deleted only later, and until then a new panel would
+            // take it for the one to draw into.
             m_collections.remove(identifier.text());
             log::standard(messages::PanelRemoved, {panel->identifier(), log::describe(panel->subviews())});
             panel->removeFromSuperview();
             return;
         }
+        // By text: the slots' container gets a name made afresh ("G1-group") whenever it is drawn for.
         if (isGroup && identifiers::before(identifiers::Separator, panel->identifier()) == identifier) {
             panel->removeFromSuperview();
             m_collections.remove(identifier.text());
@@ -197,6 +211,8 @@ bool PanelViews::emptyTile(const View *panel, const Identifier &identifier)
 
 void PanelViews::hideFirst(const Identifier &identifier)
 {
+    // Waited for, so that the call goes on with the panel hidden; asked for by its own thread, before it
+    // draws.
     platform::MainQueue::sync([this, &identifier] {
         if (View *panel = subView(m_splitView, identifier))
             panel->setHidden(true);
@@ -225,6 +241,7 @@ bool PanelViews::show(const Identifier &identifier)
 
 void resetData(PanelRecords &records, PanelViews &views, const Identifier &identifier)
 {
+    // In loop mode what was entered counts again in the next pass.
     if (!records.isLoopEnabled())
         records.forget(identifier.text());
     views.dropResponders(identifier.text());

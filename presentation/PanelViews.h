@@ -40,6 +40,9 @@ public:
     /// The split view's children, lowest first.
     [[nodiscard]] QList<platform::View *> panels() const;
 
+    /// The field that takes the keys of the window; null when none does.
+    [[nodiscard]] platform::TextField *focusedField() const;
+
     // The panels' fields. Thread: any.
     [[nodiscard]] Responders responders(const QString &panelKey);
     [[nodiscard]] bool hasResponders(const QString &panelKey);

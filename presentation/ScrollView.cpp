@@ -9,6 +9,8 @@ void ScrollView::wheelEvent(QWheelEvent *event)
 {
     if (platform::View *next = explicitNextResponder()) {
         QCoreApplication::sendEvent(next, event);
+        // Taken, whatever the next one made of it: ignored, it would come there a second time by way of the
+        // parents.
         event->accept();
         return;
     }

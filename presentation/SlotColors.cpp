@@ -48,6 +48,7 @@ void SlotColors::setTextFieldColor(platform::TextField *field, const Value &syst
         field->setTextColor(textColor(systemIndex, alpha));
         return;
     }
+    // Only the white that stands in for a colour is made translucent: the host's own is meant as it is.
     field->setBackgroundColor(Color::white().withAlphaComponent(alpha));
     field->setTextColor(Color::black());
 }
@@ -60,14 +61,20 @@ platform::Box *SlotColors::bgView(const platform::Rect &frame, const Value &syst
     box->setMasksToBounds(true);
     box->setCornerRadius(BoxCornerRadius);
 
+    // Grey is for a box of no system. A system that the host has no colour for leaves its box without one.
     std::optional<Color> color = Color::lightGray();
     if (systemIndex.isValid() && m_settings.customColorEnabled())
         color = KVKColorEngine::backgroundColorForIndex(systemIndex);
     if (color)
         box->setLayerBackgroundColor(color->withAlphaComponent(look.backgroundAlpha));
     if (look.drawShadow)
-        box->setShadow(platform::Shadow{Color::systemGray(), 2.0, {0.0, 0.0}});
+        box->setShadow(boxShadow());
     return box.release();
+}
+
+platform::Shadow SlotColors::boxShadow()
+{
+    return {Color::systemGray(), 2.0, {0.0, 0.0}};
 }
 
 Color SlotColors::boxColor(const Value &systemIndex, const PanelLook &look) const
@@ -77,6 +84,7 @@ Color SlotColors::boxColor(const Value &systemIndex, const PanelLook &look) cons
 
 Color SlotColors::valueColor(const PanelLook &look)
 {
+    // From an opacity of one half on the product is more than opaque, which painting takes as opaque.
     return Color::white().withAlphaComponent(2.0 * look.backgroundAlpha);
 }
 

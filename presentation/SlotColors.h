@@ -9,6 +9,7 @@
 namespace platform {
 class Box;
 class TextField;
+struct Shadow;
 } // namespace platform
 
 namespace interactive {
@@ -34,6 +35,8 @@ public:
 
     /// What fills the box of a slot that is on.
     [[nodiscard]] platform::Color boxColor(const platform::Value &systemIndex, const PanelLook &look) const;
+    /// The shadow of a system's box, where panels have shadows.
+    [[nodiscard]] static platform::Shadow boxShadow();
     /// What lies behind a slot's value, or behind a field that waits: twice as opaque as the box around it,
     /// so that the field stands out from it.
     [[nodiscard]] static platform::Color valueColor(const PanelLook &look);

@@ -8,6 +8,8 @@ namespace interactive {
 
 namespace {
 
+/// Fixed, whatever the panels' setting is: the transformer belongs to the process, and no panel asks it. The
+/// text colour stays opaque, since text that its background shines through cannot be read.
 constexpr double BackgroundOpacity = 0.3;
 
 } // namespace
@@ -42,6 +44,7 @@ SystemIndexToTextColorValueTransformer::transformedValue(const platform::Value &
 
 void registerSystemIndexTransformers()
 {
+    // Every controller registers them, and the registry is the process's.
     static std::once_flag once;
     std::call_once(once, [] {
         using platform::ValueTransformer;

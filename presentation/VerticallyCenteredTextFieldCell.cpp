@@ -6,6 +6,8 @@ namespace interactive {
 
 int verticalInset(double frameHeight, double lineHeight)
 {
+    // Rounded up in single precision, so that a height a hair above a whole number, which only arithmetic has
+    // made, is not taken for a whole point more.
     const auto whole = static_cast<double>(std::ceil(static_cast<float>(lineHeight)));
     // The 1 after the floor makes the text area two points taller than the centred line box.
     return static_cast<int>(std::floor((frameHeight - whole) * 0.5)) - 1;
@@ -20,6 +22,7 @@ VerticallyCenteredTextFieldCell::adjustedFrameToVerticallyCenterText(const platf
 
 platform::Rect VerticallyCenteredTextFieldCell::drawingFrame(const platform::Rect &frame) const
 {
+    // Drawing, editing and selecting use one frame, so that a text stays where it is when its editing begins.
     return TextFieldCell::drawingFrame(adjustedFrameToVerticallyCenterText(frame));
 }
 

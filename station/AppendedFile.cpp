@@ -14,6 +14,7 @@ namespace station {
 
 namespace {
 
+/// What others may not do, the user's own mask takes away.
 constexpr mode_t ReadableByAll = 0666;
 
 /// Not kept by the programs that a sequence starts: they would keep the lock as well.
@@ -66,6 +67,7 @@ bool AppendedFile::endsWithinLine() const
 
 QString AppendedFile::append(const QByteArray &line)
 {
+    // A write that ended short has left half a line, which must not swallow this one.
     const QByteArray bytes = (m_withinLine ? "\n" + line : line) + '\n';
     const QString why = write(bytes);
     // Looked at afterwards, so that a file that goes in between is noticed as well.
@@ -97,6 +99,8 @@ QString AppendedFile::write(const QByteArray &bytes)
 QString AppendedFile::lossOfPath() const
 {
     struct stat open = {};
+    // Writing to a file that was removed or replaced goes on without an error, and nobody would find the
+    // lines.
     struct stat named = {};
     if (::fstat(m_file.number(), &open) != 0)
         return qt_error_string(errno);

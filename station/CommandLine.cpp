@@ -75,6 +75,7 @@ void check(const CommandLine &line, const QCommandLineParser &parser)
             QStringLiteral("does not take '%1'; see --help").arg(parser.positionalArguments().first()));
     if (line.config.isEmpty())
         throw StationError(QStringLiteral("needs --config FILE; see --help"));
+    // A slip in a path is told before anything is loaded or shown.
     requireFile(QStringLiteral("config"), line.config);
     for (const QString &sequence : line.sequences)
         requireFile(QStringLiteral("sequence"), sequence);
@@ -96,6 +97,7 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
+    // Not process(), which ends the program by itself, with a status of its own.
     if (!parser.parse(arguments))
         throw StationError(complaint(parser) + QStringLiteral("; see --help"));
     if (parser.isSet(help)) {

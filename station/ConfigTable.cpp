@@ -50,6 +50,8 @@ std::optional<QString> ConfigTable::text(const char *key) const
     const toml::node *node = m_table.get(key);
     if (!node)
         return std::nullopt;
+    // Exactly, here as below: a number in quotes or a 1 for true is a slip that is better told than guessed
+    // at.
     const auto value = node->value_exact<std::string>();
     if (!value)
         fail(key, QStringLiteral("must be a text"));

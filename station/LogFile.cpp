@@ -17,6 +17,8 @@ void showSystemErrors()
     auto logger =
         std::make_shared<spdlog::logger>("station", std::make_shared<spdlog::sinks::stderr_sink_mt>());
     logger->set_pattern("station: %v");
+    // Errors of the plug-ins go to the log file and the pane; the terminal is for what the station itself
+    // cannot go on with.
     logger->set_level(spdlog::level::critical);
     KVKLogGetAnchor()->setLogger(logger);
 }
@@ -36,6 +38,7 @@ LogFile::LogFile(const QString &path)
     }
     m_file->set_pattern("%Y-%m-%dT%H:%M:%S.%e %l [%t] %v");
     m_file->set_level(spdlog::level::trace);
+    // Line by line: what was logged is to be there when the program is ended hard.
     m_file->flush_on(spdlog::level::trace);
     m_sink = KVKLogGetProxy()->addSink([file = m_file](const KVKLogProxy::Line &line) {
         // Whoever reads the file line by line sees by the indentation that no new entry begins.

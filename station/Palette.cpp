@@ -37,6 +37,7 @@ std::optional<platform::Color> fromHex(const QString &text)
 
 SystemColors defaultColors(int systemIndex)
 {
+    // A station with more systems than colours begins anew with the first.
     return {Backgrounds[static_cast<std::size_t>(systemIndex) % Backgrounds.size()], DarkText};
 }
 

@@ -36,6 +36,7 @@ auto ask(const QString &path, const Question &question)
 {
     try {
         return question();
+        // Its own refusals are told as they are.
     } catch (const StationError &) {
         throw;
     } catch (...) {

@@ -11,6 +11,7 @@ namespace station {
 
 namespace {
 
+/// As the command line's help says of a station that could not start.
 constexpr int CannotStart = 2;
 
 spdlog::level::level_enum levelOf(QtMsgType type)
@@ -36,6 +37,7 @@ void routeMessage(QtMsgType type, const QMessageLogContext &, const QString &mes
         // Qt would abort after this; what was written to files is flushed line by line.
         const std::string firstLine = text.substr(0, text.find('\n'));
         std::fprintf(stderr, "station: %s\n", firstLine.c_str());
+        // Without destructors: Qt calls this from within itself, and is in no state to be taken down.
         std::_Exit(CannotStart);
     }
     KVKLogGetAnchor()->logger()->log(levelOf(type), spdlog::string_view_t(text));

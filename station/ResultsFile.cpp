@@ -127,6 +127,7 @@ void ResultsFile::write(QJsonObject line, const QString &readable)
     if (!m_run.isEmpty())
         line.insert(QStringLiteral("run"), m_run);
     append(line);
+    // Under the lock, so that lines of two sequences are not mixed.
     if (m_prints)
         QTextStream(stdout) << readable << Qt::endl;
 }
@@ -137,6 +138,7 @@ void ResultsFile::append(const QJsonObject &line)
     if (!m_file)
         return;
     const QString why = m_file->append(QJsonDocument(line).toJson(QJsonDocument::Compact));
+    // Told once: each line after the first that is lost would say the same.
     if (why.isEmpty() || std::exchange(m_failed, true))
         return;
     QTextStream(stderr) << "station: results are lost: " << m_file->path() << ": " << why << Qt::endl;

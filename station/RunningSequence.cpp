@@ -79,6 +79,8 @@ void RunningSequence::callWaits(const KVKCallWait &wait)
 
 void RunningSequence::sequenceCalls(const QString &)
 {
+    // A number of its own for each call of the process: whoever looks twice sees whether it is still the same
+    // one that goes on.
     m_call = ++lastCallNumber;
     inCall = this;
 }
@@ -96,6 +98,7 @@ void RunningSequence::sequenceCalled(const KVKLuaCall &call)
 void RunningSequence::tellWait(const KVKCallWait &wait)
 {
     m_waits = !wait.what.isEmpty();
+    // The job may come after the sequence has gone, which alive tells; both end on the main thread.
     platform::MainQueue::async([this, wait, alive = std::weak_ptr<bool>(m_alive)] {
         if (!alive.expired())
             m_listener.waits(wait);

@@ -22,6 +22,7 @@ SequenceRunner::~SequenceRunner()
 {
     KVKExtensionStatusRelay::sharedStatusRelay()->setWaitHandler({});
     stop();
+    // A sequence that ends tells so by a job of the main queue, and may need others of its jobs before that.
     platform::MainQueue::drainUntil([this] { return m_running == 0; });
 }
 
@@ -82,6 +83,7 @@ QList<quint64> SequenceRunner::callsUnderWay() const
         if (sequence->end())
             continue;
         calls.append(sequence->callNumber());
+        // A sequence that is in no call is at work by itself: the run does not stand still.
         if (calls.constLast() == 0)
             return {};
     }

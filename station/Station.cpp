@@ -18,6 +18,7 @@ namespace station {
 
 namespace {
 
+/// Long enough for every call to end that can be ended, short enough that nobody kills the program instead.
 constexpr std::chrono::milliseconds StopLimit{1000};
 constexpr std::chrono::milliseconds BetweenIdleLooks{500};
 const QString NobodyToRunFor = QStringLiteral("no sequence has a system or group to run for");
@@ -168,6 +169,7 @@ void Station::connectRun()
 
 int Station::run()
 {
+    // Lives as long as the event loop that serves it.
     const StopSignal signal([this] { endNow(); });
     m_window->show();
     m_window->activateWindow();
@@ -218,6 +220,7 @@ void Station::endNow()
     if (m_operator)
         m_operator->stop();
     stopRun();
+    // Where a run goes on, the window closes with its end.
     m_window->close();
 }
 

@@ -23,6 +23,8 @@ void writeToSystemLog(KVKLogLevel level, const std::string &message)
 
 KVKLogAnchor::KVKLogAnchor()
     : m_logger(
+          // Until a host gives another one what is logged goes nowhere, so that nobody has to ask whether
+          // there is a logger.
           std::make_shared<spdlog::logger>("interactive", std::make_shared<spdlog::sinks::null_sink_mt>()))
 {}
 
@@ -41,6 +43,7 @@ void KVKLogAnchor::setLogger(std::shared_ptr<spdlog::logger> logger)
 void KVKLogProxy::proxyLogMessage(KVKLogLevel level, const char *format,
                                   const platform::LogArguments &arguments)
 {
+    // Made before the lock is taken: to format may take long, and other threads log, too.
     const Line line{level, platform::formatMessage(format, arguments)};
     const std::lock_guard lock(m_mutex);
     for (const auto &entry : m_sinks) {

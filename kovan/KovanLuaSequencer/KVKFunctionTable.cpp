@@ -31,9 +31,11 @@ bool takes(const QMetaMethod &method, const std::vector<KVKArgType> &arguments)
 QMetaMethod findMethod(const QObject &context, const QString &name, const QByteArray &selector,
                        const std::vector<KVKArgType> &arguments)
 {
+    // A selector's first word is the method's name; the rest names its arguments, which the labels give.
     const QByteArray word = selector.left(selector.indexOf(':'));
     const QMetaObject *meta = context.metaObject();
     bool found = false;
+    // From the end, where the class's own methods stand behind those that it has inherited.
     for (int i = meta->methodCount() - 1; i >= 0; --i) {
         const QMetaMethod method = meta->method(i);
         if (method.name() != word)
@@ -96,6 +98,7 @@ platform::Value KVKBoundFunction::call(const platform::Array &arguments, platfor
                                                                     : static_cast<void *>(&values[i]));
     }
     places.push_back(static_cast<void *>(&error));
+    // On the calling thread: a show call waits in here, and must not do so on the main thread.
     m_context->qt_metacall(QMetaObject::InvokeMetaMethod, m_method.methodIndex(), places.data());
     return result;
 }

@@ -12,6 +12,7 @@
 
 namespace {
 
+/// In seconds, more than eleven days: what a clock can count ends somewhere beyond.
 constexpr double LongestSleep = 1.0e6;
 
 class ArgumentError : public std::runtime_error
@@ -86,6 +87,7 @@ int callPlugin(lua_State *state)
         call.error =
             platform::Error{QStringLiteral("exception"), 0, KVKTextOfException(std::current_exception())};
         scope.observer().sequenceCalled(call);
+        // Told of, and still the sequence's error.
         throw;
     }
     scope.observer().sequenceCalled(call);

@@ -34,10 +34,12 @@ KVKLuaEnd erred(const QString &message)
 KVKLuaEnd run(const QString &path, KVKLuaScope &scope)
 {
     const KVKLuaRunner::End end = scope.run(path);
+    // First of all: how a stopped script ends says nothing, it may even have caught the error.
     if (scope.isStopped())
         return {KVKLuaOutcome::Stopped, {}, QStringLiteral("stopped")};
     if (!end.ok)
         return erred(end.message);
+    // Only false itself fails: a script that returns nothing has passed.
     const bool failed = end.value.metaType() == QMetaType::fromType<bool>() && !end.value.toBool();
     return {failed ? KVKLuaOutcome::Failed : KVKLuaOutcome::Passed, end.value, {}};
 }
@@ -69,6 +71,7 @@ KVKLuaSequence::~KVKLuaSequence()
 void KVKLuaSequence::start()
 {
     try {
+        // The thread holds what it uses: an observer may let go of the sequence while it is told of the end.
         m_run->thread = std::thread([shared = m_run] {
             tellEnd(shared->observer, run(shared->description.scriptPath, shared->scope));
             shared->ended = true;

@@ -30,6 +30,7 @@ KeyStroke strokeOf(char32_t character)
     const QString text = character == U'\n' ? QStringLiteral("\r") : QString::fromUcs4(&character, 1);
     if (const std::optional<int> key = namedKey(character))
         return {*key, Qt::NoModifier, text};
+    // A control character is the letter that its number counts to, with the control key held.
     if (character >= 1 && character <= 26)
         return {Qt::Key_A + static_cast<int>(character) - 1, Qt::ControlModifier, text};
     const bool shifted = QChar::isUpper(character);

@@ -17,6 +17,7 @@ void LogRing::keep(const QString &line)
 {
     const std::scoped_lock lock(m_mutex);
     m_lines.push_back(line);
+    // A run may log for days; a script asks for the latest lines.
     if (m_lines.size() > static_cast<std::size_t>(Capacity))
         m_lines.pop_front();
 }

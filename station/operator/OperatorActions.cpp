@@ -123,6 +123,7 @@ Value OperatorActions::tree(const std::optional<QString> &identifier)
 {
     return MainQueue::sync([&] {
         const View *view = identifier ? firstWithIdentifier(root(), *identifier) : root();
+        // A copy with texts of its own: it is read, and freed, on the script's thread.
         return view ? platform::ownCopy(viewTree(view)) : Value();
     });
 }

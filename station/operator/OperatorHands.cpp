@@ -115,6 +115,8 @@ bool OperatorHands::takeWindow()
 
 void OperatorHands::type(const QString &text)
 {
+    // To the window, as the window system does it: what is in the way of a key is then in its way here, too.
+    // Watched, since a key may close it.
     const QPointer<QWindow> window = m_window->windowHandle();
     for (const KeyStroke &stroke : keyStrokes(text)) {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
@@ -132,6 +134,7 @@ void OperatorHands::click(View *view)
     if (!view->isEnabled())
         throw OperatorFailure(QStringLiteral("it is disabled"));
     scrollIntoSight(view);
+    // A person cannot press what something else lies upon: a script that could would hide the fault.
     requireOperable(view);
     pressAndRelease(view->mapTo(m_window, view->rect().center()));
 }

@@ -56,6 +56,7 @@ OperatorScript::~OperatorScript()
     m_run->finished = nullptr;
     if (!m_run->thread.joinable())
         return;
+    // The script may be waiting for the main thread, which is this one.
     MainQueue::drainUntil([this] { return m_run->ended.load(); });
     m_run->thread.join();
 }

@@ -56,6 +56,8 @@ bool OperatorWait::until(const std::function<bool()> &condition, double seconds)
         if (left <= 0.0)
             return false;
         sleep(std::min(left, pause.count()));
+        // Soon at first, since most panels come at once, then at a pace that leaves the main thread to the
+        // panels.
         pause = std::min(pause * 2.0, LongestPause);
     }
     return true;

@@ -108,6 +108,7 @@ View *firstWithIdentifier(View *root, const QString &identifier)
 QString className(const QObject *object)
 {
     const QString name = QString::fromLatin1(object->metaObject()->className());
+    // Without its namespace, as the log names it.
     return name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
 }
 

@@ -8,6 +8,8 @@ namespace {
 
 double linear(double part)
 {
+    // The curve of the sRGB colour space, and below the shares in which the eye takes red, green and blue for
+    // brightness.
     return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
 }
 
@@ -21,6 +23,8 @@ double luminance(const QColor &color)
 double contrast(const QColor &one, const QColor &other)
 {
     const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    // The 0.05 stands for the light that any screen reflects: without it black would be infinitely far from
+    // all.
     return (lighter + 0.05) / (darker + 0.05);
 }
 

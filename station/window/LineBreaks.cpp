@@ -35,6 +35,7 @@ QString withoutLineBreaks(QString text, const QString &instead)
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (!isBreak(text.at(i)))
             result += text.at(i);
+        // A carriage return and its line feed are one break.
         else if (text.at(i) != QLatin1Char('\n') || i == 0 || text.at(i - 1) != QLatin1Char('\r'))
             result += instead;
     }

@@ -14,6 +14,7 @@
 namespace station {
 namespace {
 
+/// Lines that come in a burst are laid out once, and nobody sees the delay.
 constexpr int FlushMilliseconds = 30;
 constexpr int TextPixels = 12;
 /// A whole dictionary in one line would make the pane's layout slow and tell nobody more.
@@ -67,6 +68,7 @@ public:
             m_lines.pop_front();
             ++m_leftOut;
         }
+        // Told once until the lines are fetched, however many come.
         return !std::exchange(m_told, true);
     }
 
@@ -75,6 +77,7 @@ public:
     {
         const std::scoped_lock lock(m_mutex);
         QList<Entry> lines;
+        // A share at a time: keys and paint have their turn in between.
         while (!m_lines.empty() && lines.size() < LinesAtOnce) {
             lines.append(std::move(m_lines.front()));
             m_lines.pop_front();

@@ -80,6 +80,7 @@ void StationWindow::makeToolBar(const QString &stationName)
     for (QAction *action : {m_run, m_stop}) {
         auto *button = qobject_cast<QToolButton *>(bar->widgetForAction(action));
         button->setAutoRaise(false);
+        // A click must not take the focus from the field that is being scanned into.
         button->setFocusPolicy(Qt::NoFocus);
         button->setMinimumSize(92, 38);
     }

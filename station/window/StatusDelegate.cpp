@@ -115,6 +115,7 @@ QColor StatusDelegate::textColor(const QModelIndex &index)
 {
     const QVariant foreground = index.data(Qt::ForegroundRole);
     QColor wanted = foreground.isValid() ? foreground.value<QBrush>().color() : QColor(Qt::black);
+    // Contrast is reckoned with the colour as it is seen; a translucent one would be seen as another.
     wanted.setAlpha(255);
     return readableOn(rowColor(index), wanted);
 }

@@ -329,7 +329,7 @@ TEST_F(ConfirmationTest, APressWhoseCallIsAnsweredMeanwhileLeavesTheAnswerAsItIs
 {
     // A panel that nobody takes away, with this test in the place of the call that waits.
     start();
-    rooms().builder.drawUI({{}, {}, {}, Array{"Cancel", "Yes"}, 0, {}});
+    rooms().builder.drawUI({{}, {}, {}, Array{"Cancel", "Yes"}, subject(0, {})});
     platform::Condition::Place place(*rooms().waits.getCondition(Identifier("G1")));
     push(button("G1", "Yes"));
     push(button("G1", "Cancel"));

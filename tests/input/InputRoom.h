@@ -89,8 +89,7 @@ protected:
     interactive::Focus focus{station, records, slotStates, views, settings};
     interactive::KeyRouter keys{views, focus};
     interactive::Entries entries{records, slotStates, waits, settings, views, focus};
-    interactive::Confirmation confirmation{station, records, slotStates, waits, settings,
-                                           views,   focus,   entries,    keys};
+    interactive::Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
 };
 
 } // namespace testsupport

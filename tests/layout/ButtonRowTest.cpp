@@ -55,7 +55,7 @@ TEST_F(ButtonRowTest, APanelWithInputsAndSwitchesHasTheButtonsOfASwitchPanel)
 
 TEST_F(ButtonRowTest, SwitchesWithoutASlotToDrawThemForLeaveTheLastButtonPass)
 {
-    rooms().builder.drawUI({{}, {}, Array{"S1"}, {}, 0, {}});
+    rooms().builder.drawUI({{}, {}, Array{"S1"}, {}, subject(0, {})});
     EXPECT_EQ(row("G1"), (std::vector{button(1084, "Cancel", "G1-0-Cancel"), button(1180, "OK", "Pass")}));
 }
 

@@ -111,7 +111,7 @@ TEST_F(MessagePanelTest, AMessagePanelFillsTheBoxesOfAnOverviewThatStandsThereAl
 {
     drawSlot(1, {{"input", Array{"SN"}}});
     // A panel for a group that is kept under a system's key leaves the group's overview alone.
-    rooms().builder.drawUI({{{"message", "Load"}}, Array{"S2"}, {}, {}, 0, 1});
+    rooms().builder.drawUI({{{"message", "Load"}}, Array{"S2"}, {}, {}, subject(0, 1)});
     ASSERT_NE(content("G1", 1), nullptr);
     ASSERT_EQ(inputs(content("G1", 1)).size(), 1);
     EXPECT_EQ(testsupport::identifierOf(inputs(content("G1", 1)).first()), "1-S2");

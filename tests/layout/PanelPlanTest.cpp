@@ -131,7 +131,7 @@ TEST(PanelPlanTest, TheLastButtonIsPassUnlessThePanelHasBothInputsAndSwitches)
     };
     for (const Case &each : cases) {
         PanelPlan panel;
-        panel.panelKey = platform::Identifier("G1");
+        panel.subject.panelKey = platform::Identifier("G1");
         panel.inputs = each.inputs;
         panel.switchCount = each.switches;
         panel.buttons = {"No", "Yes"};

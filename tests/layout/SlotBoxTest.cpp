@@ -266,7 +266,7 @@ TEST_F(SlotBoxTest, WithOneSlotAGroupTheGivenSystemIsUsedForTheOnlyTile)
     station.systemGroups = Array{"G1"};
     station.systemSlots = Array{"S1", "S1", "S1"};
     // The group's tile stands for system 0, and system 2 is beyond the groups.
-    rooms().builder.drawUI({entry, Array{"S1"}, {}, {}, 0, 2});
+    rooms().builder.drawUI({entry, Array{"S1"}, {}, {}, subject(0, 2)});
     ASSERT_NE(tile("G1", 0), nullptr);
     EXPECT_EQ(tile("G1", 0)->systemIndex().toLongLong(), 2);
     EXPECT_FALSE(content("G1", 0)->subviews().isEmpty());

@@ -38,14 +38,14 @@ QList<Kind *> childrenOf(View *parent)
 
 void PanelFixture::drawGroup(qint64 group, const Dictionary &config)
 {
-    rooms().builder.drawUI(
-        {config, inputsOf(config), config.value("switch").toList(), config.value("button"), group, Value()});
+    rooms().builder.drawUI({config, inputsOf(config), config.value("switch").toList(), config.value("button"),
+                            subject(group, Value())});
 }
 
 void PanelFixture::drawSlot(qint64 system, const Dictionary &config)
 {
-    rooms().builder.drawUI(
-        {config, inputsOf(config), config.value("switch").toList(), config.value("button"), Value(), system});
+    rooms().builder.drawUI({config, inputsOf(config), config.value("switch").toList(), config.value("button"),
+                            subject(Value(), system)});
 }
 
 View *PanelFixture::child(View *parent, const QString &identifier)

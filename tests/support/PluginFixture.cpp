@@ -177,6 +177,11 @@ interactive::Rooms &PluginFixture::rooms()
     return plugin().rooms();
 }
 
+interactive::PanelSubject PluginFixture::subject(const Value &groupNumber, const Value &systemIndex)
+{
+    return interactive::PanelSubject::of(groupNumber, systemIndex, rooms().station, rooms().waits);
+}
+
 QWidget &PluginFixture::window()
 {
     start();

@@ -69,6 +69,8 @@ protected:
     interactive::InteractiveView &plugin();
     /// What the plug-in is made of.
     interactive::Rooms &rooms();
+    /// Whose panel a show call with these numbers draws.
+    interactive::PanelSubject subject(const platform::Value &groupNumber, const platform::Value &systemIndex);
     QWidget &window();
 
     // The sequencer
