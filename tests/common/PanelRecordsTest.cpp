@@ -87,6 +87,19 @@ TEST(PanelRecords, AnAnswerGivenAgainIsTheRecordAgain)
     EXPECT_EQ(records.record("G1")->value("S1"), Value("A"));
 }
 
+TEST(PanelRecords, AnAnswerThatWasForgottenMeanwhileIsNotGivenAgain)
+{
+    PanelRecords records;
+    records.start("G1", 0, question);
+    records.store("G1", "S1", "A");
+    records.keepAnswer("G1", question, {});
+    const auto answer = records.answer("G1", question);
+    ASSERT_TRUE(answer.has_value());
+    records.forgetAnswers("G1", false);
+    records.giveAgain("G1", question, *answer);
+    EXPECT_FALSE(records.contains("G1"));
+}
+
 TEST(PanelRecords, ACancelledQuestionHasNoAnswer)
 {
     PanelRecords records;
