@@ -59,6 +59,7 @@ const std::vector<Example> &examples()
          {{"G1", "getData", R"("alpha")"}, {"G1", "getData", R"("beta")"}, {"G1", "getData", R"("gamma")"}}},
         {"loop",
          {{"G1", "isLoopFinished", "0"}, {"G1", "isLoopFinished", "0"}, {"G1", "isLoopFinished", "1"}}},
+        {"together", {{"0", "showView", "true"}, {"1", "showView", "true"}, {"2", "showView", "true"}}},
         {"loop-field", {{"G1", "isLoopFinished", "0"}, {"G1", "isLoopFinished", "1"}}},
         {"refusals/input-and-switch", {{"G1", "showGroupView", "null", 100}}},
         {"refusals/unknown-slot", {{"G1", "showGroupView", "null", 101}}},
