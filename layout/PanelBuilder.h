@@ -1,6 +1,7 @@
 #pragma once
 
 #include "input/Confirmation.h"
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
 #include "layout/Document.h"
@@ -35,6 +36,7 @@ public:
         PanelSettings &settings;
         PanelViews &views;
         Focus &focus;
+        Defaults &defaults;
         /// Named as the target by every control, and the delegate of the overviews.
         QObject *controller;
         platform::CollectionViewDelegate *delegate;
