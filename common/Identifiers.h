@@ -15,6 +15,8 @@ inline const QString Separator = QStringLiteral("-");
 inline const QString SharedInput = QStringLiteral("SharedInput");
 /// The line that tells why an entry was refused.
 inline const QString StatusLine = QStringLiteral("StatusLine");
+/// The bar of a time limit.
+inline const QString TimeBar = QStringLiteral("TimeBar");
 inline const QString LineView = QStringLiteral("lineView");
 inline const QString Group = QStringLiteral("group");
 /// The last button of a row.

@@ -22,6 +22,9 @@ inline constexpr char UserCanceled[] = "%s: User canceld interactive view: %@";
 inline constexpr char Interrupted[] = "%s: The station stopped while waiting for the operator: %@";
 inline constexpr char OnMainThread[] =
     "%s: Must not be called on the main thread, where it would wait for itself: %@";
+inline constexpr char InsideFunction[] =
+    "%s: Must not be called inside a function that was handed to a call, which would wait for itself: %@";
+inline constexpr char TimeOver[] = "%s: The panel was not answered within its time limit of %@ s: %@";
 inline constexpr char NoSuchSystem[] = "%s: system index %@ is beyond the station's systems (0 to %ld)";
 inline constexpr char NoSystems[] = "%s: system index %@ is beyond the station, which has no systems";
 inline constexpr char LengthTooLong[] =
@@ -85,6 +88,8 @@ inline constexpr char IsNoChoice[] = "it is none of the choices";
 inline constexpr char NothingChosen[] = "nothing is chosen";
 inline constexpr char FitsSeveralChoices[] = "it fits %ld of the choices";
 inline constexpr char WasGivenBefore[] = "it was given before";
+inline constexpr char IsNotValid[] = "the sequence does not take it";
+inline constexpr char IsBeingChecked[] = "\"%@\" is being checked ...";
 
 // Log lines of more than one place
 inline constexpr char InvalidSender[] = "Invalid call for %s from sender: %@";
@@ -128,6 +133,8 @@ inline constexpr char MessageCalled[] = "Called: %s, message: %@";
 inline constexpr char PanelRemoved[] = "%@ removed with subViews %@";
 inline constexpr char ErrorWithoutPanel[] = "%s: no panel to show the message on: %@";
 
+inline constexpr char TimeLeft[] = "Time left: %ld s";
+
 // Groups
 inline constexpr char GroupClicked[] = "%s: viewIdentifier %@ button %@ new state: %ld";
 inline constexpr char LastGroupKept[] = "%s: Cannot disable all groups, re-enabled current group: %@";
@@ -159,6 +166,8 @@ inline constexpr char InputModified[] = "%s: %@, %@, %@";
 inline constexpr char Confirming[] = "%s: %@. responders: %@ ";
 inline constexpr char AllSlotsOff[] = "%@: every slot is switched off. Switch one on, or press \"Cancel\".";
 inline constexpr char NothingEntered[] = "%@: nothing is entered yet.";
+inline constexpr char PressedBeforeEntry[] =
+    "%@: the button was pressed before the entry that is being made. Press it again.";
 inline constexpr char GroupIsOff[] = "%@ is switched off: switch the group on to confirm.";
 inline constexpr char UnknownException[] = "an exception of an unknown type";
 inline constexpr char GroupDisabled[] = "%s: Inputs are valid. But group is disabled.";

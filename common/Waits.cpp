@@ -19,6 +19,20 @@ QString describe(const std::shared_ptr<Condition> &condition)
                : QStringLiteral("(null)");
 }
 
+Waits::Wake wakeOf(Condition::Wake wake)
+{
+    switch (wake) {
+    case Condition::Wake::Signalled:
+        return Waits::Wake::Pressed;
+    case Condition::Wake::Asked:
+        return Waits::Wake::Asked;
+    case Condition::Wake::TimedOut:
+        return Waits::Wake::TimedOut;
+    default:
+        return Waits::Wake::Interrupted;
+    }
+}
+
 } // namespace
 
 Waits::Wait::Wait(Waits &waits, const Identifier &panelKey, Purpose purpose)
@@ -38,7 +52,12 @@ Waits::Wait::~Wait()
 
 Waits::Wake Waits::Wait::wait()
 {
-    return m_place.wait() == Condition::Wake::Signalled ? Wake::Pressed : Wake::Interrupted;
+    return wakeOf(m_place.wait());
+}
+
+Waits::Wake Waits::Wait::end()
+{
+    return wakeOf(m_place.end());
 }
 
 bool Waits::Press::isOpen() const
@@ -130,6 +149,18 @@ bool Waits::isAnswered(const Identifier &key)
     const std::shared_ptr<Condition> condition = find(key.text());
     // A ticket that is made now and refused now: places are taken, and each has had its signal.
     return condition && !condition->accepts(condition->ticket());
+}
+
+void Waits::ask(const QString &key)
+{
+    if (const std::shared_ptr<Condition> condition = find(key))
+        condition->ask();
+}
+
+bool Waits::endOverdue(const QString &key)
+{
+    const std::shared_ptr<Condition> condition = find(key);
+    return condition && condition->endOverdue();
 }
 
 void Waits::interrupt()

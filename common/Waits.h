@@ -25,7 +25,12 @@ public:
         Answer,          ///< It ends the asking; what was entered is the answer.
         Acknowledgement, ///< Somebody has read an error; there is nothing to record.
     };
-    enum class Wake { Pressed, Interrupted };
+    enum class Wake {
+        Pressed,
+        Interrupted,
+        Asked,    ///< There is work to be done between; the wait goes on with the next wait().
+        TimedOut, ///< The wait's own limit has come.
+    };
 
     /// A call's place on its panel's condition. It is taken before the panel can be pressed, so that no press
     /// is lost, and given back when it goes.
@@ -37,9 +42,14 @@ public:
         Wait(const Wait &) = delete;
         Wait &operator=(const Wait &) = delete;
 
-        /// Blocks until the panel was pressed, or until the host ends all calls. An end from before the place
-        /// was taken is told by isInterrupted(), which is asked before anything is drawn.
+        /// Ends the wait at a time at the latest. Called before the first wait().
+        void setLimit(platform::Condition::Time limit) { m_place.setLimit(limit); }
+        /// Blocks until the panel was pressed, until the host ends all calls, until the limit, or until there
+        /// is work to be done. An end from before the place was taken is told by isInterrupted(), which is
+        /// asked before anything is drawn.
         [[nodiscard]] Wake wait();
+        /// Ends the wait unless something else has: from now on no press can. How it has ended.
+        Wake end();
 
     private:
         Waits &m_waits;
@@ -84,6 +94,12 @@ public:
     [[nodiscard]] bool isWaited(const QString &panelKey);
     /// Whether the call that drew the panel has been answered already and only collects the answer.
     [[nodiscard]] bool isAnswered(const platform::Identifier &panelKey);
+
+    /// Wakes the call that waits on a panel of the key, for work. Never lost, and never an end; nothing where
+    /// no call waits.
+    void ask(const QString &panelKey);
+    /// Ends the wait on the panel when its limit has come, also while its call works; whether it has come.
+    bool endOverdue(const QString &panelKey);
 
     [[nodiscard]] Turns &turns() { return m_turns; }
 

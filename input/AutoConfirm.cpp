@@ -39,12 +39,12 @@ void AutoConfirm::look(const Identifier &key)
 }
 
 /// What the record holds counts: a default that nobody has confirmed is not in it, and neither is an entry
-/// that was refused or is still being checked.
+/// that was refused. One that waits for its verdict is, and may be taken out again.
 bool AutoConfirm::isComplete(const Identifier &key) const
 {
     const TextField *field = m_views.entryField(key.text());
     const std::optional<platform::Dictionary> record = m_records.record(key.text());
-    if (!field || field->hasBegunEntry() || !record)
+    if (!field || field->hasBegunEntry() || !record || m_checks.arePending(key.text()))
         return false;
     if (!m_views.isGroupView(key))
         return record->contains(identifiers::slotPart(field->identifier()));

@@ -6,6 +6,7 @@
 #include <functional>
 #include <utility>
 
+#include "common/Checks.h"
 #include "common/PanelRecords.h"
 #include "common/RulesInForce.h"
 #include "common/StationMap.h"
@@ -19,10 +20,11 @@ class AutoConfirm
 {
 public:
     AutoConfirm(const StationMap &station, const PanelRecords &records, const RulesInForce &rules,
-                const Focus &focus, PanelViews &views)
+                Checks &checks, const Focus &focus, PanelViews &views)
         : m_station(station)
         , m_records(records)
         , m_rules(rules)
+        , m_checks(checks)
         , m_focus(focus)
         , m_views(views)
     {}
@@ -40,6 +42,7 @@ private:
     const StationMap &m_station;
     const PanelRecords &m_records;
     const RulesInForce &m_rules;
+    Checks &m_checks;
     const Focus &m_focus;
     PanelViews &m_views;
     std::function<void(platform::View *button)> m_press;

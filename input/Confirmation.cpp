@@ -53,6 +53,12 @@ bool clearsOnly(const platform::Button *button)
     });
 }
 
+/// What stands in the field that takes a panel's entries.
+QString lastWritten(const Responders &fields)
+{
+    return fields.isEmpty() || !fields.last() ? QString() : fields.last()->stringValue();
+}
+
 void say(const QString &message)
 {
     // Not waited for: nothing depends on it, and the next press should not wait for the status line.
@@ -67,15 +73,18 @@ struct Confirmation::Press
     QPointer<platform::Button> button;
     QString title;
     Identifier identifier;
-    Waits::Press wait;
+    Waits::Press wait = {};
+    quint64 refusals = 0; ///< How many verdicts had refused an entry of the panel by then.
+    QString written = {}; ///< What the panel's last field held when the press began to wait for verdicts.
 };
 
-Confirmation::Confirmation(const StationMap &station, PanelRecords &records, Waits &waits,
+Confirmation::Confirmation(const StationMap &station, PanelRecords &records, Waits &waits, Checks &checks,
                            const PanelSettings &settings, PanelViews &views, Focus &focus, Defaults &defaults,
                            Entries &entries, KeyRouter &keys)
     : m_station(station)
     , m_records(records)
     , m_waits(waits)
+    , m_checks(checks)
     , m_settings(settings)
     , m_views(views)
     , m_focus(focus)
@@ -94,8 +103,16 @@ void Confirmation::confirmBtnClicked(platform::View *sender)
     }
     // As things stand now: by the time the worker looks, the button may be gone and its panel another call's.
     Press press{button, button->title(), button->identifier(), {}};
-    if (const platform::View *parent = button->superview())
-        press.wait = m_waits.press(identifiers::before(identifiers::Separator, parent->identifier()));
+    if (const platform::View *parent = button->superview()) {
+        const Identifier key = identifiers::before(identifiers::Separator, parent->identifier());
+        press.wait = m_waits.press(key);
+        press.refusals = m_refusals.value(key.text());
+    }
+    perform(press);
+}
+
+void Confirmation::perform(const Press &press)
+{
     // From here on and not when the work begins: a scanner may have sent its first characters by then.
     m_keys.hold();
     m_queue.async([this, press] {
@@ -122,18 +139,22 @@ bool Confirmation::carryOut(const Press &press)
     Identifier parent;
     QString fields;
     bool clears = false;
-    MainQueue::sync([&] {
+    // First of all: a panel that has ended by itself may be gone, with nobody left to name it by.
+    const bool isOpen = MainQueue::sync([&] {
+        if (!press.wait.isOpen())
+            return false;
         parent = PanelViews::getParentIdentifier(press.button);
         fields = m_views.describeResponders();
         clears = press.title == ClearTitle && clearsOnly(press.button);
+        return true;
     });
+    // A press whose call has been answered meanwhile, by an earlier press, has nothing to say any more.
+    if (!isOpen)
+        return false;
     log::debug(messages::Confirming, {selectors::blockName(selectors::ConfirmBtnClicked), parent, fields});
     if (parent.isNull())
         return false;
     const Identifier key = identifiers::before(identifiers::Separator, parent);
-    // A press whose call has been answered meanwhile, by an earlier press, has nothing to say any more.
-    if (!press.wait.isOpen())
-        return false;
     const bool records = press.wait.purpose() == Waits::Purpose::Answer;
     // No call has announced this panel, so there is no wait to end; that the button was pressed is noted.
     if (!m_waits.getCondition(key)) {
@@ -143,11 +164,15 @@ bool Confirmation::carryOut(const Press &press)
     // A group's panel that asks for nothing has nothing to clear, and is ended by each of its buttons.
     const bool asksForNothing = m_views.isGroupView(key) && !asksForEntries(m_views.responders(key.text()));
     if (clears && records && !asksForNothing) {
-        m_records.clear(key.text());
-        clearAllInputs(key);
+        clear(key);
         return false;
     }
-    if (press.title == OkTitle && !confirm(press, key))
+    if (press.title == OkTitle && records && !checkAllInputs(key))
+        return false;
+    // Behind the check, which may have found an entry that nobody has ended with Return.
+    if (records && press.title != CancelTitle && waitsForChecks(press, key))
+        return false;
+    if (press.title == OkTitle && !confirm(key))
         return false;
     // Everything that the answer depends on is written before the wait ends; a press that is refused leaves
     // no mark.
@@ -155,14 +180,59 @@ bool Confirmation::carryOut(const Press &press)
         m_records.forget(key.text());
     else if (records)
         m_records.press(key.text(), press.identifier.text());
-    return press.wait.end();
+    if (!press.wait.end())
+        return false;
+    m_checks.waitHasEnded(key.text(), true);
+    return true;
 }
 
-/// Whether "OK" may end the panel.
-bool Confirmation::confirm(const Press &press, const Identifier &key)
+/// Keeps the press when verdicts are to come, and drops it when one that has come since refused an entry.
+/// Asked on the main thread, where verdicts come in: none is missed between the question and the keeping.
+bool Confirmation::waitsForChecks(const Press &press, const Identifier &key)
 {
-    if (press.wait.purpose() == Waits::Purpose::Answer && !checkAllInputs(key))
-        return false;
+    return MainQueue::sync([&] {
+        if (m_refusals.value(key.text()) != press.refusals)
+            return true;
+        if (!m_checks.arePending(key.text()))
+            return false;
+        Press waiting = press;
+        waiting.written = lastWritten(m_views.responders(key.text()));
+        m_waiting.insert(key.text(), std::make_shared<const Press>(waiting));
+        return true;
+    });
+}
+
+void Confirmation::entryWasJudged(const Identifier &key, Entries::Judged judged)
+{
+    const bool mayEnd = judged != Entries::Judged::Refused;
+    if (!mayEnd)
+        ++m_refusals[key.text()];
+    if (!m_waiting.contains(key.text()) || (mayEnd && m_checks.arePending(key.text())))
+        return;
+    const std::shared_ptr<const Press> press = m_waiting.take(key.text());
+    if (!mayEnd)
+        return;
+    // Keys were not held since the press: what is being typed by now was not there when it was made, and must
+    // not be taken for an answer half written.
+    const Responders fields = m_views.responders(key.text());
+    const bool isBegun = !fields.isEmpty() && fields.last() && fields.last()->hasBegunEntry();
+    if (isBegun && lastWritten(fields) != press->written)
+        say(platform::formatMessage(messages::PressedBeforeEntry, {key}));
+    else
+        perform(*press);
+}
+
+void Confirmation::clear(const Identifier &key)
+{
+    m_records.clear(key.text());
+    m_checks.drop(key.text());
+    MainQueue::sync([&] { m_waiting.remove(key.text()); });
+    clearAllInputs(key);
+}
+
+/// Whether "OK", which finds nothing missing, may end the panel.
+bool Confirmation::confirm(const Identifier &key)
+{
     if (!MainQueue::sync([&] { return m_groups.isOn(key); })) {
         log::error(messages::GroupDisabled, {selectors::blockName(selectors::ConfirmBtnClicked)});
         say(platform::formatMessage(messages::GroupIsOff, {key}));

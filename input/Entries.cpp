@@ -48,13 +48,14 @@ struct Entries::Entry
 };
 
 Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
-                 const GivenAnswers &answers, const PanelSettings &settings, PanelViews &views, Focus &focus,
-                 Defaults &defaults, AutoConfirm &autoConfirm)
+                 const GivenAnswers &answers, Checks &checks, const PanelSettings &settings,
+                 PanelViews &views, Focus &focus, Defaults &defaults, AutoConfirm &autoConfirm)
     : m_records(records)
     , m_slotStates(slotStates)
     , m_waits(waits)
     , m_rules(rules)
     , m_answers(answers)
+    , m_checks(checks)
     , m_settings(settings)
     , m_views(views)
     , m_focus(focus)
@@ -160,12 +161,7 @@ TextField *Entries::entryTarget(const Entry &entry)
     // A slot's panel has no switch states, so no slot is pending there: the field's own takes the entry.
     if (!entry.pendingSlot.isValid())
         return entry.field;
-    const QString slot = platform::description(entry.pendingSlot);
-    for (const QPointer<TextField> &field : m_views.responders(entry.panelKey.text())) {
-        if (field && identifiers::slotPart(field->identifier()) == slot)
-            return field;
-    }
-    return nullptr;
+    return fieldOf(entry.panelKey, platform::description(entry.pendingSlot));
 }
 
 /// Why the entry must not be stored, in words for the operator; empty when it may.
@@ -220,17 +216,121 @@ void Entries::acceptEntry(const Entry &entry)
     if (entry.pendingSlot.isValid()) {
         entry.field->setStringValue(QString());
         entry.target->setStringValue(shown);
-        entry.target->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key, m_settings.look())));
         // Under the slot that it went to and not under the field's name, which is the shared one.
         m_records.store(key, entry.slot(), entry.value);
+        checkOrTake(entry, *entry.target);
         m_defaults.offer(entry.panelKey);
     } else if (entry.ownSlot != identifiers::SharedInput && !m_views.responders(key).isEmpty()) {
         if (shown != entry.text)
             entry.field->setStringValue(shown);
         m_records.store(key, entry.ownSlot, entry.value);
+        checkOrTake(entry, *entry.field);
     } else {
         m_outcome = Outcome::NoSlotWaits;
     }
+}
+
+/// An entry that stands in the record waits there for the verdict of its call's own function, if there is
+/// one: so the entries behind it go to other slots, and an equal one is a duplicate.
+void Entries::checkOrTake(const Entry &entry, TextField &field)
+{
+    const QString key = entry.panelKey.text();
+    if (m_rules.of(key)->validate) {
+        if (m_checks.ask(key, entry.slot(), entry.value, entry.text))
+            m_waits.ask(key);
+        if (m_checks.isPending(key, entry.slot())) {
+            field.setBackgroundColor(SlotColors::checkingColor());
+            m_views.tell(key, platform::formatMessage(messages::IsBeingChecked, {entry.text}));
+            return;
+        }
+    }
+    becomeValid(entry.panelKey, field);
+}
+
+/// The one place where an entry becomes part of the answer, at once or by a verdict.
+void Entries::becomeValid(const Identifier &panelKey, TextField &field) const
+{
+    const QString key = panelKey.text();
+    field.setBackgroundColor(m_views.isGroupView(panelKey)
+                                 ? SlotColors::valueColor(m_views.lookOf(key, m_settings.look()))
+                                 : platform::Color::white());
+}
+
+Entries::Judged Entries::judge(const Identifier &panelKey, const Check &check, bool isGood,
+                               const QString &why)
+{
+    const QString key = panelKey.text();
+    const std::optional<platform::Dictionary> record = m_records.record(key);
+    const bool stands = record && record->value(check.slot) == check.value;
+    TextField *field = fieldOf(panelKey, check.slot);
+    // Cleared, replaced or opened again meanwhile; or the call has its answer and takes its panel away.
+    if (!m_checks.settle(key, check, isGood) || !stands || !field || m_waits.isAnswered(panelKey)) {
+        tellNextCheck(key, check);
+        return Judged::Dropped;
+    }
+    if (!isGood) {
+        takeBack(panelKey, check, why);
+        return Judged::Refused;
+    }
+    becomeValid(panelKey, *field);
+    tellNextCheck(key, check);
+    m_autoConfirm.look(panelKey);
+    return Judged::Good;
+}
+
+/// Nothing is told over the reason why another entry was refused, whose slot still waits.
+void Entries::tellNextCheck(const QString &key, const Check &checked) const
+{
+    if (m_views.told(key) != platform::formatMessage(messages::IsBeingChecked, {checked.text}))
+        return;
+    const QList<Check> left = m_checks.pending(key);
+    m_views.tell(key, left.isEmpty()
+                          ? QString()
+                          : platform::formatMessage(messages::IsBeingChecked, {left.first().text}));
+}
+
+void Entries::takeBack(const Identifier &panelKey, const Check &check, const QString &why)
+{
+    TextField *field = fieldOf(panelKey, check.slot);
+    log::error(messages::InvalidInput,
+               {selectors::bracketed(selectors::CheckInput), field->identifier(), check.text});
+    static_cast<void>(m_records.discard(panelKey.text(), check.slot));
+    field->setBackgroundColor(platform::Color::standardRed());
+    // What the function says about this entry says more than what is said about all.
+    if (why.isEmpty())
+        m_views.tell(panelKey.text(),
+                     refusalText(panelKey.text(), check.text, QLatin1String(messages::IsNotValid)));
+    else
+        m_views.tell(panelKey.text(), platform::formatMessage(messages::Refused, {check.text, why}));
+    // The verdict comes when it comes, unlike that of Return: whoever is about to scan into another field
+    // that waits is not led away from it.
+    const TextField *focused = m_views.focusedField();
+    const bool isElsewhere = focused && focused != field && !focused->identifier().isNull() &&
+                             m_focus.needsEntry(identifiers::panelPart(focused->identifier()));
+    if (m_views.isGroupView(panelKey))
+        m_defaults.offer(panelKey);
+    if (m_focus.begunEntry() || isElsewhere)
+        return;
+    if (m_views.isGroupView(panelKey))
+        m_focus.handOn(panelKey);
+    else
+        field->selectText();
+}
+
+TextField *Entries::fieldOf(const Identifier &panelKey, const QString &slot) const
+{
+    for (const QPointer<TextField> &field : m_views.responders(panelKey.text())) {
+        if (field && identifiers::slotPart(field->identifier()) == slot)
+            return field;
+    }
+    return nullptr;
+}
+
+QString Entries::refusalText(const QString &panelKey, const QString &text, const QString &why) const
+{
+    const QString hint = m_rules.of(panelKey)->hint;
+    return hint.isEmpty() ? platform::formatMessage(messages::Refused, {text, why})
+                          : platform::formatMessage(messages::RefusedWithHint, {hint, why});
 }
 
 void Entries::rejectEntry(const Entry &entry, const QString &why)
@@ -239,9 +339,7 @@ void Entries::rejectEntry(const Entry &entry, const QString &why)
                {selectors::bracketed(selectors::CheckInput), entry.identifier, entry.text});
     entry.field->setBackgroundColor(platform::Color::standardRed());
     entry.field->selectText();
-    const QString hint = m_rules.of(entry.panelKey.text())->hint;
-    const QString told = hint.isEmpty() ? platform::formatMessage(messages::Refused, {entry.text, why})
-                                        : platform::formatMessage(messages::RefusedWithHint, {hint, why});
+    const QString told = refusalText(entry.panelKey.text(), entry.text, why);
     m_views.tell(entry.panelKey.text(),
                  m_confirmsDefault ? platform::formatMessage(messages::RefusedFor, {entry.slot(), told})
                                    : told);
@@ -266,8 +364,10 @@ void Entries::refuseIn(const TextField *field, const platform::RefusedEntry &ref
 void Entries::forgetOwnEntry(const Identifier &field)
 {
     const Identifier panelKey = identifiers::before(identifiers::Separator, field);
-    if (!m_views.isGroupView(panelKey))
-        static_cast<void>(m_records.discard(panelKey.text(), identifiers::slotPart(field)));
+    if (m_views.isGroupView(panelKey))
+        return;
+    static_cast<void>(m_records.discard(panelKey.text(), identifiers::slotPart(field)));
+    m_checks.drop(panelKey.text(), identifiers::slotPart(field));
 }
 
 bool Entries::checkDuplicatedInput(const QString &text, const Identifier &key) const

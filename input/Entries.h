@@ -8,6 +8,7 @@
 
 #include <optional>
 
+#include "common/Checks.h"
 #include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
@@ -27,8 +28,8 @@ class Entries
 {
 public:
     Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
-            const GivenAnswers &answers, const PanelSettings &settings, PanelViews &views, Focus &focus,
-            Defaults &defaults, AutoConfirm &autoConfirm);
+            const GivenAnswers &answers, Checks &checks, const PanelSettings &settings, PanelViews &views,
+            Focus &focus, Defaults &defaults, AutoConfirm &autoConfirm);
 
     /// What Return in a field does: checks the entry, and lets the focus go on when it was accepted.
     void endEntry(platform::View *sender);
@@ -41,6 +42,15 @@ public:
     [[nodiscard]] bool confirmDefaults(const platform::Identifier &panelKey);
     /// True when the text may be stored. Thread: any.
     [[nodiscard]] bool checkDuplicatedInput(const QString &text, const platform::Identifier &panelKey) const;
+    /// What became of a verdict.
+    enum class Judged {
+        Dropped, ///< Its entry, or its panel, is gone or answered.
+        Good,
+        Refused,
+    };
+    /// Carries out the verdict of the call's own function about an entry that stands in the record already:
+    /// one that is refused is taken out of it again, and its slot waits anew.
+    Judged judge(const platform::Identifier &panelKey, const Check &check, bool isGood, const QString &why);
     /// An entry that cannot be taken at all, whoever sent it: says so to the operator and in the log.
     static void refuse(const QString &text, const QString &why);
     /// The same of an entry that its field has refused before it was whole; what the field held before is no
@@ -55,6 +65,13 @@ private:
     [[nodiscard]] QString whyRefused(Entry &entry) const;
     [[nodiscard]] bool wasGivenBefore(const Entry &entry, const AskRules &rules) const;
     void acceptEntry(const Entry &entry);
+    void checkOrTake(const Entry &entry, platform::TextField &field);
+    void becomeValid(const platform::Identifier &panelKey, platform::TextField &field) const;
+    void takeBack(const platform::Identifier &panelKey, const Check &check, const QString &why);
+    [[nodiscard]] platform::TextField *fieldOf(const platform::Identifier &panelKey,
+                                               const QString &slot) const;
+    [[nodiscard]] QString refusalText(const QString &panelKey, const QString &text, const QString &why) const;
+    void tellNextCheck(const QString &panelKey, const Check &checked) const;
     void rejectEntry(const Entry &entry, const QString &why);
     void forgetOwnEntry(const platform::Identifier &field);
     [[nodiscard]] platform::TextField *entryTarget(const Entry &entry);
@@ -64,6 +81,7 @@ private:
     Waits &m_waits;
     const RulesInForce &m_rules;
     const GivenAnswers &m_answers;
+    Checks &m_checks;
     const PanelSettings &m_settings;
     PanelViews &m_views;
     Focus &m_focus;

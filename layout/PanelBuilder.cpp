@@ -6,6 +6,7 @@
 #include "platform/MainQueue.h"
 #include "presentation/ColorEngine.h"
 #include "presentation/ScrollView.h"
+#include "presentation/TimeBar.h"
 
 #include "common/ConfigValues.h"
 #include "common/Identifiers.h"
@@ -32,12 +33,13 @@ PanelBuilder::PanelBuilder(const House &house, SlotBoxes &boxes, Document &docum
     , m_confirmation(confirmation)
 {}
 
-void PanelBuilder::drawUI(const PanelRequest &request)
+std::optional<std::chrono::steady_clock::time_point> PanelBuilder::drawUI(const PanelRequest &request)
 {
     PanelPlan plan = plan::made(request, m_house.station.slotCount(), m_house.settings);
     // Waited for: what went wrong in drawing belongs to the call, which must not wait on a panel that does
     // not stand.
     platform::MainQueue::sync([this, &plan] { drawPanel(plan); });
+    return plan.timeEnds;
 }
 
 QString PanelBuilder::panelProblem(const platform::Dictionary &config) const
@@ -219,11 +221,29 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
     drawing.made.release(); // NOLINT(bugprone-unused-return-value): the split view owns it from here
     m_house.views.splitView()->addSubview(drawing.container);
     m_document.add(drawing.container, drawing.plan.subject.groupNumber, drawing.geometry);
+    drawTimeBar(drawing);
     revealPanel(drawing);
     m_house.defaults.offer(drawing.plan.subject.panelKey);
     // Only now: a container that was just made had no window before, where a field takes no focus.
     m_house.focus.unhideUI(drawing.plan.subject.panelKey);
     m_house.focus.panelOpened(drawing.plan.subject.panelKey);
+}
+
+/// Last of all, and over everything: its time begins when the panel can be seen.
+void PanelBuilder::drawTimeBar(PanelDrawing &drawing)
+{
+    PanelPlan &plan = drawing.plan;
+    platform::View *around = plan.isGroupPanel() ? drawing.container : drawing.box;
+    if (!plan.rules->timeLimit || plan.isInformative() || !around)
+        return;
+    const QString key = plan.subject.panelKey.text();
+    auto made = std::make_unique<TimeBar>(drawing.geometry.timeBar(), *plan.rules->timeLimit,
+                                          [over = m_house.timeIsOver, key] { over(key); });
+    plan.timeEnds = made->end();
+    TimeBar *bar = parts::add(*around, std::move(made));
+    bar->setIdentifier(identifiers::named(key, identifiers::TimeBar));
+    if (plan.isGroupPanel())
+        parts::followWidth(*around, *bar, 0.0, platform::LargestCoordinate);
 }
 
 /// More may be open than the window holds. Whoever is typing keeps sight of what is typed.

@@ -11,6 +11,10 @@
 #include "platform/CollectionView.h"
 #include "presentation/PanelViews.h"
 
+#include <chrono>
+#include <functional>
+#include <optional>
+
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
 #include "common/SlotStates.h"
@@ -40,14 +44,16 @@ public:
         /// Named as the target by every control, and the delegate of the overviews.
         QObject *controller;
         platform::CollectionViewDelegate *delegate;
+        /// A panel's time limit has come. Called on the main thread.
+        std::function<void(const QString &panelKey)> timeIsOver;
     };
 
     PanelBuilder(const House &house, SlotBoxes &boxes, Document &document, ErrorPanel &errors,
                  Entries &entries, Confirmation &confirmation);
 
-    /// Draws a panel and returns when it is on the screen. Thread: any. Requires: slotCount and the column
-    /// count are not 0 (see panelProblem).
-    void drawUI(const PanelRequest &request);
+    /// Draws a panel and returns when it is on the screen: when its time limit ends, if it has one. Thread:
+    /// any. Requires: slotCount and the column count are not 0 (see panelProblem).
+    std::optional<std::chrono::steady_clock::time_point> drawUI(const PanelRequest &request);
     /// Why no panel can be drawn for this configuration on this station; empty when one can. Thread: any.
     [[nodiscard]] QString panelProblem(const platform::Dictionary &config) const;
 
@@ -61,6 +67,7 @@ private:
     void drawSharedInput(PanelDrawing &drawing);
     void drawButtonRow(PanelDrawing &drawing);
     void finishPanel(PanelDrawing &drawing);
+    void drawTimeBar(PanelDrawing &drawing);
     void revealPanel(const PanelDrawing &drawing);
 
     House m_house;

@@ -22,6 +22,8 @@ struct PanelDrawing
     Responders fields;
     /// The panel's buttons and switches: characters typed at one of them belong to the last field.
     QList<platform::Button *> buttons;
+    /// The content view of a slot panel's box; null on a group's panel.
+    platform::View *box = nullptr;
     /// The line that tells why an entry was refused; null on a panel that has none.
     platform::TextField *statusLine = nullptr;
 

@@ -141,6 +141,17 @@ platform::Rect PanelGeometry::statusLine() const
     return {8.0, button.y() + button.height(), containerWidth() - 16.0, 12.0};
 }
 
+platform::Rect PanelGeometry::timeBar() const
+{
+    constexpr double Height = 3.0;
+    if (m_kind == PanelKind::Group)
+        return {0.0, areaHeight() - Height, containerWidth(), Height};
+    // Inside the frame that the box draws, and clear of its round corners.
+    constexpr double Inset = 6.0;
+    constexpr double Side = 10.0;
+    return {Side, tile().height() - Inset - Height, tile().width() - 2.0 * Side, Height};
+}
+
 platform::Rect PanelGeometry::box() const
 {
     return {platform::Point(0.0, 0.0), tile()};

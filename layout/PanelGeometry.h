@@ -60,6 +60,10 @@ public:
     /// slot's.
     [[nodiscard]] platform::Rect statusLine() const;
 
+    /// Where the bar of a time limit runs down: along the upper edge of a group's panel, or of the box of a
+    /// slot's.
+    [[nodiscard]] platform::Rect timeBar() const;
+
     // Inside a slot's box
     [[nodiscard]] double scale() const { return m_kind == PanelKind::Slot ? 0.8 : 1.0; }
     [[nodiscard]] double fieldFontSize() const { return (scale() + 0.2) * 12.0; }

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -47,6 +48,8 @@ struct PanelPlan
     qsizetype switchCount = 0;
     QStringList buttons;
     std::shared_ptr<const AskRules> rules = std::make_shared<const AskRules>();
+    /// When the panel's time limit ends; known once it is drawn.
+    std::optional<std::chrono::steady_clock::time_point> timeEnds = {};
 
     [[nodiscard]] bool isGroupPanel() const { return kind == PanelKind::Group; }
     /// A group's panel with a message shows it and waits for nothing.

@@ -116,6 +116,7 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     // By this the panel is found again: its buttons look up to it, and a tile that bears it is emptied when
     // the panel goes.
     slotBox.content->setIdentifier(plan.subject.panelKey);
+    drawing.box = slotBox.content;
 }
 
 /// A measured value is nothing without its unit.

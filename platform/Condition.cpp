@@ -1,6 +1,7 @@
 #include "platform/Condition.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 
@@ -9,7 +10,7 @@ Condition::Place::Place(Condition &condition)
 {
     const std::lock_guard lock(m_condition.m_mutex);
     m_number = m_condition.m_nextNumber++;
-    m_condition.m_places.push_back({m_number, State::Waiting});
+    m_condition.m_places.push_back({m_number});
 }
 
 Condition::Place::~Place()
@@ -18,12 +19,60 @@ Condition::Place::~Place()
     std::erase_if(m_condition.m_places, [this](const Entry &entry) { return entry.number == m_number; });
 }
 
+Condition::Wake Condition::Entry::wake() const
+{
+    switch (state) {
+    case State::Signalled:
+        return Wake::Signalled;
+    case State::TimedOut:
+        return Wake::TimedOut;
+    default:
+        return Wake::Interrupted;
+    }
+}
+
+void Condition::Entry::look()
+{
+    if (state == State::Waiting && limit && std::chrono::steady_clock::now() >= *limit)
+        state = State::TimedOut;
+}
+
+void Condition::Place::setLimit(Time limit)
+{
+    const std::lock_guard lock(m_condition.m_mutex);
+    m_condition.find(m_number)->limit = limit;
+}
+
 Condition::Wake Condition::Place::wait()
 {
     std::unique_lock lock(m_condition.m_mutex);
-    // Asks for its own entry: all places share one variable, and waking up says nothing by itself.
-    m_condition.m_changed.wait(lock, [this] { return m_condition.find(m_number)->state != State::Waiting; });
-    return m_condition.find(m_number)->state == State::Signalled ? Wake::Signalled : Wake::Interrupted;
+    for (;;) {
+        // Asks for its own entry, and anew each time: all places share one variable, waking up says nothing
+        // by itself, and other places come and go meanwhile.
+        Entry &own = *m_condition.find(m_number);
+        // The end before the work: whoever has pressed or run out of time does not wait for it.
+        own.look();
+        if (own.state != State::Waiting)
+            return own.wake();
+        if (std::exchange(own.asked, false))
+            return Wake::Asked;
+        if (own.limit) {
+            // A copy: the entry may move while the lock is open.
+            const Time limit = *own.limit;
+            m_condition.m_changed.wait_until(lock, limit);
+        } else {
+            m_condition.m_changed.wait(lock);
+        }
+    }
+}
+
+Condition::Wake Condition::Place::end()
+{
+    const std::lock_guard lock(m_condition.m_mutex);
+    Entry &own = *m_condition.find(m_number);
+    if (own.state == State::Waiting)
+        own.state = State::Interrupted;
+    return own.wake();
 }
 
 Condition::Entry *Condition::find(std::uint64_t number)
@@ -62,6 +111,27 @@ bool Condition::signal(const Ticket &ticket)
     entry->state = State::Signalled;
     m_changed.notify_all();
     return true;
+}
+
+void Condition::ask()
+{
+    const std::lock_guard lock(m_mutex);
+    if (Entry *entry = firstWaiting()) {
+        entry->asked = true;
+        m_changed.notify_all();
+    }
+}
+
+bool Condition::endOverdue()
+{
+    const std::lock_guard lock(m_mutex);
+    bool any = false;
+    for (Entry &entry : m_places) {
+        entry.look();
+        any = any || entry.state == State::TimedOut;
+    }
+    m_changed.notify_all();
+    return any;
 }
 
 void Condition::interruptAll()

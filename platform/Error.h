@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Value.h"
+
 #include <QMetaType>
 #include <QString>
 
@@ -15,6 +17,8 @@ struct Error
     QString domain;
     int code = 0;
     QString localizedDescription;
+    /// What else the operation has to say, by name; empty for most errors.
+    Dictionary additions = {};
 
     [[nodiscard]] bool isPresent() const { return !domain.isEmpty(); }
     friend bool operator==(const Error &, const Error &) = default;
@@ -22,10 +26,11 @@ struct Error
 
 /// Writes an error where the caller asked for one.
 /// Requires: domain is not empty.
-inline void storeError(Error *error, const QString &domain, int code, const QString &description)
+inline void storeError(Error *error, const QString &domain, int code, const QString &description,
+                       const Dictionary &additions = {})
 {
     if (error)
-        *error = Error{domain, code, description};
+        *error = Error{domain, code, description, additions};
 }
 
 } // namespace platform

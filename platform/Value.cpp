@@ -1,5 +1,7 @@
 #include "platform/Value.h"
 
+#include "platform/Callback.h"
+
 #include <QLocale>
 #include <QStringList>
 
@@ -122,6 +124,8 @@ QString description(const Value &value)
 {
     if (!value.isValid())
         return QStringLiteral("(null)");
+    if (value.metaType() == QMetaType::fromType<std::shared_ptr<Callback>>())
+        return QStringLiteral("<function>");
     switch (value.metaType().id()) {
     case QMetaType::Bool:
         return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");

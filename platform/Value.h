@@ -15,7 +15,8 @@ using Dictionary = QVariantMap;
 
 /// The value as text, as it is shown in logs and used wherever a text is read from a configuration:
 /// a text as it stands, an integer in decimal digits, a whole decimal number without a fraction (8.0 is "8"),
-/// another one in its shortest exact form, a boolean as "1" or "0", an array as "(a, b)", a dictionary as
+/// another one in its shortest exact form, a boolean as "1" or "0", a function as "<function>", an array as
+/// "(a, b)", a dictionary as
 /// "{key = value; key = value}" with its keys in ascending order, nothing as "(null)".
 [[nodiscard]] QString description(const Value &value);
 

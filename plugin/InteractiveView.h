@@ -38,6 +38,8 @@ class InteractiveView : public platform::ViewController,
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID KVKExtensionInteractiveView_iid FILE "InteractiveView.json")
+    Q_CLASSINFO("function keys of showGroupView", "validate")
+    Q_CLASSINFO("function keys of showView", "validate")
     Q_INTERFACES(KVKExtensionInteractiveView KVKExtensionInterruption)
     Q_PROPERTY(QVariantMap savedData READ savedData)
     Q_PROPERTY(QVariantMap enableStatus READ enableStatus)

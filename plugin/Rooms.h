@@ -16,6 +16,7 @@
 #include "presentation/PanelViews.h"
 #include "presentation/SlotColors.h"
 
+#include "common/Checks.h"
 #include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
@@ -43,6 +44,7 @@ struct Rooms
     Waits waits;
     RulesInForce rules;
     GivenAnswers answers;
+    Checks checks;
 
     // What is on the screen
     PanelViews views{station};
@@ -50,10 +52,11 @@ struct Rooms
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
     Defaults defaults{records, rules, focus, views};
-    AutoConfirm autoConfirm{station, records, rules, focus, views};
-    Entries entries{records,  slotStates, waits, rules,    answers,
+    AutoConfirm autoConfirm{station, records, rules, checks, focus, views};
+    Entries entries{records,  slotStates, waits, rules,    answers,    checks,
                     settings, views,      focus, defaults, autoConfirm};
-    Confirmation confirmation{station, records, waits, settings, views, focus, defaults, entries, keys};
+    Confirmation confirmation{station, records, waits,    checks,  settings,
+                              views,   focus,   defaults, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};
     Switches switches{station, records, slotStates, settings, views, colors, focus, defaults, autoConfirm};
     Document document{station, views};

@@ -13,6 +13,9 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <chrono>
+#include <stdexcept>
+#include <utility>
 
 #include "common/ConfigValues.h"
 #include "common/ErrorCodes.h"
@@ -43,6 +46,17 @@ QString roleOf(const QString &buttonIdentifier)
     return buttonIdentifier.mid(buttonIdentifier.lastIndexOf(identifiers::Separator) + 1);
 }
 
+/// The entries of an open panel but those that have no verdict yet.
+platform::Dictionary validEntries(Rooms &rooms, const QString &panelKey)
+{
+    platform::Dictionary entries = rooms.records.record(panelKey).value_or(platform::Dictionary());
+    entries.remove(keys::Length);
+    entries.remove(keys::ClickedButton);
+    for (const Check &check : rooms.checks.pending(panelKey))
+        entries.remove(check.slot);
+    return entries;
+}
+
 /// Labels in an order of their own, since the order in which they are asked for is no part of a question.
 QString sortedLabels(const platform::Value &list)
 {
@@ -69,6 +83,12 @@ platform::Value InteractiveView::showInteractiveView(const platform::Value &grou
                              platform::formatMessage(messages::OnMainThread, {methodName(), subject}));
         return {};
     }
+    // So it would inside a function that an open call has handed over, which runs on that call's thread.
+    if (platform::Callback::isRunning()) {
+        const platform::Value &subject = groupNumber.isValid() ? groupNumber : systemIndex;
+        throw std::logic_error(
+            platform::formatMessage(messages::InsideFunction, {methodName(), subject}).toStdString());
+    }
     return ShowCall(*m_rooms, groupNumber, systemIndex, config, error).run();
 }
 
@@ -93,6 +113,15 @@ void InteractiveView::checkConfig(const platform::Dictionary &config, const plat
                              platform::formatMessage("%@", {refusal->message}));
     }
 }
+
+struct ShowCall::Drawn
+{
+    Rooms &rooms;
+    PanelSubject subject;
+    bool isGone = false; ///< Main thread.
+    /// What was entered and found valid; known once the panel is gone.
+    platform::Dictionary entries = {};
+};
 
 ShowCall::ShowCall(Rooms &rooms, const platform::Value &groupNumber, const platform::Value &systemIndex,
                    const platform::Dictionary &config, platform::Error *error)
@@ -281,7 +310,7 @@ platform::Value ShowCall::showInTurn()
         if (cannotBeDrawn())
             return {};
         log::debug(messages::Named, {methodName(), messages::InformativeMessage});
-        draw();
+        static_cast<void>(draw());
         return platform::Dictionary();
     }
     log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
@@ -320,7 +349,7 @@ void ShowCall::showProblem(const QString &message)
         storeInterrupted();
 }
 
-/// Draws the panel and waits; false when the host ended the wait.
+/// Draws the panel and waits; false when the host or the time limit ended the wait.
 bool ShowCall::askOperator()
 {
     // The place is taken before the panel can be pressed, and before the host may ask for the end: neither is
@@ -336,30 +365,74 @@ bool ShowCall::askOperator()
             KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(index);
         });
     }
-    bool answered = false;
+    Waits::Wake wake = Waits::Wake::Interrupted;
     try {
         startRecord();
-        m_rooms.rules.put(m_subject.panelKey.text(), m_rules);
-        draw();
+        openPanel();
+        if (const auto limit = draw())
+            wait.setLimit(*limit);
         const WaitNotice notice(messages::WaitsForOperator, m_subject.systems);
-        answered = wait.wait() == Waits::Wake::Pressed;
+        wake = awaitOperator(wait);
     } catch (...) {
-        // Whatever went wrong, nobody would hear the buttons of a panel whose call has gone.
-        clearPanel(false);
+        // Whatever went wrong, nobody would hear the buttons of a panel whose call has gone. Nobody presses
+        // one between the end and the clearing: the keys that such a press holds back would stay so.
+        clearPanel(wait.end() == Waits::Wake::Pressed);
         m_rooms.records.forget(m_subject.panelKey.text());
         throw;
     }
-    clearPanel(answered);
-    if (!answered) {
-        // What was half entered is no answer.
-        m_rooms.records.forget(m_subject.panelKey.text());
-        if (!isGroupPanel())
-            resetData(m_rooms.records, m_rooms.views, m_subject.panelKey);
-        storeInterrupted();
-        return false;
+    clearPanel(wake == Waits::Wake::Pressed);
+    if (wake == Waits::Wake::Pressed) {
+        m_rooms.records.finish(m_subject.panelKey.text());
+        return true;
     }
-    m_rooms.records.finish(m_subject.panelKey.text());
-    return true;
+    // What was half entered is no answer.
+    m_rooms.records.forget(m_subject.panelKey.text());
+    if (!isGroupPanel())
+        resetData(m_rooms.records, m_rooms.views, m_subject.panelKey);
+    if (wake == Waits::Wake::TimedOut)
+        storeTimeOver();
+    else
+        storeInterrupted();
+    return false;
+}
+
+/// Waits for the end, and holds the entries that come meanwhile against the call's own function.
+Waits::Wake ShowCall::awaitOperator(Waits::Wait &wait)
+{
+    for (;;) {
+        const Waits::Wake wake = wait.wait();
+        if (wake != Waits::Wake::Asked)
+            return wake;
+        const std::optional<Check> check = m_rooms.checks.takeNext(m_subject.panelKey.text());
+        if (!check)
+            continue;
+        runCheck(*check);
+        // One at a time, so that an end that came meanwhile comes before the checks that are left.
+        m_rooms.waits.ask(m_subject.panelKey.text());
+    }
+}
+
+void ShowCall::runCheck(const Check &check)
+{
+    platform::Array results;
+    try {
+        const Checks::Running running(m_rooms.checks, m_subject.panelKey.text());
+        results = m_rules->validate->call({check.value, check.slot});
+    } catch (...) {
+        // A function that the host has stopped has not failed.
+        if (m_rooms.waits.isInterrupted())
+            return;
+        throw;
+    }
+    const platform::Value first = results.value(0);
+    const bool isFalse = first.metaType() == QMetaType::fromType<bool>() && !first.toBool();
+    const bool isGood = first.isValid() && !isFalse;
+    const platform::Value second = results.value(1);
+    const QString why = !isGood && second.isValid() ? platform::description(second) : QString();
+    MainQueue::sync([&] {
+        const Entries::Judged judged = m_rooms.entries.judge(m_subject.panelKey, check, isGood, why);
+        m_rooms.confirmation.entryWasJudged(m_subject.panelKey, judged);
+    });
 }
 
 void ShowCall::startRecord()
@@ -373,12 +446,25 @@ void ShowCall::startRecord()
         m_rooms.slotStates.forget(m_subject.panelKey.text());
 }
 
-void ShowCall::draw()
+/// From here on the panel's rules are in force. Before it is drawn: the first entry may follow at once.
+void ShowCall::openPanel()
+{
+    m_drawn = std::make_shared<Drawn>(Drawn{m_rooms, m_subject});
+    m_rooms.rules.put(m_subject.panelKey.text(), m_rules);
+    if (!m_rules->validate)
+        return;
+    m_rooms.checks.open(m_subject.panelKey.text(), [drawn = m_drawn](bool wasPressed) {
+        MainQueue::async([drawn, wasPressed] { takeAway(*drawn, wasPressed); });
+    });
+}
+
+/// Draws the panel; the time at which its limit ends, if it has one.
+std::optional<platform::Condition::Time> ShowCall::draw()
 {
     // A panel of switches is drawn for the slots that have one.
     const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
     const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
-    m_rooms.builder.drawUI(
+    return m_rooms.builder.drawUI(
         {m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons, m_subject, m_rules});
 }
 
@@ -386,17 +472,45 @@ void ShowCall::draw()
 /// gone.
 void ShowCall::clearPanel(bool wasPressed)
 {
-    MainQueue::sync([&] {
-        m_rooms.views.resetUI(m_subject.panelKey);
-        m_rooms.document.fit();
-        m_rooms.rules.remove(m_subject.panelKey.text());
-        if (m_subject.systemIndex.isValid())
-            KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
-                m_subject.systemIndex.toULongLong());
-        m_rooms.focus.panelGone(m_subject.panelKey);
-        if (wasPressed)
-            m_rooms.keys.release();
-    });
+    if (m_drawn)
+        MainQueue::sync([&] { takeAway(*m_drawn, wasPressed); });
+    else if (wasPressed)
+        MainQueue::sync([&] { m_rooms.keys.release(); });
+}
+
+/// Takes the panel away once: the call does, or, while its thread is in the sequence's function, who has
+/// ended its wait. A window must not wait for a function. Thread: the main thread.
+void ShowCall::takeAway(Drawn &drawn, bool wasPressed)
+{
+    // Behind this nothing is touched: the call, and all that its panel belonged to, may have gone.
+    if (std::exchange(drawn.isGone, true))
+        return;
+    Rooms &rooms = drawn.rooms;
+    const PanelSubject &subject = drawn.subject;
+    drawn.entries = validEntries(rooms, subject.panelKey.text());
+    rooms.views.resetUI(subject.panelKey);
+    rooms.document.fit();
+    rooms.rules.remove(subject.panelKey.text());
+    rooms.checks.close(subject.panelKey.text());
+    if (subject.systemIndex.isValid())
+        KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
+            subject.systemIndex.toULongLong());
+    rooms.focus.panelGone(subject.panelKey);
+    if (wasPressed)
+        rooms.keys.release();
+}
+
+void ShowCall::storeTimeOver()
+{
+    const double seconds = std::chrono::duration<double>(*m_rules->timeLimit).count();
+    platform::Dictionary additions;
+    if (m_wanted.switchCount > 0)
+        additions.insert(QStringLiteral("answer"), m_rooms.slotStates.of(m_subject.panelKey.text()));
+    else if (m_wanted.inputCount > 0)
+        additions.insert(QStringLiteral("answer"), m_drawn->entries);
+    platform::storeError(
+        m_error, InteractivePluginErrorDomain, ErrorTimeOver,
+        platform::formatMessage(messages::TimeOver, {methodName(), seconds, m_subject.panelKey}), additions);
 }
 
 void ShowCall::storeInterrupted()

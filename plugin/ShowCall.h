@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "common/AskRules.h"
+#include "common/Checks.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSubject.h"
 #include "common/Turns.h"
@@ -60,10 +61,17 @@ private:
     [[nodiscard]] std::optional<platform::Value> answerGivenBefore();
     [[nodiscard]] platform::Value showInTurn();
     [[nodiscard]] bool cannotBeDrawn();
+    /// The panel that the call has drawn, shared with who takes it away in the call's place.
+    struct Drawn;
     [[nodiscard]] bool askOperator();
+    [[nodiscard]] Waits::Wake awaitOperator(Waits::Wait &wait);
+    void runCheck(const Check &check);
     void startRecord();
-    void draw();
+    void openPanel();
+    [[nodiscard]] std::optional<platform::Condition::Time> draw();
     void clearPanel(bool wasPressed);
+    static void takeAway(Drawn &drawn, bool wasPressed);
+    void storeTimeOver();
     void showProblem(const QString &message);
     void storeInterrupted();
 
@@ -80,6 +88,7 @@ private:
     PanelSubject m_subject;
     Wanted m_wanted;
     std::shared_ptr<const AskRules> m_rules;
+    std::shared_ptr<Drawn> m_drawn;        ///< Null until the call begins to ask.
     std::optional<Refusal> m_rulesRefusal; ///< Why an optional key is refused.
 };
 

@@ -140,6 +140,12 @@ void PanelViews::tell(const QString &key, const QString &text)
     }
 }
 
+QString PanelViews::told(const QString &key) const
+{
+    const platform::TextField *line = m_statusLines.value(key);
+    return line ? line->stringValue() : QString();
+}
+
 platform::CollectionView *PanelViews::collection(const QString &groupName) const
 {
     return m_collections.value(groupName);

@@ -62,6 +62,8 @@ public:
     /// Writes into that line, where the panel has one, and has assistive technology say the text with the
     /// field that takes the entries; an empty text takes both back.
     void tell(const QString &panelKey, const QString &text);
+    /// What stands there; empty where the panel has no such line.
+    [[nodiscard]] QString told(const QString &panelKey) const;
 
     /// A group's overview of tiles, or null.
     [[nodiscard]] platform::CollectionView *collection(const QString &groupName) const;

@@ -40,6 +40,8 @@ public:
     /// What lies behind a slot's value, or behind a field that waits: twice as opaque as the box around it,
     /// so that the field stands out from it.
     [[nodiscard]] static platform::Color valueColor(const PanelLook &look);
+    /// What lies behind an entry that waits for the verdict of its sequence.
+    [[nodiscard]] static constexpr platform::Color checkingColor() { return {0.72, 0.87, 1.0, 1.0}; }
 
 private:
     const PanelSettings &m_settings;

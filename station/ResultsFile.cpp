@@ -33,9 +33,11 @@ QJsonValue errorValue(const std::optional<platform::Error> &error)
 {
     if (!error)
         return QJsonValue::Null;
-    return QJsonObject{{QStringLiteral("domain"), error->domain},
-                       {QStringLiteral("code"), error->code},
-                       {QStringLiteral("message"), error->localizedDescription}};
+    QJsonObject object = QJsonObject::fromVariantMap(error->additions);
+    object.insert(QStringLiteral("domain"), error->domain);
+    object.insert(QStringLiteral("code"), error->code);
+    object.insert(QStringLiteral("message"), error->localizedDescription);
+    return object;
 }
 
 QString readableCall(const ResultOwner &owner, const KVKLuaCall &call)

@@ -54,6 +54,16 @@ QMetaMethod findMethod(const QObject &context, const QString &name, const QByteA
     refuse(name, QStringLiteral("%1 has no invokable method %2").arg(class_, QLatin1String(word)));
 }
 
+/// Said by the class and not by the table, whose labels a plug-in of another interface knows as well.
+QStringList functionKeys(const QMetaMethod &method)
+{
+    const QMetaObject *owner = method.enclosingMetaObject();
+    const int info = owner->indexOfClassInfo(QByteArray("function keys of " + method.name()).constData());
+    if (info < 0)
+        return {};
+    return QString::fromLatin1(owner->classInfo(info).value()).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 KVKBoundFunction bind(QObject *context, const QString &name, const platform::Value &entry)
 {
     if (KVKSequencerGives(name))
@@ -82,6 +92,7 @@ KVKBoundFunction::KVKBoundFunction(QObject *context, QString name, const QMetaMe
     , m_name(std::move(name))
     , m_method(method)
     , m_arguments(std::move(arguments))
+    , m_functionKeys(functionKeys(method))
 {}
 
 platform::Value KVKBoundFunction::call(const platform::Array &arguments, platform::Error *error) const

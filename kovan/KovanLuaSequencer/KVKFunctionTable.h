@@ -6,6 +6,7 @@
 
 #include <QMetaMethod>
 #include <QObject>
+#include <QStringList>
 
 #include <stdexcept>
 #include <vector>
@@ -21,6 +22,10 @@ public:
 
     [[nodiscard]] const QString &name() const { return m_name; }
     [[nodiscard]] const std::vector<KVKArgType> &arguments() const { return m_arguments; }
+    /// Whether the key of a dictionary argument may hold a function, which the method gets as a
+    /// std::shared_ptr<platform::Callback>. The class of the context says so: Q_CLASSINFO("function keys of
+    /// ask", "check filter") lets the arguments of its method `ask` have these two.
+    [[nodiscard]] bool takesFunctionUnder(const QString &key) const { return m_functionKeys.contains(key); }
 
     /// Calls the method on this thread. Exceptions of the method come through.
     /// Requires: as many arguments as arguments(), a dictionary where one is asked for.
@@ -31,6 +36,7 @@ private:
     QString m_name;
     QMetaMethod m_method;
     std::vector<KVKArgType> m_arguments;
+    QStringList m_functionKeys;
 };
 
 /// A function table that does not fit its plug-in. The text names the entry and what is wrong with it.

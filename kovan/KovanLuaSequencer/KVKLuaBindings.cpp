@@ -1,6 +1,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaBindings.h"
 
 #include "kovan/KovanLogging/KVKLogging.h"
+#include "kovan/KovanLuaSequencer/KVKLuaCallback.h"
 #include "kovan/KovanLuaSequencer/KVKLuaHold.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "kovan/KovanLuaSequencer/KVKLuaRun.h"
@@ -12,6 +13,7 @@
 #include <lua.hpp>
 
 #include <chrono>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -32,7 +34,8 @@ QString nameOf(KVKArgType type)
     return type == KVKArgType::NSNumber ? QStringLiteral("a number") : QStringLiteral("a table");
 }
 
-platform::Value readArgument(lua_State *state, const KVKBoundFunction &function, int position)
+platform::Value readArgument(lua_State *state, const KVKBoundFunction &function, int position,
+                             KVKLuaHandedOver &functions)
 {
     const KVKArgType wanted = function.arguments()[static_cast<std::size_t>(position - 1)];
     const int expected = wanted == KVKArgType::NSNumber ? LUA_TNUMBER : LUA_TTABLE;
@@ -42,12 +45,18 @@ platform::Value readArgument(lua_State *state, const KVKBoundFunction &function,
                                      QLatin1String(luaL_typename(state, position))));
     }
     const QString path = QStringLiteral("%1: argument %2").arg(function.name(), QString::number(position));
-    if (wanted == KVKArgType::NSDictionary)
-        return KVKLuaToDictionary(state, position, path);
+    if (wanted == KVKArgType::NSDictionary) {
+        return KVKLuaToDictionary(state, position, path,
+                                  [&](const QString &key, const QString &place) -> platform::Value {
+                                      if (!function.takesFunctionUnder(key))
+                                          return {};
+                                      return platform::Value::fromValue(functions.add(state, -1, place));
+                                  });
+    }
     return KVKLuaToValue(state, position, path);
 }
 
-platform::Array readArguments(lua_State *state, const KVKBoundFunction &function)
+platform::Array readArguments(lua_State *state, const KVKBoundFunction &function, KVKLuaHandedOver &functions)
 {
     const int wanted = static_cast<int>(function.arguments().size());
     const int given = lua_gettop(state);
@@ -57,7 +66,7 @@ platform::Array readArguments(lua_State *state, const KVKBoundFunction &function
     }
     platform::Array arguments;
     for (int position = 1; position <= wanted; ++position)
-        arguments.append(readArgument(state, function, position));
+        arguments.append(readArgument(state, function, position, functions));
     return arguments;
 }
 
@@ -67,9 +76,11 @@ void pushError(lua_State *state, const platform::Error &error)
         lua_pushnil(state);
         return;
     }
-    KVKLuaPush(state, platform::Dictionary{{QStringLiteral("domain"), error.domain},
-                                           {QStringLiteral("code"), static_cast<qlonglong>(error.code)},
-                                           {QStringLiteral("message"), error.localizedDescription}});
+    platform::Dictionary table = error.additions;
+    table.insert(QStringLiteral("domain"), error.domain);
+    table.insert(QStringLiteral("code"), static_cast<qlonglong>(error.code));
+    table.insert(QStringLiteral("message"), error.localizedDescription);
+    KVKLuaPush(state, table);
 }
 
 /// The body of a plug-in's function. Upvalue: its place among the scope's functions.
@@ -81,8 +92,10 @@ int callPlugin(lua_State *state)
     KVKLuaCall call;
     call.name = function.name();
     scope.observer().sequenceCalls(call.name);
+    // Before the call is told of as ended: whoever keeps an argument keeps a function that is gone.
+    std::optional<KVKLuaHandedOver> functions(std::in_place);
     try {
-        call.arguments = readArguments(state, function);
+        call.arguments = readArguments(state, function, *functions);
         // Nobody knows from outside which functions wait for the operator.
         if (scope.sharedRun())
             scope.sharedRun()->refuseInsideUpdate(scope.partner(), call.name);
@@ -90,7 +103,9 @@ int callPlugin(lua_State *state)
         call.result = function.call(call.arguments, &error);
         if (error.isPresent())
             call.error = error;
+        functions.reset();
     } catch (...) {
+        functions.reset();
         call.error =
             platform::Error{QStringLiteral("exception"), 0, KVKTextOfException(std::current_exception())};
         scope.observer().sequenceCalled(call);

@@ -1,6 +1,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaRun.h"
 
 #include "kovan/KovanLogging/KVKLogging.h"
+#include "platform/Callback.h"
 
 #include <utility>
 
@@ -45,6 +46,9 @@ bool KVKLuaRun::comeTo(std::size_t who, const QByteArray &meeting, bool hasLimit
     {
         const std::lock_guard lock(m_mutex);
         refuseBeginning(who, QStringLiteral("rendezvous"));
+        if (platform::Callback::isRunning())
+            throw KVKLuaWaitError(QStringLiteral("rendezvous: cannot be called inside a function that was "
+                                                 "handed to a call, which would wait as well"));
         m_meetings.come(meeting, who);
         noteAbsence(who, meeting, noted);
         isComplete = m_meetings.missing(meeting, who).empty();
@@ -98,6 +102,14 @@ bool KVKLuaRun::enter(std::size_t who, const QByteArray &lock)
     }
     if (m_locks.enter(lock, who))
         return true;
+    // The call around the function would wait as well, with its panel before the operator and its turn before
+    // others.
+    if (platform::Callback::isRunning()) {
+        passOn(m_locks.leave(lock, who));
+        throw KVKLuaWaitError(QStringLiteral("locked: cannot wait for lock \"%1\" inside a function that was "
+                                             "handed to a call, which would wait as well")
+                                  .arg(KVKShownName(lock)));
+    }
     sit(who, WaitKind::Lock, lock, false);
     const QString circle = circleFrom(who);
     if (circle.isEmpty())

@@ -41,7 +41,8 @@ public:
         }
     }
 
-    platform::Dictionary readDictionary(int index, const QString &path, int depth)
+    platform::Dictionary readDictionary(int index, const QString &path, int depth,
+                                        const KVKLuaTakeFunction &taken = {})
     {
         enter(path, depth);
         const int table = lua_absindex(m_state, index);
@@ -49,7 +50,11 @@ public:
         lua_pushnil(m_state);
         while (lua_next(m_state, table) != 0) {
             const QString key = readKey(path);
-            dictionary.insert(key, read(-1, path + QLatin1Char('.') + key, depth + 1));
+            const QString place = path + QLatin1Char('.') + key;
+            platform::Value value;
+            if (taken && lua_isfunction(m_state, -1))
+                value = taken(key, place);
+            dictionary.insert(key, value.isValid() ? value : read(-1, place, depth + 1));
             lua_pop(m_state, 1);
         }
         return dictionary;
@@ -263,11 +268,12 @@ platform::Value KVKLuaToValue(lua_State *state, int index, const QString &path)
     return Reader(state).read(absolute, path, 0);
 }
 
-platform::Dictionary KVKLuaToDictionary(lua_State *state, int index, const QString &path)
+platform::Dictionary KVKLuaToDictionary(lua_State *state, int index, const QString &path,
+                                        const KVKLuaTakeFunction &taken)
 {
     const int absolute = lua_absindex(state, index);
     const StackKeeper keeper(state);
-    return Reader(state).readDictionary(absolute, path, 0);
+    return Reader(state).readDictionary(absolute, path, 0, taken);
 }
 
 void KVKLuaPush(lua_State *state, const platform::Value &value)

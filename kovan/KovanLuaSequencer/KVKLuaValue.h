@@ -2,6 +2,7 @@
 
 #include "platform/Value.h"
 
+#include <functional>
 #include <stdexcept>
 
 struct lua_State;
@@ -26,7 +27,13 @@ public:
 
 /// The same for a table that is to be a dictionary: an empty one is an empty dictionary, one with the keys 1
 /// to n has these as its keys. Requires: the value is a table.
-[[nodiscard]] platform::Dictionary KVKLuaToDictionary(lua_State *state, int index, const QString &path);
+///
+/// `taken` is asked what becomes of a function that is the direct value of a key: nothing refuses it as
+/// elsewhere. It finds the function on the top of the stack, leaves the stack as it is and raises no Lua
+/// error.
+using KVKLuaTakeFunction = std::function<platform::Value(const QString &key, const QString &path)>;
+[[nodiscard]] platform::Dictionary KVKLuaToDictionary(lua_State *state, int index, const QString &path,
+                                                      const KVKLuaTakeFunction &taken = {});
 
 /// Pushes a value; nothing is nil. Integers, numbers, booleans and texts stay what they are.
 ///

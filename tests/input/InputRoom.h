@@ -88,6 +88,7 @@ protected:
     interactive::Waits waits;
     interactive::RulesInForce rules;
     interactive::GivenAnswers answers;
+    interactive::Checks checks;
     interactive::PanelSettings settings;
     interactive::PanelViews views{station};
     platform::View root;
@@ -95,11 +96,11 @@ protected:
     interactive::Focus focus{station, records, slotStates, views, settings};
     interactive::KeyRouter keys{views, focus};
     interactive::Defaults defaults{records, rules, focus, views};
-    interactive::AutoConfirm autoConfirm{station, records, rules, focus, views};
-    interactive::Entries entries{records,  slotStates, waits, rules,    answers,
+    interactive::AutoConfirm autoConfirm{station, records, rules, checks, focus, views};
+    interactive::Entries entries{records,  slotStates, waits, rules,    answers,    checks,
                                  settings, views,      focus, defaults, autoConfirm};
-    interactive::Confirmation confirmation{station, records,  waits,   settings, views,
-                                           focus,   defaults, entries, keys};
+    interactive::Confirmation confirmation{station, records, waits,    checks,  settings,
+                                           views,   focus,   defaults, entries, keys};
 };
 
 } // namespace testsupport

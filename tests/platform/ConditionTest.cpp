@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <future>
 #include <memory>
 #include <thread>
@@ -254,4 +256,169 @@ TEST(Condition, NoSignalIsLostBetweenManyThreads)
         for (const auto &waiter : waiters)
             ASSERT_EQ(waiter->result(), Wake::Signalled);
     }
+}
+
+TEST(Condition, AnAskingWakesAThreadForWorkAndLeavesItsPlace)
+{
+    Condition condition;
+    Place place(condition);
+    condition.ask();
+    condition.ask();
+    EXPECT_EQ(place.wait(), Wake::Asked);
+    const Ticket ticket = condition.ticket();
+    EXPECT_TRUE(condition.signal(ticket)) << "the place is still taken, and can be ended";
+    EXPECT_EQ(place.wait(), Wake::Signalled);
+}
+
+TEST(Condition, AnAskingIsNotCountedButNeverLost)
+{
+    Condition condition;
+    Place place(condition);
+    condition.ask();
+    condition.ask();
+    ASSERT_EQ(place.wait(), Wake::Asked);
+    EXPECT_EQ(endOf(condition, place), Wake::Interrupted) << "asked twice, woken once";
+}
+
+TEST(Condition, WithNobodyInAPlaceAnAskingIsForgotten)
+{
+    Condition condition;
+    condition.ask();
+    Place place(condition);
+    EXPECT_EQ(endOf(condition, place), Wake::Interrupted);
+}
+
+TEST(Condition, TheEndComesBeforeTheWork)
+{
+    Condition condition;
+    Place place(condition);
+    condition.ask();
+    condition.signal();
+    EXPECT_EQ(place.wait(), Wake::Signalled);
+    EXPECT_EQ(place.wait(), Wake::Signalled) << "and stays";
+}
+
+TEST(Condition, APlaceThatHasEndedIsNotAsked)
+{
+    Condition condition;
+    Place first(condition);
+    Place second(condition);
+    condition.signal();
+    condition.ask();
+    EXPECT_EQ(first.wait(), Wake::Signalled);
+    EXPECT_EQ(second.wait(), Wake::Asked);
+}
+
+TEST(Condition, ASignalWhileTheOwnerWorksEndsItsNextWait)
+{
+    Condition condition;
+    Place place(condition);
+    const Ticket ticket = condition.ticket();
+    condition.ask();
+    ASSERT_EQ(place.wait(), Wake::Asked);
+    EXPECT_TRUE(condition.signal(ticket)) << "the ticket was made before the work";
+    EXPECT_EQ(place.wait(), Wake::Signalled);
+}
+
+TEST(Condition, APlaceEndsByItselfWhenItsTimeHasCome)
+{
+    Condition condition;
+    Place place(condition);
+    place.setLimit(std::chrono::steady_clock::now() + std::chrono::milliseconds(1));
+    const Ticket ticket = condition.ticket();
+    EXPECT_EQ(place.wait(), Wake::TimedOut);
+    EXPECT_FALSE(condition.signal(ticket)) << "nothing ends it twice";
+    EXPECT_FALSE(condition.accepts(ticket));
+    EXPECT_FALSE(condition.accepts(condition.ticket()));
+    EXPECT_EQ(endOf(condition, place), Wake::TimedOut);
+}
+
+TEST(Condition, ASignalBeforeTheLimitIsLookedAtWins)
+{
+    Condition condition;
+    Place place(condition);
+    place.setLimit(std::chrono::steady_clock::now() - std::chrono::seconds(1));
+    condition.signal();
+    EXPECT_FALSE(condition.endOverdue());
+    EXPECT_EQ(place.wait(), Wake::Signalled);
+}
+
+TEST(Condition, ThePastLimitComesBeforeTheWork)
+{
+    Condition condition;
+    Place place(condition);
+    place.setLimit(std::chrono::steady_clock::now() - std::chrono::seconds(1));
+    condition.ask();
+    EXPECT_EQ(place.wait(), Wake::TimedOut);
+}
+
+TEST(Condition, AnOverduePlaceIsEndedWhileItsOwnerWorks)
+{
+    Condition condition;
+    Place place(condition);
+    EXPECT_FALSE(condition.endOverdue()) << "without a limit";
+    place.setLimit(std::chrono::steady_clock::now() + std::chrono::hours(1));
+    EXPECT_FALSE(condition.endOverdue()) << "not yet";
+    const Ticket ticket = condition.ticket();
+    place.setLimit(std::chrono::steady_clock::now());
+    EXPECT_TRUE(condition.endOverdue());
+    EXPECT_FALSE(condition.signal(ticket));
+    EXPECT_EQ(place.wait(), Wake::TimedOut);
+}
+
+TEST(Condition, ItsOwnerEndsAPlaceUnlessSomethingElseHas)
+{
+    Condition condition;
+    Place first(condition);
+    const Ticket ticket = condition.ticket();
+    EXPECT_EQ(first.end(), Wake::Interrupted);
+    EXPECT_FALSE(condition.signal(ticket));
+    Place second(condition);
+    condition.signal();
+    EXPECT_EQ(second.end(), Wake::Signalled);
+}
+
+TEST(Condition, OfASignalAndTheLimitInTheSameMomentExactlyOneWins)
+{
+    int signalled = 0;
+    int timedOut = 0;
+    for (int i = 0; i < 300; ++i) {
+        Condition condition;
+        Place place(condition);
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::microseconds(200);
+        place.setLimit(limit);
+        const Ticket ticket = condition.ticket();
+        std::future<bool> signal = std::async(std::launch::async, [&] {
+            while (std::chrono::steady_clock::now() < limit) {
+            }
+            return condition.signal(ticket);
+        });
+        const Wake wake = place.wait();
+        ASSERT_EQ(wake == Wake::Signalled, signal.get());
+        ++(wake == Wake::Signalled ? signalled : timedOut);
+    }
+    RecordProperty("signalled", signalled);
+    RecordProperty("timedOut", timedOut);
+}
+
+TEST(Condition, NoAskingIsLostBetweenTheWorkAndTheNextWait)
+{
+    constexpr int Pieces = 5000;
+    Condition condition;
+    Place place(condition);
+    std::atomic<int> made{0};
+    std::thread other([&] {
+        for (int i = 0; i < Pieces; ++i) {
+            ++made;
+            condition.ask();
+        }
+    });
+    int done = 0;
+    // Ends only when the last piece was told of, or the test's time is over.
+    while (done < Pieces) {
+        ASSERT_EQ(place.wait(), Wake::Asked);
+        done = made;
+    }
+    other.join();
+    EXPECT_EQ(done, Pieces);
 }

@@ -26,3 +26,16 @@ TEST(Error, NobodyNeedsToAskForIt)
 {
     EXPECT_NO_THROW(storeError(nullptr, QStringLiteral("Domain"), 101, QStringLiteral("why")));
 }
+
+TEST(Error, KeepsWhatElseThereIsToSayAndIsAnotherWithoutIt)
+{
+    platform::Error error;
+    storeError(&error, QStringLiteral("Domain"), 406, QStringLiteral("why"), {{QStringLiteral("answer"), 5}});
+    EXPECT_EQ(error.additions.value(QStringLiteral("answer")), platform::Value(5));
+    platform::Error plain;
+    storeError(&plain, QStringLiteral("Domain"), 406, QStringLiteral("why"));
+    EXPECT_TRUE(plain.additions.isEmpty());
+    EXPECT_FALSE(error == plain);
+    storeError(&error, QStringLiteral("Domain"), 406, QStringLiteral("why"));
+    EXPECT_EQ(error, plain) << "what an earlier error had to say does not stay";
+}
