@@ -49,6 +49,8 @@ public:
 
     /// Returns at once; the main thread stays free, since the work waits for it.
     void confirmBtnClicked(platform::View *sender);
+    /// Ends the worker: what was pressed and not begun is dropped, now and from now on.
+    void end() { m_queue.end(); }
     /// A verdict about an entry of the panel has come: the press that waits for it is carried out, when it
     /// was the last one, or dropped.
     void entryWasJudged(const platform::Identifier &panelKey, Entries::Judged judged);

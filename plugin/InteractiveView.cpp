@@ -1,6 +1,7 @@
 #include "plugin/InteractiveView.h"
 
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ScrollView.h"
 #include "platform/SplitView.h"
@@ -29,7 +30,12 @@ InteractiveView::InteractiveView(QObject *parent)
     registerSystemIndexTransformers();
 }
 
-InteractiveView::~InteractiveView() = default;
+InteractiveView::~InteractiveView()
+{
+    // The last presses and calls may have left something to do on the main thread, which needs the rooms.
+    m_rooms->confirmation.end();
+    platform::MainQueue::serveSubmitted();
+}
 
 platform::View *InteractiveView::loadView()
 {

@@ -37,6 +37,18 @@ return {
     { name = "number", call = "showView", close = "Cancel",
       config = { input = { "U" }, number = { min = 3.0, max = 3.6, decimals = 2, unit = "V" }, button = { "Cancel", "OK" } },
       act = function() operator.scan("3.75") end },
+    { name = "validate", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, validate = function() return false, "the line does not know it" end,
+                 button = { "Cancel", "OK" } },
+      act = function()
+          operator.scan("SN26001")
+          while not operator.tree("0-StatusLine").text:find("the line", 1, true) do
+              operator.sleep(0.01)
+          end
+      end },
+    { name = "timeLimit", call = "showGroupView", close = "Cancel",
+      config = { input = slots, timeLimit = 5 },
+      act = function() operator.scan("SN26001") operator.sleep(1.5) end },
     { name = "unique", call = "showGroupView", close = "Cancel", config = { input = slots, unique = "run" },
       act = function() operator.type("SN26001\nSN26001\n") end },
     { name = "label", call = "showView", close = "Cancel",

@@ -18,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/Checks.h"
 #include "common/GivenAnswers.h"
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"

@@ -1,6 +1,7 @@
 #include "platform/Callback.h"
 
 #include "kovan/KovanLuaSequencer/KVKLabels.h"
+#include "kovan/KovanLuaSequencer/KVKLuaRun.h"
 #include "tests/kovan/SequenceRun.h"
 #include "tests/support/Printing.h"
 
@@ -59,6 +60,7 @@ protected:
     {
         SequenceRun run(script);
         run.description.functions = functionsOf(asker);
+        run.description.run = company;
         KVKLuaEnd end = run.end();
         calls = run.calls();
         return end;
@@ -78,6 +80,7 @@ protected:
 
     Asker asker;
     std::vector<KVKLuaCall> calls;
+    std::shared_ptr<KVKLuaRun> company; ///< Null for a sequence by itself.
 };
 
 TEST_F(CallbackTest, GetsItsArgumentsAndGivesAllItsResults)
@@ -195,6 +198,32 @@ TEST_F(CallbackTest, KnowsThatItRuns)
               Value(Array{true, false}));
     problemOf("ask({ check = error })");
     EXPECT_FALSE(Callback::isRunning());
+}
+
+TEST_F(CallbackTest, ARendezvousInItIsAnError)
+{
+    company = std::make_shared<KVKLuaRun>(std::vector<KVKLuaPartner>{{"system 0", "G1"}});
+    EXPECT_TRUE(problemOf("ask({ check = function() rendezvous('start') end })")
+                    .contains("rendezvous: cannot be called inside a function that was handed to a call, "
+                              "which would wait as well"));
+}
+
+TEST_F(CallbackTest, ALockThatIsFreeMayBeTakenInItAndOneThatIsNotIsAnError)
+{
+    company = std::make_shared<KVKLuaRun>(
+        std::vector<KVKLuaPartner>{{"system 0", "G1"}, {"system 1", "G1"}, {"system 2", "G1"}});
+    EXPECT_EQ(valueOf("local got ask({ check = function() got = locked('meter', function() return 5 end) "
+                      "end }) return got"),
+              Value(qlonglong{5}));
+    company = std::make_shared<KVKLuaRun>(
+        std::vector<KVKLuaPartner>{{"system 0", "G1"}, {"system 1", "G1"}, {"system 2", "G1"}});
+    ASSERT_TRUE(company->enter(1, "meter"));
+    EXPECT_TRUE(problemOf("ask({ check = function() locked('meter', print) end })")
+                    .contains("locked: cannot wait for lock \"meter\" inside a function that was handed to "
+                              "a call"));
+    // The place in the queue is given up: the next in line gets the lock.
+    company->leave(1, "meter");
+    EXPECT_TRUE(company->enter(2, "meter"));
 }
 
 TEST_F(CallbackTest, IsGoneWhenTheCallHasReturned)
