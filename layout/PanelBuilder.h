@@ -3,6 +3,7 @@
 #include "input/Confirmation.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
+#include "input/Guidance.h"
 #include "layout/Document.h"
 #include "layout/ErrorPanel.h"
 #include "layout/PanelPlan.h"
@@ -35,6 +36,7 @@ public:
         PanelSettings &settings;
         PanelViews &views;
         Focus &focus;
+        Guidance &guidance;
         /// Named as the target by every control, and the delegate of the overviews.
         QObject *controller;
         platform::CollectionViewDelegate *delegate;
@@ -60,6 +62,7 @@ private:
     void drawButtonRow(PanelDrawing &drawing);
     void finishPanel(PanelDrawing &drawing);
     void revealPanel(const PanelDrawing &drawing);
+    [[nodiscard]] static platform::View *panelView(const PanelDrawing &drawing);
 
     House m_house;
     SlotBoxes &m_boxes;

@@ -5,6 +5,7 @@
 #include "input/Confirmation.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
+#include "input/Guidance.h"
 #include "input/KeyRouter.h"
 #include "layout/Document.h"
 #include "layout/ErrorPanel.h"
@@ -47,6 +48,7 @@ struct Rooms
     SlotColors colors{settings};
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
+    Guidance guidance{views};
     Entries entries{records, slotStates, waits, rules, answers, settings, views, focus};
     Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "platform/Error.h"
 #include "platform/Value.h"
 #include "plugin/Configuration.h"
@@ -63,6 +64,7 @@ private:
     [[nodiscard]] bool askOperator();
     void startRecord();
     void draw();
+    [[nodiscard]] KVKGuidancePointer guidance() const;
     void clearPanel(bool wasPressed);
     void showProblem(const QString &message);
     void storeInterrupted();
