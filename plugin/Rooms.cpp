@@ -5,8 +5,8 @@ namespace interactive {
 Rooms::Rooms(QObject *controller, platform::CollectionViewDelegate *delegate)
     : errors(station, settings, views, document, focus, confirmation, controller)
     , boxes(station, slotStates, views, colors, switches, entries, confirmation, controller)
-    , builder({station, records, slotStates, settings, views, focus, guidance, controller, delegate}, boxes, document,
-              errors, entries, confirmation)
+    , builder({station, records, slotStates, settings, views, focus, guidance, controller, delegate}, boxes,
+              document, errors, entries, confirmation)
 {
     // Confirmations belong to a lower room, which knows nothing of groups' buttons: what they ask of them is
     // handed in.

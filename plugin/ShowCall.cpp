@@ -378,9 +378,8 @@ void ShowCall::draw()
     // A panel of switches is drawn for the slots that have one.
     const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
     const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
-    m_rooms.builder.drawUI(
-        {m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons, m_subject, m_rules,
-         guidance()});
+    m_rooms.builder.drawUI({m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons,
+                            m_subject, m_rules, guidance()});
 }
 
 /// Asked for on the call's own thread: the host knows by it which sequence's folder the paths are seen from.

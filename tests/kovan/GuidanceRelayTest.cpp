@@ -1,8 +1,8 @@
 #include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 
-#include <gtest/gtest.h>
-
 #include <QStringList>
+
+#include <gtest/gtest.h>
 
 #include <thread>
 
