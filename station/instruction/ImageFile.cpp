@@ -57,6 +57,7 @@ ImageFile findImage(const QString &written, const QStringList &folders)
         return {{}, QStringLiteral("it is no path")};
     const QStringList real = realFolders(folders);
     bool mayLieThere = false;
+    bool leadsOutside = false;
     for (const QString &folder : real) {
         const QString path = seenFrom(folder, written);
         const QFileInfo file(path);
@@ -66,13 +67,15 @@ ImageFile findImage(const QString &written, const QStringList &folders)
             mayLieThere = mayLieThere || isWithinOne(path, real);
             continue;
         }
-        if (!isWithinOne(realPath, real))
+        if (!isWithinOne(realPath, real)) {
+            leadsOutside = true;
             continue;
+        }
         if (!QFileInfo(realPath).isFile())
             return {{}, QStringLiteral("it is no file")};
         return {realPath, {}};
     }
-    return {{}, mayLieThere ? QStringLiteral("there is no such file") : Outside};
+    return {{}, mayLieThere && !leadsOutside ? QStringLiteral("there is no such file") : Outside};
 }
 
 } // namespace station

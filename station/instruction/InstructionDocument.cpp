@@ -2,6 +2,7 @@
 
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextTable>
 #include <QUrl>
 
 #include <vector>
@@ -51,6 +52,25 @@ std::vector<Place> places(const QTextDocument &document)
     return found;
 }
 
+/// With lines that can be seen and room around the words.
+void dressTables(const QTextFrame &frame)
+{
+    for (QTextFrame *child : frame.childFrames()) {
+        if (auto *table = qobject_cast<QTextTable *>(child)) {
+            QTextTableFormat format = table->format();
+            format.setBorderCollapse(true);
+            format.setBorder(1);
+            format.setBorderBrush(QColor(170, 170, 176));
+            format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+            format.setCellPadding(5);
+            format.setTopMargin(8);
+            format.setBottomMargin(8);
+            table->setFormat(format);
+        }
+        dressTables(*child);
+    }
+}
+
 QString warning(const QString &name, const QString &problem)
 {
     return QStringLiteral("\u26a0 %1: %2").arg(name, problem);
@@ -75,6 +95,7 @@ std::unique_ptr<QTextDocument> instructionDocument(const QString &markdown,
 {
     auto document = read(markdown);
     document->setDefaultFont(font);
+    dressTables(*document->rootFrame());
     std::vector<Place> found = places(*document);
     // From the end: what is put in does not move the places before it.
     for (auto place = found.rbegin(); place != found.rend(); ++place) {

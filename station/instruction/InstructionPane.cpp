@@ -178,12 +178,12 @@ void InstructionPane::setInUse(bool inUse)
 void InstructionPane::setCurrent(const KVKGuidancePointer &guidance, bool isCurrent)
 {
     if (isCurrent)
-        show(guidance);
+        display(guidance);
     else if (guidance == m_current)
-        show(nullptr);
+        display(nullptr);
 }
 
-void InstructionPane::show(const KVKGuidancePointer &guidance)
+void InstructionPane::display(const KVKGuidancePointer &guidance)
 {
     m_current = guidance;
     m_zoom = 1.0;

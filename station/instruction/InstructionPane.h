@@ -72,7 +72,7 @@ private:
     QToolButton *makeButton(const QString &sign, const QString &name, const QString &objectName);
     void setInUse(bool inUse);
     void showFold();
-    void show(const KVKGuidancePointer &guidance);
+    void display(const KVKGuidancePointer &guidance);
     void loaded(const KVKGuidancePointer &guidance, const LoadedGuidance &what);
     void logProblems(const KVKGuidance &guidance, const LoadedGuidance &what) const;
     void fit();

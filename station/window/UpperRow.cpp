@@ -62,7 +62,7 @@ void UpperRow::placeInstructions()
     const int wanted = m_instructions->isInUse() ? m_instructions->wantedWidth() + handleWidth() : 0;
     const int before = widened();
     const int after = qMin(wanted, before + roomFor(qMax(0, wanted - before)));
-    // The views must at no time have more room than before, or they would grow and shrink again.
+    m_views->freeze();
     if (after < before)
         widen(after);
     m_instructions->setVisible(m_instructions->isInUse());
@@ -74,6 +74,7 @@ void UpperRow::placeInstructions()
 
 void UpperRow::share()
 {
+    // What a person has shared keeps its shares, in the splitter's own way.
     if (!m_sharedByHand || m_instructions->isVisibleTo(this))
         shareNow();
 }
@@ -83,13 +84,14 @@ void UpperRow::shareNow()
     const bool hasPane = m_instructions->isVisibleTo(this);
     const int whole = width() - handleWidth();
     const int withoutPane = whole - (hasPane ? widened() : 0);
+    // With what the tabs have around them.
+    const int wanted = qMax(m_wanted, m_views->widget()->minimumSizeHint().width());
     const int table = m_sharedByHand ? m_table->width()
-                                     : qBound(m_table->minimumSizeHint().width(), withoutPane - m_wanted,
+                                     : qBound(m_table->minimumSizeHint().width(), withoutPane - wanted,
                                               m_table->sizeHint().width());
     if (!hasPane) {
+        setSizes({table, whole - table, 0});
         m_views->hold({});
-        if (!m_sharedByHand)
-            setSizes({table, whole - table, 0});
         return;
     }
     m_views->hold({withoutPane - table, height()});

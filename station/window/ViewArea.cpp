@@ -2,11 +2,13 @@
 
 #include <QApplication>
 
+#include <utility>
+
 namespace station {
 namespace {
 
 /// What is left of the views at least where they are scrolled.
-constexpr int LeastWidth = 320;
+constexpr int LeastWidth = 240;
 
 } // namespace
 
@@ -17,16 +19,32 @@ ViewArea::ViewArea(QWidget *views)
     setWidgetResizable(true);
     setWidget(views);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
-        if (m_isHolding && now && widget()->isAncestorOf(now))
+        if (!m_held.isEmpty() && now && widget()->isAncestorOf(now))
             ensureWidgetVisible(now);
     });
 }
 
 void ViewArea::hold(const QSize &size)
 {
-    m_isHolding = !size.isEmpty();
-    widget()->setMinimumSize(m_isHolding ? size : QSize(0, 0));
+    m_held = size.isEmpty() ? QSize(0, 0) : size;
+    if (!m_isFrozen)
+        widget()->setMinimumSize(m_held);
     updateGeometry();
+}
+
+void ViewArea::freeze()
+{
+    if (std::exchange(m_isFrozen, true))
+        return;
+    widget()->setFixedSize(widget()->size());
+    QMetaObject::invokeMethod(this, &ViewArea::thaw, Qt::QueuedConnection);
+}
+
+void ViewArea::thaw()
+{
+    m_isFrozen = false;
+    widget()->setMinimumSize(m_held);
+    widget()->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
 }
 
 QSize ViewArea::sizeHint() const
@@ -37,7 +55,7 @@ QSize ViewArea::sizeHint() const
 QSize ViewArea::minimumSizeHint() const
 {
     const QSize least = widget()->minimumSizeHint();
-    return m_isHolding ? QSize(qMin(least.width(), LeastWidth), least.height()) : least;
+    return !m_held.isEmpty() ? QSize(qMin(least.width(), LeastWidth), least.height()) : least;
 }
 
 } // namespace station

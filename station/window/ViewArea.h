@@ -17,12 +17,18 @@ public:
     /// The views are at least this large from now on, however small the area is; an empty size leaves them as
     /// large as the area.
     void hold(const QSize &size);
+    /// Leaves the views as they are whatever happens to the area, until the event loop has done what the area
+    /// is about to be asked for: its bars come and go by way of it.
+    void freeze();
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 private:
-    bool m_isHolding = false;
+    void thaw();
+
+    QSize m_held;
+    bool m_isFrozen = false;
 };
 
 } // namespace station
