@@ -108,7 +108,9 @@ std::unique_ptr<QTextDocument> instructionDocument(const QString &markdown,
         if (picture == pictures.constEnd())
             continue;
         if (picture->image.isNull()) {
-            cursor.insertText(warning(name, picture->problem), QTextCharFormat());
+            QTextCharFormat amber;
+            amber.setBackground(QColor(255, 213, 79));
+            cursor.insertText(warning(name, picture->problem), amber);
             continue;
         }
         // Under a name that stands for nothing else.

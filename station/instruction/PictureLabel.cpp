@@ -28,6 +28,8 @@ PictureLabel::PictureLabel(QWidget *parent)
     setWordWrap(true);
     setFont(windowFont(WarningPixels));
     setPalette(warningPalette(palette()));
+    // Not that of what it lies on.
+    setBackgroundRole(QPalette::Window);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
     hide();
 }

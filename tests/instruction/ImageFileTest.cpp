@@ -16,8 +16,8 @@ class ImageFileTest : public ::testing::Test
 protected:
     ImageFileTest()
     {
-        for (const char *name : {"line/lamp.png", "line/steps/one.png", "shared/logo.png", "secret/key.png",
-                                 "line-2/lamp.png"})
+        for (const char *name :
+             {"line/lamp.png", "line/steps/one.png", "shared/logo.png", "secret/key.png", "line-2/lamp.png"})
             files.write(name, "x");
     }
     [[nodiscard]] QString found(const QString &written) const { return findImage(written, folders).path; }

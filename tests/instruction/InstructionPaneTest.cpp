@@ -33,8 +33,8 @@ protected:
     /// Guidance of a panel that has been offered.
     KVKGuidancePointer offered(const QString &image, const QString &instruction = {})
     {
-        auto made = std::make_shared<const KVKGuidance>(
-            KVKGuidance{"G1 S1", image, instruction, files.path()});
+        auto made =
+            std::make_shared<const KVKGuidance>(KVKGuidance{"G1 S1", image, instruction, files.path()});
         pane.setOffered(made, true);
         return made;
     }
@@ -62,7 +62,9 @@ protected:
         const QPointF at = pane.rect().center();
         QWheelEvent event(at, pane.mapToGlobal(at), {}, {0, delta}, Qt::NoButton, modifiers,
                           Qt::NoScrollPhase, false);
-        QApplication::sendEvent(pane.windowHandle(), &event);
+        // As one of a mouse: others are not handed on to whoever holds the widget below it.
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(pane.windowHandle(), &event);
     }
 
     testsupport::PictureFiles files;
@@ -147,8 +149,7 @@ TEST_F(InstructionPaneTest, OnlyThePictureOfThePanelThatIsLookedAtIsShown)
 TEST_F(InstructionPaneTest, MayEndWhileAPictureIsRead)
 {
     auto other = std::make_unique<InstructionPane>();
-    const auto guidance =
-        std::make_shared<const KVKGuidance>(KVKGuidance{"G1", "red.png", "", files.path()});
+    const auto guidance = std::make_shared<const KVKGuidance>(KVKGuidance{"G1", "red.png", "", files.path()});
     other->setOffered(guidance, true);
     other->setCurrent(guidance, true);
     other.reset();
@@ -198,7 +199,8 @@ TEST_F(InstructionPaneTest, PicturesInTheTextAreShownByTheSameRules)
     EXPECT_TRUE(waitUntil([&] {
         const QString text = pane.text()->toPlainText();
         return text.contains(QChar(QChar::ObjectReplacementCharacter)) &&
-               text.contains("../x.png: it lies outside") && text.contains("http://host/x.png: it is an address");
+               text.contains("../x.png: it lies outside") &&
+               text.contains("http://host/x.png: it is an address");
     })) << pane.text()->toPlainText().toStdString();
     EXPECT_GT(pane.text()->height(), 200);
 }
@@ -251,6 +253,15 @@ TEST_F(InstructionPaneTest, TheWheelZoomsWithCtrlAlone)
     wheel(-120, Qt::NoModifier);
     EXPECT_DOUBLE_EQ(pane.zoom(), 1.0);
     EXPECT_GT(bar->value(), 0);
+}
+
+TEST_F(InstructionPaneTest, TheWheelZoomsAPictureAsWell)
+{
+    files.draw("tall.png", {400, 2000});
+    shown("tall.png");
+    ASSERT_TRUE(waitUntil([&] { return hasPicture(); }));
+    wheel(120, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(pane.zoom(), 1.25);
 }
 
 TEST_F(InstructionPaneTest, ZoomsNoFurtherThanMemoryAllows)
@@ -315,8 +326,7 @@ TEST_F(InstructionPaneTest, CanBeReadByThoseWhoCannotSeeIt)
     EXPECT_EQ(name(&pane), "Instructions");
     EXPECT_EQ(name(pane.picture()), "Picture for G1 S1: red.png");
     EXPECT_EQ(name(pane.text()), "Instruction");
-    QAccessibleTextInterface *text =
-        QAccessible::queryAccessibleInterface(pane.text())->textInterface();
+    QAccessibleTextInterface *text = QAccessible::queryAccessibleInterface(pane.text())->textInterface();
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(text->text(0, text->characterCount()), "Open the lid");
     for (QToolButton *button : pane.findChildren<QToolButton *>())

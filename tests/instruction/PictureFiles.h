@@ -36,10 +36,7 @@ public:
     }
 
 private:
-    void makeFolderOf(const QString &name) const
-    {
-        EXPECT_TRUE(QDir().mkpath(QFileInfo(path(name)).path()));
-    }
+    void makeFolderOf(const QString &name) const { EXPECT_TRUE(QDir().mkpath(QFileInfo(path(name)).path())); }
 
     QTemporaryDir m_folder;
 };

@@ -38,8 +38,8 @@ protected:
             return QByteArray(reinterpret_cast<const char *>(&big), 4);
         };
         header += number(width) + number(height) + QByteArray("\x08\x02\x00\x00\x00", 5);
-        return QByteArray("\x89PNG\r\n\x1a\n") + number(13) + header + number(checksum(header)) +
-               number(0) + "IDAT" + number(checksum("IDAT"));
+        return QByteArray("\x89PNG\r\n\x1a\n") + number(13) + header + number(checksum(header)) + number(0) +
+               "IDAT" + number(checksum("IDAT"));
     }
 
     testsupport::PictureFiles files;

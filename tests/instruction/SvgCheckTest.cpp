@@ -37,17 +37,15 @@ TEST_P(SvgOutside, NothingOutsideIsReferredTo)
     EXPECT_EQ(svgProblem(svg(GetParam())), RefersOutside);
 }
 
-INSTANTIATE_TEST_SUITE_P(References, SvgOutside,
-                         ::testing::Values("<image href='/etc/passwd'/>", "<image href='lamp.png'/>",
-                                           "<image xlink:href='file:///etc/passwd'/>",
-                                           "<image href='http://host/x.png'/>",
-                                           "<image href='data:image/svg+xml;base64,AAAA'/>",
-                                           "<use href='other.svg#a'/>", "<rect fill='url(other.svg#a)'/>",
-                                           "<rect style='fill:URL(http://host/x)'/>",
-                                           "<style>@import 'x.css';</style>",
-                                           "<style><![CDATA[rect { fill: url(x.svg#a) }]]></style>",
-                                           "<?xml-stylesheet href='/etc/passwd'?>",
-                                           "<a href='http://host/'><rect/></a>"));
+INSTANTIATE_TEST_SUITE_P(
+    References, SvgOutside,
+    ::testing::Values("<image href='/etc/passwd'/>", "<image href='lamp.png'/>",
+                      "<image xlink:href='file:///etc/passwd'/>", "<image href='http://host/x.png'/>",
+                      "<image href='data:image/svg+xml;base64,AAAA'/>", "<use href='other.svg#a'/>",
+                      "<rect fill='url(other.svg#a)'/>", "<rect style='fill:URL(http://host/x)'/>",
+                      "<style>@import 'x.css';</style>",
+                      "<style><![CDATA[rect { fill: url(x.svg#a) }]]></style>",
+                      "<?xml-stylesheet href='/etc/passwd'?>", "<a href='http://host/'><rect/></a>"));
 
 TEST(SvgCheck, SomethingElseIsNoSvg)
 {

@@ -59,8 +59,7 @@ protected:
 
     View *view = new View(Rect(0, 0, 600, 400));
     StationWindow window{"Final test 4", {{0, "G1", "S1"}, {1, "G1", "S2"}}};
-    KVKGuidancePointer guidance =
-        std::make_shared<const KVKGuidance>(KVKGuidance{"G1 S1", "", "Look", ""});
+    KVKGuidancePointer guidance = std::make_shared<const KVKGuidance>(KVKGuidance{"G1 S1", "", "Look", ""});
 };
 
 TEST_F(UpperRowTest, ThePaneHasNoWidthWhileNobodyUsesIt)

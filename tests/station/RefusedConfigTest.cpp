@@ -54,18 +54,24 @@ INSTANTIATE_TEST_SUITE_P(
               "1: key 'colour': is not known here (known: station, system, sequence, plugins)"},
         Wrong{"UnknownKeyOfTheStation", good + "colour = 1\n",
               "4: key 'station.colour': is not known here (known: name, groups, slots, custom_row_color, "
-              "system_groups, system_slots)"},
+              "locale, "
+              "images, system_groups, system_slots)"},
         Wrong{"UnknownKeyOfASystem", good + "[[system]]\nindex = 0\n\nforeground = 'red'\n",
               "7: key 'system.foreground': is not known here (known: index, background, text)"},
         Wrong{"UnknownKeyOfASequence", good + "[[sequence]]\nfile = 'a.lua'\n",
               "5: key 'sequence.file': is not known here (known: script, per)"},
         Wrong{"KeysAreCaseSensitive", "[station]\nGroups = ['G']\nslots = ['S']\n",
               "2: key 'station.Groups': is not known here (known: name, groups, slots, custom_row_color, "
-              "system_groups, system_slots)"},
+              "locale, "
+              "images, system_groups, system_slots)"},
         Wrong{"Empty", "", "1: key 'station': is missing"},
         Wrong{"NoStation", "\nplugins = ['A']\n", "1: key 'station': is missing"},
         Wrong{"NoGroups", "\n[station]\nslots = ['S']\n", "2: key 'station.groups': is missing"},
         Wrong{"NoSlots", "[station]\ngroups = ['G']\n", "1: key 'station.slots': is missing"},
+        Wrong{"NoSuchImageFolder", good + "images = [\n'.',\n'nowhere']\n",
+              "6: key 'station.images': there is no folder $DIR/nowhere"},
+        Wrong{"ImagesIsNoList", good + "images = '.'\n", "4: key 'station.images': must be a list of texts"},
+        Wrong{"AnEmptyImageFolder", good + "images = ['']\n", "4: key 'station.images': holds an empty name"},
         Wrong{"NoIndex", good + "[[system]]\ntext = 'red'\n", "4: key 'system.index': is missing"},
         Wrong{"NoScript", good + "[[sequence]]\nper = 'system'\n", "4: key 'sequence.script': is missing"},
         Wrong{"NoSequence", good, "1: key 'sequence': is missing; there is nothing to run"},
@@ -129,8 +135,8 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"NameThatLooksLikeAPlaceholder", "[station]\ngroups = ['%1-%5']\nslots = ['S']\n",
               "2: key 'station.groups': '%1-%5' holds a '-'"},
         Wrong{"KeyThatLooksLikeAPlaceholder", good + "'%5' = 1\n",
-              "4: key 'station.%5': is not known here (known: name, groups, slots, custom_row_color, "
-              "system_groups, system_slots)"},
+              "4: key 'station.%5': is not known here (known: name, groups, slots, custom_row_color, locale, "
+              "images, system_groups, system_slots)"},
         Wrong{"GroupNamedAsTheFirstSystem", "[station]\ngroups = ['0']\nslots = ['S']\n",
               "2: key 'station.groups': '0' is the number of a system"},
         Wrong{"GroupNamedAsTheLastSystem", "[station]\ngroups = ['G', '3']\nslots = ['S', 'T']\n",
