@@ -24,6 +24,8 @@ inline constexpr char OnMainThread[] =
     "%s: Must not be called on the main thread, where it would wait for itself: %@";
 inline constexpr char NoSuchSystem[] = "%s: system index %@ is beyond the station's systems (0 to %ld)";
 inline constexpr char NoSystems[] = "%s: system index %@ is beyond the station, which has no systems";
+inline constexpr char LengthTooLong[] =
+    "Invalid config. Length %ld can never be entered: a field takes up to %ld characters.";
 inline constexpr char ReservedLabel[] =
     "Invalid config. Label '%@' is reserved: the record of a panel needs it for itself.";
 inline constexpr char WrongValue[] = "Invalid config. Value for key '%@' is %@: %@.";
@@ -145,6 +147,7 @@ inline constexpr char FieldClicked[] = "%s: %@ notify: %@";
 inline constexpr char NoSavedData[] = "%s: %@, %@, no saved data, not enabling data modification";
 inline constexpr char Refused[] = "\"%@\" is refused: %@";
 inline constexpr char RefusedWithHint[] = "%@ (%@)";
+inline constexpr char RefusedFor[] = "%@: %@";
 inline constexpr char EntryRefused[] = "Entry refused: %@ (%@)";
 inline constexpr char PanelIsAnswered[] = "its panel was answered already";
 inline constexpr char InField[] = "%@, in %@";

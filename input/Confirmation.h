@@ -1,5 +1,6 @@
 #pragma once
 
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
 #include "platform/WorkQueue.h"
@@ -35,8 +36,8 @@ public:
     };
 
     Confirmation(const StationMap &station, PanelRecords &records, Waits &waits,
-                 const PanelSettings &settings, PanelViews &views, Focus &focus, Entries &entries,
-                 KeyRouter &keys);
+                 const PanelSettings &settings, PanelViews &views, Focus &focus, Defaults &defaults,
+                 Entries &entries, KeyRouter &keys);
 
     void setGroups(Groups groups) { m_groups = std::move(groups); }
 
@@ -60,6 +61,7 @@ private:
     const PanelSettings &m_settings;
     PanelViews &m_views;
     Focus &m_focus;
+    Defaults &m_defaults;
     Entries &m_entries;
     KeyRouter &m_keys;
     Groups m_groups;

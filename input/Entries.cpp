@@ -48,7 +48,8 @@ struct Entries::Entry
 };
 
 Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
-                 const GivenAnswers &answers, const PanelSettings &settings, PanelViews &views, Focus &focus)
+                 const GivenAnswers &answers, const PanelSettings &settings, PanelViews &views, Focus &focus,
+                 Defaults &defaults, AutoConfirm &autoConfirm)
     : m_records(records)
     , m_slotStates(slotStates)
     , m_waits(waits)
@@ -57,6 +58,8 @@ Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &wai
     , m_settings(settings)
     , m_views(views)
     , m_focus(focus)
+    , m_defaults(defaults)
+    , m_autoConfirm(autoConfirm)
 {}
 
 void Entries::endEntry(platform::View *sender)
@@ -71,8 +74,32 @@ void Entries::endEntry(platform::View *sender)
         return;
     if (m_outcome == Outcome::NoSlotWaits && !text.isEmpty())
         refuse(text, QLatin1String(messages::NoSlotWaits));
-    if (m_outcome == Outcome::Stored)
+    if (m_outcome == Outcome::Stored) {
         m_focus.entryAccepted(panelKey);
+        m_autoConfirm.look(panelKey);
+    }
+}
+
+bool Entries::confirmDefaults(const Identifier &key)
+{
+    TextField *field = m_views.entryField(key.text());
+    if (!field || !m_views.isGroupView(key) || m_rules.of(key.text())->defaults.isEmpty())
+        return true;
+    // What was typed and not ended is meant in the place of a default, which must not be stored over it.
+    const bool isRefused = field->hasBegunEntry() && field->stringValue().isEmpty();
+    if (isRefused || (field->hasBegunEntry() && !checkInput(field)))
+        return false;
+    m_confirmsDefault = true;
+    bool isStored = true;
+    while (const std::optional<QString> text = m_defaults.next(key)) {
+        field->setStringValue(*text);
+        isStored = checkInput(field);
+        // One that is not stored at once waits still, and would be met again.
+        if (!isStored || m_outcome != Outcome::Stored)
+            break;
+    }
+    m_confirmsDefault = false;
+    return isStored;
 }
 
 bool Entries::checkInput(platform::View *sender)
@@ -196,6 +223,7 @@ void Entries::acceptEntry(const Entry &entry)
         entry.target->setBackgroundColor(SlotColors::valueColor(m_views.lookOf(key, m_settings.look())));
         // Under the slot that it went to and not under the field's name, which is the shared one.
         m_records.store(key, entry.slot(), entry.value);
+        m_defaults.offer(entry.panelKey);
     } else if (entry.ownSlot != identifiers::SharedInput && !m_views.responders(key).isEmpty()) {
         if (shown != entry.text)
             entry.field->setStringValue(shown);
@@ -212,9 +240,11 @@ void Entries::rejectEntry(const Entry &entry, const QString &why)
     entry.field->setBackgroundColor(platform::Color::standardRed());
     entry.field->selectText();
     const QString hint = m_rules.of(entry.panelKey.text())->hint;
+    const QString told = hint.isEmpty() ? platform::formatMessage(messages::Refused, {entry.text, why})
+                                        : platform::formatMessage(messages::RefusedWithHint, {hint, why});
     m_views.tell(entry.panelKey.text(),
-                 hint.isEmpty() ? platform::formatMessage(messages::Refused, {entry.text, why})
-                                : platform::formatMessage(messages::RefusedWithHint, {hint, why}));
+                 m_confirmsDefault ? platform::formatMessage(messages::RefusedFor, {entry.slot(), told})
+                                   : told);
 }
 
 void Entries::refuse(const QString &text, const QString &why)
@@ -227,6 +257,8 @@ void Entries::refuse(const QString &text, const QString &why)
 void Entries::refuseIn(const TextField *field, const platform::RefusedEntry &refused)
 {
     forgetOwnEntry(field->identifier());
+    m_views.tell(identifiers::panelPart(field->identifier()),
+                 platform::formatMessage(messages::Refused, {refused.text, refused.why}));
     refuse(refused.text, platform::formatMessage(messages::InField, {refused.why, field->identifier()}));
 }
 

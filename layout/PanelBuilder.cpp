@@ -64,6 +64,8 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
     // A message has no buttons, see drawMessage().
     if (plan.isGroupPanel())
         drawing.geometry.makeRoomForRow(plan.isInformative() ? 0 : plan.buttons.size(), plan.hasFields());
+    if (plan.hasFields() && plan.rules->hasStatusLine())
+        drawing.geometry.makeRoomForStatusLine();
     m_errors.clearTitle();
     // Kept by panel: entries and switches paint long after the drawing, when another call's look may be in
     // force.
@@ -165,6 +167,7 @@ void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
                                    {m_house.controller, m_entries});
     // No call waits behind a message: what is scanned then must not seem to be taken.
     field->setEnabled(!drawing.plan.isInformative());
+    parts::ask(*field, *drawing.plan.rules, drawing.plan.label);
     drawing.fields.append(field.get());
     parts::add(*drawing.container, std::move(field));
 }
@@ -217,6 +220,7 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
     m_house.views.splitView()->addSubview(drawing.container);
     m_document.add(drawing.container, drawing.plan.subject.groupNumber, drawing.geometry);
     revealPanel(drawing);
+    m_house.defaults.offer(drawing.plan.subject.panelKey);
     // Only now: a container that was just made had no window before, where a field takes no focus.
     m_house.focus.unhideUI(drawing.plan.subject.panelKey);
     m_house.focus.panelOpened(drawing.plan.subject.panelKey);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "input/Confirmation.h"
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
 #include "input/Guidance.h"
@@ -36,6 +37,7 @@ public:
         PanelSettings &settings;
         PanelViews &views;
         Focus &focus;
+        Defaults &defaults;
         Guidance &guidance;
         /// Named as the target by every control, and the delegate of the overviews.
         QObject *controller;

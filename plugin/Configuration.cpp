@@ -1,6 +1,7 @@
 #include "plugin/Configuration.h"
 
 #include "platform/LogFormat.h"
+#include "platform/TextField.h"
 #include "presentation/ColorEngine.h"
 
 #include <algorithm>
@@ -53,6 +54,16 @@ std::optional<Refusal> reservedLabel(const platform::Array &list)
     return std::nullopt;
 }
 
+/// Nobody could ever end such a panel with "OK".
+std::optional<Refusal> unreachableLength(const platform::Dictionary &config)
+{
+    constexpr qint64 Most = platform::TextField::MaximumEntryLength;
+    const qint64 length = config::integer(config::Length, config);
+    if (length <= Most)
+        return std::nullopt;
+    return Refusal{ErrorLengthTooLong, platform::formatMessage(messages::LengthTooLong, {length, Most})};
+}
+
 } // namespace
 
 std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGroup,
@@ -79,6 +90,8 @@ std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGro
         fired = refusal(ErrorTooManyInputsForSystem, messages::TooManyInputsForSystem);
     if (!fired)
         fired = reservedLabel(list);
+    if (!fired && inputCount > 0)
+        fired = unreachableLength(config);
     return fired ? fired : pending;
 }
 

@@ -8,6 +8,7 @@
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/SystemIndexTransformers.h"
 
+#include "common/Identifiers.h"
 #include "ui_InteractiveView.h"
 
 namespace interactive {
@@ -66,6 +67,10 @@ void InteractiveView::viewDidLoad()
     platform::NotificationCenter::defaultCenter().addObserver(
         this, TextFieldMouseDownNotification, [this](const platform::Notification &notification) {
             m_rooms->focus.textFieldMouseDown(notification, m_rooms->records);
+            // A slot that was opened again may have become the next one to wait.
+            const auto *clicked = qobject_cast<platform::TextField *>(notification.object.data());
+            if (clicked && !clicked->isEditable() && !clicked->identifier().isNull())
+                m_rooms->defaults.offer(platform::Identifier(identifiers::panelPart(clicked->identifier())));
         });
     // Last: a key that is looked at may have to be brought to a panel.
     m_rooms->keys.start();

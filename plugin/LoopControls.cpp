@@ -1,5 +1,7 @@
 #include "plugin/LoopControls.h"
 
+#include "input/Entries.h"
+#include "platform/LogFormat.h"
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 
@@ -81,6 +83,10 @@ void LoopControls::setupLoopButton(QObject *target)
         root->addSubview(makeCaption(height));
         root->addSubview(field);
     }
+    field->setRefusalHandler([](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
+        Entries::refuse(refused.text,
+                        platform::formatMessage(messages::InField, {refused.why, refusing->identifier()}));
+    });
     m_field = field;
     field->focusTarget()->installEventFilter(this);
 }

@@ -2,7 +2,9 @@
 
 #include "groups/GroupButtons.h"
 #include "groups/Switches.h"
+#include "input/AutoConfirm.h"
 #include "input/Confirmation.h"
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
 #include "input/Guidance.h"
@@ -49,10 +51,13 @@ struct Rooms
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
     Guidance guidance{views};
-    Entries entries{records, slotStates, waits, rules, answers, settings, views, focus};
-    Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
+    Defaults defaults{records, rules, focus, views};
+    AutoConfirm autoConfirm{station, records, rules, focus, views};
+    Entries entries{records,  slotStates, waits, rules,    answers,
+                    settings, views,      focus, defaults, autoConfirm};
+    Confirmation confirmation{station, records, waits, settings, views, focus, defaults, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};
-    Switches switches{station, records, slotStates, settings, views, colors, focus};
+    Switches switches{station, records, slotStates, settings, views, colors, focus, defaults, autoConfirm};
     Document document{station, views};
     ErrorPanel errors;
     SlotBoxes boxes;

@@ -87,7 +87,16 @@ QSizeF LoadedPlugin::minimumSize() const
 
 platform::Dictionary LoadedPlugin::constants() const
 {
-    return ask(m_path, [this] { return m_extension->pluginConstants(); });
+    return ask(m_path, [this] {
+        const platform::Dictionary constants = m_extension->pluginConstants();
+        for (auto constant = constants.cbegin(); constant != constants.cend(); ++constant) {
+            if (KVKSequencerGives(constant.key())) {
+                refuse(m_path,
+                       QStringLiteral("constant \"%1\": the sequencer gives it already").arg(constant.key()));
+            }
+        }
+        return constants;
+    });
 }
 
 std::vector<KVKBoundFunction> LoadedPlugin::bindFunctions() const

@@ -5,6 +5,9 @@
 #include "platform/MainQueue.h"
 
 #include <QFileInfo>
+#include <QHash>
+
+#include <utility>
 
 namespace station {
 
@@ -27,6 +30,7 @@ RunningSequence::Plan planForSystem(const QString &script, const StationConfig &
     RunningSequence::Plan plan;
     plan.script = script;
     plan.owner = {QFileInfo(script).fileName(), static_cast<qlonglong>(system), {}};
+    plan.group = group;
     plan.systems = {system};
     plan.globals = groupGlobals(static_cast<int>(config.groups().indexOf(group)), group);
     plan.globals.insert(QStringLiteral("systemIndex"), static_cast<qlonglong>(system));
@@ -40,6 +44,7 @@ RunningSequence::Plan planForGroup(const QString &script, const StationConfig &c
     RunningSequence::Plan plan;
     plan.script = script;
     plan.owner = {QFileInfo(script).fileName(), {}, group};
+    plan.group = group;
     for (int system = 0; system < config.systemGroups.size(); ++system) {
         if (config.systemGroups.at(system) == group)
             plan.systems.append(system);
@@ -61,12 +66,12 @@ RunningSequence::Plan planForStation(const QString &script, const StationConfig 
 } // namespace
 
 RunningSequence::RunningSequence(const Plan &plan, const std::vector<KVKBoundFunction> &functions,
-                                 ResultsFile &results, Listener listener)
+                                 Place place, ResultsFile &results, Listener listener)
     : m_plan(plan)
     , m_results(results)
     , m_listener(std::move(listener))
     , m_alive(std::make_shared<bool>(true))
-    , m_sequence({plan.script, plan.globals, functions}, *this)
+    , m_sequence({plan.script, plan.globals, functions, std::move(place.run), place.partner}, *this)
 {}
 
 RunningSequence::~RunningSequence() = default;
@@ -98,6 +103,12 @@ void RunningSequence::sequenceCalled(const KVKLuaCall &call)
         tellWait({});
     m_call = 0;
     m_results.writeCall(m_plan.owner, call);
+}
+
+void RunningSequence::sequenceWaits(const KVKLuaWait &wait)
+{
+    m_waitsForOthers = !wait.what.isEmpty() && !wait.hasLimit;
+    tellWait({wait.what, {}});
 }
 
 void RunningSequence::tellWait(const KVKCallWait &wait)
@@ -146,6 +157,21 @@ QList<RunningSequence::Plan> planSequences(const StationConfig &config)
         }
     }
     return plans;
+}
+
+std::vector<KVKLuaPartner> partnersOf(const QList<RunningSequence::Plan> &plans)
+{
+    QHash<QString, int> counts;
+    for (const RunningSequence::Plan &plan : plans)
+        ++counts[plan.owner.name()];
+    std::vector<KVKLuaPartner> partners;
+    for (const RunningSequence::Plan &plan : plans) {
+        const QString name = plan.owner.name();
+        const bool isOnly = counts.value(name) == 1;
+        partners.push_back(
+            {isOnly ? name : QStringLiteral("%1 (%2)").arg(name, plan.owner.sequence), plan.group});
+    }
+    return partners;
 }
 
 } // namespace station

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanLuaSequencer/KVKLuaRun.h"
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "station/ResultsFile.h"
@@ -31,10 +32,19 @@ public:
         ResultOwner owner;
         QList<int> systems; ///< Those whose row in the status table the sequence speaks for.
         platform::Dictionary globals;
+        QString
+            group; ///< The one that the system is in or that the sequence is for; empty for the station's.
     };
 
-    RunningSequence(const Plan &plan, const std::vector<KVKBoundFunction> &functions, ResultsFile &results,
-                    Listener listener);
+    /// The sequence's place in its run.
+    struct Place
+    {
+        std::shared_ptr<KVKLuaRun> run;
+        std::size_t partner;
+    };
+
+    RunningSequence(const Plan &plan, const std::vector<KVKBoundFunction> &functions, Place place,
+                    ResultsFile &results, Listener listener);
     /// Requires: the sequence was not started, or has ended.
     ~RunningSequence() override;
 
@@ -48,6 +58,8 @@ public:
     /// The number of the plug-in's call that the sequence is inside of, which no other call of the process
     /// has; 0 outside. Thread: any.
     [[nodiscard]] quint64 callNumber() const { return m_call; }
+    /// Whether it waits for other sequences of its run, for as long as they take. Thread: any.
+    [[nodiscard]] bool waitsForOthers() const { return m_waitsForOthers; }
 
     /// Tells the sequence whose call runs on the calling thread what it waits for; elsewhere nothing happens.
     static void callWaits(const KVKCallWait &wait);
@@ -57,6 +69,7 @@ public:
 private:
     void sequenceCalls(const QString &name) override;
     void sequenceCalled(const KVKLuaCall &call) override;
+    void sequenceWaits(const KVKLuaWait &wait) override;
     void sequenceEnded(const KVKLuaEnd &end) override;
     void tellWait(const KVKCallWait &wait);
 
@@ -64,6 +77,7 @@ private:
     ResultsFile &m_results;
     Listener m_listener;
     std::atomic<quint64> m_call{0};
+    std::atomic<bool> m_waitsForOthers{false};
     bool m_waits = false; ///< Whether the listener knows of a wait. The sequence's thread.
     std::optional<KVKLuaEnd> m_end;
     std::shared_ptr<bool> m_alive; ///< Expires with this, for jobs that arrive too late.
@@ -73,5 +87,9 @@ private:
 /// The sequences that a configuration asks for: one per system, per group or one for the station, for each
 /// script.
 [[nodiscard]] QList<RunningSequence::Plan> planSequences(const StationConfig &config);
+
+/// What these sequences are for each other. Where several run for one owner, their names tell the scripts
+/// too.
+[[nodiscard]] std::vector<KVKLuaPartner> partnersOf(const QList<RunningSequence::Plan> &plans);
 
 } // namespace station

@@ -36,12 +36,16 @@ void SequenceRunner::start()
     m_sequences.clear();
     for (KVKExtensionInterruption *interruption : m_interruptions)
         interruption->acceptCalls();
-    for (RunningSequence::Plan plan : planSequences(m_config)) {
+    const QList<RunningSequence::Plan> plans = planSequences(m_config);
+    // Made anew: what sequences share, hold and wait for is a run's own.
+    const auto run = std::make_shared<KVKLuaRun>(partnersOf(plans));
+    for (RunningSequence::Plan plan : plans) {
         for (auto constant = m_constants.cbegin(); constant != m_constants.cend(); ++constant)
             plan.globals.insert(constant.key(), constant.value());
-        const int number = static_cast<int>(m_sequences.size());
+        const std::size_t number = m_sequences.size();
         m_sequences.push_back(
-            std::make_unique<RunningSequence>(plan, m_functions, m_results, listenerOf(number)));
+            std::make_unique<RunningSequence>(plan, m_functions, RunningSequence::Place{run, number},
+                                              m_results, listenerOf(static_cast<int>(number))));
     }
     m_running = static_cast<int>(m_sequences.size());
     m_ranNothing = m_running == 0;
@@ -83,7 +87,8 @@ QList<quint64> SequenceRunner::callsUnderWay() const
 {
     QList<quint64> calls;
     for (const auto &sequence : m_sequences) {
-        if (sequence->end())
+        // Whoever waits for others goes on when they do: it is they that are looked at.
+        if (sequence->end() || sequence->waitsForOthers())
             continue;
         calls.append(sequence->callNumber());
         // A sequence that is in no call is at work by itself: the run does not stand still.

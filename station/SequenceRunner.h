@@ -40,7 +40,8 @@ public:
     /// The systems that each sequence of the last run speaks for.
     [[nodiscard]] QList<QList<int>> systemsOfSequences() const;
     /// The calls of plug-ins that the sequences that still run are inside of, by number; none when one of
-    /// them is outside. The same answer twice means that each is still in the same call.
+    /// them is outside. One that waits for other sequences, for as long as they take, is left out. The same
+    /// answer twice means that each is still in the same call.
     [[nodiscard]] QList<quint64> callsUnderWay() const;
     /// The names of those that still run.
     [[nodiscard]] QStringList runningNames() const;

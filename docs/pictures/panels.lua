@@ -28,6 +28,17 @@ return {
     { name = "length", call = "showView", close = "Cancel",
       config = { input = { "SN" }, length = 8, button = { "Cancel", "OK" } },
       act = function() operator.scan("SN2600") end },
+    { name = "pattern", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, pattern = "SN[0-9]{5}", button = { "Cancel", "OK" } },
+      act = function() operator.scan("SM26001") end },
+    { name = "hint", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, length = 8, hint = "The long code on the lid", button = { "Cancel", "OK" } },
+      act = function() operator.scan("SN2600") end },
+    { name = "number", call = "showView", close = "Cancel",
+      config = { input = { "U" }, number = { min = 3.0, max = 3.6, decimals = 2, unit = "V" }, button = { "Cancel", "OK" } },
+      act = function() operator.scan("3.75") end },
+    { name = "unique", call = "showGroupView", close = "Cancel", config = { input = slots, unique = "run" },
+      act = function() operator.type("SN26001\nSN26001\n") end },
     { name = "label", call = "showView", close = "Cancel",
       config = { input = { "IMEI" }, label = "IMEI", button = { "Cancel", "OK" } } },
     { name = "column", call = "showGroupView", close = "Cancel", config = { input = slots, column = 1 } },
@@ -42,6 +53,30 @@ return {
     { name = "backgroundAlpha", call = "showView", close = "OK", config = { backgroundAlpha = 0.9, button = { "OK" } } },
     { name = "drawShadow", call = "showView", close = "OK",
       config = { backgroundAlpha = 0.3, drawShadow = true, button = { "OK" } } },
+    { name = "placeholder", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, placeholder = "Scan the label", button = { "Cancel", "OK" } } },
+    { name = "default", call = "showGroupView", close = "Cancel",
+      config = { input = slots, label = "Rev", default = { S1 = "A4", S2 = "A5" } },
+      act = function() operator.scan("B1") end },
+    -- The list lies over the window, so all of it is shown.
+    { name = "choices", call = "showView", close = "Cancel", whole = true,
+      config = { input = { "Colour" }, choices = { "Red", "Dark red", "Green", "Blue" },
+                 button = { "Cancel", "OK" } },
+      act = function()
+          operator.type("re")
+          operator.sleep(0.5)
+      end,
+      -- Escape folds the list, which lies over the buttons.
+      after = function()
+          operator.type("\27")
+          operator.sleep(0.5)
+      end },
+    { name = "hint-slot", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, pattern = "SN[0-9]+", button = { "Cancel", "OK" } },
+      act = function() operator.scan("X12") end },
+    { name = "hint-group", call = "showGroupView", close = "Cancel",
+      config = { input = slots, number = { min = 3, max = 3.6, unit = "V" } },
+      act = function() operator.type("3.3\n4\n") end },
     { name = "title", call = "showGroupView", close = "OK",
       config = { title = "Second scan", input = { "S9" }, column = 2 } },
 }

@@ -1,5 +1,7 @@
 #include "kovan/KovanLuaSequencer/KVKFunctionTable.h"
 
+#include <QStringList>
+
 #include <utility>
 
 namespace {
@@ -54,6 +56,8 @@ QMetaMethod findMethod(const QObject &context, const QString &name, const QByteA
 
 KVKBoundFunction bind(QObject *context, const QString &name, const platform::Value &entry)
 {
+    if (KVKSequencerGives(name))
+        refuse(name, QStringLiteral("the sequencer gives it already"));
     const platform::Array labels = entry.toList();
     if (labels.isEmpty())
         refuse(name, QStringLiteral("its entry is no list of labels"));
@@ -101,6 +105,14 @@ platform::Value KVKBoundFunction::call(const platform::Array &arguments, platfor
     // On the calling thread: a show call waits in here, and must not do so on the main thread.
     m_context->qt_metacall(QMetaObject::InvokeMetaMethod, m_method.methodIndex(), places.data());
     return result;
+}
+
+bool KVKSequencerGives(const QString &name)
+{
+    static const QStringList names{QStringLiteral("log"), QStringLiteral("sleep"),
+                                   QStringLiteral("rendezvous"), QStringLiteral("locked"),
+                                   QStringLiteral("shared")};
+    return names.contains(name);
 }
 
 std::vector<KVKBoundFunction> KVKBindFunctions(QObject *context, const platform::Dictionary &table)

@@ -42,10 +42,14 @@ public:
     {}
 };
 
+/// Whether the sequencer itself gives scripts something of this name: log, sleep, rendezvous, locked, shared.
+/// A plug-in's function or constant cannot have it. Thread: any.
+[[nodiscard]] bool KVKSequencerGives(const QString &name);
+
 /// Binds a plug-in's function table to the invokable methods of its context, by labels alone.
 ///
 /// A method is found by the first word of its selector and the number of its arguments; the last one takes
-/// the error. Errors: throws KVKFunctionTableError for an entry that is no list of labels, or names no such
-/// method. Thread: any.
+/// the error. Errors: throws KVKFunctionTableError for an entry that is no list of labels, names no such
+/// method, or has a name that the sequencer gives. Thread: any.
 [[nodiscard]] std::vector<KVKBoundFunction> KVKBindFunctions(QObject *context,
                                                              const platform::Dictionary &table);

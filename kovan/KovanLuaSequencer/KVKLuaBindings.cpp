@@ -1,8 +1,12 @@
 #include "kovan/KovanLuaSequencer/KVKLuaBindings.h"
 
 #include "kovan/KovanLogging/KVKLogging.h"
+#include "kovan/KovanLuaSequencer/KVKLuaHold.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
+#include "kovan/KovanLuaSequencer/KVKLuaRun.h"
+#include "kovan/KovanLuaSequencer/KVKLuaRunBindings.h"
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
+#include "kovan/KovanLuaSequencer/KVKLuaSharedBindings.h"
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 
 #include <lua.hpp>
@@ -79,6 +83,9 @@ int callPlugin(lua_State *state)
     scope.observer().sequenceCalls(call.name);
     try {
         call.arguments = readArguments(state, function);
+        // Nobody knows from outside which functions wait for the operator.
+        if (scope.sharedRun())
+            scope.sharedRun()->refuseInsideUpdate(scope.partner(), call.name);
         platform::Error error;
         call.result = function.call(call.arguments, &error);
         if (error.isPresent())
@@ -144,10 +151,11 @@ void setGlobals(lua_State *state)
 } // namespace
 
 KVKLuaScope::KVKLuaScope(const std::vector<KVKBoundFunction> &functions, platform::Dictionary globals,
-                         KVKLuaSequenceObserver &observer)
+                         Place place, KVKLuaSequenceObserver &observer)
     : KVKLuaRunner({"a sequence", true})
     , m_functions(functions)
     , m_globals(std::move(globals))
+    , m_place(place)
     , m_observer(observer)
 {
     for (const KVKBoundFunction &function : functions)
@@ -166,6 +174,8 @@ void KVKLuaScope::stop()
         m_stopped = true;
     }
     m_changed.notify_all();
+    if (sharedRun())
+        sharedRun()->interrupt(partner());
 }
 
 void KVKLuaScope::sleep(double seconds)
@@ -184,5 +194,10 @@ void KVKLuaScope::bind(lua_State *state)
     }
     lua_register(state, "log", logFunction);
     lua_register(state, "sleep", sleepFunction);
+    if (sharedRun()) {
+        KVKLuaPrepareHolds(state);
+        KVKLuaBindRun(state);
+        KVKLuaBindShared(state);
+    }
     setGlobals(state);
 }

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr int Failed = -1;
+constexpr int FailedWithoutText = -2;
 /// More than this of an error text helps nobody, and a script can make one of any length.
 constexpr std::size_t LongestErrorText = 4096;
 constexpr char NoMemory[] = "not enough memory";
@@ -28,20 +29,22 @@ QString textOnTop(lua_State *state)
     return QString::fromUtf8(bytes, static_cast<qsizetype>(LongestErrorText)) + QChar(0x2026);
 }
 
-/// Runs the body; where it throws, leaves the text on the stack, or an empty stack for want of memory.
+/// Runs the body; where it throws, leaves the text on the stack, or nothing for want of memory. What was on
+/// the stack before stays: it may be marked as to be closed.
 int performCatching(lua_State *state, KVKLuaBody body)
 {
+    const int top = lua_gettop(state);
     QString why;
     try {
         return body(state);
     } catch (...) {
         why = KVKTextOfException(std::current_exception());
     }
-    lua_settop(state, 0);
+    lua_settop(state, top);
     try {
         KVKLuaPush(state, why);
     } catch (const KVKLuaValueError &) {
-        lua_settop(state, 0);
+        return FailedWithoutText;
     }
     return Failed;
 }
@@ -88,10 +91,10 @@ int KVKLuaPerform(lua_State *state, KVKLuaBody body)
 {
     const int results = performCatching(state, body);
     KVKLuaRunner::look(state);
-    if (results != Failed)
+    if (results >= 0)
         return results;
     // From here on no C++ object is left that the jump could pass over.
-    if (lua_gettop(state) == 0)
+    if (results == FailedWithoutText)
         return luaL_error(state, NoMemory);
     luaL_where(state, 1);
     lua_insert(state, -2);

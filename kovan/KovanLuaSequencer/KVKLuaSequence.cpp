@@ -3,8 +3,10 @@
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanLuaSequencer/KVKLuaBindings.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
+#include "kovan/KovanLuaSequencer/KVKLuaRun.h"
 
 #include <atomic>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -14,8 +16,20 @@ struct KVKLuaSequence::Run
     Run(Description given, KVKLuaSequenceObserver &told)
         : description(std::move(given))
         , observer(told)
-        , scope(description.functions, description.globals, observer)
-    {}
+        , scope(description.functions, description.globals, {description.run.get(), description.partner},
+                observer)
+    {
+        if (description.run && description.partner >= description.run->size())
+            throw std::out_of_range("the run has no such sequence");
+    }
+
+    /// Tells the others of the run that they need not wait any more. Before the host is told, which may take
+    /// its time.
+    void leave() const
+    {
+        if (description.run)
+            description.run->end(description.partner);
+    }
 
     Description description;
     KVKLuaSequenceObserver &observer;
@@ -66,6 +80,7 @@ KVKLuaSequence::~KVKLuaSequence()
     requestStop();
     if (m_run->thread.joinable())
         m_run->thread.join();
+    m_run->leave();
 }
 
 void KVKLuaSequence::start()
@@ -73,11 +88,14 @@ void KVKLuaSequence::start()
     try {
         // The thread holds what it uses: an observer may let go of the sequence while it is told of the end.
         m_run->thread = std::thread([shared = m_run] {
-            tellEnd(shared->observer, run(shared->description.scriptPath, shared->scope));
+            const KVKLuaEnd end = run(shared->description.scriptPath, shared->scope);
+            shared->leave();
+            tellEnd(shared->observer, end);
             shared->ended = true;
         });
     } catch (const std::system_error &problem) {
         m_run->ended = true;
+        m_run->leave();
         tellEnd(
             m_run->observer,
             erred(QStringLiteral("no thread for the sequence: %1").arg(QString::fromUtf8(problem.what()))));

@@ -87,6 +87,19 @@ TEST(PanelRecords, AnAnswerGivenAgainIsTheRecordAgain)
     EXPECT_EQ(records.record("G1")->value("S1"), Value("A"));
 }
 
+TEST(PanelRecords, AnAnswerThatWasForgottenMeanwhileIsNotGivenAgain)
+{
+    PanelRecords records;
+    records.start("G1", 0, question);
+    records.store("G1", "S1", "A");
+    records.keepAnswer("G1", question, {});
+    const auto answer = records.answer("G1", question);
+    ASSERT_TRUE(answer.has_value());
+    records.forgetAnswers("G1", false);
+    records.giveAgain("G1", question, *answer);
+    EXPECT_FALSE(records.contains("G1"));
+}
+
 TEST(PanelRecords, ACancelledQuestionHasNoAnswer)
 {
     PanelRecords records;
@@ -125,6 +138,31 @@ TEST(PanelRecords, PassesAreCountedForEachGroup)
     EXPECT_FALSE(records.finishPass(1));
     EXPECT_TRUE(records.finishPass(0));
     EXPECT_TRUE(records.finishPass(1));
+}
+
+TEST(PanelRecords, ALoopRecordWithoutAMaximumIsFinishedAndKeepsItsCounts)
+{
+    PanelRecords records;
+    records.restore({{"Loop", Dictionary{{"LoopCount_0", 2}}}});
+    EXPECT_TRUE(records.finishPass(0));
+    EXPECT_EQ(records.loopRecord(), (Dictionary{{"LoopCount_0", 2}}));
+}
+
+TEST(PanelRecords, AGroupWithoutACountBeginsAtZero)
+{
+    PanelRecords records;
+    records.restore({{"Loop", Dictionary{{"LoopMax", 2}}}});
+    EXPECT_FALSE(records.finishPass(1));
+    EXPECT_EQ(records.loopRecord(), (Dictionary{{"LoopMax", 2}, {"LoopCount_1", 1}}));
+}
+
+TEST(PanelRecords, WhatElseTheLoopRecordHoldsStaysWhenALoopBegins)
+{
+    PanelRecords records;
+    records.restore({{"Loop", Dictionary{{"Operator", "N. N."}}}, {"G1", Dictionary{{"S1", "A"}}}});
+    records.startLoop(3, 1);
+    EXPECT_EQ(records.loopRecord(), (Dictionary{{"Operator", "N. N."}, {"LoopMax", 3}, {"LoopCount_0", 0}}));
+    EXPECT_EQ(records.record("G1"), (Dictionary{{"S1", "A"}}));
 }
 
 TEST(PanelRecords, LoopModeBeginsWithTwoPasses)

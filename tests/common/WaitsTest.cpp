@@ -22,6 +22,8 @@ TEST(Waits, APanelKeyHasOneInstance)
     Waits waits;
     EXPECT_TRUE(waits.panelKey("G1").isSameInstance(waits.panelKey(QString("G") + "1")));
     EXPECT_FALSE(waits.panelKey("G1").isSameInstance(waits.panelKey("G2")));
+    EXPECT_FALSE(waits.panelKey("G1").isSameInstance(Identifier("G1")));
+    EXPECT_EQ(waits.panelKey("G1"), Identifier("G1"));
 }
 
 TEST(Waits, APressEndsTheWaitThatItWasMadeForAndNoLaterOne)

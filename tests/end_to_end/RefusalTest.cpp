@@ -61,32 +61,40 @@ TEST_P(RefusedCall, IsShownAndReturnedAndTheSequenceGoesOn)
 
 INSTANTIATE_TEST_SUITE_P(
     Codes, RefusedCall,
-    ::testing::Values(Refusal{"InputAndSwitch", "showGroupView(0, { input = { 'S1' }, switch = { 'S1' } })",
-                              100, "Invalid config. 'input' and 'switch' cannot be defined at the same time"},
-                      Refusal{"EmptyInputAndSwitchOnSystem", "showView(2, { input = {}, switch = { 'X' } })",
-                              100, "Invalid config. 'input' and 'switch' cannot be defined at the same time"},
-                      Refusal{"UnknownSlot", "showGroupView(0, { input = { 'S1', 'S9' } })", 101,
-                              "Invalid config. Slot labels for showGroupView() must be slot name."},
-                      Refusal{"TooManyLabels",
-                              "showGroupView(0, { input = { 'S1', 'S2', 'S3', 'S4', 'S1' } })", 102,
-                              "Invalid config. Invalid slot labels appeared in groupView config."},
-                      Refusal{"TooManySwitches",
-                              "showGroupView(0, { switch = { 'S1', 'S2', 'S3', 'S4', 'S5' } })", 102,
-                              "Invalid config. Invalid slot labels appeared in groupView config."},
-                      Refusal{"TooManyColumns", "showGroupView(0, { input = { 'S1' }, column = 5 })", 103,
-                              "Invalid config. Input column exceeds slot number."},
-                      Refusal{"NegativeColumns", "showGroupView(0, { input = { 'S1' }, column = -1 })", 103,
-                              "Invalid config. Input column exceeds slot number."},
-                      Refusal{"SlotNamedTwice", "showGroupView(0, { input = { 'S1', 'S1' } })", 104,
-                              "Invalid config. Allow up to 12 input fields and no duplications."},
-                      Refusal{"TwoInputsOnSystem", "showView(3, { input = { 'A', 'B' } })", 105,
-                              "Invalid config. Allow 1 input field a time in split mode."},
-                      Refusal{"SwitchIsNoArray", "showGroupView(0, { switch = 'S1' })", 0,
-                              "Invalid config. Value for key 'switch' is not array."},
-                      Refusal{"InputIsNoArray", "showGroupView(0, { input = 'S1' })", 0,
-                              "Invalid config. Value for key 'input' is not array."},
-                      Refusal{"SwitchIsCheckedFirst", "showView(1, { input = 1, switch = { a = 1 } })", 0,
-                              "Invalid config. Value for key 'switch' is not array."}),
+    ::testing::Values(
+        Refusal{"InputAndSwitch", "showGroupView(0, { input = { 'S1' }, switch = { 'S1' } })", 100,
+                "Invalid config. 'input' and 'switch' cannot be defined at the same time"},
+        Refusal{"EmptyInputAndSwitchOnSystem", "showView(2, { input = {}, switch = { 'X' } })", 100,
+                "Invalid config. 'input' and 'switch' cannot be defined at the same time"},
+        Refusal{"UnknownSlot", "showGroupView(0, { input = { 'S1', 'S9' } })", 101,
+                "Invalid config. Slot labels for showGroupView() must be slot name."},
+        Refusal{"TooManyLabels", "showGroupView(0, { input = { 'S1', 'S2', 'S3', 'S4', 'S1' } })", 102,
+                "Invalid config. Invalid slot labels appeared in groupView config."},
+        Refusal{"TooManySwitches", "showGroupView(0, { switch = { 'S1', 'S2', 'S3', 'S4', 'S5' } })", 102,
+                "Invalid config. Invalid slot labels appeared in groupView config."},
+        Refusal{"TooManyColumns", "showGroupView(0, { input = { 'S1' }, column = 5 })", 103,
+                "Invalid config. Input column exceeds slot number."},
+        Refusal{"NegativeColumns", "showGroupView(0, { input = { 'S1' }, column = -1 })", 103,
+                "Invalid config. Input column exceeds slot number."},
+        Refusal{"SlotNamedTwice", "showGroupView(0, { input = { 'S1', 'S1' } })", 104,
+                "Invalid config. Allow up to 12 input fields and no duplications."},
+        Refusal{"TwoInputsOnSystem", "showView(3, { input = { 'A', 'B' } })", 105,
+                "Invalid config. Allow 1 input field a time in split mode."},
+        Refusal{"LengthAsLabel", "showView(3, { input = { 'length' } })", 405,
+                "Invalid config. Label 'length' is reserved: the record of a panel needs it "
+                "for itself."},
+        Refusal{"ClickedButtonAsLabel", "showView(3, { input = { 'clickedButton' } })", 405,
+                "Invalid config. Label 'clickedButton' is reserved: the record of a panel needs "
+                "it for itself."},
+        Refusal{"SharedInputAsSwitch", "showView(3, { switch = { 'SharedInput' } })", 405,
+                "Invalid config. Label 'SharedInput' is reserved: the record of a panel needs it "
+                "for itself."},
+        Refusal{"SwitchIsNoArray", "showGroupView(0, { switch = 'S1' })", 0,
+                "Invalid config. Value for key 'switch' is not array."},
+        Refusal{"InputIsNoArray", "showGroupView(0, { input = 'S1' })", 0,
+                "Invalid config. Value for key 'input' is not array."},
+        Refusal{"SwitchIsCheckedFirst", "showView(1, { input = 1, switch = { a = 1 } })", 0,
+                "Invalid config. Value for key 'switch' is not array."}),
     [](const auto &testCase) { return std::string(testCase.param.name); });
 
 TEST(Refusal, ThirteenInputsAreOneTooMany)
@@ -161,6 +169,17 @@ TEST(Refusal, ASystemBeyondTheStationIsRefusedAtOnceAndTold)
     )");
     station.passes();
     EXPECT_TRUE(station.log().contains("system index 99 is beyond the station's systems"));
+}
+
+TEST(Refusal, AKeyThatIsNotKnownIsTakenForNoneAndNamedInTheLog)
+{
+    StationRun station;
+    station.perSystem(R"(return showView(0, { lenght = 4, MESSAGE = "Is it lit?", button = { "OK" } }))");
+    station.operatorDoes(R"(operator.waitForPanel("0", 30) operator.click({ panel = "0", title = "OK" }))");
+    station.passes();
+    EXPECT_TRUE(station.log().contains("key 'lenght' is not known; it is not used. Did you mean 'length'?"));
+    EXPECT_TRUE(
+        station.log().contains("key 'MESSAGE' is not known; it is not used. Did you mean 'message'?"));
 }
 
 } // namespace

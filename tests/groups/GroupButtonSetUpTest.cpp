@@ -1,7 +1,6 @@
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "tests/groups/GroupFixture.h"
-
-#include <QEvent>
+#include "tests/groups/Groups.h"
 
 using interactive::InteractiveView;
 using platform::Array;
@@ -39,38 +38,24 @@ protected:
     }
 };
 
-/// A controller whose root view has a size of the test's choice from the start, and an enable status that was
-/// there before the group buttons.
-class PreparedController : public InteractiveView
+/// A controller whose root view has a size of the test's choice from the start.
+class SizedController : public InteractiveView
 {
 public:
-    PreparedController(const Rect &rootFrame, Dictionary status)
+    explicit SizedController(const Rect &rootFrame)
         : m_rootFrame(rootFrame)
-        , m_status(std::move(status))
     {}
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        // The loop controls come into the root view right before the buttons.
-        if (event->type() == QEvent::ChildAdded && !m_status.isEmpty() && groupButtons().isEmpty())
-            rooms().slotStates.restore(m_status);
-        return InteractiveView::eventFilter(watched, event);
-    }
-
-    QList<Button *> groupButtons() { return rooms().groupButtons.groupButtons(); }
 
 protected:
     platform::View *loadView() override
     {
         platform::View *root = InteractiveView::loadView();
         root->setFrame(m_rootFrame);
-        root->installEventFilter(this);
         return root;
     }
 
 private:
     Rect m_rootFrame;
-    Dictionary m_status;
 };
 
 void configureStation(const Array &groups, const Array &slotNames)
@@ -81,14 +66,14 @@ void configureStation(const Array &groups, const Array &slotNames)
 
 TEST_F(GroupButtonSetUpTest, AreCheckBoxesThatBearTheirGroupsNameAndAreOn)
 {
-    const QList<Button *> made = rooms().groupButtons.groupButtons();
+    const QList<Button *> made = groupButtons();
     ASSERT_EQ(made.size(), 2);
-    const double y = rooms().views.rootView()->frame().height() - 30;
+    const double y = rootView()->frame().height() - 30;
     EXPECT_EQ(lookOf(made[0]), groupButtonLook({1280.0 - 192, y, 80, 30}, "G1"));
     EXPECT_EQ(lookOf(made[1]), groupButtonLook({1280.0 - 96, y, 80, 30}, "G2"));
     for (const Button *button : made) {
         EXPECT_EQ(button->target(), &plugin());
-        EXPECT_EQ(button->superview(), rooms().views.rootView());
+        EXPECT_EQ(button->superview(), rootView());
         EXPECT_FALSE(button->isHidden());
     }
 }
@@ -96,31 +81,34 @@ TEST_F(GroupButtonSetUpTest, AreCheckBoxesThatBearTheirGroupsNameAndAreOn)
 TEST_F(GroupButtonSetUpTest, StandBesideOneAnotherAtTheUpperRightEdge)
 {
     configureStation({"A", "B", "C"}, {"S1", "S1", "S1"});
-    PreparedController controller({0, 0, 800, 600}, {});
+    SizedController controller({0, 0, 800, 600});
     ASSERT_NE(controller.view(), nullptr);
-    EXPECT_EQ(frames(controller.groupButtons()),
+    EXPECT_EQ(frames(groupButtonsIn(controller.view())),
               (QStringList{"(512, 570, 80, 30)", "(608, 570, 80, 30)", "(704, 570, 80, 30)"}));
 }
 
 TEST_F(GroupButtonSetUpTest, StandWhereTheyBelongInARootViewOfAnySize)
 {
     configureStation({"A", "B"}, {"S1", "S1"});
-    PreparedController narrow({0, 0, 100.5, 20.25}, {});
+    SizedController narrow({0, 0, 100.5, 20.25});
     ASSERT_NE(narrow.view(), nullptr);
     // There is no room beside the loop field, so they stand below it.
-    EXPECT_EQ(frames(narrow.groupButtons()), (QStringList{"(4.5, -43.75, 80, 30)", "(4.5, -77.75, 80, 30)"}));
+    EXPECT_EQ(frames(groupButtonsIn(narrow.view())),
+              (QStringList{"(4.5, -43.75, 80, 30)", "(4.5, -77.75, 80, 30)"}));
 }
 
 TEST_F(GroupButtonSetUpTest, ASecondSetUpLeavesConditionsAndStatusAlone)
 {
-    const QList<Button *> made = rooms().groupButtons.groupButtons();
-    const auto condition = rooms().waits.getCondition(key("G1"));
-    rooms().slotStates.restore({});
-    rooms().groupButtons.setupGroupButtons(&plugin());
-    EXPECT_EQ(rooms().groupButtons.groupButtons(), made);
-    EXPECT_EQ(rooms().waits.getCondition(key("G1")), condition);
-    EXPECT_EQ(plugin().enableStatus(), Dictionary());
-    EXPECT_EQ(buttons(rooms().views.rootView()).count(made.first()), 1);
+    testsupport::Groups groups({"A", "B"});
+    groups.setUp();
+    const QList<Button *> made = groups.buttons.groupButtons();
+    const auto condition = groups.waits.getCondition(groups.waits.panelKey("A"));
+    groups.slotStates.restore({});
+    groups.buttons.setupGroupButtons(nullptr);
+    EXPECT_EQ(groups.buttons.groupButtons(), made);
+    EXPECT_EQ(groups.waits.getCondition(groups.waits.panelKey("A")), condition);
+    EXPECT_EQ(groups.slotStates.all(), Dictionary());
+    EXPECT_EQ(buttons(&groups.root), made);
 }
 
 TEST_F(GroupButtonSetUpTest, ANewGroupsSlotsAreOnByTheNumberOne)
@@ -132,13 +120,13 @@ TEST_F(GroupButtonSetUpTest, ANewGroupsSlotsAreOnByTheNumberOne)
 
 TEST_F(GroupButtonSetUpTest, AGroupThatHasAStatusKeepsItAndGetsItsButtonAndConditionAllTheSame)
 {
-    configureStation({"A", "B"}, {"S1", "S1"});
-    PreparedController controller({0, 0, 800, 600}, {{"A", Dictionary{{"kept", -1}}}});
-    ASSERT_NE(controller.view(), nullptr);
-    EXPECT_EQ(platform::description(controller.enableStatus()), "{A = {kept = -1}; B = {S1 = 1}}");
-    ASSERT_EQ(controller.groupButtons().size(), 2);
-    EXPECT_EQ(controller.groupButtons().first()->state(), Button::On);
-    EXPECT_NE(controller.rooms().waits.getCondition(controller.rooms().waits.panelKey("A")), nullptr);
+    testsupport::Groups groups({"A", "B"});
+    groups.slotStates.restore({{"A", Dictionary{{"kept", -1}}}});
+    groups.setUp();
+    EXPECT_EQ(platform::description(groups.slotStates.all()), "{A = {kept = -1}; B = {S1 = 1}}");
+    ASSERT_EQ(groups.buttons.groupButtons().size(), 2);
+    EXPECT_EQ(groups.button("A")->state(), Button::On);
+    EXPECT_NE(groups.waits.getCondition(groups.waits.panelKey("A")), nullptr);
 }
 
 TEST_F(GroupButtonSetUpTest, AShowCallLetsItsGroupBeSwitchedAndItsConfirmationNoMore)
@@ -157,8 +145,8 @@ TEST_F(GroupButtonSetUpTest, KeepTheirDistanceToTheTopRightCorner)
 {
     station.groups = {"A"};
     plugin();
-    rooms().views.rootView()->setFrame({0, 0, 1000, 500});
-    EXPECT_EQ(frames(rooms().groupButtons.groupButtons()), QStringList{"(904, 470, 80, 30)"});
+    rootView()->setFrame({0, 0, 1000, 500});
+    EXPECT_EQ(frames(groupButtons()), QStringList{"(904, 470, 80, 30)"});
 }
 
 TEST_F(GroupButtonSetUpTest, WrapIntoFurtherRowsThatLowerThePanels)
@@ -167,16 +155,16 @@ TEST_F(GroupButtonSetUpTest, WrapIntoFurtherRowsThatLowerThePanels)
     station.windowSize = {600, 400};
     // Four of 96 points fit beside the loop field.
     EXPECT_EQ(
-        frames((start(), rooms().groupButtons.groupButtons())),
+        frames((start(), groupButtons())),
         (QStringList{"(216, 370, 80, 30)", "(312, 370, 80, 30)", "(408, 370, 80, 30)", "(504, 370, 80, 30)",
                      "(216, 336, 80, 30)", "(312, 336, 80, 30)", "(408, 336, 80, 30)"}));
-    EXPECT_EQ(inWords(rooms().views.scrollView()->frame()), "(0, 0, 600, 326)");
+    EXPECT_EQ(inWords(scrollView()->frame()), "(0, 0, 600, 326)");
     window().resize(1024, 768);
     EXPECT_EQ(
-        frames(rooms().groupButtons.groupButtons()),
+        frames(groupButtons()),
         (QStringList{"(352, 738, 80, 30)", "(448, 738, 80, 30)", "(544, 738, 80, 30)", "(640, 738, 80, 30)",
                      "(736, 738, 80, 30)", "(832, 738, 80, 30)", "(928, 738, 80, 30)"}));
-    EXPECT_EQ(inWords(rooms().views.scrollView()->frame()), "(0, 0, 1024, 728)");
+    EXPECT_EQ(inWords(scrollView()->frame()), "(0, 0, 1024, 728)");
 }
 
 TEST_F(GroupButtonSetUpTest, NeverCoverTheLoopFieldNorOneAnotherNorThePanels)
@@ -186,7 +174,7 @@ TEST_F(GroupButtonSetUpTest, NeverCoverTheLoopFieldNorOneAnotherNorThePanels)
     start();
     for (const QSize &size : {QSize(1600, 1000), QSize(1024, 768), QSize(600, 400), QSize(230, 700)}) {
         window().resize(size);
-        platform::View *root = rooms().views.rootView();
+        platform::View *root = rootView();
         ASSERT_EQ(root->size(), size);
         QList<Rect> taken;
         for (const platform::View *child : root->subviews()) {
@@ -207,24 +195,25 @@ TEST_F(GroupButtonSetUpTest, NeverCoverTheLoopFieldNorOneAnotherNorThePanels)
 
 TEST_F(GroupButtonSetUpTest, RelayoutUsesASmallerPitchAndKeepsTheHeight)
 {
-    station.groups = {"A", "B", "C"};
-    plugin();
-    rooms().views.rootView()->setFrame({0, 0, 800, 600});
-    rooms().groupButtons.groupButtons().at(1)->setHidden(true);
-    rooms().groupButtons.groupButtons().at(2)->setFrame({1, 17, 3, 4});
-    rooms().groupButtons.relayoutGroupButtons(800);
-    EXPECT_EQ(frames(rooms().groupButtons.groupButtons()),
+    testsupport::Groups groups({"A", "B", "C"});
+    groups.root.setFrame({0, 0, 800, 600});
+    groups.setUp();
+    groups.button("B")->setHidden(true);
+    groups.button("C")->setFrame({1, 17, 3, 4});
+    groups.buttons.relayoutGroupButtons(800);
+    EXPECT_EQ(frames(groups.buttons.groupButtons()),
               (QStringList{"(536, 570, 80, 30)", "(624, 570, 80, 30)", "(712, 17, 80, 30)"}));
-    EXPECT_FALSE(rooms().groupButtons.groupButtons().at(1)->isHidden());
+    EXPECT_FALSE(groups.button("B")->isHidden());
 }
 
 TEST_F(GroupButtonSetUpTest, EveryGroupHasAConditionAndAllItsSlotsAreOn)
 {
     station.groups = {"A", "B"};
     station.slotNames = {"x", "y"};
-    EXPECT_NE(rooms().waits.getCondition(key("A")), nullptr);
-    EXPECT_NE(rooms().waits.getCondition(key("B")), nullptr);
-    EXPECT_NE(rooms().waits.getCondition(key("A")), rooms().waits.getCondition(key("B")));
+    const auto first = rooms().waits.getCondition(key("A"));
+    const auto second = rooms().waits.getCondition(key("B"));
+    EXPECT_TRUE(first && second);
+    EXPECT_NE(first, second);
     EXPECT_EQ(platform::description(plugin().enableStatus()), "{A = {x = 1; y = 1}; B = {x = 1; y = 1}}");
 }
 

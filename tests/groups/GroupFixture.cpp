@@ -30,7 +30,7 @@ platform::View *GroupFixture::addPane(const platform::Identifier &identifier)
 {
     auto *made = new platform::View(platform::Rect(0, 0, 100, 50));
     made->setIdentifier(identifier);
-    rooms().views.splitView()->addSubview(made);
+    splitView()->addSubview(made);
     return made;
 }
 

@@ -10,7 +10,8 @@ namespace testsupport {
 class GroupFixture : public PanelFixture
 {
 protected:
-    platform::Identifier key(const QString &text) { return rooms().waits.panelKey(text); }
+    /// The very instance by which the group's panels are found.
+    platform::Identifier key(const QString &group) { return groupButton(group)->identifier(); }
     /// A panel of that identifier in the split view, with nothing in it.
     platform::View *addPane(const platform::Identifier &identifier);
     /// The switch of a slot on a group panel; null when there is none.

@@ -23,13 +23,13 @@ TEST_F(ParentIdentifierTest, IsTheSuperviewsAsTheSameInstance)
 {
     const Identifier name(QStringLiteral("G1"));
     parent.setIdentifier(name);
-    EXPECT_TRUE(rooms().views.getParentIdentifier(child).isSameInstance(name));
+    EXPECT_TRUE(interactive::PanelViews::getParentIdentifier(child).isSameInstance(name));
 }
 
 TEST_F(ParentIdentifierTest, OfNoViewIsNothingWithoutALine)
 {
     plugin();
-    EXPECT_TRUE(rooms().views.getParentIdentifier(nullptr).isNull());
+    EXPECT_TRUE(interactive::PanelViews::getParentIdentifier(nullptr).isNull());
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView getParentIdentifier:]"), 0);
 }
 
@@ -37,7 +37,7 @@ TEST_F(ParentIdentifierTest, IsMissingWhereTheSuperviewHasNone)
 {
     plugin();
     expectError("no parent view found");
-    EXPECT_TRUE(rooms().views.getParentIdentifier(child).isNull());
+    EXPECT_TRUE(interactive::PanelViews::getParentIdentifier(child).isNull());
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Error,
                    "-[InteractiveView getParentIdentifier:]: <View: child>(child), no parent view found"));
@@ -48,7 +48,7 @@ TEST_F(ParentIdentifierTest, IsMissingWhereThereIsNoSuperview)
     plugin();
     expectError("no parent view found");
     View alone;
-    EXPECT_TRUE(rooms().views.getParentIdentifier(&alone).isNull());
+    EXPECT_TRUE(interactive::PanelViews::getParentIdentifier(&alone).isNull());
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Error,
                    "-[InteractiveView getParentIdentifier:]: <View: (null)>((null)), no parent view found"));

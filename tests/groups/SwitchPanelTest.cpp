@@ -80,14 +80,19 @@ TEST_F(SwitchPanelTest, ASlotThatTookNoInputTakesItOnceItWasSwitchedOffAndOn)
 
 TEST_F(SwitchPanelTest, WhatWasEnteredIsDiscardedOnTheWayOffAndNotBroughtBack)
 {
-    drawGroup(1, allSlots);
-    rooms().records.restore(
-        {{"G1", Dictionary{{"S3", "A"}}}, {"G2", Dictionary{{"length", 2}, {"S2", "B"}, {"S3", "C"}}}});
+    answerGroup(0, {"S3"}, {"AA"});
+    Dictionary config = allSlots;
+    config.insert("length", 2);
+    showGroup(1, config);
+    ASSERT_TRUE(waitForPanel("G2"));
+    for (const char *text : {"BB", "CC", "DD"})
+        scan(text);
+    ASSERT_EQ(field("G2-S3")->stringValue(), "DD");
     clickSwitch("G2", 2);
-    EXPECT_EQ(platform::description(record("G2")), "{S2 = B; length = 2}");
+    EXPECT_EQ(platform::description(record("G2")), "{S1 = BB; S2 = CC; length = 2}");
     clickSwitch("G2", 2);
-    EXPECT_EQ(platform::description(record("G2")), "{S2 = B; length = 2}");
-    EXPECT_EQ(platform::description(record("G1")), "{S3 = A}");
+    EXPECT_EQ(platform::description(record("G2")), "{S1 = BB; S2 = CC; length = 2}");
+    EXPECT_EQ(platform::description(record("G1")), "{S3 = AA; clickedButton = Pass}");
     EXPECT_EQ(field("G2-S3")->stringValue(), "");
 }
 
@@ -140,7 +145,6 @@ TEST_F(SwitchPanelTest, TheWholeEnableStatusIsLogged)
 TEST_F(SwitchPanelTest, WithoutARecordNothingIsStored)
 {
     drawGroup(0, allSlots);
-    rooms().records.restore({});
     clickSwitch("G1", 1);
     EXPECT_EQ(plugin().savedData(), Dictionary{});
 }

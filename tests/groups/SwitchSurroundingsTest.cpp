@@ -174,7 +174,7 @@ TEST_F(SwitchSurroundingsTest, APlainFieldWithTheTagIsLeftAloneAndTheBoxPaintedA
 
 TEST_F(SwitchSurroundingsTest, WithoutABoxAroundItTheFieldIsSwitchedAlone)
 {
-    View *container = addPane(key("3"));
+    View *container = addPane(Identifier("3"));
     auto *field = new MouseTrackedTextField(Rect(40, 0, 100, 20));
     field->setTag(103);
     container->addSubview(field);

@@ -1,6 +1,7 @@
 #include "platform/Button.h"
 #include "platform/TextField.h"
 #include "presentation/MouseTrackedTextField.h"
+#include "tests/input/InputRoom.h"
 #include "tests/support/PluginFixture.h"
 
 using interactive::InteractiveView;
@@ -9,6 +10,7 @@ using platform::Array;
 using platform::Color;
 using platform::Dictionary;
 using platform::Error;
+using platform::Identifier;
 using platform::TextField;
 using platform::Value;
 
@@ -26,16 +28,6 @@ protected:
         waitForPanel("G1");
         return call;
     }
-
-    /// clearAllInputs must not run on the main thread.
-    void clearAllInputs(const QString &panelKey)
-    {
-        interactive::Rooms &target = rooms();
-        ASSERT_TRUE(onSequencer([&target, panelKey](Error *) {
-                        target.confirmation.clearAllInputs(target.waits.panelKey(panelKey));
-                        return Value();
-                    }).waitUntilFinished());
-    }
 };
 
 TEST_F(ClearTest, TheRecordKeepsItsLengthAlone)
@@ -49,14 +41,6 @@ TEST_F(ClearTest, TheRecordKeepsItsLengthAlone)
     EXPECT_FALSE(call.finished());
 }
 
-TEST_F(ClearTest, ARecordWithoutALengthIsRemoved)
-{
-    askGroup();
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}, {"G2", Dictionary{{"S1", "B"}}}});
-    press("G1", "Clear");
-    EXPECT_EQ(plugin().savedData(), (Dictionary{{"G2", Dictionary{{"S1", "B"}}}}));
-}
-
 TEST_F(ClearTest, EveryFieldIsEmptiedAndTheFirstOneFocused)
 {
     askGroup();
@@ -64,7 +48,9 @@ TEST_F(ClearTest, EveryFieldIsEmptiedAndTheFirstOneFocused)
     scan("B");
     type("C");
     press("G1", "Clear");
-    for (const QPointer<TextField> &member : rooms().views.responders("G1")) {
+    for (const char *name : {"S1", "S2", "S3", "S4", "SharedInput"}) {
+        const TextField *member = field(QString("G1-") + name);
+        ASSERT_NE(member, nullptr) << name;
         EXPECT_EQ(member->stringValue(), "");
         EXPECT_EQ(member->backgroundColor(), raisedWhite);
     }
@@ -127,40 +113,53 @@ TEST_F(ClearTest, ADisabledFieldIsEmptiedButNeitherPaintedNorFocused)
     TextField *disabled = field("G1-S1");
     disabled->setEnabled(false);
     disabled->setBackgroundColor(Color::systemBlue());
-    clearAllInputs("G1");
+    press("G1", "Clear");
     EXPECT_EQ(disabled->stringValue(), "");
     EXPECT_EQ(disabled->backgroundColor(), Color::systemBlue());
     EXPECT_TRUE(field("G1-S2")->isFirstResponder());
 }
 
-TEST_F(ClearTest, AFieldThatIsNoInputFieldIsLeftAlone)
+/// Fields as no panel has them.
+class ClearFieldsTest : public testsupport::InputRoom
 {
-    start();
+protected:
+    /// clearAllInputs must not run on the main thread.
+    void clearAllInputs(const QString &panelKey)
+    {
+        testsupport::SequencerCall call([this, panelKey](Error *) {
+            confirmation.clearAllInputs(Identifier(panelKey));
+            return Value();
+        });
+        ASSERT_TRUE(call.waitUntilFinished());
+    }
+};
+
+TEST_F(ClearFieldsTest, AFieldThatIsNoInputFieldIsLeftAlone)
+{
     TextField plain;
     plain.setStringValue("kept");
     MouseTrackedTextField input;
     input.setStringValue("lost");
-    rooms().views.setResponders("0", {&plain, &input});
+    views.setResponders("0", {&plain, &input});
     clearAllInputs("0");
     EXPECT_EQ(plain.stringValue(), "kept");
     EXPECT_EQ(input.stringValue(), "");
 }
 
-TEST_F(ClearTest, AFieldThatIsGoneIsPassedOver)
+TEST_F(ClearFieldsTest, AFieldThatIsGoneIsPassedOver)
 {
-    start();
     QPointer<TextField> gone = new MouseTrackedTextField;
     MouseTrackedTextField input;
     input.setStringValue("lost");
-    rooms().views.setResponders("0", {gone, &input});
+    views.setResponders("0", {gone, &input});
     delete gone.data();
     clearAllInputs("0");
     EXPECT_EQ(input.stringValue(), "");
 }
 
-TEST_F(ClearTest, WithoutRegisteredFieldsThereIsNothingToClear)
+TEST_F(ClearFieldsTest, WithoutRegisteredFieldsThereIsNothingToClear)
 {
-    rooms().records.restore({{"9", Dictionary{{"SN", "A"}}}});
+    records.restore({{"9", Dictionary{{"SN", "A"}}}});
     clearAllInputs("9");
     EXPECT_EQ(record("9"), (Dictionary{{"SN", "A"}}));
 }

@@ -1,7 +1,10 @@
 #include "platform/Button.h"
 #include "platform/TextField.h"
+#include "tests/input/InputRoom.h"
 #include "tests/support/PluginFixture.h"
 #include "tests/support/Wait.h"
+
+#include <QAbstractButton>
 
 using platform::Array;
 using platform::Button;
@@ -17,31 +20,88 @@ namespace {
 const QString job = QStringLiteral("__37-[InteractiveView confirmBtnClicked:]_block_invoke");
 const Dictionary twoButtons{{"input", Array{"SN"}}, {"button", Array{"Cancel", "OK"}}};
 
-/// Presses of a panel's buttons: what they record and which of them end the wait.
-class ConfirmationTest : public testsupport::PluginFixture
-{};
-
-TEST_F(ConfirmationTest, AnotherSenderIsRefused)
+/// Buttons that stand on no panel of the plug-in.
+class PressedButtonTest : public testsupport::InputRoom
 {
-    start();
-    expectError("Invalid call for ");
+protected:
+    /// Waits until every press so far has been carried out: only then the keys are let go.
+    void settle()
+    {
+        EXPECT_TRUE(testsupport::waitUntil([this] { return !keys.isHolding(); }));
+    }
+};
+
+TEST_F(PressedButtonTest, AnotherSenderIsRefused)
+{
+    testsupport::expectError("Invalid call for ");
     TextField sender;
-    rooms().confirmation.confirmBtnClicked(&sender);
+    confirmation.confirmBtnClicked(&sender);
     settle();
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: "
                            "<TextField: (null)>"));
-    EXPECT_EQ(plugin().savedData(), Dictionary());
+    EXPECT_EQ(records.all(), Dictionary());
 }
 
-TEST_F(ConfirmationTest, NoSenderIsRefused)
+TEST_F(PressedButtonTest, NoSenderIsRefused)
 {
-    start();
-    expectError("Invalid call for ");
-    rooms().confirmation.confirmBtnClicked(nullptr);
+    testsupport::expectError("Invalid call for ");
+    confirmation.confirmBtnClicked(nullptr);
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
                            "Invalid call for -[InteractiveView confirmBtnClicked:] from sender: (null)"));
 }
+
+TEST_F(PressedButtonTest, AButtonWithoutAPanelChangesNothing)
+{
+    testsupport::expectError("no parent view found");
+    Button lost;
+    lost.setIdentifier(Identifier("Pass"));
+    lost.setTitle("OK");
+    confirmation.confirmBtnClicked(&lost);
+    settle();
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
+                           "-[InteractiveView getParentIdentifier:]: <Button: Pass>(Pass), "
+                           "no parent view found"));
+    EXPECT_EQ(records.all(), Dictionary());
+}
+
+TEST_F(PressedButtonTest, AButtonThatIsGoneByThenChangesNothing)
+{
+    View parent;
+    parent.setIdentifier(Identifier("G1"));
+    auto *gone = new Button(&parent);
+    gone->setTitle("Cancel");
+    records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    confirmation.confirmBtnClicked(gone);
+    delete gone;
+    settle();
+    EXPECT_EQ(records.all(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
+}
+
+TEST_F(PressedButtonTest, WithoutAConditionThePressIsRecordedAndNothingElse)
+{
+    waits.makeCondition(Identifier("G1")); // of another panel
+    View parent;
+    parent.setIdentifier(Identifier("77-box"));
+    auto *pressed = new Button(&parent);
+    pressed->setIdentifier(Identifier("77-0-Cancel"));
+    pressed->setTitle("Cancel");
+    confirmation.confirmBtnClicked(pressed);
+    settle();
+    EXPECT_EQ(records.all(), (Dictionary{{"77", Dictionary{{"clickedButton", "77-0-Cancel"}}}}));
+}
+
+/// Presses of a panel's buttons: what they record and which of them end the wait.
+class ConfirmationTest : public testsupport::PluginFixture
+{
+protected:
+    /// A press whose consequences are not waited for: no event is served.
+    static void push(Button *target)
+    {
+        ASSERT_NE(target, nullptr);
+        target->findChild<QAbstractButton *>()->click();
+    }
+};
 
 TEST_F(ConfirmationTest, APressIsLoggedWithItsPanelAndAllRegisteredFields)
 {
@@ -58,51 +118,10 @@ TEST_F(ConfirmationTest, TheMainThreadIsNotHeldUp)
     ASSERT_TRUE(waitForPanel("0"));
     // The work asks the main thread for the button's panel before it says anything, and the main thread is
     // here.
-    rooms().confirmation.confirmBtnClicked(button("0", "OK"));
+    push(button("0", "OK"));
     EXPECT_EQ(timesLoggedFrom(job + ": 0"), 0);
     settle();
     EXPECT_EQ(timesLoggedFrom(job + ": 0"), 1);
-}
-
-TEST_F(ConfirmationTest, AButtonWithoutAPanelChangesNothing)
-{
-    start();
-    expectError("no parent view found");
-    Button lost;
-    lost.setIdentifier(Identifier("Pass"));
-    lost.setTitle("OK");
-    rooms().confirmation.confirmBtnClicked(&lost);
-    settle();
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
-                           "-[InteractiveView getParentIdentifier:]: <Button: Pass>(Pass), "
-                           "no parent view found"));
-    EXPECT_EQ(plugin().savedData(), Dictionary());
-}
-
-TEST_F(ConfirmationTest, AButtonThatIsGoneByThenChangesNothing)
-{
-    start();
-    View parent;
-    parent.setIdentifier(Identifier("G1"));
-    auto *gone = new Button(&parent);
-    gone->setTitle("Cancel");
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
-    rooms().confirmation.confirmBtnClicked(gone);
-    delete gone;
-    settle();
-    EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
-}
-
-TEST_F(ConfirmationTest, WithoutAConditionThePressIsRecordedAndNothingElse)
-{
-    View parent;
-    parent.setIdentifier(Identifier("77-box"));
-    auto *pressed = new Button(&parent);
-    pressed->setIdentifier(Identifier("77-0-Cancel"));
-    pressed->setTitle("Cancel");
-    rooms().confirmation.confirmBtnClicked(pressed);
-    settle();
-    EXPECT_EQ(plugin().savedData(), (Dictionary{{"77", Dictionary{{"clickedButton", "77-0-Cancel"}}}}));
 }
 
 TEST_F(ConfirmationTest, OkWithAValidEntryEndsTheWait)
@@ -156,7 +175,7 @@ TEST_F(ConfirmationTest, OkOnAGroupWithASlotStillEmptyBringsTheFocusToTheSharedF
     auto &call = showGroup(0, {{"input", Array{"S1", "S2"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
-    click(rooms().loop.loopNumberField());
+    click(loopField());
     ASSERT_FALSE(field("G1-SharedInput")->isFirstResponder());
     press("G1", "OK");
     EXPECT_FALSE(call.finished());
@@ -193,14 +212,15 @@ TEST_F(ConfirmationTest, OkOnAGroupThatIsOffIsRefusedAndLogged)
     auto &call = showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
-    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
+    // Not by a click, which would hide the panel.
+    groupButton("G1")->setState(Button::Off);
     expectError("Inputs are valid. But group is disabled.");
     press("G1", "OK");
     EXPECT_FALSE(call.finished());
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, job + ": Inputs are valid. But group is disabled."));
     EXPECT_TRUE(groupButton("G1")->isEnabled());
 
-    rooms().groupButtons.turnOnGroupButton(true, rooms().waits.panelKey("G1"));
+    groupButton("G1")->setState(Button::On);
     press("G1", "OK");
     EXPECT_EQ(call.result(), Value(Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
 }
@@ -224,9 +244,9 @@ TEST_F(ConfirmationTest, OkOnAGroupThatWasSwitchedOffBeforeItsCallWaitsUntilItIs
 
 TEST_F(ConfirmationTest, OkOnAGroupThatIsOffWithInvalidEntriesSaysNothingOfTheGroup)
 {
+    click(groupButton("G1"));
     auto &call = showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
-    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     press("G1", "OK");
     EXPECT_FALSE(call.finished());
     EXPECT_EQ(timesLoggedFrom(job + ": Inputs are valid."), 0);
@@ -254,9 +274,9 @@ TEST_F(ConfirmationTest, CancelRemovesTheRecordAndEndsTheWait)
 
 TEST_F(ConfirmationTest, CancelIsNotHeldUpByAnInvalidEntryOrAGroupThatIsOff)
 {
+    click(groupButton("G1"));
     auto &call = showGroup(0, {{"input", Array{"S1"}}, {"length", 3}});
     ASSERT_TRUE(waitForPanel("G1"));
-    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     type("A");
     press("G1", "Cancel");
     EXPECT_EQ(call.result(), Value());
@@ -297,9 +317,9 @@ TEST_F(ConfirmationTest, TwoPressesInOneMomentEndOneCallAndHarmNothing)
     scan("A");
     expectError("no parent view found"); // what the later presses find
     QPointer<Button> ok = button("0", "OK");
-    rooms().confirmation.confirmBtnClicked(ok);
-    rooms().confirmation.confirmBtnClicked(ok);
-    rooms().confirmation.confirmBtnClicked(button("0", "Cancel"));
+    push(ok);
+    push(ok);
+    push(button("0", "Cancel"));
     EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "A"}, {"clickedButton", "Pass"}}));
     settle();
     EXPECT_FALSE(plugin().savedData().contains("0"));
@@ -310,11 +330,10 @@ TEST_F(ConfirmationTest, APressWhoseCallIsAnsweredMeanwhileLeavesTheAnswerAsItIs
     // A panel that nobody takes away, with this test in the place of the call that waits.
     start();
     rooms().builder.drawUI({{}, {}, {}, Array{"Cancel", "Yes"}, subject(0, {})});
-    platform::Condition::Place place(*rooms().waits.getCondition(rooms().waits.panelKey("G1")));
-    rooms().confirmation.confirmBtnClicked(button("G1", "Yes"));
-    rooms().confirmation.confirmBtnClicked(button("G1", "Cancel"));
-    ASSERT_TRUE(
-        testsupport::waitUntil([&] { return rooms().waits.isAnswered(rooms().waits.panelKey("G1")); }));
+    platform::Condition::Place place(*rooms().waits.getCondition(Identifier("G1")));
+    push(button("G1", "Yes"));
+    push(button("G1", "Cancel"));
+    ASSERT_TRUE(testsupport::waitUntil([&] { return rooms().waits.isAnswered(Identifier("G1")); }));
     rooms().keys.release();
     settle();
     EXPECT_EQ(place.wait(), platform::Condition::Wake::Signalled);

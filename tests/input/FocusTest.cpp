@@ -1,12 +1,13 @@
 #include "platform/Button.h"
 #include "platform/TextField.h"
 #include "presentation/MouseTrackedTextField.h"
+#include "tests/input/InputRoom.h"
 #include "tests/support/PluginFixture.h"
 
 #include <string>
 #include <vector>
 
-using interactive::InteractiveView;
+using interactive::Focus;
 using interactive::MouseTrackedTextField;
 using platform::Array;
 using platform::Dictionary;
@@ -25,7 +26,7 @@ protected:
         auto *made = new Kind(platform::Rect(500.0, 100.0 + 30.0 * m_made++, 100.0, 25.0));
         made->setEditable(true);
         made->setStringValue(text);
-        rooms().views.rootView()->addSubview(made);
+        rootView()->addSubview(made);
         return made;
     }
 
@@ -41,7 +42,7 @@ TEST_F(ResponderChainTest, EachFieldLeadsToTheNextAndTheLastToNone)
     TextField *first = add();
     TextField *second = add();
     TextField *third = add();
-    rooms().focus.setupResponderChain({first, second, third});
+    Focus::setupResponderChain({first, second, third});
     EXPECT_EQ(first->explicitNextResponder(), second);
     EXPECT_EQ(first->nextKeyView(), second);
     EXPECT_EQ(second->explicitNextResponder(), third);
@@ -53,14 +54,14 @@ TEST_F(ResponderChainTest, EachFieldLeadsToTheNextAndTheLastToNone)
 TEST_F(ResponderChainTest, OneFieldGetsNoLinks)
 {
     TextField *only = add();
-    rooms().focus.setupResponderChain({only});
+    Focus::setupResponderChain({only});
     EXPECT_EQ(only->explicitNextResponder(), nullptr);
     EXPECT_EQ(only->nextKeyView(), nullptr);
 }
 
 TEST_F(ResponderChainTest, NoFieldsAreNoChain)
 {
-    rooms().focus.setupResponderChain({});
+    Focus::setupResponderChain({});
     EXPECT_EQ(timesLoggedFrom("-[InteractiveView setupResponderChain:]"), 0);
 }
 
@@ -71,7 +72,7 @@ TEST_F(ResponderChainTest, AFieldThatIsGoneIsPassedOver)
     TextField *third = add();
     interactive::Responders fields{first, gone, third};
     delete gone.data();
-    rooms().focus.setupResponderChain(fields);
+    Focus::setupResponderChain(fields);
     EXPECT_EQ(third->explicitNextResponder(), nullptr);
 }
 
@@ -80,8 +81,11 @@ TEST_F(ResponderChainTest, TheFieldsOfADrawnGroupPanelAreLinkedInSlotOrderWithTh
     showGroup(0, {{"input", Array{"S3", "S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     QStringList order;
-    for (const QPointer<TextField> &member : rooms().views.responders("G1"))
+    for (platform::View *member = field("G1-S1"); member;) {
         order.append(member->identifier().text());
+        const auto *text = qobject_cast<TextField *>(member);
+        member = text ? text->explicitNextResponder() : nullptr;
+    }
     EXPECT_EQ(order, (QStringList{"G1-S1", "G1-S2", "G1-S3", "G1-S4", "G1-SharedInput"}));
     EXPECT_EQ(field("G1-S1")->explicitNextResponder(), field("G1-S2"));
     EXPECT_EQ(field("G1-S4")->explicitNextResponder(), field("G1-SharedInput"));
@@ -94,7 +98,7 @@ class ActivateResponderTest : public FocusFixture
 TEST_F(ActivateResponderTest, AnEnabledFieldTakesTheFocusWithItsTextSelected)
 {
     TextField *target = add("ABC");
-    rooms().focus.activateResponder(target);
+    Focus::activateResponder(target);
     EXPECT_TRUE(target->isFirstResponder());
     EXPECT_EQ(target->selectedText(), "ABC");
 }
@@ -104,8 +108,8 @@ TEST_F(ActivateResponderTest, ADisabledFieldHandsTheFocusToTheNextEnabledOne)
     TextField *disabled = add("one");
     TextField *enabled = add("two");
     disabled->setEnabled(false);
-    rooms().focus.setupResponderChain({disabled, enabled});
-    rooms().focus.activateResponder(disabled);
+    Focus::setupResponderChain({disabled, enabled});
+    Focus::activateResponder(disabled);
     EXPECT_TRUE(enabled->isFirstResponder());
     EXPECT_EQ(enabled->selectedText(), "two");
     EXPECT_FALSE(disabled->isFirstResponder());
@@ -118,8 +122,8 @@ TEST_F(ActivateResponderTest, SeveralDisabledFieldsArePassedOver)
     TextField *third = add("three");
     first->setEnabled(false);
     second->setEnabled(false);
-    rooms().focus.setupResponderChain({first, second, third});
-    rooms().focus.activateResponder(first);
+    Focus::setupResponderChain({first, second, third});
+    Focus::activateResponder(first);
     EXPECT_TRUE(third->isFirstResponder());
 }
 
@@ -127,8 +131,8 @@ TEST_F(ActivateResponderTest, TheFirstEnabledFieldIsTheEndOfTheSearch)
 {
     TextField *first = add("one");
     TextField *second = add("two");
-    rooms().focus.setupResponderChain({first, second});
-    rooms().focus.activateResponder(first);
+    Focus::setupResponderChain({first, second});
+    Focus::activateResponder(first);
     EXPECT_TRUE(first->isFirstResponder());
     EXPECT_EQ(second->selectedText(), "");
 }
@@ -138,7 +142,7 @@ TEST_F(ActivateResponderTest, AnEnabledFieldThatIsNoInputFieldIsPassedOver)
     auto *plain = add<TextField>("one");
     TextField *input = add("two");
     plain->setNextResponder(input);
-    rooms().focus.activateResponder(plain);
+    Focus::activateResponder(plain);
     EXPECT_TRUE(input->isFirstResponder());
     EXPECT_EQ(input->selectedText(), "two");
 }
@@ -149,8 +153,8 @@ TEST_F(ActivateResponderTest, AChainWithoutAnEnabledFieldEndsQuietly)
     TextField *last = add("two");
     first->setEnabled(false);
     last->setEnabled(false);
-    rooms().focus.setupResponderChain({first, last});
-    rooms().focus.activateResponder(first);
+    Focus::setupResponderChain({first, last});
+    Focus::activateResponder(first);
     EXPECT_FALSE(first->isFirstResponder());
     EXPECT_FALSE(last->isFirstResponder());
 }
@@ -158,8 +162,8 @@ TEST_F(ActivateResponderTest, AChainWithoutAnEnabledFieldEndsQuietly)
 TEST_F(ActivateResponderTest, NoResponderChangesNothing)
 {
     TextField *focused = add("ABC");
-    rooms().focus.activateResponder(focused);
-    rooms().focus.activateResponder(nullptr);
+    Focus::activateResponder(focused);
+    Focus::activateResponder(nullptr);
     EXPECT_TRUE(focused->isFirstResponder());
 }
 
@@ -171,16 +175,13 @@ struct Pending
     const char *filledText;
 };
 
-class NextEnabledSlotTest : public testsupport::PluginFixture, public ::testing::WithParamInterface<Pending>
-{
-protected:
-    NextEnabledSlotTest() { station.slotNames = {"S1", "S2", "S3"}; }
-};
+class NextEnabledSlotTest : public testsupport::InputRoom, public ::testing::WithParamInterface<Pending>
+{};
 
 TEST_P(NextEnabledSlotTest, IsTheFirstInTheMappingsOrderThatIsEnabledAndEmpty)
 {
-    rooms().slotStates.restore({{"G1", Dictionary{{"S1", 1}, {"S2", -1}, {"S3", 0}}}});
-    const Value next = rooms().focus.nextEnabledSlot(GetParam().filled, rooms().waits.panelKey("G1"));
+    slotStates.restore({{"G1", Dictionary{{"S1", 1}, {"S2", -1}, {"S3", 0}}}});
+    const Value next = focus.nextEnabledSlot(GetParam().filled, waits.panelKey("G1"));
     EXPECT_EQ(next.toString(), GetParam().expected);
     EXPECT_EQ(next.isValid(), *GetParam().expected != '\0');
     EXPECT_TRUE(
@@ -200,29 +201,28 @@ const std::vector<Pending> pendings = {
 INSTANTIATE_TEST_SUITE_P(EachCase, NextEnabledSlotTest, ::testing::ValuesIn(pendings),
                          [](const auto &row) { return row.param.name; });
 
-class NoPendingSlotTest : public testsupport::PluginFixture
+class NoPendingSlotTest : public testsupport::InputRoom
 {};
 
 TEST_F(NoPendingSlotTest, APanelWithoutStatusWaitsForNoSlot)
 {
-    EXPECT_FALSE(rooms().focus.nextEnabledSlot({}, rooms().waits.panelKey("0")).isValid());
+    EXPECT_FALSE(focus.nextEnabledSlot({}, waits.panelKey("0")).isValid());
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, "0, (). sortedKeys: ()"));
 }
 
 TEST_F(NoPendingSlotTest, TheSearchLeavesTheStatusAsItWas)
 {
     const Dictionary status{{"G1", Dictionary{{"S1", -1}, {"S2", 1}}}};
-    rooms().slotStates.restore(status);
-    EXPECT_EQ(rooms().focus.nextEnabledSlot({}, rooms().waits.panelKey("G1")), Value("S2"));
-    EXPECT_EQ(plugin().enableStatus(), status);
+    slotStates.restore(status);
+    EXPECT_EQ(focus.nextEnabledSlot({}, waits.panelKey("G1")), Value("S2"));
+    EXPECT_EQ(slotStates.all(), status);
 }
 
 TEST_F(NoPendingSlotTest, TheSearchMayRunOnAnyThread)
 {
-    interactive::Rooms &target = rooms();
-    auto &call = onSequencer([&target](platform::Error *) {
-        return target.focus.nextEnabledSlot({"S1"}, target.waits.panelKey("G1"));
-    });
+    slotStates.setUp("G1", {"S1", "S2"});
+    testsupport::SequencerCall call(
+        [this](platform::Error *) { return focus.nextEnabledSlot({"S1"}, waits.panelKey("G1")); });
     EXPECT_EQ(call.result(), Value("S2"));
 }
 

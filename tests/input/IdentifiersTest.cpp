@@ -127,14 +127,14 @@ TEST_F(SubViewTest, FindsTheFirstThatBearsTheVeryIdentifier)
     add(&parent, Identifier("other"));
     View *first = add(&parent, wanted);
     add(&parent, wanted);
-    EXPECT_EQ(rooms().views.subView(&parent, wanted), first);
+    EXPECT_EQ(interactive::PanelViews::subView(&parent, wanted), first);
 }
 
 TEST_F(SubViewTest, AnEqualTextOfAnotherInstanceDoesNotMatch)
 {
     View parent;
     add(&parent, wanted);
-    EXPECT_EQ(rooms().views.subView(&parent, Identifier("G1")), nullptr);
+    EXPECT_EQ(interactive::PanelViews::subView(&parent, Identifier("G1")), nullptr);
 }
 
 TEST_F(SubViewTest, DoesNotLookBelowTheDirectSubviews)
@@ -142,20 +142,20 @@ TEST_F(SubViewTest, DoesNotLookBelowTheDirectSubviews)
     View parent;
     View *between = add(&parent, Identifier("between"));
     add(between, wanted);
-    EXPECT_EQ(rooms().views.subView(&parent, wanted), nullptr);
+    EXPECT_EQ(interactive::PanelViews::subView(&parent, wanted), nullptr);
 }
 
 TEST_F(SubViewTest, WithoutSubviewsThereIsNone)
 {
     View parent;
-    EXPECT_EQ(rooms().views.subView(&parent, wanted), nullptr);
+    EXPECT_EQ(interactive::PanelViews::subView(&parent, wanted), nullptr);
 }
 
 TEST_F(SubViewTest, NoIdentifierMatchesNoView)
 {
     View parent;
     add(&parent, Identifier());
-    EXPECT_EQ(rooms().views.subView(&parent, Identifier()), nullptr);
+    EXPECT_EQ(interactive::PanelViews::subView(&parent, Identifier()), nullptr);
 }
 
 } // namespace

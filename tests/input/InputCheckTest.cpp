@@ -1,6 +1,8 @@
+#include "input/EntryRules.h"
 #include "platform/Button.h"
 #include "platform/TextField.h"
 #include "presentation/MouseTrackedTextField.h"
+#include "tests/input/InputRoom.h"
 #include "tests/support/PluginFixture.h"
 
 using platform::Array;
@@ -118,19 +120,20 @@ TEST_F(InputCheckTest, TheLengthCountsUtf16CodeUnits)
     const QString outsideThePlane = QString::fromUtf8("a\xF0\x9F\x98\x80");
     ASSERT_EQ(outsideThePlane.size(), 3);
     field("0-SN")->setStringValue(outsideThePlane);
-    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
+    scan("");
     EXPECT_EQ(record("0").value("SN"), Value(outsideThePlane));
 }
 
 TEST_F(InputCheckTest, ALengthThatIsTextCounts)
 {
-    ask({});
-    rooms().records.restore({{"0", Dictionary{{"length", "3"}}}});
-    expectError("Invalid input: 0-SN = ");
-    field("0-SN")->setStringValue("AB");
-    EXPECT_FALSE(rooms().entries.checkInput(field("0-SN")));
-    field("0-SN")->setStringValue("ABC");
-    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
+    EXPECT_FALSE(interactive::entries::hasRequiredLength("AB", {{"length", "3"}}));
+    EXPECT_TRUE(interactive::entries::hasRequiredLength("ABC", {{"length", "3"}}));
+    ask({{"length", "3"}});
+    expectError("Invalid input: 0-SN = AB");
+    scan("AB");
+    EXPECT_FALSE(record("0").contains("SN"));
+    scan("ABC");
+    EXPECT_EQ(record("0").value("SN"), Value("ABC"));
 }
 
 TEST_F(InputCheckTest, ASingleSystemsEntryMayRepeatWhatIsStored)
@@ -148,7 +151,7 @@ TEST_F(InputCheckTest, AnEntryThatComesAfterTheAnswerIsRefused)
     scan("ABC");
     const Dictionary answer = record("0");
     // The call has its answer, and takes the panel away as soon as this thread lets it.
-    rooms().waits.getCondition(rooms().waits.panelKey("0"))->signal();
+    rooms().waits.getCondition(Identifier("0"))->signal();
     field("0-SN")->setStringValue("XYZ");
     expectError("Entry refused: XYZ");
     EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
@@ -161,8 +164,7 @@ TEST_F(InputCheckTest, WithoutARecordOneIsMade)
 {
     ask({{"length", 3}});
     rooms().records.restore({});
-    field("0-SN")->setStringValue("AB");
-    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
+    scan("AB");
     EXPECT_EQ(record("0"), (Dictionary{{"SN", "AB"}}));
 }
 
@@ -170,41 +172,42 @@ TEST_F(InputCheckTest, WithoutRegisteredFieldsNothingIsStored)
 {
     ask({});
     rooms().views.setResponders("0", {});
-    field("0-SN")->setStringValue("AB");
-    EXPECT_TRUE(rooms().entries.checkInput(field("0-SN")));
+    expectError("Entry refused: AB");
+    scan("AB");
     EXPECT_EQ(record("0"), (Dictionary{{"length", 0}}));
     EXPECT_EQ(field("0-SN")->backgroundColor(), Color::white());
 }
 
-TEST_F(InputCheckTest, AButtonIsNoInputField)
+/// Who may send an entry.
+class EntrySenderTest : public testsupport::InputRoom
+{};
+
+TEST_F(EntrySenderTest, AButtonIsNoInputField)
 {
-    start();
-    expectError("Invalid call for ");
+    testsupport::expectError("Invalid call for ");
     platform::Button button;
     button.setIdentifier(Identifier("Pass"));
-    EXPECT_FALSE(rooms().entries.checkInput(&button));
+    EXPECT_FALSE(entries.checkInput(&button));
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <Button: Pass>"));
-    EXPECT_EQ(plugin().savedData(), Dictionary());
+    EXPECT_EQ(records.all(), Dictionary());
 }
 
-TEST_F(InputCheckTest, APlainTextFieldIsNoInputField)
+TEST_F(EntrySenderTest, APlainTextFieldIsNoInputField)
 {
-    start();
-    expectError("Invalid call for ");
+    testsupport::expectError("Invalid call for ");
     TextField plain;
     plain.setIdentifier(Identifier("G1-S1"));
-    EXPECT_FALSE(rooms().entries.checkInput(&plain));
+    EXPECT_FALSE(entries.checkInput(&plain));
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: <TextField: G1-S1>"));
-    EXPECT_EQ(plugin().savedData(), Dictionary());
+    EXPECT_EQ(records.all(), Dictionary());
 }
 
-TEST_F(InputCheckTest, NothingIsNoInputField)
+TEST_F(EntrySenderTest, NothingIsNoInputField)
 {
-    start();
-    expectError("Invalid call for ");
-    EXPECT_FALSE(rooms().entries.checkInput(nullptr));
+    testsupport::expectError("Invalid call for ");
+    EXPECT_FALSE(entries.checkInput(nullptr));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for " + method + " from sender: (null)"));
 }
 

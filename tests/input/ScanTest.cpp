@@ -34,7 +34,7 @@ TEST_F(ScanTest, NothingHasTheFocusUntilAPanelAsksForIt)
 {
     start();
     EXPECT_TRUE(nobodyHasTheFocus());
-    EXPECT_FALSE(rooms().loop.loopNumberField()->isFirstResponder());
+    EXPECT_FALSE(loopField()->isFirstResponder());
 }
 
 TEST_F(ScanTest, AScanThatNobodyWaitsForIsRefusedWholeAndVisibly)
@@ -46,7 +46,7 @@ TEST_F(ScanTest, AScanThatNobodyWaitsForIsRefusedWholeAndVisibly)
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, line));
     EXPECT_EQ(operatorLines, QStringList{line});
     EXPECT_FALSE(plugin().isLoopEnabled());
-    EXPECT_EQ(rooms().loop.loopNumberField()->stringValue(), "0");
+    EXPECT_EQ(loopField()->stringValue(), "0");
 }
 
 TEST_F(ScanTest, AScanWhileAQuestionIsOpenAnswersNothing)
@@ -263,7 +263,7 @@ TEST_F(ScanTest, TheLoopFieldTakesKeysAfterAClickAndGivesTheFocusBackWithReturn)
 {
     showView(0, entry);
     ASSERT_TRUE(waitForPanel("0"));
-    click(rooms().loop.loopNumberField());
+    click(loopField());
     scan("3");
     EXPECT_TRUE(plugin().isLoopEnabled());
     EXPECT_TRUE(field("0-SN")->isFirstResponder());
@@ -296,7 +296,7 @@ TEST_F(ScanTest, AWindowThatBecomesActiveAgainDoesNotPutTheFocusIntoTheLoopField
     ASSERT_TRUE(testsupport::waitUntil([&] { return other.isActiveWindow(); }));
     window().activateWindow();
     ASSERT_TRUE(testsupport::waitUntil([&] { return window().isActiveWindow(); }));
-    EXPECT_FALSE(rooms().loop.loopNumberField()->isFirstResponder());
+    EXPECT_FALSE(loopField()->isFirstResponder());
 }
 
 } // namespace

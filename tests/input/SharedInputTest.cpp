@@ -115,8 +115,8 @@ TEST_F(SharedInputTest, WithEverySlotFilledAnEntryStoresNothing)
     ask({"S1"}, 3);
     scan("ABC");
     const Dictionary filled = record("G1");
-    shared()->setStringValue("XYZ");
-    EXPECT_TRUE(rooms().entries.checkInput(shared()));
+    expectError("Entry refused: XYZ");
+    scan("XYZ");
     EXPECT_EQ(record("G1"), filled);
     EXPECT_EQ(field("G1-S1")->stringValue(), "ABC");
     EXPECT_EQ(shared()->backgroundColor(), Color::white());
@@ -127,8 +127,7 @@ TEST_F(SharedInputTest, WithEverySlotFilledAnEntryOfAWrongLengthIsRejected)
     ask({"S1"}, 3);
     scan("ABC");
     expectError("Invalid input: G1-SharedInput = XY");
-    shared()->setStringValue("XY");
-    EXPECT_FALSE(rooms().entries.checkInput(shared()));
+    scan("XY");
     EXPECT_EQ(shared()->backgroundColor(), Color::standardRed());
 }
 
@@ -138,8 +137,7 @@ TEST_F(SharedInputTest, WithEverySlotFilledADuplicateIsRejectedWithoutASlotsName
     scan("ABC");
     expectError("Duplicated input detected: (null) = ABC");
     expectError("Invalid input: G1-SharedInput = ABC");
-    shared()->setStringValue("ABC");
-    EXPECT_FALSE(rooms().entries.checkInput(shared()));
+    scan("ABC");
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": Duplicated input detected: (null) = ABC"));
 }
 
@@ -159,8 +157,8 @@ TEST_F(SharedInputTest, WhenThePendingSlotsFieldIsDisabledNothingIsStored)
 {
     ask({"S1", "S2"});
     field("G1-S1")->setEnabled(false);
-    shared()->setStringValue("ABC");
-    EXPECT_TRUE(rooms().entries.checkInput(shared()));
+    expectError("Entry refused: ABC");
+    scan("ABC");
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "Slot view not found, or not enabled: S1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
     EXPECT_EQ(shared()->stringValue(), "ABC");
@@ -169,10 +167,9 @@ TEST_F(SharedInputTest, WhenThePendingSlotsFieldIsDisabledNothingIsStored)
 TEST_F(SharedInputTest, WhenThePendingSlotHasNoFieldNothingIsStored)
 {
     ask({"S1", "S2"});
-    TextField *entry = shared();
-    rooms().views.setResponders("G1", {});
-    entry->setStringValue("ABC");
-    EXPECT_TRUE(rooms().entries.checkInput(entry));
+    delete field("G1-S1");
+    expectError("Entry refused: ABC");
+    scan("ABC");
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "Slot view not found, or not enabled: S1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
 }
@@ -182,8 +179,8 @@ TEST_F(SharedInputTest, WithoutARecordOneIsMadeEvenWhenTheSlotHasNoField)
     ask({"S1", "S2"});
     rooms().records.restore({});
     field("G1-S1")->setEnabled(false);
-    shared()->setStringValue("ABC");
-    EXPECT_TRUE(rooms().entries.checkInput(shared()));
+    expectError("Entry refused: ABC");
+    scan("ABC");
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{}}}));
 }
 
@@ -197,11 +194,13 @@ TEST_F(SharedInputTest, ARecordWithoutALengthGetsNone)
 
 TEST_F(SharedInputTest, TheLastSlotsEntryLeavesNothingPending)
 {
-    ask({"S1", "S2"});
+    auto &call = showGroup(0, {{"input", Array{"S1", "S2"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
     scan("A");
     scan("B");
-    EXPECT_FALSE(rooms().focus.nextEnabledSlot({"S1", "S2"}, rooms().waits.panelKey("G1")).isValid());
     EXPECT_TRUE(shared()->isFirstResponder());
+    press("G1", "OK");
+    EXPECT_EQ(call.result(), Value(Dictionary{{"S1", "A"}, {"S2", "B"}, {"clickedButton", "Pass"}}));
 }
 
 TEST_F(SharedInputTest, TwoGroupsAreAnsweredInInterleavedOrder)

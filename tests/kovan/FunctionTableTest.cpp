@@ -66,6 +66,15 @@ TEST(FunctionTable, PassesTheErrorOut)
     EXPECT_EQ(error, (platform::Error{"Instrument", 5, "no contact"}));
 }
 
+TEST(FunctionTable, ANameThatTheSequencerGivesIsRefused)
+{
+    for (const char *name : {"log", "sleep", "rendezvous", "locked", "shared"}) {
+        EXPECT_EQ(problemOf({{name, Array{__kviGetSelectorLabel("fail:")}}}),
+                  QStringLiteral("function \"%1\": the sequencer gives it already").arg(name));
+    }
+    EXPECT_FALSE(KVKSequencerGives("Shared"));
+}
+
 TEST(FunctionTable, AWrongEntryIsNamedWithWhatIsWrong)
 {
     EXPECT_EQ(problemOf({{"f", 12}}), "function \"f\": its entry is no list of labels");

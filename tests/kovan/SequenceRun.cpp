@@ -59,6 +59,17 @@ void SequenceRun::waitForCall(const QString &name)
     waitFor([&] { return m_begun.contains(name); }, "a call");
 }
 
+void SequenceRun::waitForWait(const QString &what)
+{
+    waitFor([&] { return m_waits.contains(what); }, "a wait");
+}
+
+QStringList SequenceRun::waits() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_waits;
+}
+
 std::vector<KVKLuaCall> SequenceRun::calls() const
 {
     const std::lock_guard lock(m_mutex);
@@ -76,6 +87,13 @@ void SequenceRun::sequenceCalled(const KVKLuaCall &call)
 {
     const std::lock_guard lock(m_mutex);
     m_calls.push_back(call);
+}
+
+void SequenceRun::sequenceWaits(const KVKLuaWait &wait)
+{
+    const std::lock_guard lock(m_mutex);
+    m_waits.append(wait.what);
+    m_changed.notify_all();
 }
 
 void SequenceRun::sequenceEnded(const KVKLuaEnd &end)

@@ -31,6 +31,10 @@ public:
     KVKLuaEnd end();
     /// Waits until a call of the function has begun.
     void waitForCall(const QString &name);
+    /// Waits until the sequence has told that it waits for this, also when it does not any more.
+    void waitForWait(const QString &what);
+    /// What the sequence has told that it waits for, empty texts for the ends of waits included.
+    [[nodiscard]] QStringList waits() const;
     /// The calls that have ended.
     [[nodiscard]] std::vector<KVKLuaCall> calls() const;
     /// Where the script lies.
@@ -40,6 +44,7 @@ public:
 
     void sequenceCalls(const QString &name) override;
     void sequenceCalled(const KVKLuaCall &call) override;
+    void sequenceWaits(const KVKLuaWait &wait) override;
     void sequenceEnded(const KVKLuaEnd &end) override;
 
 private:
@@ -51,6 +56,7 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     QStringList m_begun;
+    QStringList m_waits;
     std::vector<KVKLuaCall> m_calls;
     std::optional<KVKLuaEnd> m_end;
 };

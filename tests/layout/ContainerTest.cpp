@@ -23,7 +23,7 @@ protected:
 TEST_F(ContainerTest, TheSplitViewIsAsWideAsTheWindow)
 {
     // The frames below count on it.
-    EXPECT_EQ(rooms().views.splitView()->frame().width(), 1280.0);
+    EXPECT_EQ(splitView()->frame().width(), 1280.0);
 }
 
 TEST_F(ContainerTest, AGroupPanelStandsInItsGroupsBand)
@@ -78,7 +78,7 @@ TEST_F(ContainerTest, AContainerIsAClearLayerThatFollowsTheWidthOfTheSplitView)
     for (const char *identifier : {"G1", "G2-group"}) {
         View *container = pane(identifier);
         ASSERT_NE(container, nullptr) << identifier;
-        EXPECT_EQ(container->superview(), rooms().views.splitView());
+        EXPECT_EQ(container->superview(), splitView());
         EXPECT_EQ(container->autoresizingMask(), platform::WidthSizable);
         EXPECT_EQ(container->layerBackgroundColor(), Color::clear());
         EXPECT_FALSE(container->isHidden());
@@ -97,8 +97,8 @@ TEST_F(ContainerTest, AGroupPanelIsFoundByItsGroupsNameAndASlotPanelIsNot)
 {
     drawGroup(0, {{"input", Array{"S1"}}});
     drawSlot(4, {{"input", Array{"SN"}}});
-    EXPECT_NE(rooms().views.subView(rooms().views.splitView(), rooms().waits.panelKey("G1")), nullptr);
-    EXPECT_EQ(rooms().views.subView(rooms().views.splitView(), rooms().waits.panelKey("G2")), nullptr);
+    EXPECT_NE(pane("G1"), nullptr);
+    EXPECT_EQ(pane("G2"), nullptr);
 }
 
 TEST_F(ContainerTest, AGroupPanelIsHeadedByItsGroupsName)
@@ -168,7 +168,7 @@ TEST_F(ContainerTest, TheKeyOfAPanelIsTheControllersOwnInstance)
     drawGroup(0, {{"input", Array{"S1"}}});
     drawSlot(5, {{"input", Array{"SN"}}});
     ASSERT_NE(pane("G1"), nullptr);
-    EXPECT_TRUE(pane("G1")->identifier().isSameInstance(rooms().waits.panelKey("G1")));
+    EXPECT_TRUE(pane("G1")->identifier().isSameInstance(groupButton("G1")->identifier()));
     ASSERT_NE(content("G2", 1), nullptr);
     EXPECT_TRUE(content("G2", 1)->identifier().isSameInstance(rooms().waits.panelKey("5")));
 }
@@ -189,12 +189,10 @@ TEST_F(ContainerTest, ASlotPanelTakesTheMessageAwayThatStandsInItsGroupsBand)
 TEST_F(ContainerTest, ASlotPanelCanBeSeenAlsoWhereItsGroupsMessageWasHidden)
 {
     drawGroup(1, {{"message", "Load the units"}});
-    groupButton("G2")->setState(platform::Button::Off);
-    rooms().groupButtons.groupBtnClicked(groupButton("G2"));
+    click(groupButton("G2"));
     ASSERT_TRUE(pane("G2")->isHidden());
     drawSlot(5, {{"input", Array{"SN"}}});
-    groupButton("G2")->setState(platform::Button::On);
-    rooms().groupButtons.groupBtnClicked(groupButton("G2"));
+    click(groupButton("G2"));
     EXPECT_TRUE(field("5-SN")->isVisible());
 }
 
@@ -202,17 +200,18 @@ TEST_F(ContainerTest, TheDrawnFieldsAreKeptAsThePanelsResponders)
 {
     drawGroup(0, {{"input", Array{"S1", "S2"}}});
     drawSlot(5, {{"input", Array{"SN"}}});
-    QStringList kept;
-    for (platform::TextField *each : rooms().views.responders("G1") + rooms().views.responders("5"))
-        kept.append(identifierOf(each));
-    EXPECT_EQ(kept, (QStringList{"G1-S1", "G1-S2", "G1-S3", "G1-S4", "G1-SharedInput", "5-SN"}));
+    EXPECT_EQ(fieldsInLog(), "{5 = (<MouseTrackedTextField: 5-SN>); G1 = (<MouseTrackedTextField: G1-S1>, "
+                             "<MouseTrackedTextField: G1-S2>, <MouseTrackedTextField: G1-S3>, "
+                             "<MouseTrackedTextField: G1-S4>, <MouseTrackedTextField: G1-SharedInput>)}");
 }
 
 TEST_F(ContainerTest, TheFieldsOfAPanelFollowOneAnother)
 {
     drawGroup(0, {{"input", Array{"S1", "S2"}}});
-    const auto fields = rooms().views.responders("G1");
-    ASSERT_EQ(fields.size(), 5);
+    QList<platform::TextField *> fields;
+    for (const char *name : {"S1", "S2", "S3", "S4", "SharedInput"})
+        fields.append(field(QString("G1-") + name));
+    ASSERT_FALSE(fields.contains(nullptr));
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(fields[i]->explicitNextResponder(), fields[i + 1]);
         EXPECT_EQ(fields[i]->nextKeyView(), fields[i + 1]);
@@ -223,8 +222,7 @@ TEST_F(ContainerTest, TheFieldsOfAPanelFollowOneAnother)
 TEST_F(ContainerTest, APanelWithoutFieldsHasAnEmptyListOfResponders)
 {
     drawSlot(5, {{"button", Array{"No", "Yes"}}});
-    EXPECT_TRUE(rooms().views.hasResponders("5"));
-    EXPECT_TRUE(rooms().views.responders("5").isEmpty());
+    EXPECT_EQ(fieldsInLog(), "{5 = ()}");
 }
 
 TEST_F(ContainerTest, AGroupPanelGivesTheFocusToItsSharedField)

@@ -18,17 +18,17 @@ Dictionary entryIn(int columns)
 class DocumentTest : public testsupport::PanelFixture
 {
 protected:
-    platform::Size documentSize() { return rooms().views.scrollView()->documentView()->frame().size(); }
+    platform::Size documentSize() { return scrollView()->documentView()->frame().size(); }
     double visibleTop()
     {
-        const platform::Rect seen = rooms().views.scrollView()->documentVisibleRect();
+        const platform::Rect seen = scrollView()->documentVisibleRect();
         return seen.y() + seen.height();
     }
     /// Where the knob of a scroller stands, from its beginning.
     int knob(Qt::Orientation orientation)
     {
-        for (const QScrollBar *each : rooms().views.scrollView()->findChildren<QScrollBar *>()) {
-            if (each->parent() == rooms().views.scrollView() && each->orientation() == orientation)
+        for (const QScrollBar *each : scrollView()->findChildren<QScrollBar *>()) {
+            if (each->parent() == scrollView() && each->orientation() == orientation)
                 return each->value() - each->minimum();
         }
         return -1;
@@ -64,14 +64,14 @@ TEST_F(DocumentTest, TheDocumentHasWhatTheOpenPanelsNeed)
 TEST_F(DocumentTest, TheDocumentIsNeverSmallerThanTheWindow)
 {
     drawSlot(0, entryIn(4));
-    EXPECT_EQ(documentSize(), rooms().views.scrollView()->contentView()->frame().size());
+    EXPECT_EQ(documentSize(), scrollView()->contentView()->frame().size());
 }
 
 TEST_F(DocumentTest, TheFirstPanelIsShownFromTheTop)
 {
     station.windowSize = {600, 400};
     start();
-    rooms().views.scrollView()->scrollToPoint({0.0, 100.0});
+    scrollView()->scrollToPoint({0.0, 100.0});
     drawSlot(4, entryIn(1));
     EXPECT_EQ(visibleTop(), 912.0);
 }
@@ -80,7 +80,7 @@ TEST_F(DocumentTest, LaterPanelsThatCanBeSeenLeaveTheScrollPositionAlone)
 {
     station.windowSize = {600, 400};
     drawSlot(4, entryIn(1));
-    rooms().views.scrollView()->scrollToPoint({0.0, 600.0});
+    scrollView()->scrollToPoint({0.0, 600.0});
     ASSERT_EQ(visibleTop(), 600.0);
     drawSlot(7, entryIn(1));
     EXPECT_EQ(visibleTop(), 600.0);
@@ -93,7 +93,7 @@ TEST_F(DocumentTest, APanelThatCannotBeSeenIsScrolledIntoSight)
     ASSERT_EQ(visibleTop(), 912.0);
     drawSlot(1, entryIn(1));
     // The box of S2, of 110 points, stands 236 above the lower edge.
-    EXPECT_EQ(rooms().views.scrollView()->documentVisibleRect().y(), 236.0);
+    EXPECT_EQ(scrollView()->documentVisibleRect().y(), 236.0);
     drawGroup(1, {{"switch", Array{"S1", "S2"}}});
     EXPECT_EQ(visibleTop(), 912.0);
 }
@@ -103,7 +103,7 @@ TEST_F(DocumentTest, APanelThatOpensLeavesABegunEntryInSight)
     station.windowSize = {600, 400};
     drawSlot(0, entryIn(4));
     type("A1");
-    ASSERT_NE(rooms().focus.begunEntry(), nullptr);
+    ASSERT_TRUE(field("0-SN")->hasBegunEntry());
     const auto isSeen = [this] {
         return field("0-SN")->visibleRegion().boundingRect() == field("0-SN")->rect();
     };
@@ -119,7 +119,7 @@ TEST_F(DocumentTest, TheScrollersAreResetWhenAnOverviewIsBuilt)
 {
     station.windowSize = {600, 400};
     drawSlot(0, entryIn(1));
-    rooms().views.scrollView()->scrollToPoint({0.0, 600.0});
+    scrollView()->scrollToPoint({0.0, 600.0});
     ASSERT_GT(knob(Qt::Vertical), 0);
     drawSlot(4, entryIn(1));
     EXPECT_EQ(knob(Qt::Vertical), 0);
@@ -138,7 +138,7 @@ TEST_F(DocumentTest, APanelFollowsTheWidthOfTheWindow)
 {
     drawGroup(1, {{"input", Array{"S1"}}, {"column", 2}});
     window().resize(1480, 900);
-    ASSERT_EQ(rooms().views.splitView()->frame().width(), 1480.0);
+    ASSERT_EQ(splitView()->frame().width(), 1480.0);
     platform::View *panel = pane("G2");
     ASSERT_NE(panel, nullptr);
     EXPECT_EQ(inWords(panel->frame()), "(0, 236, 1480, 236)");
@@ -148,7 +148,7 @@ TEST_F(DocumentTest, APanelFollowsTheWidthOfTheWindow)
     // Left margin and width share what was added.
     EXPECT_EQ(inWords(child(panel, "G2-lineView")->frame()), "(100, 234, 1380, 1)");
     EXPECT_EQ(inWords(overviewScroll("G2")->frame()), "(0, 54, 700, 144)");
-    EXPECT_EQ(inWords(rooms().views.collection("G2")->frame()), "(0, 0, 600, 144)");
+    EXPECT_EQ(inWords(overviewOf("G2")->frame()), "(0, 0, 600, 144)");
 }
 
 } // namespace

@@ -74,7 +74,7 @@ TEST_F(MessagePanelTest, AMessagePanelHasNoOverviewAndNoButtons)
 {
     drawGroup(1, {{"message", "Load the units"}, {"button", Array{"Yes"}}});
     ASSERT_NE(pane("G2"), nullptr);
-    EXPECT_EQ(rooms().views.collection("G2"), nullptr);
+    EXPECT_EQ(overviewOf("G2"), nullptr);
     EXPECT_TRUE(buttons(pane("G2")).isEmpty());
     EXPECT_TRUE(inputs(pane("G2")).isEmpty());
     // The header, the line and the message.
@@ -104,7 +104,7 @@ TEST_F(MessagePanelTest, AMessageTakesThePlaceOfTheGroupsFormerPanel)
     drawGroup(0, {{"message", "Done"}});
     EXPECT_EQ(panes(), QStringList{"G1"});
     EXPECT_EQ(field("G1-SharedInput"), nullptr);
-    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
+    EXPECT_EQ(overviewOf("G1"), nullptr);
 }
 
 TEST_F(MessagePanelTest, AMessagePanelFillsTheBoxesOfAnOverviewThatStandsThereAlready)

@@ -51,7 +51,7 @@ TEST_F(OverviewTest, TheOverviewOfAGroupPanelLeavesRoomForTheSharedFieldAndTheBu
         drawGroup(0, inColumns(group, each.columns));
         ASSERT_NE(overviewScroll("G1"), nullptr);
         EXPECT_EQ(inWords(overviewScroll("G1")->frame()), each.scroll);
-        EXPECT_EQ(inWords(rooms().views.collection("G1")->frame()), each.overview);
+        EXPECT_EQ(inWords(overviewOf("G1")->frame()), each.overview);
     }
 }
 
@@ -71,7 +71,7 @@ TEST_F(OverviewTest, TheOverviewOfASlotPanelFillsTheBand)
         drawSlot(each.system, inColumns(slot, each.columns));
         ASSERT_NE(overviewScroll(each.name), nullptr);
         EXPECT_EQ(inWords(overviewScroll(each.name)->frame()), each.frame);
-        EXPECT_EQ(inWords(rooms().views.collection(each.name)->frame()), each.frame);
+        EXPECT_EQ(inWords(overviewOf(each.name)->frame()), each.frame);
     }
 }
 
@@ -100,8 +100,8 @@ TEST_F(OverviewTest, TheTilesFlowWithoutSpaceBetweenThem)
     drawGroup(0, group);
     drawSlot(4, slot);
     for (const auto &[name, height] : {std::pair("G1", 64.0), std::pair("G2", 110.0)}) {
-        ASSERT_NE(rooms().views.collection(name), nullptr);
-        const CollectionView::FlowLayout &flow = rooms().views.collection(name)->flowLayout();
+        ASSERT_NE(overviewOf(name), nullptr);
+        const CollectionView::FlowLayout &flow = overviewOf(name)->flowLayout();
         for (const double inset : flow.sectionInset)
             EXPECT_EQ(inset, 0.0);
         EXPECT_EQ(flow.scrollDirection, CollectionView::FlowLayout::ScrollDirection::Vertical);
@@ -113,7 +113,7 @@ TEST_F(OverviewTest, TheTilesFlowWithoutSpaceBetweenThem)
 TEST_F(OverviewTest, TheOverviewIsAClearSelectableListOfTheRegisteredTiles)
 {
     drawSlot(5, slot);
-    CollectionView *overview = rooms().views.collection("G2");
+    CollectionView *overview = overviewOf("G2");
     ASSERT_NE(overview, nullptr);
     EXPECT_EQ(overview->backgroundColors(), QList<Color>{Color::clear()});
     EXPECT_EQ(overview->autoresizingMask(), unsigned(platform::WidthSizable | platform::MaxXMargin));
@@ -132,14 +132,14 @@ TEST_F(OverviewTest, TheScrollViewAroundItHasNoScrollersAndFollowsTheWidth)
     EXPECT_FALSE(scroll->hasHorizontalScroller());
     EXPECT_EQ(scroll->autoresizingMask(), platform::WidthSizable);
     EXPECT_EQ(scroll->superview(), pane("G2-group"));
-    EXPECT_EQ(rooms().views.collection("G2")->superview(), scroll->contentView());
+    EXPECT_EQ(overviewOf("G2")->superview(), scroll->contentView());
 }
 
 TEST_F(OverviewTest, EveryTileRepresentsItsSystem)
 {
     drawGroup(2, group);
-    ASSERT_NE(rooms().views.collection("G3"), nullptr);
-    EXPECT_EQ(platform::description(rooms().views.collection("G3")->content()),
+    ASSERT_NE(overviewOf("G3"), nullptr);
+    EXPECT_EQ(platform::description(overviewOf("G3")->content()),
               "({index = 8}, {index = 9}, {index = 10}, {index = 11})");
     ASSERT_NE(tile("G3", 2), nullptr);
     EXPECT_EQ(platform::description(tile("G3", 2)->representedObject()), "{index = 10}");
@@ -155,7 +155,7 @@ TEST_F(OverviewTest, ATileIsMadeFromItsInterfaceFile)
         ASSERT_NE(tile("G1", i)->box(), nullptr);
         EXPECT_EQ(view->box(), tile("G1", i)->box());
         EXPECT_TRUE(view->isAncestorOf(tile("G1", i)->box()));
-        EXPECT_EQ(view->superview(), rooms().views.collection("G1"));
+        EXPECT_EQ(view->superview(), overviewOf("G1"));
     }
 }
 
@@ -164,9 +164,8 @@ TEST_F(OverviewTest, AClickOnATileSelectsNothing)
     drawSlot(0, slot);
     ASSERT_NE(tile("G1", 2), nullptr);
     click(tile("G1", 2)->view());
-    EXPECT_TRUE(rooms().views.collection("G1")->selectionIndexes().empty());
-    EXPECT_TRUE(
-        plugin().collectionViewShouldSelectItemsAtIndexPaths(rooms().views.collection("G1"), {0, 1}).empty());
+    EXPECT_TRUE(overviewOf("G1")->selectionIndexes().empty());
+    EXPECT_TRUE(plugin().collectionViewShouldSelectItemsAtIndexPaths(overviewOf("G1"), {0, 1}).empty());
 }
 
 TEST_F(OverviewTest, TheFirstSlotPanelOfAGroupShowsItsOwnBoxAlone)
@@ -181,9 +180,9 @@ TEST_F(OverviewTest, TheFirstSlotPanelOfAGroupShowsItsOwnBoxAlone)
 TEST_F(OverviewTest, LaterSlotPanelsShareTheOverviewOfTheFirst)
 {
     drawSlot(5, slot);
-    CollectionView *overview = rooms().views.collection("G2");
+    CollectionView *overview = overviewOf("G2");
     drawSlot(6, slot);
-    EXPECT_EQ(rooms().views.collection("G2"), overview);
+    EXPECT_EQ(overviewOf("G2"), overview);
     EXPECT_FALSE(box("G2", 1)->isHidden());
     EXPECT_FALSE(box("G2", 2)->isHidden());
     EXPECT_TRUE(box("G2", 3)->isHidden());
@@ -195,10 +194,10 @@ TEST_F(OverviewTest, EachGroupHasAnOverviewOfItsOwn)
 {
     drawSlot(0, slot);
     drawSlot(4, slot);
-    EXPECT_NE(rooms().views.collection("G1"), nullptr);
-    EXPECT_NE(rooms().views.collection("G2"), nullptr);
-    EXPECT_NE(rooms().views.collection("G1"), rooms().views.collection("G2"));
-    EXPECT_EQ(rooms().views.collection("G3"), nullptr);
+    EXPECT_NE(overviewOf("G1"), nullptr);
+    EXPECT_NE(overviewOf("G2"), nullptr);
+    EXPECT_NE(overviewOf("G1"), overviewOf("G2"));
+    EXPECT_EQ(overviewOf("G3"), nullptr);
 }
 
 } // namespace

@@ -13,8 +13,8 @@ class PanelLogTest : public testsupport::PanelFixture
 
 TEST_F(PanelLogTest, DrawingAGroupPanelLogsWhatItStartsFrom)
 {
-    rooms().records.restore({{"G1", Dictionary{{"length", 8}}}});
-    drawGroup(0, {{"input", Array{"S1"}}});
+    showGroup(0, {{"input", Array{"S1"}}, {"length", 8}});
+    ASSERT_TRUE(waitForPanel("G1"));
     EXPECT_TRUE(
         loggedOnce(KVKLogLevel::Default,
                    "Entered: " + drawJob +
@@ -47,7 +47,7 @@ TEST_F(PanelLogTest, TheSizeOfTheDocumentIsLoggedWhenAnOverviewIsBuilt)
     drawSlot(5, {{"input", Array{"SN"}}, {"column", 1}});
     // Two groups of four rows are higher than the window.
     const QString line = drawJob + ": 5 scrollContentFrame: (0.000000, %1), (1280.000000, 912.000000)";
-    const double y = rooms().views.scrollView()->documentView()->frame().y();
+    const double y = scrollView()->documentView()->frame().y();
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, line.arg(QString::number(y, 'f', 6))));
     drawSlot(6, {{"input", Array{"SN"}}});
     EXPECT_EQ(timesLoggedFrom(drawJob + ": 6 scrollContentFrame"), 0);

@@ -73,17 +73,23 @@ TEST_F(PanelSettingsTest, TheSettingsOfAPanelColourItsOwnBoxes)
 
 TEST_F(PanelSettingsTest, NoPanelCanBeDrawnForAStationWithoutSlots)
 {
-    station.systemGroups = Array{};
+    station.systemGroups = Array{"G1"};
     station.systemSlots = Array{};
-    EXPECT_FALSE(rooms().builder.panelProblem({}).isEmpty());
+    expectError("-[InteractiveView showInteractiveView:systemIndex:config:error:]: ");
+    EXPECT_EQ(showGroup(0, {}).error().code, 402);
 }
 
 TEST_F(PanelSettingsTest, ColumnsThatTheGeometryCannotTakeAreAProblem)
 {
-    EXPECT_EQ(rooms().builder.panelProblem({{"column", 4}}), "");
-    EXPECT_EQ(rooms().builder.panelProblem({}), "");
-    EXPECT_TRUE(rooms().builder.panelProblem({{"column", -1}}).contains("-1"));
-    EXPECT_TRUE(rooms().builder.panelProblem({{"column", "4000000000"}}).contains("4000000000"));
+    expectError("-[InteractiveView showInteractiveView:systemIndex:config:error:]: ");
+    for (const platform::Value &columns : {platform::Value(-1), platform::Value("4000000000")}) {
+        auto &call = showView(0, {{"column", columns}});
+        EXPECT_EQ(call.error().code, 402);
+        EXPECT_TRUE(call.error().localizedDescription.contains(columns.toString()))
+            << call.error().localizedDescription.toStdString();
+    }
+    showView(0, {{"column", 4}});
+    EXPECT_TRUE(waitForPanel("0"));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ protected:
     qsizetype viewsBelowTheRoot()
     {
         letRemovedViewsGo();
-        return testsupport::descendants(rooms().views.rootView()).size();
+        return testsupport::descendants(rootView()).size();
     }
 };
 
@@ -29,7 +29,7 @@ TEST_F(RepeatedPanelTest, ASecondGroupPanelReplacesTheFirst)
 {
     drawGroup(0, groupEntry);
     QPointer<View> first = pane("G1");
-    QPointer<View> firstOverview = rooms().views.collection("G1");
+    QPointer<View> firstOverview = overviewOf("G1");
     drawGroup(0, {{"input", Array{"S3"}}});
     letRemovedViewsGo();
     EXPECT_TRUE(first.isNull());
@@ -58,8 +58,10 @@ TEST_F(RepeatedPanelTest, PanelsOfDifferentGroupsStandTogether)
     drawGroup(1, groupEntry);
     drawGroup(0, groupEntry);
     EXPECT_EQ(panes(), (QStringList{"G2", "G1"}));
-    EXPECT_EQ(rooms().views.responders("G1").size(), 5);
-    EXPECT_EQ(rooms().views.responders("G2").size(), 5);
+    for (const char *group : {"G1", "G2"}) {
+        for (const char *name : {"S1", "S2", "S3", "S4", "SharedInput"})
+            EXPECT_TRUE(fieldsInLog().contains(QString(": %1-%2>").arg(group, name))) << group << name;
+    }
 }
 
 TEST_F(RepeatedPanelTest, TheContainerOfALaterSlotPanelIsEmpty)
@@ -68,8 +70,8 @@ TEST_F(RepeatedPanelTest, TheContainerOfALaterSlotPanelIsEmpty)
     View *first = pane("G1-group");
     drawSlot(1, entry);
     ASSERT_EQ(panes(), (QStringList{"G1-group", "G1-group"}));
-    EXPECT_EQ(rooms().views.splitView()->subviews().first(), first);
-    EXPECT_TRUE(rooms().views.splitView()->subviews().last()->subviews().isEmpty());
+    EXPECT_EQ(splitView()->subviews().first(), first);
+    EXPECT_TRUE(splitView()->subviews().last()->subviews().isEmpty());
     EXPECT_EQ(overviewScroll("G1")->superview(), first);
 }
 
@@ -102,10 +104,12 @@ TEST_F(RepeatedPanelTest, AnEmptyContainerLetsClicksThrough)
 
 TEST_F(RepeatedPanelTest, TenThousandSlotPanelsLeaveNoViewsBehind)
 {
-    const auto showAndReset = [this] {
-        rooms().views.resetUI(rooms().waits.panelKey("1"));
+    drawSlot(1, entry);
+    const platform::Identifier key = panel("1")->identifier();
+    const auto showAndReset = [this, key] {
+        rooms().views.resetUI(key);
         drawSlot(1, entry);
-        rooms().views.resetUI(rooms().waits.panelKey("1"));
+        rooms().views.resetUI(key);
     };
     for (int i = 0; i < 3; ++i)
         showAndReset();
@@ -137,23 +141,25 @@ TEST_F(RepeatedPanelTest, APanelDrawnOnAnotherThreadIsThereWhenTheCallReturns)
 {
     auto &call = onSequencer([this](platform::Error *) {
         drawSlot(5, entry);
-        return platform::Value(rooms().views.hasResponders("5") && rooms().views.collection("G2") != nullptr);
+        return platform::Value(rooms().views.hasResponders("5"));
     });
     EXPECT_EQ(call.result(), platform::Value(true));
+    EXPECT_NE(overviewOf("G2"), nullptr);
     EXPECT_NE(field("5-SN"), nullptr);
 }
 
 TEST_F(RepeatedPanelTest, AViewThatWasTakenAwayIsForgotten)
 {
-    drawGroup(0, groupEntry);
-    rooms().views.resetUI(rooms().waits.panelKey("G1"));
+    auto &call = showGroup(0, groupEntry);
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "Cancel");
+    ASSERT_TRUE(call.waitUntilFinished());
     letRemovedViewsGo();
-    for (const auto &each : rooms().views.responders("G1"))
-        EXPECT_TRUE(each.isNull());
-    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
+    EXPECT_EQ(fieldsInLog(), "{G1 = ((null), (null), (null), (null), (null))}");
+    EXPECT_EQ(overviewOf("G1"), nullptr);
     // Whoever still knows the panel finds nobody there.
-    rooms().focus.unhideUI(rooms().waits.panelKey("G1"));
-    rooms().focus.setupResponderChain(rooms().views.responders("G1"));
+    click(groupButton("G1"));
+    click(groupButton("G1"));
     EXPECT_EQ(panes(), QStringList{});
 }
 

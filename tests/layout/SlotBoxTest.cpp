@@ -256,7 +256,7 @@ TEST_F(SlotBoxTest, AStationOfOneSlotAGroupUsesItsOnlyTile)
     station.slotNames = QStringList{"S1"};
     drawSlot(2, entry);
     ASSERT_NE(tile("G3", 0), nullptr);
-    EXPECT_EQ(rooms().views.collection("G3")->itemCount(), 1);
+    EXPECT_EQ(overviewOf("G3")->itemCount(), 1);
     EXPECT_EQ(tile("G3", 0)->systemIndex().toLongLong(), 2);
     EXPECT_NE(field("2-SN"), nullptr);
 }

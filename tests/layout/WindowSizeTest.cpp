@@ -34,13 +34,12 @@ protected:
 
     WindowSizeTest() { station.groups = {"G1", "G2", "G3"}; }
 
-    platform::ScrollView *scrollView() { return rooms().views.scrollView(); }
     platform::Size documentSize() { return scrollView()->documentView()->frame().size(); }
 
     void resizeTo(const QSize &size)
     {
         window().resize(size);
-        ASSERT_EQ(rooms().views.rootView()->size(), size);
+        ASSERT_EQ(rootView()->size(), size);
     }
     /// Whether a person who turns the wheels can click all of the view.
     bool canBeReached(View *view)
@@ -60,7 +59,7 @@ protected:
     QList<View *> controls()
     {
         QList<View *> found;
-        for (View *view : testsupport::descendants(rooms().views.splitView())) {
+        for (View *view : testsupport::descendants(splitView())) {
             const auto *field = qobject_cast<TextField *>(view);
             if (view->isVisible() && (qobject_cast<Button *>(view) || (field && field->isEditable())))
                 found.append(view);
@@ -78,7 +77,7 @@ protected:
     void expectNoOverlap()
     {
         QList<View *> open;
-        for (View *pane : rooms().views.panels()) {
+        for (View *pane : splitView()->subviews()) {
             if (!pane->identifier().isNull() && pane->isVisible())
                 open.append(pane);
         }
@@ -95,7 +94,7 @@ protected:
         for (int i = 0; i < 4; ++i) {
             const View *view = tile(group, i)->view();
             // From the upper edge, which the rows start from.
-            const double fromTop = rooms().views.collection(group)->bounds().height() - view->frame().y();
+            const double fromTop = overviewOf(group)->bounds().height() - view->frame().y();
             frames.append(inWords(Rect(view->frame().x(), fromTop, 250.0, view->frame().height())));
         }
         return frames;
@@ -151,8 +150,8 @@ TEST_F(WindowSizeTest, TilesStandInTheColumnsThatWereAskedForAtEveryWidth)
         resizeTo(size);
         EXPECT_EQ(tileFrames("G1"), two) << size.width();
         EXPECT_EQ(tileFrames("G2"), three) << size.width();
-        EXPECT_GE(rooms().views.collection("G1")->frame().width(), 500.0);
-        EXPECT_GE(rooms().views.collection("G2")->frame().width(), 750.0);
+        EXPECT_GE(overviewOf("G1")->frame().width(), 500.0);
+        EXPECT_GE(overviewOf("G2")->frame().width(), 750.0);
     }
 }
 

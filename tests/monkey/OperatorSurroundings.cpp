@@ -40,7 +40,10 @@ void Operator::clickNowhere()
 
 void Operator::resize(Dice &dice)
 {
-    const QSize size(200 + dice.below(1400), 120 + dice.below(900));
+    // The buttons of all groups may stand in a row each; below them there is room for a part of a panel.
+    constexpr int RowOfAButton = 34;
+    const int least = 120 + RowOfAButton * static_cast<int>(m_world.shape.groups.size());
+    const QSize size(200 + dice.below(1400), least + dice.below(900));
     m_diary(QStringLiteral("resize the window to %1 x %2").arg(size.width()).arg(size.height()));
     m_world.window.resize(size);
     settle(m_world);

@@ -16,6 +16,12 @@ Press::Press(World &world, const SeenPanel &panel, platform::Button *button)
         return;
     m_number = m_call->number;
     PressedPanel pressed{m_title, panel.buttons.last() == button, panel.texts(), {}};
+    // Keys that were not ended with Return are no entry; of all buttons "OK" alone ends them.
+    if (m_title != QLatin1String("OK") && panel.shown.isEmpty() && panel.entry &&
+        panel.entry->field->hasBegunEntry()) {
+        const QString label = panel.entry->label;
+        pressed.texts.insert(label, world.record(panel.key).value(label).toString());
+    }
     for (const SeenSwitch &seen : panel.switches) {
         if (seen.isOn)
             pressed.on.append(seen.slot);

@@ -56,7 +56,11 @@ TEST_F(DataRetrievalTest, EverySystemOfAConfirmedGroupHasItsOwnEntry)
 
 TEST_F(DataRetrievalTest, ARecordWithoutEntriesGivesAnErrorForEverySlot)
 {
-    rooms().records.restore({{"G1", Dictionary{{"clickedButton", "Pass"}}}});
+    auto &question = showGroup(0, {{"button", Array{"No", "Yes"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    press("G1", "Yes");
+    ASSERT_TRUE(question.waitUntilFinished());
+    ASSERT_EQ(record("G1"), (Dictionary{{"clickedButton", "Pass"}}));
     for (int i = 0; i < 4; ++i)
         expectNotFound(getData(i), QString::number(i));
 }
@@ -69,13 +73,19 @@ TEST_F(DataRetrievalTest, ARecordThatIsNoDictionaryGivesAnError)
 
 TEST_F(DataRetrievalTest, TheAnswerOfASystemsOwnPanelIsNotFound)
 {
-    rooms().records.restore({{"0", Dictionary{{"SN", "X"}, {"S1", "Y"}}}});
+    setLoop(2); // so that the answer outlives its call
+    auto &call = showView(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("Y");
+    press("0", "OK");
+    ASSERT_TRUE(call.waitUntilFinished());
+    ASSERT_EQ(record("0").value("S1"), Value("Y"));
     expectNotFound(getData(0), "0");
 }
 
 TEST_F(DataRetrievalTest, AnEmptyEntryIsAnEntry)
 {
-    rooms().records.restore({{"G1", Dictionary{{"S1", ""}}}});
+    answerGroup(0, {"S1"}, {""});
     auto &call = getData(0);
     EXPECT_EQ(call.result(), Value(""));
     EXPECT_FALSE(call.error().isPresent());
@@ -91,7 +101,7 @@ TEST_F(DataRetrievalTest, ASystemWithoutASlotNameGivesAnError)
 {
     station.systemGroups = Array{"G1", "G1"};
     station.systemSlots = Array{"S1"};
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    answerGroup(0, {"S1"}, {"A"});
     EXPECT_EQ(getData(0).result(), Value("A"));
     expectNotFound(getData(1), "1");
 }
@@ -126,7 +136,7 @@ TEST_F(DataRetrievalTest, ANegativeIndexIsARangeException)
 
 TEST_F(DataRetrievalTest, AnIndexGivenAsADecimalNumberNamesTheSameSystem)
 {
-    rooms().records.restore({{"G1", Dictionary{{"S3", "C"}}}});
+    answerGroup(0, {"S3"}, {"C"});
     EXPECT_EQ(getData(2.0).result(), Value("C"));
     expectNotFound(getData(3.0), "3");
 }
@@ -138,7 +148,7 @@ TEST_F(DataRetrievalTest, ACallerWithoutAPlaceForAnErrorGetsNothing)
 
 TEST_F(DataRetrievalTest, AnAnswerLeavesTheErrorAsItWas)
 {
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    answerGroup(0, {"S1"}, {"A"});
     Error error{"elsewhere", 7, "kept"};
     EXPECT_EQ(plugin().getData(0, &error), Value("A"));
     EXPECT_EQ(error, (Error{"elsewhere", 7, "kept"}));

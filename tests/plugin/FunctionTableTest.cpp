@@ -94,7 +94,7 @@ TEST_F(FunctionTableTest, TheSizeHintsAreTheRootViewsSizeOfTheMoment)
     EXPECT_EQ(plugin().minWidthHint(), 1100.0);
     EXPECT_EQ(plugin().minHeightHint(), 700.0);
 
-    rooms().views.rootView()->setFrame(platform::Rect(0.0, 0.0, 640.5, 480.25));
+    rootView()->setFrame(platform::Rect(0.0, 0.0, 640.5, 480.25));
     EXPECT_EQ(plugin().minWidthHint(), 640.5);
     EXPECT_EQ(plugin().minHeightHint(), 480.25);
 }

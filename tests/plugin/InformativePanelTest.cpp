@@ -15,7 +15,7 @@ class InformativePanelTest : public testsupport::PluginFixture
 protected:
     bool showsText(const QString &text)
     {
-        for (platform::View *view : testsupport::descendants(rooms().views.splitView())) {
+        for (platform::View *view : testsupport::descendants(splitView())) {
             auto *label = qobject_cast<platform::TextField *>(view);
             if (label && label->isVisible() && label->stringValue() == text)
                 return true;
@@ -42,17 +42,18 @@ TEST_F(InformativePanelTest, AMessageForAGroupIsNotValidated)
 
 TEST_F(InformativePanelTest, AMessageForAGroupLeavesItsRecordAndHighlightsNothing)
 {
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    answerGroup(0, {"S1"}, {"A"});
+    const int counts = timesLoggedFrom(method + ": 0, ");
     ASSERT_TRUE(showGroup(0, {{"message", "Load"}}).waitUntilFinished());
-    EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}}));
+    EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
     EXPECT_TRUE(highlights.empty());
-    EXPECT_EQ(timesLoggedFrom(method + ": 0, "), 0);
+    EXPECT_EQ(timesLoggedFrom(method + ": 0, "), counts);
 }
 
 TEST_F(InformativePanelTest, AMessageForAGroupComesBeforeTheLoopShortCut)
 {
-    rooms().records.setLoopEnabled(true);
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    setLoop(2);
+    answerGroup(0, {"S1"}, {"A"});
     EXPECT_EQ(showGroup(0, {{"message", "Load"}, {"input", Array{"S1"}}}).result(), Value(Dictionary()));
     EXPECT_TRUE(showsText("Load"));
 }

@@ -1,5 +1,6 @@
 #include "platform/Button.h"
 #include "platform/TextField.h"
+#include "plugin/LoopControls.h"
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 #include "tests/support/PluginFixture.h"
@@ -23,7 +24,7 @@ class LoopFieldTest : public testsupport::PluginFixture
 protected:
     TextField *caption()
     {
-        for (platform::View *view : rooms().views.rootView()->subviews()) {
+        for (platform::View *view : rootView()->subviews()) {
             auto *label = qobject_cast<TextField *>(view);
             if (label && label->stringValue() == "Loop:")
                 return label;
@@ -36,8 +37,8 @@ protected:
     /// What an operator does who wants another number of passes.
     void enter(const QString &text)
     {
-        click(rooms().loop.loopNumberField());
-        rooms().loop.loopNumberField()->selectText();
+        click(loopField());
+        loopField()->selectText();
         scan(text);
     }
 };
@@ -46,7 +47,7 @@ TEST_F(LoopFieldTest, TheCaptionStandsInTheTopLeftCorner)
 {
     TextField *label = caption();
     ASSERT_NE(label, nullptr);
-    const double height = rooms().views.rootView()->bounds().height();
+    const double height = rootView()->bounds().height();
     EXPECT_EQ(label->frame(), Rect(16.0, height - 30.0, 80.0, 22.5));
     EXPECT_EQ(label->font(), Font::system(12.0));
     EXPECT_FALSE(label->isBordered());
@@ -58,11 +59,11 @@ TEST_F(LoopFieldTest, TheCaptionStandsInTheTopLeftCorner)
 
 TEST_F(LoopFieldTest, TheNumberFieldStandsBesideItAndShowsZero)
 {
-    TextField *field = rooms().loop.loopNumberField();
+    TextField *field = loopField();
     ASSERT_NE(qobject_cast<interactive::MouseTrackedTextField *>(field), nullptr);
-    const double height = rooms().views.rootView()->bounds().height();
+    const double height = rootView()->bounds().height();
     EXPECT_EQ(field->frame(), Rect(80.0, height - 26.0, 80.0, 22.5));
-    EXPECT_EQ(field->superview(), rooms().views.rootView());
+    EXPECT_EQ(field->superview(), rootView());
     EXPECT_EQ(field->stringValue(), "0");
     EXPECT_EQ(field->identifier().text(), "Loop");
     EXPECT_EQ(field->font(), Font::system(12.0));
@@ -77,7 +78,7 @@ TEST_F(LoopFieldTest, TheNumberFieldStandsBesideItAndShowsZero)
 
 TEST_F(LoopFieldTest, TheNumberFieldHasABezeledVerticallyCenteredCell)
 {
-    const platform::TextFieldCell &cell = rooms().loop.loopNumberField()->cell();
+    const platform::TextFieldCell &cell = loopField()->cell();
     EXPECT_NE(dynamic_cast<const interactive::VerticallyCenteredTextFieldCell *>(&cell), nullptr);
     EXPECT_TRUE(cell.isBezeled());
     EXPECT_EQ(static_cast<int>(cell.bezelStyle()), 0);
@@ -89,12 +90,15 @@ TEST_F(LoopFieldTest, BothKeepTheirDistanceToTheTopLeftCornerWhenTheWindowGrows)
     window().resize(1400, 900);
     window().layout()->activate();
     EXPECT_EQ(caption()->frame(), Rect(16.0, 870.0, 80.0, 22.5));
-    EXPECT_EQ(rooms().loop.loopNumberField()->frame(), Rect(80.0, 874.0, 80.0, 22.5));
+    EXPECT_EQ(loopField()->frame(), Rect(80.0, 874.0, 80.0, 22.5));
 }
 
 TEST_F(LoopFieldTest, TypingANumberSetsTheMaximumAndTurnsLoopModeOn)
 {
-    rooms().records.restore({{"Loop", Dictionary{{"LoopMax", 9}, {"LoopCount_0", 4}, {"LoopCount_1", 2}}}});
+    enter("9");
+    plugin().isLoopFinished(0, nullptr);
+    plugin().isLoopFinished(1, nullptr);
+    ASSERT_EQ(loopRecord(), (Dictionary{{"LoopMax", 9}, {"LoopCount_0", 1}, {"LoopCount_1", 1}}));
     enter("5");
     EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 5}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}));
     EXPECT_TRUE(plugin().isLoopEnabled());
@@ -108,7 +112,7 @@ TEST_F(LoopFieldTest, TypingNoNumberGivesZeroAndTurnsLoopModeOff)
     enter("abc");
     EXPECT_EQ(loopRecord().value("LoopMax"), platform::Value(0));
     EXPECT_FALSE(plugin().isLoopEnabled());
-    EXPECT_EQ(rooms().loop.loopNumberField()->stringValue(), "abc");
+    EXPECT_EQ(loopField()->stringValue(), "abc");
 }
 
 TEST_F(LoopFieldTest, LoopModeIsOnFromTwoPasses)
@@ -121,58 +125,24 @@ TEST_F(LoopFieldTest, LoopModeIsOnFromTwoPasses)
     EXPECT_FALSE(plugin().isLoopEnabled());
 }
 
-TEST_F(LoopFieldTest, WhatElseTheLoopRecordHoldsStays)
+TEST_F(LoopFieldTest, AnswersStayWhenANumberIsEntered)
 {
-    rooms().records.restore({{"Loop", Dictionary{{"Operator", "N. N."}}}, {"G1", Dictionary{{"S1", "A"}}}});
+    answerGroup(0, {"S1"}, {"A"});
     enter("2");
-    EXPECT_EQ(loopRecord().value("Operator"), platform::Value("N. N."));
-    EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}}));
+    EXPECT_EQ(record("G1"), (Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}));
 }
 
 TEST_F(LoopFieldTest, AfterTheEntryTheInsertionPointStandsBehindTheNumber)
 {
-    start();
-    TextField *field = rooms().loop.loopNumberField();
-    field->selectText();
+    click(loopField());
+    loopField()->selectText();
     type("12");
-    ASSERT_NE(field->currentEditor(), nullptr);
-    field->currentEditor()->setSelection(0, 1);
-    rooms().loop.configLoop(field);
-    EXPECT_EQ(field->selectedText(), "");
-    EXPECT_EQ(field->currentEditor()->cursorPosition(), 2);
-}
-
-TEST_F(LoopFieldTest, AnotherSenderIsRefused)
-{
-    start();
-    expectError("Invalid call for -[InteractiveView configLoop:]");
-    platform::Button button;
-    rooms().loop.configLoop(&button);
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
-                                               "<Button: (null)>"));
-    EXPECT_FALSE(plugin().savedData().contains("Loop"));
-}
-
-TEST_F(LoopFieldTest, APlainTextFieldIsRefusedToo)
-{
-    start();
-    expectError("Invalid call for -[InteractiveView configLoop:]");
-    TextField plain;
-    plain.setIdentifier(platform::Identifier("Loop"));
-    plain.setStringValue("3");
-    rooms().loop.configLoop(&plain);
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
-                                               "<TextField: Loop>"));
-    EXPECT_FALSE(plugin().isLoopEnabled());
-}
-
-TEST_F(LoopFieldTest, NoSenderIsRefusedToo)
-{
-    start();
-    expectError("Invalid call for -[InteractiveView configLoop:]");
-    rooms().loop.configLoop(nullptr);
-    EXPECT_TRUE(loggedOnce(KVKLogLevel::Error,
-                           "Invalid call for -[InteractiveView configLoop:] from sender: (null)"));
+    QLineEdit *editor = loopField()->currentEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->setSelection(0, 1);
+    type("\n");
+    EXPECT_EQ(loopField()->selectedText(), "");
+    EXPECT_EQ(editor->cursorPosition(), 2);
 }
 
 TEST_F(LoopFieldTest, TheCaptionIsAPlainLabelWithoutAName)
@@ -181,23 +151,13 @@ TEST_F(LoopFieldTest, TheCaptionIsAPlainLabelWithoutAName)
     ASSERT_NE(label, nullptr);
     EXPECT_EQ(qobject_cast<interactive::MouseTrackedTextField *>(label), nullptr);
     EXPECT_TRUE(label->identifier().isNull());
-    EXPECT_EQ(label->superview(), rooms().views.rootView());
-}
-
-TEST_F(LoopFieldTest, WithoutARootViewTheFieldIsMadeAsIfItHadNoHeight)
-{
-    interactive::InteractiveView unloaded;
-    unloaded.rooms().loop.setupLoopButton(&unloaded);
-    const std::unique_ptr<TextField> field(unloaded.rooms().loop.loopNumberField());
-    ASSERT_NE(field, nullptr);
-    EXPECT_EQ(field->frame(), Rect(80.0, -26.0, 80.0, 22.5));
-    EXPECT_EQ(field->superview(), nullptr);
+    EXPECT_EQ(label->superview(), rootView());
 }
 
 TEST_F(LoopFieldTest, AnEmptyEntryGivesZeroAndTurnsLoopModeOff)
 {
     enter("5");
-    rooms().loop.loopNumberField()->setStringValue("");
+    loopField()->setStringValue("");
     enter("");
     EXPECT_EQ(loopRecord().value("LoopMax"), platform::Value(0));
     EXPECT_FALSE(plugin().isLoopEnabled());
@@ -211,6 +171,62 @@ TEST_F(LoopFieldTest, AStationWithoutGroupsHasAMaximumAndNoCounts)
     station.systemSlots = platform::Array{};
     enter("4");
     EXPECT_EQ(loopRecord(), (Dictionary{{"LoopMax", 4}}));
+}
+
+/// What the field's action does with whoever sends it, and the field in surroundings of any kind.
+class LoopControlsTest : public ::testing::Test
+{
+protected:
+    testsupport::LogRecorder log;
+    interactive::StationMap station;
+    interactive::PanelRecords records;
+    interactive::SlotStates slotStates;
+    interactive::PanelSettings settings;
+    interactive::PanelViews views{station};
+    interactive::Focus focus{station, records, slotStates, views, settings};
+    interactive::LoopControls controls{station, records, views, focus};
+};
+
+TEST_F(LoopControlsTest, AnotherSenderIsRefused)
+{
+    testsupport::expectError("Invalid call for -[InteractiveView configLoop:]");
+    platform::Button button;
+    controls.configLoop(&button);
+    EXPECT_EQ(log.count(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
+                                            "<Button: (null)>"),
+              1);
+    EXPECT_FALSE(records.all().contains("Loop"));
+}
+
+TEST_F(LoopControlsTest, APlainTextFieldIsRefusedToo)
+{
+    testsupport::expectError("Invalid call for -[InteractiveView configLoop:]");
+    TextField plain;
+    plain.setIdentifier(platform::Identifier("Loop"));
+    plain.setStringValue("3");
+    controls.configLoop(&plain);
+    EXPECT_EQ(log.count(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: "
+                                            "<TextField: Loop>"),
+              1);
+    EXPECT_FALSE(records.isLoopEnabled());
+}
+
+TEST_F(LoopControlsTest, NoSenderIsRefusedToo)
+{
+    testsupport::expectError("Invalid call for -[InteractiveView configLoop:]");
+    controls.configLoop(nullptr);
+    EXPECT_EQ(
+        log.count(KVKLogLevel::Error, "Invalid call for -[InteractiveView configLoop:] from sender: (null)"),
+        1);
+}
+
+TEST_F(LoopControlsTest, WithoutARootViewTheFieldIsMadeAsIfItHadNoHeight)
+{
+    controls.setupLoopButton(nullptr);
+    const std::unique_ptr<TextField> field(controls.loopNumberField());
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->frame(), Rect(80.0, -26.0, 80.0, 22.5));
+    EXPECT_EQ(field->superview(), nullptr);
 }
 
 } // namespace

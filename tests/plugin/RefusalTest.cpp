@@ -147,7 +147,7 @@ TEST_F(RefusalTest, AnErrorThatTheCallerBringsAlongIsShownAndKept)
 
 TEST_F(RefusalTest, InLoopModeAnAnswerThatIsThereComesBeforeValidation)
 {
-    rooms().records.setLoopEnabled(true);
+    setLoop(2);
     rooms().records.restore({{"0", Dictionary{{"A", "X"}}}});
     auto &call = showView(0, {{"input", Array{"A", "B"}}});
     EXPECT_EQ(call.result(), Value(Dictionary{{"A", "X"}}));

@@ -56,23 +56,23 @@ TEST_F(ShowCallResultTest, ASystemsRecordAndFocusOrderAreForgottenAfterTheCall)
 {
     auto &call = showView(0, {{"input", Array{"SN"}}});
     ASSERT_TRUE(waitForPanel("0"));
-    EXPECT_TRUE(rooms().views.hasResponders("0"));
+    EXPECT_TRUE(knowsFieldsOf("0"));
     press("0", "OK");
     ASSERT_TRUE(call.waitUntilFinished());
     EXPECT_FALSE(plugin().savedData().contains("0"));
-    EXPECT_FALSE(rooms().views.hasResponders("0"));
+    EXPECT_FALSE(knowsFieldsOf("0"));
 }
 
 TEST_F(ShowCallResultTest, InLoopModeASystemsRecordStaysButNotItsFocusOrder)
 {
-    rooms().records.setLoopEnabled(true);
+    setLoop(2);
     auto &call = showView(0, {{"input", Array{"SN"}}});
     ASSERT_TRUE(waitForPanel("0"));
     scan("X");
     press("0", "OK");
     ASSERT_TRUE(call.waitUntilFinished());
     EXPECT_EQ(record("0"), (Dictionary{{"SN", "X"}, {"clickedButton", "Pass"}}));
-    EXPECT_FALSE(rooms().views.hasResponders("0"));
+    EXPECT_FALSE(knowsFieldsOf("0"));
 }
 
 TEST_F(ShowCallResultTest, ThePanelIsGoneWhenTheCallReturns)
@@ -230,7 +230,7 @@ TEST_F(ShowCallResultTest, APanelEndedWithoutAButtonGivesItsRecord)
     auto &call = showView(0, {{"input", Array{"SN"}}});
     ASSERT_TRUE(waitForPanel("0"));
     scan("X");
-    rooms().waits.getCondition(rooms().waits.panelKey("0"))->signal();
+    rooms().waits.getCondition(platform::Identifier("0"))->signal();
     EXPECT_EQ(call.result(), Value(Dictionary{{"SN", "X"}}));
 }
 
@@ -238,7 +238,7 @@ TEST_F(ShowCallResultTest, AQuestionEndedWithoutAButtonGivesItsRecordToo)
 {
     auto &call = showView(0, {{"button", Array{"No", "Yes"}}});
     ASSERT_TRUE(waitForPanel("0"));
-    rooms().waits.getCondition(rooms().waits.panelKey("0"))->signal();
+    rooms().waits.getCondition(platform::Identifier("0"))->signal();
     EXPECT_EQ(call.result(), Value(Dictionary()));
 }
 

@@ -57,15 +57,19 @@ TEST_F(ShowCallTest, AGroupsPanelIsKeyedByTheGroupOfThatNumberAmongTheDistinctOn
     showGroup(1, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("A"));
     EXPECT_FALSE(isOpen("B"));
-    EXPECT_TRUE(panel("A")->identifier().isSameInstance(rooms().waits.panelKey("A")));
+    EXPECT_TRUE(panel("A")->identifier().isSameInstance(groupButton("A")->identifier()));
 }
 
 TEST_F(ShowCallTest, ASystemsPanelIsKeyedByTheDigitsOfItsIndex)
 {
     showView(5.0, question);
     ASSERT_TRUE(waitForPanel("5"));
-    EXPECT_TRUE(panel("5")->identifier().isSameInstance(rooms().waits.panelKey("5")));
     EXPECT_TRUE(plugin().savedData().contains("5"));
+    const platform::Identifier key = panel("5")->identifier();
+    press("5", "No");
+    showView(5, question);
+    ASSERT_TRUE(waitForPanel("5"));
+    EXPECT_TRUE(panel("5")->identifier().isSameInstance(key));
 }
 
 TEST_F(ShowCallTest, AGroupNumberBeyondTheGroupsIsARangeException)
@@ -94,7 +98,7 @@ TEST_F(ShowCallTest, ASystemBeyondTheStationIsAnsweredByAnErrorAtOnce)
     }
     EXPECT_TRUE(highlights.empty());
     EXPECT_EQ(plugin().savedData(), Dictionary());
-    EXPECT_TRUE(rooms().views.splitView()->subviews().isEmpty());
+    EXPECT_TRUE(splitView()->subviews().isEmpty());
 }
 
 TEST_F(ShowCallTest, EnablesTheGroupsButton)
@@ -117,8 +121,8 @@ TEST_F(ShowCallTest, ASystemsCallLeavesItsGroupsButtonAlone)
 
 TEST_F(ShowCallTest, HidesWhatIsThereOfAGroupThatIsOffBeforeItIsTakenAway)
 {
+    click(groupButton("G1"));
     ASSERT_TRUE(showGroup(0, {{"message", "Load the fixture"}}).waitUntilFinished());
-    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
     QPointer<platform::View> message = panel("G1");
     ASSERT_TRUE(message && !message->isHidden());
 
@@ -147,7 +151,7 @@ TEST_F(ShowCallTest, DoesNotHideWhatIsThereOfAGroupThatIsOn)
 
 TEST_F(ShowCallTest, ThePanelOfAGroupThatIsOffIsDrawnAllTheSame)
 {
-    rooms().groupButtons.turnOnGroupButton(false, rooms().waits.panelKey("G1"));
+    click(groupButton("G1"));
     showGroup(0, {{"input", Array{"S1"}}});
     EXPECT_TRUE(waitForPanel("G1"));
 }
@@ -160,7 +164,7 @@ TEST_F(ShowCallTest, TakesTheEarlierPanelOfItsKeyAway)
     showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     EXPECT_TRUE(!message || !message->superview());
-    EXPECT_EQ(rooms().views.splitView()->subviews().size(), 1);
+    EXPECT_EQ(splitView()->subviews().size(), 1);
 }
 
 TEST_F(ShowCallTest, LogsLoopModeAndWhatThereIsToAskFor)
@@ -179,8 +183,12 @@ TEST_F(ShowCallTest, LogsThatThereIsNothingButButtons)
 
 TEST_F(ShowCallTest, LogsLoopModeAndAnAnswerThatIsThere)
 {
-    rooms().records.setLoopEnabled(true);
-    rooms().records.restore({{"0", Dictionary{{"SN", "A"}}}});
+    setLoop(2);
+    auto &first = showView(0, {{"input", Array{"SN"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("A");
+    press("0", "OK");
+    ASSERT_TRUE(first.waitUntilFinished());
     showView(0, question);
     ASSERT_TRUE(waitForPanel("0"));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, method + ": 1, 1, 0"));
@@ -188,7 +196,13 @@ TEST_F(ShowCallTest, LogsLoopModeAndAnAnswerThatIsThere)
 
 TEST_F(ShowCallTest, TheFreshRecordHoldsTheLengthAlone)
 {
-    rooms().records.restore({{"3", Dictionary{{"SN", "OLD"}, {"clickedButton", "Pass"}}}});
+    setLoop(2); // so that the former answer is still there
+    auto &former = showView(3, {{"input", Array{"MAC"}}});
+    ASSERT_TRUE(waitForPanel("3"));
+    scan("OLD");
+    press("3", "OK");
+    ASSERT_TRUE(former.waitUntilFinished());
+    ASSERT_EQ(record("3").value("MAC"), Value("OLD"));
     showView(3, {{"input", Array{"SN"}}, {"length", 8}});
     ASSERT_TRUE(waitForPanel("3"));
     EXPECT_EQ(record("3"), (Dictionary{{"length", 8}}));
@@ -196,11 +210,12 @@ TEST_F(ShowCallTest, TheFreshRecordHoldsTheLengthAlone)
 
 TEST_F(ShowCallTest, TheFreshRecordOfAGroupHoldsTheLengthAloneWhateverItsLabel)
 {
-    rooms().records.restore({{"G1", Dictionary{{"S1", "OLD"}}}, {"G2", Dictionary{{"S1", "KEPT"}}}});
+    answerGroup(0, {"S1"}, {"OLD"});
+    answerGroup(1, {"S1"}, {"KEPT"});
     showGroup(0, {{"input", Array{"S1"}}, {"label", "MAC"}});
     ASSERT_TRUE(waitForPanel("G1"));
     EXPECT_EQ(record("G1"), (Dictionary{{"length", 0}}));
-    EXPECT_EQ(record("G2"), (Dictionary{{"S1", "KEPT"}}));
+    EXPECT_EQ(record("G2"), (Dictionary{{"S1", "KEPT"}, {"clickedButton", "Pass"}}));
 }
 
 TEST_F(ShowCallTest, ASystemsSwitchStatesAreForgotten)
@@ -227,7 +242,7 @@ TEST_F(ShowCallTest, SwitchesWithoutInputsAreDrawnAsTheirOwnInputs)
     showGroup(0, {{"switch", Array{"S2", "S3"}}});
     ASSERT_TRUE(waitForPanel("G1"));
     // Only what is among the inputs is shown on a group panel.
-    platform::CollectionView *overview = rooms().views.collection("G1");
+    platform::CollectionView *overview = overviewOf("G1");
     QList<bool> shown;
     for (int i = 0; i < 4; ++i)
         shown.append(overview->itemAtIndex(i)->view()->subviews().value(0)->isVisible());
@@ -286,7 +301,7 @@ TEST_F(ShowCallTest, ANumberThatIsNoIntegerIsRefused)
               method + ": group number must be an integer, got 0.5");
     EXPECT_EQ(showView("0", question).thrown<std::invalid_argument>(),
               method + ": system index must be an integer, got 0");
-    EXPECT_TRUE(rooms().views.splitView()->subviews().isEmpty());
+    EXPECT_TRUE(splitView()->subviews().isEmpty());
 }
 
 } // namespace

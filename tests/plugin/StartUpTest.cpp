@@ -22,10 +22,10 @@ protected:
 TEST_F(StartUpTest, BeginsWithoutAnswersFocusOrdersOrPanels)
 {
     EXPECT_EQ(plugin().savedData(), Dictionary());
-    EXPECT_FALSE(rooms().views.hasResponders("G1"));
-    EXPECT_FALSE(rooms().views.hasResponders("0"));
-    EXPECT_EQ(rooms().views.collection("G1"), nullptr);
-    EXPECT_TRUE(rooms().views.splitView()->subviews().isEmpty());
+    EXPECT_FALSE(knowsFieldsOf("G1"));
+    EXPECT_FALSE(knowsFieldsOf("0"));
+    EXPECT_EQ(overviewOf("G1"), nullptr);
+    EXPECT_TRUE(splitView()->subviews().isEmpty());
 }
 
 TEST_F(StartUpTest, CopiesTheStationsMappings)
@@ -56,9 +56,9 @@ TEST_F(StartUpTest, AnEmptyMappingGivesNoGroupsAndNoSlotsAndStartsAllTheSame)
     station.systemSlots = Array{};
     EXPECT_EQ(plugin().groupCount(), 0U);
     EXPECT_EQ(plugin().slotCount(), 0U);
-    EXPECT_TRUE(rooms().groupButtons.groupButtons().isEmpty());
+    EXPECT_TRUE(groupButtons().isEmpty());
     EXPECT_EQ(plugin().enableStatus(), Dictionary());
-    EXPECT_NE(rooms().loop.loopNumberField(), nullptr);
+    EXPECT_NE(loopField(), nullptr);
 }
 
 TEST_F(StartUpTest, LaterChangesOfTheHostsConfigurationAreNotSeen)
@@ -96,29 +96,29 @@ TEST_F(StartUpTest, BeginsWithoutShadowsAtAnOpacityOfThreeTenthsAndWithoutLoop)
 
 TEST_F(StartUpTest, TheRootViewHasAClearLayerAndResizesBothWays)
 {
-    EXPECT_EQ(rooms().views.rootView()->layerBackgroundColor(), Color::clear());
-    EXPECT_EQ(rooms().views.rootView()->autoresizingMask(), 18U);
-    EXPECT_EQ(rooms().views.rootView(), plugin().view());
+    EXPECT_EQ(rootView()->layerBackgroundColor(), Color::clear());
+    EXPECT_EQ(rootView()->autoresizingMask(), 18U);
+    EXPECT_EQ(rootView(), plugin().view());
 }
 
 TEST_F(StartUpTest, TheSplitViewHasAThinDividerAClearLayerAndResizesBothWays)
 {
-    EXPECT_EQ(rooms().views.splitView()->layerBackgroundColor(), Color::clear());
-    EXPECT_EQ(rooms().views.splitView()->autoresizingMask(), 18U);
+    EXPECT_EQ(splitView()->layerBackgroundColor(), Color::clear());
+    EXPECT_EQ(splitView()->autoresizingMask(), 18U);
 }
 
 TEST_F(StartUpTest, TheSplitViewIsScrolledInsideTheRootView)
 {
-    const QList<platform::View *> all = testsupport::descendants(rooms().views.rootView());
-    EXPECT_TRUE(all.contains(rooms().views.scrollView()));
-    EXPECT_TRUE(testsupport::descendants(rooms().views.scrollView()).contains(rooms().views.splitView()));
+    const QList<platform::View *> all = testsupport::descendants(rootView());
+    EXPECT_TRUE(all.contains(scrollView()));
+    EXPECT_TRUE(testsupport::descendants(scrollView()).contains(splitView()));
 }
 
 TEST_F(StartUpTest, ThePanelAreaLeavesRoomForTheLoopFieldAndTheGroupButtonsAboveIt)
 {
-    const platform::Rect area = rooms().views.scrollView()->frame();
-    EXPECT_LE(area.y() + area.height(), rooms().loop.loopNumberField()->frame().y());
-    for (platform::Button *button : rooms().groupButtons.groupButtons())
+    const platform::Rect area = scrollView()->frame();
+    EXPECT_LE(area.y() + area.height(), loopField()->frame().y());
+    for (platform::Button *button : groupButtons())
         EXPECT_LE(area.y() + area.height(), button->frame().y());
 }
 
@@ -127,7 +127,7 @@ TEST_F(StartUpTest, MakesOneButtonPerGroupInGroupOrder)
     station.systemGroups = Array{"B", "A", "B", "A"};
     station.systemSlots = Array{"S1", "S1", "S2", "S2"};
     QStringList titles;
-    for (platform::Button *button : rooms().groupButtons.groupButtons())
+    for (platform::Button *button : groupButtons())
         titles.append(button->title());
     EXPECT_EQ(titles, (QStringList{"B", "A"}));
 }
@@ -135,10 +135,10 @@ TEST_F(StartUpTest, MakesOneButtonPerGroupInGroupOrder)
 TEST_F(StartUpTest, EveryGroupHasAConditionAndAllItsSlotsEnabled)
 {
     EXPECT_EQ(plugin().enableStatus(), (Dictionary{{"G1", allSlotsOn}, {"G2", allSlotsOn}}));
-    EXPECT_NE(rooms().waits.getCondition(rooms().waits.panelKey("G1")), nullptr);
-    EXPECT_NE(rooms().waits.getCondition(rooms().waits.panelKey("G2")), nullptr);
-    EXPECT_NE(rooms().waits.getCondition(rooms().waits.panelKey("G1")),
-              rooms().waits.getCondition(rooms().waits.panelKey("G2")));
+    const auto first = rooms().waits.getCondition(Identifier("G1"));
+    const auto second = rooms().waits.getCondition(Identifier("G2"));
+    EXPECT_TRUE(first && second);
+    EXPECT_NE(first, second);
 }
 
 TEST_F(StartUpTest, ListensForClicksOnFieldsFromAnySender)
@@ -153,7 +153,7 @@ TEST_F(StartUpTest, TheViewIsLoadedOnce)
 {
     platform::View *first = plugin().view();
     EXPECT_EQ(plugin().view(), first);
-    EXPECT_EQ(rooms().groupButtons.groupButtons().size(), 2);
+    EXPECT_EQ(groupButtons().size(), 2);
 }
 
 TEST_F(StartUpTest, NoTileMayBeSelected)
@@ -166,7 +166,7 @@ TEST_F(StartUpTest, AClickOnATileOfTheOverviewSelectsNothing)
 {
     showView(0, {{"input", Array{"SN"}}});
     ASSERT_TRUE(waitForPanel("0"));
-    platform::CollectionView *overview = rooms().views.collection("G1");
+    platform::CollectionView *overview = overviewOf("G1");
     ASSERT_NE(overview, nullptr);
     ASSERT_EQ(overview->itemCount(), 4);
     EXPECT_TRUE(overview->isSelectable());
@@ -180,44 +180,37 @@ TEST_F(StartUpTest, APropertyKeepsWhatItIsSetTo)
     plugin().setBackgroundAlpha(0.75);
     plugin().setColumns(3);
     plugin().setCustomColorEnabled(true);
-    rooms().records.setLoopEnabled(true);
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
-    rooms().slotStates.restore({{"G1", Dictionary{{"S1", -1}}}});
     EXPECT_TRUE(plugin().drawShadow());
     EXPECT_EQ(plugin().backgroundAlpha(), 0.75);
     EXPECT_EQ(plugin().columns(), 3U);
     EXPECT_TRUE(plugin().customColorEnabled());
-    EXPECT_TRUE(plugin().isLoopEnabled());
-    EXPECT_EQ(plugin().savedData(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
-    EXPECT_EQ(plugin().enableStatus(), (Dictionary{{"G1", Dictionary{{"S1", -1}}}}));
 }
 
 TEST_F(StartUpTest, TheHostCanReadTheStateAsProperties)
 {
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    answerGroup(0, {"S1"}, {"A"});
+    setLoop(2);
     QObject *context = plugin().pluginContext();
-    EXPECT_EQ(context->property("savedData").toMap(), plugin().savedData());
+    EXPECT_EQ(context->property("savedData").toMap(),
+              (Dictionary{{"G1", Dictionary{{"S1", "A"}, {"clickedButton", "Pass"}}},
+                          {"Loop", Dictionary{{"LoopMax", 2}, {"LoopCount_0", 0}, {"LoopCount_1", 0}}}}));
     EXPECT_EQ(context->property("enableStatus").toMap(), plugin().enableStatus());
+    EXPECT_EQ(context->property("enableStatus").toMap().value("G1").toMap().value("S2"), platform::Value(-1));
     EXPECT_EQ(context->property("groupCount").toULongLong(), 2U);
     EXPECT_EQ(context->property("slotCount").toULongLong(), 4U);
     EXPECT_EQ(context->property("backgroundAlpha").toDouble(), 0.3);
-    EXPECT_EQ(context->property("columns").toULongLong(), 0U);
-    EXPECT_TRUE(context->property("isLoopEnabled").isValid());
-}
-
-TEST_F(StartUpTest, ThePanelKeyOfATextIsAlwaysTheSameInstance)
-{
-    const Identifier key = rooms().waits.panelKey("G1");
-    EXPECT_EQ(key.text(), "G1");
-    EXPECT_TRUE(key.isSameInstance(rooms().waits.panelKey(QString("G") + "1")));
-    EXPECT_FALSE(key.isSameInstance(Identifier("G1")));
-    EXPECT_FALSE(key.isSameInstance(rooms().waits.panelKey("G2")));
+    EXPECT_EQ(context->property("columns").toULongLong(), 4U);
+    EXPECT_TRUE(context->property("isLoopEnabled").toBool());
 }
 
 TEST_F(StartUpTest, TheGroupButtonsBearThePanelKeysThemselves)
 {
-    for (platform::Button *button : rooms().groupButtons.groupButtons())
-        EXPECT_TRUE(button->identifier().isSameInstance(rooms().waits.panelKey(button->title())));
+    for (const qint64 group : {0, 1})
+        showGroup(group, {{"input", Array{"S1"}}});
+    for (platform::Button *button : groupButtons()) {
+        ASSERT_TRUE(waitForPanel(button->title()));
+        EXPECT_TRUE(button->identifier().isSameInstance(panel(button->title())->identifier()));
+    }
 }
 
 TEST_F(StartUpTest, WhatWasSetBeforeTheViewWasLoadedDoesNotCount)
@@ -246,7 +239,7 @@ TEST_F(StartUpTest, WhatWasSetBeforeTheViewWasLoadedDoesNotCount)
 TEST_F(StartUpTest, TheLoopControlsAreMadeBeforeTheGroupButtons)
 {
     QStringList order;
-    for (platform::View *view : rooms().views.rootView()->subviews()) {
+    for (platform::View *view : rootView()->subviews()) {
         if (auto *button = qobject_cast<platform::Button *>(view))
             order.append(button->title());
         if (auto *field = qobject_cast<platform::TextField *>(view))

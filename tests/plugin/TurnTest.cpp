@@ -167,7 +167,7 @@ TEST_F(TurnTest, WithEverySlotSwitchedOffOkSaysWhyItDoesNothing)
 {
     auto &call = showGroup(0, {{"input", Array{"S1"}}});
     ASSERT_TRUE(waitForPanel("G1"));
-    rooms().slotStates.restore({{"G1", Dictionary()}});
+    click(view("G1-100-S1"));
     const QString why = "G1: every slot is switched off. Switch one on, or press \"Cancel\".";
     expectError(why);
     press("G1", "OK");

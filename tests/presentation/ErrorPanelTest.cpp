@@ -54,7 +54,7 @@ protected:
         return geometry;
     }
     /// The text fields that stand in the split view beside the panels.
-    QList<TextField *> titleFields() { return labels(rooms().views.splitView()); }
+    QList<TextField *> titleFields() { return labels(splitView()); }
 };
 
 TEST_F(ErrorPanelTest, APanelStandsInItsGroupsBand)
@@ -225,7 +225,7 @@ TEST_F(ErrorPanelTest, FieldsOfAnEarlierPanelDoNotKeepOkFromEndingTheCall)
     ASSERT_TRUE(cancelled.waitUntilFinished());
     SequencerCall &call = showError({}, "G2");
     ASSERT_TRUE(waitForPanel("G2"));
-    EXPECT_FALSE(rooms().views.hasResponders("G2"));
+    EXPECT_FALSE(knowsFieldsOf("G2"));
     press("G2", "OK");
     EXPECT_EQ(call.result(), Value(true));
 }
@@ -244,7 +244,7 @@ TEST_F(ErrorPanelTest, AnIdentifierThatNamesNoGroupIsDrawnFarOutsideWithALine)
     SequencerCall &call = showError({}, "X");
     ASSERT_TRUE(testsupport::waitUntil([&] { return pane("X") != nullptr; }));
     View *drawn = pane("X");
-    EXPECT_GT(drawn->frame().y(), rooms().views.splitView()->frame().height());
+    EXPECT_GT(drawn->frame().y(), splitView()->frame().height());
     EXPECT_LE(drawn->frame().y(), double(QWIDGETSIZE_MAX));
     EXPECT_EQ(inWords(platform::Rect({}, drawn->frame().size())), "(0, 0, 1280, 126)");
     EXPECT_EQ(drawn->subviews().size(), 3);
@@ -313,8 +313,8 @@ TEST_F(ErrorPanelTest, APanelWiderThanTheWindowCanBeScrolledTo)
     station.windowSize = {600, 400};
     SequencerCall &call = showError({}, "G1");
     ASSERT_TRUE(waitForPanel("G1"));
-    ASSERT_GE(rooms().views.scrollView()->documentView()->frame().width(), 1000.0);
-    rooms().views.scrollView()->scrollToPoint({1000.0, 0.0});
+    ASSERT_GE(scrollView()->documentView()->frame().width(), 1000.0);
+    scrollView()->scrollToPoint({1000.0, 0.0});
     press("G1", "OK");
     EXPECT_EQ(call.result(), Value(true));
 }
@@ -344,7 +344,7 @@ TEST_F(ErrorPanelTest, EveryPanelOfThatTextIsShown)
     auto *hidden = new View(platform::Rect(0, 0, 10, 10));
     hidden->setIdentifier(Identifier("X"));
     hidden->setHidden(true);
-    rooms().views.splitView()->addSubview(hidden);
+    splitView()->addSubview(hidden);
     showError({}, "X");
     ASSERT_TRUE(testsupport::waitUntil([&] { return panes().count("X") == 2; }));
     EXPECT_FALSE(hidden->isHidden());
@@ -354,7 +354,7 @@ TEST_F(ErrorPanelTest, ThePanelBearsTheVeryKeyThatItWasShownFor)
 {
     showError({}, "G2");
     ASSERT_TRUE(waitForPanel("G2"));
-    EXPECT_TRUE(pane("G2")->identifier().isSameInstance(rooms().waits.panelKey("G2")));
+    EXPECT_TRUE(pane("G2")->identifier().isSameInstance(groupButton("G2")->identifier()));
 }
 
 } // namespace

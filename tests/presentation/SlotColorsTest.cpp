@@ -1,3 +1,5 @@
+#include "presentation/SlotColors.h"
+
 #include "platform/Box.h"
 #include "platform/TextField.h"
 #include "platform/ValueTransformer.h"
@@ -25,10 +27,20 @@ protected:
         station.backgrounds = {{3, hostBackground}};
         station.texts = {{3, hostText}};
     }
+    void SetUp() override
+    {
+        start(); // which tells the host's colours
+        settings.setCustomColorEnabled(true);
+        setBackgroundAlpha(0.3);
+    }
+    void setBackgroundAlpha(double alpha) { settings.setLook({alpha, settings.look().drawShadow}); }
     std::unique_ptr<Box> boxFor(const Value &index)
     {
-        return std::unique_ptr<Box>(rooms().colors.bgView(Rect(5, 6, 70, 80), index));
+        return std::unique_ptr<Box>(colors.bgView(Rect(5, 6, 70, 80), index));
     }
+
+    interactive::PanelSettings settings;
+    interactive::SlotColors colors{settings};
 };
 
 TEST_F(SlotColorsTest, TheStationSaysWhetherTheHostsColoursAreUsed)
@@ -42,55 +54,55 @@ TEST_F(SlotColorsTest, TextHasTheHostsColourOnABackgroundThatIsStrongEnough)
                                               {0.39, Color::black()}, {0.4, hostText},
                                               {0.41, hostText},       {1.0, hostText}};
     for (const auto &[alpha, expected] : cases) {
-        plugin().setBackgroundAlpha(alpha);
-        EXPECT_EQ(rooms().colors.textColor(3, plugin().backgroundAlpha()), expected) << alpha;
+        setBackgroundAlpha(alpha);
+        EXPECT_EQ(colors.textColor(3, settings.look().backgroundAlpha), expected) << alpha;
     }
 }
 
 TEST_F(SlotColorsTest, TextIsBlackWithoutASystemAHostsColourOrCustomColours)
 {
-    plugin().setBackgroundAlpha(1.0);
-    EXPECT_EQ(rooms().colors.textColor(Value(), plugin().backgroundAlpha()), Color::black());
-    EXPECT_EQ(rooms().colors.textColor(4, plugin().backgroundAlpha()), Color::black());
-    plugin().setCustomColorEnabled(false);
-    EXPECT_EQ(rooms().colors.textColor(3, plugin().backgroundAlpha()), Color::black());
+    setBackgroundAlpha(1.0);
+    EXPECT_EQ(colors.textColor(Value(), settings.look().backgroundAlpha), Color::black());
+    EXPECT_EQ(colors.textColor(4, settings.look().backgroundAlpha), Color::black());
+    settings.setCustomColorEnabled(false);
+    EXPECT_EQ(colors.textColor(3, settings.look().backgroundAlpha), Color::black());
 }
 
 TEST_F(SlotColorsTest, ABackgroundHasTheHostsColourAsTheHostGivesIt)
 {
     for (const double alpha : {0.0, 0.3, 1.0}) {
-        plugin().setBackgroundAlpha(alpha);
-        EXPECT_EQ(rooms().colors.bgColor(3), hostBackground);
+        setBackgroundAlpha(alpha);
+        EXPECT_EQ(colors.bgColor(3), hostBackground);
     }
 }
 
 TEST_F(SlotColorsTest, ABackgroundIsOpaqueWhiteWithoutASystemAHostsColourOrCustomColours)
 {
-    EXPECT_EQ(rooms().colors.bgColor(Value()), Color::white());
-    EXPECT_EQ(rooms().colors.bgColor(4), Color::white());
-    plugin().setCustomColorEnabled(false);
-    EXPECT_EQ(rooms().colors.bgColor(3), Color::white());
+    EXPECT_EQ(colors.bgColor(Value()), Color::white());
+    EXPECT_EQ(colors.bgColor(4), Color::white());
+    settings.setCustomColorEnabled(false);
+    EXPECT_EQ(colors.bgColor(3), Color::white());
 }
 
 TEST_F(SlotColorsTest, AFieldTakesTheColoursOfItsSystem)
 {
-    plugin().setBackgroundAlpha(0.5);
+    setBackgroundAlpha(0.5);
     platform::TextField field;
-    rooms().colors.setTextFieldColor(&field, 3);
+    colors.setTextFieldColor(&field, 3);
     EXPECT_EQ(field.backgroundColor(), hostBackground);
     EXPECT_EQ(field.textColor(), hostText);
-    rooms().colors.setTextFieldColor(&field, Value());
+    colors.setTextFieldColor(&field, Value());
     EXPECT_EQ(field.backgroundColor(), Color::white());
     EXPECT_EQ(field.textColor(), Color::black());
 }
 
 TEST_F(SlotColorsTest, WithoutCustomColoursAFieldIsBlackOnFaintWhite)
 {
-    plugin().setCustomColorEnabled(false);
-    plugin().setBackgroundAlpha(0.5);
+    settings.setCustomColorEnabled(false);
+    setBackgroundAlpha(0.5);
     platform::TextField field;
     field.setTextColor(Color::standardRed());
-    rooms().colors.setTextFieldColor(&field, 3);
+    colors.setTextFieldColor(&field, 3);
     EXPECT_EQ(field.backgroundColor(), Color::white().withAlphaComponent(0.5));
     EXPECT_EQ(field.textColor(), Color::black());
 }
@@ -107,15 +119,15 @@ TEST_F(SlotColorsTest, ABoxIsALayerWithRoundCornersThatClips)
 TEST_F(SlotColorsTest, ABoxHasTheHostsColourAtThePanelsOpacity)
 {
     EXPECT_EQ(boxFor(3)->layerBackgroundColor(), hostBackground.withAlphaComponent(0.3));
-    plugin().setBackgroundAlpha(0.7);
+    setBackgroundAlpha(0.7);
     EXPECT_EQ(boxFor(3)->layerBackgroundColor(), hostBackground.withAlphaComponent(0.7));
 }
 
 TEST_F(SlotColorsTest, ABoxIsLightGrayWithoutASystemOrCustomColours)
 {
     EXPECT_EQ(boxFor(Value())->layerBackgroundColor(), Color::lightGray().withAlphaComponent(0.3));
-    plugin().setCustomColorEnabled(false);
-    plugin().setBackgroundAlpha(0.6);
+    settings.setCustomColorEnabled(false);
+    setBackgroundAlpha(0.6);
     EXPECT_EQ(boxFor(3)->layerBackgroundColor(), Color::lightGray().withAlphaComponent(0.6));
 }
 
@@ -127,7 +139,7 @@ TEST_F(SlotColorsTest, ABoxHasNoColourWhenTheHostHasNone)
 TEST_F(SlotColorsTest, ABoxHasAShadowOnlyWhenPanelsHaveOne)
 {
     EXPECT_EQ(boxFor(3)->shadow(), std::nullopt);
-    plugin().setDrawShadow(true);
+    settings.setLook({0.3, true});
     EXPECT_EQ(boxFor(3)->shadow(), (Shadow{Color::systemGray(), 2.0, {0.0, 0.0}}));
 }
 

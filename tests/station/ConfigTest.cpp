@@ -110,6 +110,12 @@ TEST_F(ConfigTest, TheRowsMayHaveCustomColours)
     EXPECT_FALSE(read(QByteArray(TwoByTwo) + "custom_row_color = false\n").customRowColor);
 }
 
+TEST_F(ConfigTest, NumbersAreWrittenAsInCUnlessALocaleIsNamed)
+{
+    EXPECT_EQ(read(TwoByTwo).locale, "C");
+    EXPECT_EQ(read(QByteArray(TwoByTwo) + "locale = 'de_DE'\n").locale, "de_DE");
+}
+
 TEST_F(ConfigTest, ASystemHasTheColoursItIsGiven)
 {
     const StationConfig config =

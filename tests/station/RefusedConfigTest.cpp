@@ -54,16 +54,14 @@ INSTANTIATE_TEST_SUITE_P(
               "1: key 'colour': is not known here (known: station, system, sequence, plugins)"},
         Wrong{"UnknownKeyOfTheStation", good + "colour = 1\n",
               "4: key 'station.colour': is not known here (known: name, groups, slots, custom_row_color, "
-              "locale, "
-              "images, system_groups, system_slots)"},
+              "locale, images, system_groups, system_slots)"},
         Wrong{"UnknownKeyOfASystem", good + "[[system]]\nindex = 0\n\nforeground = 'red'\n",
               "7: key 'system.foreground': is not known here (known: index, background, text)"},
         Wrong{"UnknownKeyOfASequence", good + "[[sequence]]\nfile = 'a.lua'\n",
               "5: key 'sequence.file': is not known here (known: script, per)"},
         Wrong{"KeysAreCaseSensitive", "[station]\nGroups = ['G']\nslots = ['S']\n",
               "2: key 'station.Groups': is not known here (known: name, groups, slots, custom_row_color, "
-              "locale, "
-              "images, system_groups, system_slots)"},
+              "locale, images, system_groups, system_slots)"},
         Wrong{"Empty", "", "1: key 'station': is missing"},
         Wrong{"NoStation", "\nplugins = ['A']\n", "1: key 'station': is missing"},
         Wrong{"NoGroups", "\n[station]\nslots = ['S']\n", "2: key 'station.groups': is missing"},
@@ -94,6 +92,10 @@ INSTANTIATE_TEST_SUITE_P(
               "3: key 'station.slots': must be a list of texts"},
         Wrong{"ColourSettingIsNoTruth", good + "custom_row_color = 1\n",
               "4: key 'station.custom_row_color': must be true or false"},
+        Wrong{"LocaleThatIsNone", good + "locale = 'gibberish'\n",
+              "4: key 'station.locale': 'gibberish' is no locale; write \"C\", \"de\" or \"de_DE\""},
+        Wrong{"LocaleThatIsEmpty", good + "locale = ''\n",
+              "4: key 'station.locale': '' is no locale; write \"C\", \"de\" or \"de_DE\""},
         Wrong{"ColourSettingIsText", good + "custom_row_color = 'true'\n",
               "4: key 'station.custom_row_color': must be true or false"},
         Wrong{"SystemIsNoListOfTables", good + "[system]\nindex = 0\n",
@@ -135,8 +137,8 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"NameThatLooksLikeAPlaceholder", "[station]\ngroups = ['%1-%5']\nslots = ['S']\n",
               "2: key 'station.groups': '%1-%5' holds a '-'"},
         Wrong{"KeyThatLooksLikeAPlaceholder", good + "'%5' = 1\n",
-              "4: key 'station.%5': is not known here (known: name, groups, slots, custom_row_color, locale, "
-              "images, system_groups, system_slots)"},
+              "4: key 'station.%5': is not known here (known: name, groups, slots, custom_row_color, "
+              "locale, images, system_groups, system_slots)"},
         Wrong{"GroupNamedAsTheFirstSystem", "[station]\ngroups = ['0']\nslots = ['S']\n",
               "2: key 'station.groups': '0' is the number of a system"},
         Wrong{"GroupNamedAsTheLastSystem", "[station]\ngroups = ['G', '3']\nslots = ['S', 'T']\n",

@@ -132,4 +132,17 @@ TEST_F(SequenceRunnerTest, ARunWithSequencesHasRunSomething)
     EXPECT_FALSE(runner->ranNothing());
 }
 
+TEST_F(SequenceRunnerTest, ANewRunHasNothingOfTheFormer)
+{
+    const auto runner =
+        runnerOf({"local found = shared.n shared.n = 1 return rendezvous('end') and found == nil",
+                  "local ok = locked('meter', function() return true end) "
+                  "return rendezvous('end') and ok"});
+    for (int run = 0; run < 3; ++run) {
+        runner->start();
+        finish(*runner);
+    }
+    EXPECT_EQ(m_ends, QList<KVKLuaOutcome>(6, KVKLuaOutcome::Passed));
+}
+
 } // namespace

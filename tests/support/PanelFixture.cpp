@@ -59,20 +59,20 @@ View *PanelFixture::child(View *parent, const QString &identifier)
 
 View *PanelFixture::pane(const QString &identifier)
 {
-    return child(rooms().views.splitView(), identifier);
+    return child(splitView(), identifier);
 }
 
 QStringList PanelFixture::panes()
 {
     QStringList found;
-    for (View *view : rooms().views.splitView()->subviews())
+    for (View *view : splitView()->subviews())
         found.append(identifierOf(view));
     return found;
 }
 
 interactive::CollectionViewItem *PanelFixture::tile(const QString &group, int i)
 {
-    platform::CollectionView *overview = rooms().views.collection(group);
+    platform::CollectionView *overview = overviewOf(group);
     return overview ? qobject_cast<interactive::CollectionViewItem *>(overview->itemAtIndex(i)) : nullptr;
 }
 
@@ -90,7 +90,7 @@ View *PanelFixture::content(const QString &group, int i)
 
 interactive::ScrollView *PanelFixture::overviewScroll(const QString &group)
 {
-    platform::CollectionView *overview = rooms().views.collection(group);
+    platform::CollectionView *overview = overviewOf(group);
     View *clip = overview ? overview->superview() : nullptr;
     return clip ? qobject_cast<interactive::ScrollView *>(clip->superview()) : nullptr;
 }

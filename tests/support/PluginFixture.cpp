@@ -4,6 +4,8 @@
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/Button.h"
+#include "platform/CollectionView.h"
+#include "platform/ScrollView.h"
 #include "platform/SplitView.h"
 #include "platform/TextField.h"
 #include "tests/support/Wait.h"
@@ -48,6 +50,16 @@ Button *confirmButton(View *panel, const std::function<bool(Button *)> &accepts)
         auto *button = qobject_cast<Button *>(child);
         if (button && button->actionSelector() == "confirmBtnClicked:" && accepts(button))
             return button;
+    }
+    return nullptr;
+}
+
+template <class Kind>
+Kind *firstOfKind(View *root)
+{
+    for (View *view : descendants(root)) {
+        if (auto *match = qobject_cast<Kind *>(view))
+            return match;
     }
     return nullptr;
 }
@@ -212,13 +224,72 @@ SequencerCall &PluginFixture::showGroupWithoutError(const Value &groupNumber, co
     });
 }
 
+Value PluginFixture::setLoop(const Value &maximum)
+{
+    InteractiveView &target = plugin();
+    return onSequencer([&target, maximum](Error *error) { return target.setLoop(maximum, error); }).result();
+}
+
+void PluginFixture::answerGroup(qint64 group, const Array &slotNames, const QStringList &scans)
+{
+    SequencerCall &call = showGroup(group, {{"input", slotNames}});
+    const QString name = groupButtons().at(group)->title();
+    ASSERT_TRUE(waitForPanel(name));
+    click(field(name + "-SharedInput"));
+    for (const QString &text : scans)
+        scan(text);
+    press(name, "OK");
+    ASSERT_TRUE(call.waitUntilFinished()) << "the group was not answered";
+}
+
+View *PluginFixture::rootView()
+{
+    return plugin().view();
+}
+
+platform::ScrollView *PluginFixture::scrollView()
+{
+    return firstOfKind<platform::ScrollView>(rootView());
+}
+
+platform::SplitView *PluginFixture::splitView()
+{
+    return firstOfKind<platform::SplitView>(rootView());
+}
+
+platform::CollectionView *PluginFixture::overviewOf(const QString &group)
+{
+    for (View *view : descendants(splitView())) {
+        auto *overview = qobject_cast<platform::CollectionView *>(view);
+        if (!overview || overview->content().isEmpty())
+            continue;
+        const qint64 system = overview->content().first().toMap().value("index").toLongLong();
+        if (platform::description(plugin().systemIndexToGroupMapping().value(system)) == group)
+            return overview;
+    }
+    return nullptr;
+}
+
+QList<Button *> PluginFixture::groupButtonsIn(const View *root)
+{
+    QList<Button *> found;
+    for (View *child : root->subviews()) {
+        auto *candidate = qobject_cast<Button *>(child);
+        if (candidate && candidate->actionSelector() == "groupBtnClicked:")
+            found.append(candidate);
+    }
+    return found;
+}
+
+TextField *PluginFixture::loopField()
+{
+    return field(QStringLiteral("Loop"));
+}
+
 View *PluginFixture::panel(const QString &panelKey)
 {
-    start();
-    View *open = firstWithIdentifier(m_plugin->rooms().views.splitView(), panelKey, hasButtons);
-    return open ? open : firstWithIdentifier(m_plugin->rooms().views.splitView(), panelKey, [](View *) {
-        return true;
-    });
+    View *open = firstWithIdentifier(splitView(), panelKey, hasButtons);
+    return open ? open : firstWithIdentifier(splitView(), panelKey, [](View *) { return true; });
 }
 
 bool PluginFixture::isOpen(const QString &panelKey)
@@ -243,10 +314,13 @@ bool PluginFixture::waitForPanelGone(const QString &panelKey)
 
 TextField *PluginFixture::field(const QString &identifier)
 {
-    start();
-    return qobject_cast<TextField *>(
-        firstWithIdentifier(m_plugin->rooms().views.rootView(), identifier,
-                            [](View *view) { return qobject_cast<TextField *>(view) != nullptr; }));
+    return qobject_cast<TextField *>(firstWithIdentifier(
+        rootView(), identifier, [](View *view) { return qobject_cast<TextField *>(view) != nullptr; }));
+}
+
+View *PluginFixture::view(const QString &identifier)
+{
+    return firstWithIdentifier(rootView(), identifier, [](View *) { return true; });
 }
 
 Button *PluginFixture::button(const QString &panelKey, const QString &title)
@@ -258,7 +332,7 @@ Button *PluginFixture::button(const QString &panelKey, const QString &title)
 
 Button *PluginFixture::groupButton(const QString &group)
 {
-    for (Button *candidate : rooms().groupButtons.groupButtons()) {
+    for (Button *candidate : groupButtons()) {
         if (candidate->title() == group)
             return candidate;
     }
@@ -322,6 +396,23 @@ void PluginFixture::settle()
     EXPECT_TRUE(waitUntil([&] {
         return timesLoggedFrom(goneButtonLine) > before && !rooms().keys.isHolding();
     })) << "the confirmations did not end";
+}
+
+QString PluginFixture::fieldsInLog()
+{
+    settle();
+    QString list;
+    for (const LogRecorder::Line &line : log.proxyLines()) {
+        if (line.message.startsWith(goneButtonLine))
+            list = line.message.mid(goneButtonLine.size()).trimmed();
+    }
+    return list;
+}
+
+bool PluginFixture::knowsFieldsOf(const QString &panelKey)
+{
+    const QString list = fieldsInLog();
+    return list.startsWith('{' + panelKey + " = ") || list.contains("; " + panelKey + " = ");
 }
 
 Dictionary PluginFixture::record(const QString &panelKey)

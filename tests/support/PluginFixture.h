@@ -25,6 +25,9 @@
 
 namespace platform {
 class Button;
+class CollectionView;
+class ScrollView;
+class SplitView;
 class TextField;
 } // namespace platform
 
@@ -78,10 +81,25 @@ protected:
                                         const platform::Dictionary &config);
     SequencerCall &showGroupWithoutError(const platform::Value &groupNumber,
                                          const platform::Dictionary &config);
+    /// Sets the number of passes as a sequence does, and waits until it is set.
+    platform::Value setLoop(const platform::Value &maximum);
+    /// A call for these slots of a group, which the operator answers with a scan for each and "OK".
+    void answerGroup(qint64 group, const platform::Array &slotNames, const QStringList &scans);
     /// Any other work of a sequence, on a thread of its own.
     SequencerCall &onSequencer(SequencerCall::Function function);
 
-    // What is on the screen
+    // What is on the screen, found in the view tree alone
+    /// The plug-in's view, and in it the scroll view around the panels and the split view that holds them.
+    platform::View *rootView();
+    platform::ScrollView *scrollView();
+    platform::SplitView *splitView();
+    /// The overview whose tiles stand for the group's systems; null when there is none.
+    platform::CollectionView *overviewOf(const QString &group);
+    /// Those that are there, in their order; of the plug-in, or of any controller's view.
+    QList<platform::Button *> groupButtons() { return groupButtonsIn(rootView()); }
+    static QList<platform::Button *> groupButtonsIn(const platform::View *root);
+    /// The small field that takes the number of passes.
+    platform::TextField *loopField();
     /// The view that holds a panel's buttons, its group's container or its slot's box; null when there is
     /// none.
     platform::View *panel(const QString &panelKey);
@@ -91,6 +109,8 @@ protected:
     bool waitForPanel(const QString &panelKey);
     bool waitForPanelGone(const QString &panelKey);
     platform::TextField *field(const QString &identifier);
+    /// Any view by its identifier; null when there is none.
+    platform::View *view(const QString &identifier);
     /// The direct button of the panel with the title; null when there is none.
     platform::Button *button(const QString &panelKey, const QString &title);
     platform::Button *groupButton(const QString &group);
@@ -110,6 +130,10 @@ protected:
     void press(const QString &panelKey, const QString &title);
     /// Serves the event loop until every confirmation begun so far has ended.
     void settle();
+
+    /// The panels' fields in their order, as a press of any button lists them in the log.
+    QString fieldsInLog();
+    bool knowsFieldsOf(const QString &panelKey);
 
     // What the plug-in keeps
     platform::Dictionary record(const QString &panelKey);

@@ -27,6 +27,7 @@ public:
              platform::Array{__kviGetSelectorLabel("rowsWhileWaiting:error:"),
                              __kviArgTypeLabel(KVKArgType::NSDictionary)}},
             {QStringLiteral("rows"), platform::Array{__kviGetSelectorLabel("rows:")}},
+            {QStringLiteral("bar"), platform::Array{__kviGetSelectorLabel("bar:")}},
             {QStringLiteral("barAfterSaying"), platform::Array{__kviGetSelectorLabel("barAfterSaying:error:"),
                                                                __kviArgTypeLabel(KVKArgType::NSDictionary)}},
             {QStringLiteral("takeMilliseconds"),
@@ -60,6 +61,12 @@ public:
             }
             return found;
         });
+    }
+
+    /// The line in the status bar.
+    Q_INVOKABLE platform::Value bar(platform::Error *)
+    {
+        return platform::MainQueue::sync([] { return window()->statusBar()->findChild<QLabel *>()->text(); });
     }
 
     /// Takes {text}.

@@ -3,12 +3,13 @@
 #include "platform/MainQueue.h"
 #include "tests/end_to_end/plugins/FixturePlugin.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QMainWindow>
 #include <QToolButton>
 
 /// A second plug-in beside the real one. Its functions do to the station's window what a person does with the
-/// mouse: press Stop, or close it.
+/// mouse: press Stop, close it, or press Stop and then Run.
 class WindowEnds : public FixturePlugin
 {
     Q_OBJECT
@@ -18,18 +19,32 @@ public:
     platform::Dictionary pluginFunctionTable() override
     {
         return {{QStringLiteral("pressStop"), platform::Array{__kviGetSelectorLabel("pressStop:")}},
-                {QStringLiteral("closeWindow"), platform::Array{__kviGetSelectorLabel("closeWindow:")}}};
+                {QStringLiteral("closeWindow"), platform::Array{__kviGetSelectorLabel("closeWindow:")}},
+                {QStringLiteral("runAgain"), platform::Array{__kviGetSelectorLabel("runAgain:")}}};
     }
 
     Q_INVOKABLE platform::Value pressStop(platform::Error *)
     {
         platform::MainQueue::async([] {
-            for (QWidget *window : QApplication::topLevelWidgets()) {
-                for (QToolButton *button : window->findChildren<QToolButton *>()) {
-                    if (button->text() == QLatin1String("Stop"))
-                        button->click();
-                }
-            }
+            if (QToolButton *stop = button("Stop"))
+                stop->click();
+        });
+        return {};
+    }
+
+    /// Run is pressed as soon as it can be.
+    Q_INVOKABLE platform::Value runAgain(platform::Error *)
+    {
+        platform::MainQueue::async([this] {
+            QToolButton *stop = button("Stop");
+            QToolButton *run = button("Run");
+            if (!stop || !run)
+                return;
+            constexpr int OnceAndLater = Qt::QueuedConnection | Qt::SingleShotConnection;
+            connect(
+                run->defaultAction(), &QAction::enabledChanged, this, [run] { run->click(); },
+                static_cast<Qt::ConnectionType>(OnceAndLater));
+            stop->click();
         });
         return {};
     }
@@ -43,6 +58,18 @@ public:
             }
         });
         return {};
+    }
+
+private:
+    static QToolButton *button(const char *text)
+    {
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            for (QToolButton *found : window->findChildren<QToolButton *>()) {
+                if (found->text() == QLatin1String(text))
+                    return found;
+            }
+        }
+        return nullptr;
     }
 };
 
