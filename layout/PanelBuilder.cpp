@@ -227,6 +227,8 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
     // Only now: a container that was just made had no window before, where a field takes no focus.
     m_house.focus.unhideUI(drawing.plan.subject.panelKey);
     m_house.focus.panelOpened(drawing.plan.subject.panelKey);
+    m_house.guidance.panelOpened(drawing.plan.subject.panelKey.text(), panelView(drawing),
+                                 drawing.plan.guidance);
 }
 
 /// Last of all, and over everything: its time begins when the panel can be seen.
@@ -249,12 +251,17 @@ void PanelBuilder::drawTimeBar(PanelDrawing &drawing)
 /// More may be open than the window holds. Whoever is typing keeps sight of what is typed.
 void PanelBuilder::revealPanel(const PanelDrawing &drawing)
 {
-    const platform::View *panel = drawing.container;
+    const platform::TextField *begun = m_house.focus.begunEntry();
+    platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : panelView(drawing));
+}
+
+/// What the operator sees as the panel.
+platform::View *PanelBuilder::panelView(const PanelDrawing &drawing)
+{
     // A slot's panel is its box, which may stand in the container of an earlier panel.
     if (!drawing.plan.isGroupPanel() && !drawing.buttons.isEmpty())
-        panel = drawing.buttons.first()->superview();
-    const platform::TextField *begun = m_house.focus.begunEntry();
-    platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : panel);
+        return drawing.buttons.first()->superview();
+    return drawing.container;
 }
 
 } // namespace interactive

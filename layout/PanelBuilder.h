@@ -4,6 +4,7 @@
 #include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
+#include "input/Guidance.h"
 #include "layout/Document.h"
 #include "layout/ErrorPanel.h"
 #include "layout/PanelPlan.h"
@@ -41,6 +42,7 @@ public:
         PanelViews &views;
         Focus &focus;
         Defaults &defaults;
+        Guidance &guidance;
         /// Named as the target by every control, and the delegate of the overviews.
         QObject *controller;
         platform::CollectionViewDelegate *delegate;
@@ -69,6 +71,7 @@ private:
     void finishPanel(PanelDrawing &drawing);
     void drawTimeBar(PanelDrawing &drawing);
     void revealPanel(const PanelDrawing &drawing);
+    [[nodiscard]] static platform::View *panelView(const PanelDrawing &drawing);
 
     House m_house;
     SlotBoxes &m_boxes;

@@ -5,7 +5,7 @@ namespace interactive {
 Rooms::Rooms(QObject *controller, platform::CollectionViewDelegate *delegate)
     : errors(station, settings, views, document, focus, confirmation, controller)
     , boxes(station, slotStates, views, colors, switches, entries, confirmation, controller)
-    , builder({station, records, slotStates, settings, views, focus, defaults, controller, delegate,
+    , builder({station, records, slotStates, settings, views, focus, defaults, guidance, controller, delegate,
                [this](const QString &key) {
                    if (waits.endOverdue(key))
                        checks.waitHasEnded(key, false);

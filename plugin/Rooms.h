@@ -7,6 +7,7 @@
 #include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
+#include "input/Guidance.h"
 #include "input/KeyRouter.h"
 #include "layout/Document.h"
 #include "layout/ErrorPanel.h"
@@ -51,6 +52,7 @@ struct Rooms
     SlotColors colors{settings};
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
+    Guidance guidance{views};
     Defaults defaults{records, rules, focus, views};
     AutoConfirm autoConfirm{station, records, rules, checks, focus, views};
     Entries entries{records,  slotStates, waits, rules,    answers,    checks,
