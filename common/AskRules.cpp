@@ -16,7 +16,9 @@ bool AskRules::hasStatusLine() const
     const bool judges = std::any_of(entries.cbegin(), entries.cend(), [](const EntryRule &rule) {
         return rule.pattern || rule.number || !rule.choices.isEmpty();
     });
-    return judges || !hint.isEmpty() || validate || unique != Unique::Group;
+    // "OK" confirms defaults that may read like what was entered meanwhile.
+    const bool confirmsSeveral = entries.size() > 1 && !defaults.isEmpty();
+    return judges || !hint.isEmpty() || validate || unique != Unique::Group || confirmsSeveral;
 }
 
 } // namespace interactive

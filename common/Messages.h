@@ -154,6 +154,7 @@ inline constexpr char FieldClicked[] = "%s: %@ notify: %@";
 inline constexpr char NoSavedData[] = "%s: %@, %@, no saved data, not enabling data modification";
 inline constexpr char Refused[] = "\"%@\" is refused: %@";
 inline constexpr char RefusedWithHint[] = "%@ (%@)";
+inline constexpr char RefusedFor[] = "%@: %@";
 inline constexpr char EntryRefused[] = "Entry refused: %@ (%@)";
 inline constexpr char PanelIsAnswered[] = "its panel was answered already";
 inline constexpr char InField[] = "%@, in %@";

@@ -33,7 +33,8 @@ SwitchName takeApart(const platform::Identifier &identifier)
 } // namespace
 
 Switches::Switches(const StationMap &station, PanelRecords &records, SlotStates &slotStates,
-                   const PanelSettings &settings, PanelViews &views, const SlotColors &colors, Focus &focus)
+                   const PanelSettings &settings, PanelViews &views, const SlotColors &colors, Focus &focus,
+                   Defaults &defaults, AutoConfirm &autoConfirm)
     : m_station(station)
     , m_records(records)
     , m_slotStates(slotStates)
@@ -41,6 +42,8 @@ Switches::Switches(const StationMap &station, PanelRecords &records, SlotStates 
     , m_views(views)
     , m_colors(colors)
     , m_focus(focus)
+    , m_defaults(defaults)
+    , m_autoConfirm(autoConfirm)
 {}
 
 void Switches::switchBtnClicked(platform::View *sender)
@@ -55,6 +58,9 @@ void Switches::switchBtnClicked(platform::View *sender)
     recordSwitch(name.panelKey, name.slotKey, identifiers::systemOfTag(name.tag), on);
     if (!button->identifier().isNull() && button->superview())
         showSwitch(*button->superview(), name.panelKey, name.tag, on);
+    // Another slot may be the next one to wait, or none may wait any more.
+    m_defaults.offer(name.panelKey);
+    m_autoConfirm.look(name.panelKey);
 }
 
 void Switches::recordSwitch(const platform::Identifier &key, const QString &slotKey, qint64 systemIndex,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "input/AutoConfirm.h"
+#include "input/Defaults.h"
 #include "input/Focus.h"
 #include "presentation/PanelViews.h"
 #include "presentation/SlotColors.h"
@@ -19,7 +21,8 @@ class Switches
 {
 public:
     Switches(const StationMap &station, PanelRecords &records, SlotStates &slotStates,
-             const PanelSettings &settings, PanelViews &views, const SlotColors &colors, Focus &focus);
+             const PanelSettings &settings, PanelViews &views, const SlotColors &colors, Focus &focus,
+             Defaults &defaults, AutoConfirm &autoConfirm);
 
     /// The switch has its new state already.
     void switchBtnClicked(platform::View *sender);
@@ -36,6 +39,8 @@ private:
     PanelViews &m_views;
     const SlotColors &m_colors;
     Focus &m_focus;
+    Defaults &m_defaults;
+    AutoConfirm &m_autoConfirm;
 };
 
 } // namespace interactive

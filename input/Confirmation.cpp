@@ -79,8 +79,8 @@ struct Confirmation::Press
 };
 
 Confirmation::Confirmation(const StationMap &station, PanelRecords &records, Waits &waits, Checks &checks,
-                           const PanelSettings &settings, PanelViews &views, Focus &focus, Entries &entries,
-                           KeyRouter &keys)
+                           const PanelSettings &settings, PanelViews &views, Focus &focus, Defaults &defaults,
+                           Entries &entries, KeyRouter &keys)
     : m_station(station)
     , m_records(records)
     , m_waits(waits)
@@ -88,6 +88,7 @@ Confirmation::Confirmation(const StationMap &station, PanelRecords &records, Wai
     , m_settings(settings)
     , m_views(views)
     , m_focus(focus)
+    , m_defaults(defaults)
     , m_entries(entries)
     , m_keys(keys)
 {}
@@ -246,6 +247,8 @@ bool Confirmation::checkAllInputs(const Identifier &key)
     if (!m_views.hasResponders(key.text()))
         return true;
     const Responders fields = m_views.responders(key.text());
+    if (!MainQueue::sync([&] { return m_entries.confirmDefaults(key); }))
+        return false;
     const std::optional<platform::Dictionary> record = m_records.record(key.text());
     if (m_views.isGroupView(key)) {
         if (!asksForEntries(fields))
@@ -306,6 +309,7 @@ void Confirmation::clearAllInputs(const Identifier &key)
             // A field in a box that takes no part cannot be seen and takes no focus; the next one does.
             focused = focused || input->becomeFirstResponder();
         }
+        m_defaults.offer(key);
     });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
 #include "platform/WorkQueue.h"
@@ -41,13 +42,15 @@ public:
     };
 
     Confirmation(const StationMap &station, PanelRecords &records, Waits &waits, Checks &checks,
-                 const PanelSettings &settings, PanelViews &views, Focus &focus, Entries &entries,
-                 KeyRouter &keys);
+                 const PanelSettings &settings, PanelViews &views, Focus &focus, Defaults &defaults,
+                 Entries &entries, KeyRouter &keys);
 
     void setGroups(Groups groups) { m_groups = std::move(groups); }
 
     /// Returns at once; the main thread stays free, since the work waits for it.
     void confirmBtnClicked(platform::View *sender);
+    /// Ends the worker: what was pressed and not begun is dropped, now and from now on.
+    void end() { m_queue.end(); }
     /// A verdict about an entry of the panel has come: the press that waits for it is carried out, when it
     /// was the last one, or dropped.
     void entryWasJudged(const platform::Identifier &panelKey, Entries::Judged judged);
@@ -73,6 +76,7 @@ private:
     const PanelSettings &m_settings;
     PanelViews &m_views;
     Focus &m_focus;
+    Defaults &m_defaults;
     Entries &m_entries;
     KeyRouter &m_keys;
     Groups m_groups;

@@ -49,7 +49,7 @@ struct Entries::Entry
 
 Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
                  const GivenAnswers &answers, Checks &checks, const PanelSettings &settings,
-                 PanelViews &views, Focus &focus)
+                 PanelViews &views, Focus &focus, Defaults &defaults, AutoConfirm &autoConfirm)
     : m_records(records)
     , m_slotStates(slotStates)
     , m_waits(waits)
@@ -59,6 +59,8 @@ Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &wai
     , m_settings(settings)
     , m_views(views)
     , m_focus(focus)
+    , m_defaults(defaults)
+    , m_autoConfirm(autoConfirm)
 {}
 
 void Entries::endEntry(platform::View *sender)
@@ -73,8 +75,32 @@ void Entries::endEntry(platform::View *sender)
         return;
     if (m_outcome == Outcome::NoSlotWaits && !text.isEmpty())
         refuse(text, QLatin1String(messages::NoSlotWaits));
-    if (m_outcome == Outcome::Stored)
+    if (m_outcome == Outcome::Stored) {
         m_focus.entryAccepted(panelKey);
+        m_autoConfirm.look(panelKey);
+    }
+}
+
+bool Entries::confirmDefaults(const Identifier &key)
+{
+    TextField *field = m_views.entryField(key.text());
+    if (!field || !m_views.isGroupView(key) || m_rules.of(key.text())->defaults.isEmpty())
+        return true;
+    // What was typed and not ended is meant in the place of a default, which must not be stored over it.
+    const bool isRefused = field->hasBegunEntry() && field->stringValue().isEmpty();
+    if (isRefused || (field->hasBegunEntry() && !checkInput(field)))
+        return false;
+    m_confirmsDefault = true;
+    bool isStored = true;
+    while (const std::optional<QString> text = m_defaults.next(key)) {
+        field->setStringValue(*text);
+        isStored = checkInput(field);
+        // One that is not stored at once waits still, and would be met again.
+        if (!isStored || m_outcome != Outcome::Stored)
+            break;
+    }
+    m_confirmsDefault = false;
+    return isStored;
 }
 
 bool Entries::checkInput(platform::View *sender)
@@ -193,6 +219,7 @@ void Entries::acceptEntry(const Entry &entry)
         // Under the slot that it went to and not under the field's name, which is the shared one.
         m_records.store(key, entry.slot(), entry.value);
         checkOrTake(entry, *entry.target);
+        m_defaults.offer(entry.panelKey);
     } else if (entry.ownSlot != identifiers::SharedInput && !m_views.responders(key).isEmpty()) {
         if (shown != entry.text)
             entry.field->setStringValue(shown);
@@ -247,6 +274,7 @@ Entries::Judged Entries::judge(const Identifier &panelKey, const Check &check, b
     }
     becomeValid(panelKey, *field);
     tellNextCheck(key, check);
+    m_autoConfirm.look(panelKey);
     return Judged::Good;
 }
 
@@ -270,7 +298,8 @@ void Entries::takeBack(const Identifier &panelKey, const Check &check, const QSt
     field->setBackgroundColor(platform::Color::standardRed());
     // What the function says about this entry says more than what is said about all.
     if (why.isEmpty())
-        tellRefusal(panelKey.text(), check.text, QLatin1String(messages::IsNotValid));
+        m_views.tell(panelKey.text(),
+                     refusalText(panelKey.text(), check.text, QLatin1String(messages::IsNotValid)));
     else
         m_views.tell(panelKey.text(), platform::formatMessage(messages::Refused, {check.text, why}));
     // The verdict comes when it comes, unlike that of Return: whoever is about to scan into another field
@@ -278,6 +307,8 @@ void Entries::takeBack(const Identifier &panelKey, const Check &check, const QSt
     const TextField *focused = m_views.focusedField();
     const bool isElsewhere = focused && focused != field && !focused->identifier().isNull() &&
                              m_focus.needsEntry(identifiers::panelPart(focused->identifier()));
+    if (m_views.isGroupView(panelKey))
+        m_defaults.offer(panelKey);
     if (m_focus.begunEntry() || isElsewhere)
         return;
     if (m_views.isGroupView(panelKey))
@@ -295,11 +326,11 @@ TextField *Entries::fieldOf(const Identifier &panelKey, const QString &slot) con
     return nullptr;
 }
 
-void Entries::tellRefusal(const QString &panelKey, const QString &text, const QString &why) const
+QString Entries::refusalText(const QString &panelKey, const QString &text, const QString &why) const
 {
     const QString hint = m_rules.of(panelKey)->hint;
-    m_views.tell(panelKey, hint.isEmpty() ? platform::formatMessage(messages::Refused, {text, why})
-                                          : platform::formatMessage(messages::RefusedWithHint, {hint, why}));
+    return hint.isEmpty() ? platform::formatMessage(messages::Refused, {text, why})
+                          : platform::formatMessage(messages::RefusedWithHint, {hint, why});
 }
 
 void Entries::rejectEntry(const Entry &entry, const QString &why)
@@ -308,7 +339,10 @@ void Entries::rejectEntry(const Entry &entry, const QString &why)
                {selectors::bracketed(selectors::CheckInput), entry.identifier, entry.text});
     entry.field->setBackgroundColor(platform::Color::standardRed());
     entry.field->selectText();
-    tellRefusal(entry.panelKey.text(), entry.text, why);
+    const QString told = refusalText(entry.panelKey.text(), entry.text, why);
+    m_views.tell(entry.panelKey.text(),
+                 m_confirmsDefault ? platform::formatMessage(messages::RefusedFor, {entry.slot(), told})
+                                   : told);
 }
 
 void Entries::refuse(const QString &text, const QString &why)
@@ -321,6 +355,8 @@ void Entries::refuse(const QString &text, const QString &why)
 void Entries::refuseIn(const TextField *field, const platform::RefusedEntry &refused)
 {
     forgetOwnEntry(field->identifier());
+    m_views.tell(identifiers::panelPart(field->identifier()),
+                 platform::formatMessage(messages::Refused, {refused.text, refused.why}));
     refuse(refused.text, platform::formatMessage(messages::InField, {refused.why, field->identifier()}));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "input/AutoConfirm.h"
+#include "input/Defaults.h"
 #include "input/Focus.h"
 #include "platform/RefusedEntry.h"
 #include "presentation/PanelViews.h"
@@ -27,13 +29,17 @@ class Entries
 public:
     Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
             const GivenAnswers &answers, Checks &checks, const PanelSettings &settings, PanelViews &views,
-            Focus &focus);
+            Focus &focus, Defaults &defaults, AutoConfirm &autoConfirm);
 
     /// What Return in a field does: checks the entry, and lets the focus go on when it was accepted.
     void endEntry(platform::View *sender);
     /// Checks and stores the entry of an input field; false when it is invalid or the sender is no input
     /// field.
     bool checkInput(platform::View *sender);
+    /// Confirms the defaults of a group's panel, from the slot that waits next up to one that has none, as
+    /// Return would one by one; false when an entry was begun that cannot be stored, or one of them is
+    /// refused, which is told with its slot.
+    [[nodiscard]] bool confirmDefaults(const platform::Identifier &panelKey);
     /// True when the text may be stored. Thread: any.
     [[nodiscard]] bool checkDuplicatedInput(const QString &text, const platform::Identifier &panelKey) const;
     /// What became of a verdict.
@@ -64,7 +70,7 @@ private:
     void takeBack(const platform::Identifier &panelKey, const Check &check, const QString &why);
     [[nodiscard]] platform::TextField *fieldOf(const platform::Identifier &panelKey,
                                                const QString &slot) const;
-    void tellRefusal(const QString &panelKey, const QString &text, const QString &why) const;
+    [[nodiscard]] QString refusalText(const QString &panelKey, const QString &text, const QString &why) const;
     void tellNextCheck(const QString &panelKey, const Check &checked) const;
     void rejectEntry(const Entry &entry, const QString &why);
     void forgetOwnEntry(const platform::Identifier &field);
@@ -79,7 +85,10 @@ private:
     const PanelSettings &m_settings;
     PanelViews &m_views;
     Focus &m_focus;
+    Defaults &m_defaults;
+    AutoConfirm &m_autoConfirm;
     Outcome m_outcome = Outcome::Invalid;
+    bool m_confirmsDefault = false; ///< Nobody sees which slot an entry of "OK" is for, so a refusal says it.
 };
 
 } // namespace interactive

@@ -66,6 +66,8 @@ void PanelBuilder::drawPanel(PanelPlan &plan)
     // A message has no buttons, see drawMessage().
     if (plan.isGroupPanel())
         drawing.geometry.makeRoomForRow(plan.isInformative() ? 0 : plan.buttons.size(), plan.hasFields());
+    if (plan.hasFields() && plan.rules->hasStatusLine())
+        drawing.geometry.makeRoomForStatusLine();
     m_errors.clearTitle();
     // Kept by panel: entries and switches paint long after the drawing, when another call's look may be in
     // force.
@@ -167,6 +169,7 @@ void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
                                    {m_house.controller, m_entries});
     // No call waits behind a message: what is scanned then must not seem to be taken.
     field->setEnabled(!drawing.plan.isInformative());
+    parts::ask(*field, *drawing.plan.rules, drawing.plan.label);
     drawing.fields.append(field.get());
     parts::add(*drawing.container, std::move(field));
 }
@@ -220,9 +223,12 @@ void PanelBuilder::finishPanel(PanelDrawing &drawing)
     m_document.add(drawing.container, drawing.plan.subject.groupNumber, drawing.geometry);
     drawTimeBar(drawing);
     revealPanel(drawing);
+    m_house.defaults.offer(drawing.plan.subject.panelKey);
     // Only now: a container that was just made had no window before, where a field takes no focus.
     m_house.focus.unhideUI(drawing.plan.subject.panelKey);
     m_house.focus.panelOpened(drawing.plan.subject.panelKey);
+    m_house.guidance.panelOpened(drawing.plan.subject.panelKey.text(), panelView(drawing),
+                                 drawing.plan.guidance);
 }
 
 /// Last of all, and over everything: its time begins when the panel can be seen.
@@ -245,12 +251,17 @@ void PanelBuilder::drawTimeBar(PanelDrawing &drawing)
 /// More may be open than the window holds. Whoever is typing keeps sight of what is typed.
 void PanelBuilder::revealPanel(const PanelDrawing &drawing)
 {
-    const platform::View *panel = drawing.container;
+    const platform::TextField *begun = m_house.focus.begunEntry();
+    platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : panelView(drawing));
+}
+
+/// What the operator sees as the panel.
+platform::View *PanelBuilder::panelView(const PanelDrawing &drawing)
+{
     // A slot's panel is its box, which may stand in the container of an earlier panel.
     if (!drawing.plan.isGroupPanel() && !drawing.buttons.isEmpty())
-        panel = drawing.buttons.first()->superview();
-    const platform::TextField *begun = m_house.focus.begunEntry();
-    platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : panel);
+        return drawing.buttons.first()->superview();
+    return drawing.container;
 }
 
 } // namespace interactive

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "input/Confirmation.h"
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
+#include "input/Guidance.h"
 #include "layout/Document.h"
 #include "layout/ErrorPanel.h"
 #include "layout/PanelPlan.h"
@@ -39,6 +41,8 @@ public:
         PanelSettings &settings;
         PanelViews &views;
         Focus &focus;
+        Defaults &defaults;
+        Guidance &guidance;
         /// Named as the target by every control, and the delegate of the overviews.
         QObject *controller;
         platform::CollectionViewDelegate *delegate;
@@ -67,6 +71,7 @@ private:
     void finishPanel(PanelDrawing &drawing);
     void drawTimeBar(PanelDrawing &drawing);
     void revealPanel(const PanelDrawing &drawing);
+    [[nodiscard]] static platform::View *panelView(const PanelDrawing &drawing);
 
     House m_house;
     SlotBoxes &m_boxes;

@@ -63,6 +63,12 @@ void PanelGeometry::makeRoomForRow(qsizetype buttons, bool hasField)
     m_rowWidth = buttons > 0 || hasField ? field + RowSpacing + row : 0.0;
 }
 
+void PanelGeometry::makeRoomForStatusLine()
+{
+    if (m_kind == PanelKind::Slot)
+        m_lift = 10.0;
+}
+
 platform::Size PanelGeometry::needed() const
 {
     return {std::max(minimumWidth(), m_rowWidth), areaHeight()};
@@ -129,10 +135,10 @@ platform::Rect PanelGeometry::bottomButton(qsizetype i, qsizetype n) const
 platform::Rect PanelGeometry::statusLine() const
 {
     // What is free in both kinds: below the buttons of a box, and between the bottom row and the tiles.
-    constexpr double Height = 15.0;
     if (m_kind == PanelKind::Slot)
-        return {4.0, 1.0, ColumnWidth - 8.0, Height};
-    return {8.0, sharedInput().y() + sharedInput().height() - 1.0, containerWidth() - 16.0, Height};
+        return {4.0, 0.0, ColumnWidth - 8.0, slotButton(0, 1).y()};
+    const platform::Rect button = bottomButton(0, 1);
+    return {8.0, button.y() + button.height(), containerWidth() - 16.0, 12.0};
 }
 
 platform::Rect PanelGeometry::timeBar() const
@@ -153,7 +159,7 @@ platform::Rect PanelGeometry::box() const
 
 platform::Rect PanelGeometry::caption() const
 {
-    return {4.0, tile().height() - 40.0, 230.0, 20.0};
+    return {4.0, tile().height() - 40.0 + m_lift, 230.0, 20.0};
 }
 
 platform::Rect PanelGeometry::groupName(double captionTextWidth) const
@@ -165,7 +171,8 @@ platform::Rect PanelGeometry::groupName(double captionTextWidth) const
     const double beside = (row.width() - captionTextWidth) / 2.0 - Gap;
     if (beside >= Least)
         return {row.x(), row.y(), beside, row.height()};
-    return row.translated(0.0, row.height());
+    const platform::Rect above = row.translated(0.0, row.height());
+    return {above.x(), above.y(), above.width(), tile().height() - above.y()};
 }
 
 double PanelGeometry::switchRowY(bool hasSwitches) const
@@ -186,7 +193,7 @@ platform::Rect PanelGeometry::slotSwitch(double y) const
 
 platform::Rect PanelGeometry::slotLabel() const
 {
-    return {4.0, rowY(), 50.0, fieldHeight()};
+    return {4.0, rowY() + m_lift, 50.0, fieldHeight()};
 }
 
 platform::Rect PanelGeometry::slotMessage() const
@@ -203,7 +210,7 @@ platform::Rect PanelGeometry::displayField() const
 platform::Rect PanelGeometry::entryField() const
 {
     // 8 points behind the label.
-    return {62.0, metricA() + 16.0, fieldWidth(), fieldHeight()};
+    return {62.0, metricA() + 16.0 + m_lift, fieldWidth(), fieldHeight()};
 }
 
 platform::Rect PanelGeometry::unit() const
@@ -215,7 +222,7 @@ platform::Rect PanelGeometry::unit() const
 
 platform::Rect PanelGeometry::slotButton(qsizetype j, qsizetype n) const
 {
-    return {230.0 - ButtonPitch * static_cast<double>(n - j), 16.0, 80.0 * scale(), 30.0};
+    return {230.0 - ButtonPitch * static_cast<double>(n - j), 16.0 + m_lift, 80.0 * scale(), 30.0};
 }
 
 } // namespace interactive

@@ -36,6 +36,9 @@ public:
     /// The panel has so many buttons in its bottom row, and the shared field or not: it is never so narrow
     /// that one would lie on another or outside.
     void makeRoomForRow(qsizetype buttons, bool hasField);
+    /// The panel tells why an entry is refused: in a slot's box, what stands above the line makes room for
+    /// two lines of text, since the usual reasons do not fit into one.
+    void makeRoomForStatusLine();
     /// What the panel needs: the width of its columns and of its bottom row, and the band's height.
     [[nodiscard]] platform::Size needed() const;
     /// The panel in its band, which begins there: as wide as the split view, or as it needs.
@@ -96,6 +99,7 @@ private:
     quint64 m_rows;
     double m_splitViewWidth;
     double m_rowWidth = 0.0;
+    double m_lift = 0.0; ///< How far the content of a slot's box is moved up.
 };
 
 } // namespace interactive

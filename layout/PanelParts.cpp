@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "common/AskRules.h"
 #include "common/Identifiers.h"
 #include "common/Selectors.h"
 
@@ -55,6 +56,14 @@ std::unique_ptr<MouseTrackedTextField> entryField(const platform::Rect &frame,
         entries.refuseIn(refusing, refused);
     });
     return field;
+}
+
+void ask(MouseTrackedTextField &field, const AskRules &rules, const QString &label)
+{
+    field.setPlaceholder(rules.placeholder);
+    field.setSpokenName(label);
+    // All labels of a panel have the same choices.
+    field.setChoices(rules.entries.isEmpty() ? QStringList() : rules.entries.cbegin()->choices);
 }
 
 std::unique_ptr<platform::View> separator(const platform::Rect &frame, const platform::Identifier &identifier)

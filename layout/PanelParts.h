@@ -9,6 +9,7 @@
 
 namespace interactive {
 class Entries;
+struct AskRules;
 } // namespace interactive
 
 /// The views that panels are made of. Thread: the main thread.
@@ -31,6 +32,9 @@ Kind *add(platform::View &around, std::unique_ptr<Kind> view)
 /// background.
 [[nodiscard]] std::unique_ptr<MouseTrackedTextField>
 inputField(const platform::Rect &frame, const platform::Identifier &parentIdentifier, double fontSize);
+
+/// What a panel asks for in a field that takes entries: its placeholder, its choices, and how it is called.
+void ask(MouseTrackedTextField &field, const AskRules &rules, const QString &label);
 
 /// Where what is entered in a field goes.
 struct EntryAction

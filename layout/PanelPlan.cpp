@@ -11,6 +11,7 @@ PanelPlan made(const PanelRequest &request, quint64 slotCount, PanelSettings &se
     PanelPlan plan;
     plan.subject = request.subject;
     plan.rules = request.rules;
+    plan.guidance = request.guidance;
     plan.kind = request.subject.isGroup ? PanelKind::Group : PanelKind::Slot;
     plan.title = title(config, plan.subject.groupName.text(), plan.subject.slot);
     plan.label = config::label(config);

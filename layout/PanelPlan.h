@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "layout/PanelGeometry.h"
 #include "platform/Identifier.h"
 #include "platform/TextAlignment.h"
@@ -27,6 +28,7 @@ struct PanelRequest
     platform::Value buttons;
     PanelSubject subject;
     std::shared_ptr<const AskRules> rules = std::make_shared<const AskRules>();
+    KVKGuidancePointer guidance = nullptr; ///< Null where there is nothing to be looked at.
 };
 
 /// What is to be drawn, derived from a configuration before any view is touched.
@@ -50,6 +52,7 @@ struct PanelPlan
     std::shared_ptr<const AskRules> rules = std::make_shared<const AskRules>();
     /// When the panel's time limit ends; known once it is drawn.
     std::optional<std::chrono::steady_clock::time_point> timeEnds = {};
+    KVKGuidancePointer guidance = nullptr; ///< Null where there is nothing to be looked at.
 
     [[nodiscard]] bool isGroupPanel() const { return kind == PanelKind::Group; }
     /// A group's panel with a message shows it and waits for nothing.

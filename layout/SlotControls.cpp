@@ -44,6 +44,8 @@ void SlotBoxes::drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) 
     field->setBackgroundColor(SlotColors::valueColor(drawing.plan.look));
     field->setIdentifier(identifiers::named(key.text(), platform::description(slotBox.slot)));
     field->setTag(slotBox.tag);
+    // What "OK" confirms is shown where it will stand, and is no entry until then.
+    field->setPlaceholder(drawing.plan.rules->defaults.value(platform::description(slotBox.slot)));
     drawing.fields.append(field.get());
     parts::add(*slotBox.content, std::move(field));
 }
@@ -104,6 +106,7 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     if (plan.hasFields()) {
         auto field = parts::entryField(drawing.geometry.entryField(), plan.subject.panelKey, plan.label,
                                        drawing.geometry.fieldFontSize(), {m_controller, m_entries});
+        parts::ask(*field, *plan.rules, plan.label);
         drawing.fields.append(field.get());
         parts::add(*slotBox.content, std::move(field));
         drawUnit(drawing, slotBox);

@@ -36,15 +36,6 @@ bool givesUp(const QKeyEvent &event)
     return event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete || event.key() == Qt::Key_Escape;
 }
 
-/// Going to another window is not leaving the field.
-bool leavesField(const QEvent &event)
-{
-    if (event.type() != QEvent::FocusOut)
-        return false;
-    const Qt::FocusReason reason = static_cast<const QFocusEvent &>(event).reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
-}
-
 /// Events that neither look at the text nor change it; all others find it whole.
 bool leavesTextAlone(const QEvent &event)
 {
@@ -70,6 +61,14 @@ EntryEditor::EntryEditor(qsizetype maximumLength, QWidget *parent)
     m_flushTimer.setInterval(MillisecondsBetweenLayouts);
     connect(&m_flushTimer, &QTimer::timeout, this, &EntryEditor::flush);
     connect(this, &QLineEdit::textEdited, this, [this] { m_edited = true; });
+}
+
+bool EntryEditor::leavesField(const QEvent &event)
+{
+    if (event.type() != QEvent::FocusOut)
+        return false;
+    const Qt::FocusReason reason = static_cast<const QFocusEvent &>(event).reason();
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
 }
 
 QString EntryEditor::entry() const

@@ -30,6 +30,9 @@ public:
     /// The maximum length is in UTF-16 units.
     EntryEditor(qsizetype maximumLength, QWidget *parent);
 
+    /// Whether an event of the editor says that somebody has left it; going to another window is not leaving.
+    [[nodiscard]] static bool leavesField(const QEvent &event);
+
     /// What is written, with GS as GS.
     [[nodiscard]] QString entry() const;
     /// Replaces what is written; a begun entry is forgotten, refused or not.

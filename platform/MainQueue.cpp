@@ -122,15 +122,13 @@ bool Waker::event(QEvent *event)
 {
     if (event->type() != eventType())
         return QObject::event(event);
-    // One round: the jobs that are there now. Those that come meanwhile wait until the event loop has served
-    // keys, timers, signals and paint; busy sequences would otherwise keep it from them for ever.
-    std::uint64_t limit = 0;
     {
         const std::lock_guard lock(queue().mutex);
         queue().wakePosted = false;
-        limit = queue().taken + queue().jobs.size();
     }
-    runWaitingJobs(limit);
+    // One round: those that come meanwhile wait until the event loop has served keys, timers, signals and
+    // paint; busy sequences would otherwise keep it from them for ever.
+    MainQueue::serveSubmitted();
     return true;
 }
 
@@ -168,6 +166,16 @@ void MainQueue::detach()
     }
     // A job may have arrived between the last look and the end of the service; its owner waits for it.
     runWaitingJobs();
+}
+
+void MainQueue::serveSubmitted()
+{
+    std::uint64_t limit = 0;
+    {
+        const std::lock_guard lock(queue().mutex);
+        limit = queue().taken + queue().jobs.size();
+    }
+    runWaitingJobs(limit);
 }
 
 bool MainQueue::isMainThread()

@@ -58,6 +58,9 @@ public:
     /// Requires: the main thread; that the condition becomes true by a job of this queue, or that wake() is
     /// called after it became true.
     static void drainUntil(const std::function<bool()> &condition);
+    /// Runs the jobs that have been submitted so far, for somebody whom they need and who is about to go.
+    /// Requires: the main thread.
+    static void serveSubmitted();
     /// The same until a point in time at the latest; says whether the condition holds.
     [[nodiscard]] static bool drainUntil(const std::function<bool()> &condition,
                                          std::chrono::steady_clock::time_point limit);

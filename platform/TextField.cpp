@@ -1,58 +1,25 @@
 #include "platform/TextField.h"
 
+#include "platform/AccessibleField.h"
+#include "platform/ChoiceList.h"
 #include "platform/EntryEditor.h"
 #include "platform/KeyRouting.h"
 #include "platform/TextLines.h"
 
-#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QSet>
-
-#include <cmath>
 
 namespace platform {
 
 namespace {
-
-constexpr double CornerRadius = 4.0;
-constexpr double DisabledOpacity = 0.5;
-/// Room between the border, or the edge of a label, and the text.
-constexpr double PaddingInFrame = 4.0;
-constexpr double PaddingOfLabel = 2.0;
-/// A line editor without a frame keeps this to its own left and right.
-constexpr double PaddingOfEditor = 2.0;
-const QColor BorderColor(130, 130, 130);
-const QColor FocusColor(0, 95, 204);
-
-Qt::AlignmentFlag horizontal(TextAlignment alignment)
-{
-    switch (alignment) {
-    case TextAlignment::Right:
-        return Qt::AlignRight;
-    case TextAlignment::Center:
-        return Qt::AlignHCenter;
-    case TextAlignment::Left:
-    case TextAlignment::Justified:
-    case TextAlignment::Natural:
-        break;
-    }
-    return Qt::AlignLeft;
-}
 
 /// A key that writes or ends an entry; not one that moves the focus, is a shortcut or only modifies others.
 bool isEntryKey(const QKeyEvent &event)
 {
     return keys::isReturn(event) || event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete ||
            keys::isText(event);
-}
-
-QColor faded(QColor color)
-{
-    color.setAlphaF(static_cast<float>(color.alphaF() * DisabledOpacity));
-    return color;
 }
 
 } // namespace
@@ -63,6 +30,7 @@ TextField::TextField(QWidget *parent)
 {
     m_cell->setFont(font());
     keys::watch();
+    accessible::describeFields();
 }
 
 TextField::TextField(const Rect &frame)
@@ -71,7 +39,11 @@ TextField::TextField(const Rect &frame)
     setFrame(frame);
 }
 
-TextField::~TextField() = default;
+TextField::~TextField()
+{
+    // The window holds it, so that it can reach beyond the field.
+    delete m_list;
+}
 
 QString TextField::stringValue() const
 {
@@ -80,13 +52,15 @@ QString TextField::stringValue() const
 
 bool TextField::hasBegunEntry() const
 {
-    return m_editor && m_editor->hasBegun();
+    // Whoever looks through the list is about to choose.
+    return m_editor && (m_editor->hasBegun() || isListOpen());
 }
 
 void TextField::setStringValue(const QString &text)
 {
     // Asked before the text is set, which ends an entry that was begun.
     const bool endsEntry = hasBegunEntry();
+    foldList();
     if (m_editor)
         m_editor->setEntry(text);
     else
@@ -128,6 +102,10 @@ void TextField::makeEditor()
     connect(m_editor, &EntryEditor::begun, this, &TextField::unmarkRefused);
     connect(m_editor, &EntryEditor::refused, this, &TextField::markRefused);
     connect(m_editor, &EntryEditor::givenUp, this, &TextField::giveUpEntry);
+    connect(m_editor, &QLineEdit::textChanged, this, &TextField::narrowList);
+    m_editor->setPlaceholderText(m_placeholder);
+    setSpokenName(accessibleName());
+    setSpokenDescription(accessibleDescription());
     // Before the editor's own handling: Return and Tab are the field's business.
     m_editor->installEventFilter(this);
     styleEditor();
@@ -141,6 +119,7 @@ void TextField::makeEditor()
 void TextField::dropEditor()
 {
     giveUpFocus();
+    foldList();
     m_text = m_editor->entry();
     m_editor->hide();
     m_editor->disconnect(this);
@@ -152,6 +131,7 @@ void TextField::dropEditor()
 void TextField::endEntry()
 {
     const QPointer<TextField> self(this);
+    foldList();
     // What is still being composed belongs to the entry.
     QGuiApplication::inputMethod()->commit();
     if (const std::optional<RefusedEntry> refused = m_editor->end())
@@ -169,6 +149,7 @@ void TextField::giveUpEntry()
 {
     if (!hasBegunEntry())
         return;
+    foldList();
     const QPointer<TextField> self(this);
     if (const std::optional<RefusedEntry> refused = m_editor->end())
         tellRefusal(*refused);
@@ -195,6 +176,8 @@ void TextField::markRefused()
         return;
     m_colorBeforeRefusal = m_backgroundColor;
     m_backgroundColor = Color::standardRed();
+    foldList();
+    styleEditor();
     update();
 }
 
@@ -210,6 +193,8 @@ bool TextField::eventFilter(QObject *watched, QEvent *event)
         return Control::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress)
         return takesEditorKey(*static_cast<QKeyEvent *>(event));
+    if (event->type() == QEvent::FocusOut && EntryEditor::leavesField(*event))
+        foldList();
     // The field shows by its border that it has the focus.
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
         update();
@@ -221,26 +206,14 @@ bool TextField::eventFilter(QObject *watched, QEvent *event)
 bool TextField::takesEditorKey(QKeyEvent &event)
 {
     const bool endsEntry = keys::isReturn(event);
-    if (!endsEntry && !takesTab(event))
+    if (!endsEntry && !listTakesKey(event) && !takesTab(event))
         return false;
     event.accept();
-    if (endsEntry)
+    if (endsEntry) {
+        takeChosen();
         endEntry();
+    }
     return true;
-}
-
-void TextField::styleEditor()
-{
-    if (!m_editor)
-        return;
-    m_editor->setFont(font().toQFont());
-    QPalette palette = m_editor->palette();
-    // The field paints its background itself, also the colour of a refusal.
-    palette.setColor(QPalette::Base, Qt::transparent);
-    palette.setColor(QPalette::Text, m_textColor.toQColor());
-    palette.setColor(QPalette::Disabled, QPalette::Text, faded(m_textColor.toQColor()));
-    m_editor->setPalette(palette);
-    m_editor->setAlignment(horizontal(m_alignment) | Qt::AlignVCenter);
 }
 
 void TextField::setBordered(bool bordered)
@@ -259,6 +232,7 @@ void TextField::setBackgroundColor(const Color &color)
 {
     m_backgroundColor = color;
     m_colorBeforeRefusal.reset();
+    styleEditor();
     update();
 }
 
@@ -294,22 +268,6 @@ void TextField::fontChanged()
     m_cell->setFont(font());
     styleEditor();
     layout();
-}
-
-QRectF TextField::toWidget(const Rect &rect) const
-{
-    return {rect.x(), frame().height() - rect.y() - rect.height(), rect.width(), rect.height()};
-}
-
-void TextField::layout()
-{
-    if (m_editor) {
-        const double padding = PaddingInFrame - PaddingOfEditor;
-        const QRectF area = toWidget(m_cell->editingFrame(bounds())).adjusted(padding, 0.0, -padding, 0.0);
-        // Whole pixels outwards, so that no line of a letter is cut off.
-        m_editor->setGeometry(area.toAlignedRect());
-    }
-    textChanged();
 }
 
 void TextField::selectText()
@@ -389,79 +347,6 @@ bool TextField::takesTab(const QKeyEvent &event)
             return true;
     }
     return false;
-}
-
-void TextField::paintEvent(QPaintEvent *event)
-{
-    Control::paintEvent(event);
-    QPainter painter(this);
-    paintFrame(painter);
-    if (!m_editor)
-        paintText(painter);
-}
-
-bool TextField::hasFrame() const
-{
-    return m_bordered || m_cell->isBezeled();
-}
-
-/// Background and border; the border of the field that takes the keys stands out.
-void TextField::paintFrame(QPainter &painter) const
-{
-    const bool takesKeys = m_editor && m_editor->hasFocus();
-    const double width = takesKeys ? 2.0 : 1.0;
-    const double inset = hasFrame() ? width / 2.0 : 0.0;
-    const bool rounded = m_cell->isBezeled() && m_cell->bezelStyle() == TextFieldCell::BezelStyle::Rounded;
-    const double radius = rounded ? CornerRadius : 0.0;
-    painter.setRenderHint(QPainter::Antialiasing, rounded);
-    painter.setBrush(m_drawsBackground || m_colorBeforeRefusal ? QBrush(m_backgroundColor.toQColor())
-                                                               : QBrush(Qt::NoBrush));
-    painter.setPen(hasFrame() ? QPen(takesKeys || hasFocus() ? FocusColor : BorderColor, width)
-                              : QPen(Qt::NoPen));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
-}
-
-QRectF TextField::textArea() const
-{
-    const double padding = hasFrame() ? PaddingInFrame : PaddingOfLabel;
-    return toWidget(m_cell->drawingFrame(bounds())).adjusted(padding, 0.0, -padding, 0.0);
-}
-
-TextLines TextField::textLines() const
-{
-    return TextLines::broken(m_text, font().toQFont(), textArea().size(), m_maximumNumberOfLines);
-}
-
-void TextField::textChanged()
-{
-    setToolTip(m_editor || textLines().isWhole ? QString() : TextLines::toolTip(m_text));
-    update();
-}
-
-double TextField::spaceAbove(const TextLines &text, double height) const
-{
-    using enum TextFieldCell::VerticalPlacement;
-    const double space = height - text.height;
-    const TextFieldCell::VerticalPlacement placement = m_cell->verticalPlacement();
-    if (placement == Centered || space < text.lineHeight)
-        return space / 2.0;
-    return placement == Lower ? space : 0.0;
-}
-
-void TextField::paintText(QPainter &painter) const
-{
-    const TextLines text = textLines();
-    const QRectF area = textArea();
-    const double top = area.top() + spaceAbove(text, area.height());
-    painter.setFont(font().toQFont());
-    painter.setPen(isEnabled() ? m_textColor.toQColor() : faded(m_textColor.toQColor()));
-    const auto flags =
-        static_cast<int>(horizontal(m_alignment) | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip);
-    for (qsizetype i = 0; i < text.lines.size(); ++i) {
-        const double upper = top + static_cast<double>(i) * text.lineSpacing;
-        const QRectF line(area.left(), std::round(upper), area.width(), text.lineHeight);
-        painter.drawText(line, flags, text.lines[i]);
-    }
 }
 
 } // namespace platform

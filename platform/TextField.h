@@ -5,6 +5,9 @@
 #include "platform/TextAlignment.h"
 #include "platform/TextFieldCell.h"
 
+#include <QPointer>
+#include <QStringList>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,6 +16,7 @@ class QLineEdit;
 
 namespace platform {
 
+class ChoiceList;
 class EntryEditor;
 struct TextLines;
 
@@ -28,6 +32,10 @@ struct TextLines;
 /// Tab goes along the next key views to the first that can take the focus, and as usual where none can; a
 /// scanner's Tab (keys::isScanners) does nothing, so that the Return behind it ends the entry.
 ///
+/// With choices an arrow stands inside the frame, and a list drops down by a press on it, by Down, Up or Alt
+/// and Down, or when somebody stops typing. The field keeps the focus and all keys meanwhile. Return takes
+/// the row that somebody went to since the last character, and the text as it is where nobody did: a scan
+/// ends as it does without a list.
 ///
 /// An entry is what a person or scanner types, up to Return. One that is longer than MaximumEntryLength, or
 /// holds a control character other than GS (U+001D), is refused whole: the field is emptied and turns red at
@@ -54,10 +62,25 @@ public:
     [[nodiscard]] QString stringValue() const;
     /// Replaces the text, a begun entry included; the cursor goes to its end. Sends no action.
     void setStringValue(const QString &text);
-    /// Whether the field holds, or refuses, something typed that has not been ended with Return.
+    /// Whether the field holds, or refuses, something typed that has not been ended with Return, or its list
+    /// of choices is open.
     [[nodiscard]] bool hasBegunEntry() const;
     /// Sets who is told of a refused entry, when that has ended or was given up.
     void setRefusalHandler(RefusalHandler handler) { m_refusalHandler = std::move(handler); }
+
+    /// What is shown in grey while there is no text; it is no text itself. A field that is read-only and
+    /// switched off does not show it.
+    [[nodiscard]] QString placeholder() const { return m_placeholder; }
+    void setPlaceholder(const QString &text);
+    /// What an editable field offers in its list; none, and no list, when empty.
+    [[nodiscard]] QStringList choices() const { return m_choices; }
+    void setChoices(const QStringList &choices);
+    [[nodiscard]] bool isListOpen() const;
+    /// Opens the list, or folds it. Nothing without choices, or where the field does not take the keys.
+    void toggleList();
+    /// How assistive technology calls the field, and what it says about it besides; the editor's, too.
+    void setSpokenName(const QString &name);
+    void setSpokenDescription(const QString &description);
 
     [[nodiscard]] bool isEditable() const { return m_editor != nullptr; }
     void setEditable(bool editable);
@@ -107,6 +130,8 @@ protected:
     /// Whether a press of the mouse is handled by the field editor; a subclass that decides itself says
     /// false.
     [[nodiscard]] virtual bool editorTakesMouse() const { return true; }
+    /// Where a press is for the list, in the widget's coordinates; empty without choices.
+    [[nodiscard]] QRectF arrowArea() const;
 
 private:
     void makeEditor();
@@ -120,6 +145,15 @@ private:
     void textChanged();
     bool takesEditorKey(QKeyEvent &event);
     bool takesTab(const QKeyEvent &event);
+    void foldList();
+    void narrowList();
+    void pick(const QString &choice);
+    void takeChosen();
+    bool listTakesKey(const QKeyEvent &event);
+    [[nodiscard]] ChoiceList *list();
+    [[nodiscard]] QString shownText() const;
+    [[nodiscard]] QColor colorOfPlaceholder() const;
+    void paintArrow(QPainter &painter) const;
     [[nodiscard]] bool hasFrame() const;
     [[nodiscard]] QRectF toWidget(const Rect &rect) const;
     [[nodiscard]] QRectF textArea() const;
@@ -131,6 +165,9 @@ private:
 
     std::unique_ptr<TextFieldCell> m_cell;
     EntryEditor *m_editor = nullptr;
+    QStringList m_choices;
+    QPointer<ChoiceList> m_list; ///< From when it was first asked for; its parent is the window.
+    QString m_placeholder;
     RefusalHandler m_refusalHandler;
     /// While the field is red for a refused entry: what it was before.
     std::optional<Color> m_colorBeforeRefusal;

@@ -18,6 +18,11 @@ WorkQueue::WorkQueue()
 
 WorkQueue::~WorkQueue()
 {
+    end();
+}
+
+void WorkQueue::end()
+{
     std::deque<std::function<void()>> dropped;
     {
         const std::lock_guard lock(m_mutex);
@@ -35,6 +40,8 @@ WorkQueue::~WorkQueue()
 void WorkQueue::async(std::function<void()> job)
 {
     const std::lock_guard lock(m_mutex);
+    if (m_ending)
+        return;
     m_jobs.push_back(std::move(job));
     m_changed.notify_all();
 }

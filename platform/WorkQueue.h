@@ -14,8 +14,7 @@ namespace platform {
 /// work that must keep the main thread free because it waits for blocks on it.
 ///
 /// Thread: async() from any; made and destroyed on any but by one of its own jobs. An exception must not
-/// leave a job. The destructor drops what has not begun and returns when the running job has ended; on the
-/// main thread it serves the MainQueue meanwhile, since the job may be waiting for a block there.
+/// leave a job.
 class WorkQueue
 {
 public:
@@ -24,7 +23,11 @@ public:
     WorkQueue(const WorkQueue &) = delete;
     WorkQueue &operator=(const WorkQueue &) = delete;
 
+    /// Dropped once the queue was ended.
     void async(std::function<void()> job);
+    /// Drops what has not begun and returns when the running job has ended; on the main thread it serves the
+    /// MainQueue meanwhile, since the job may be waiting for a block there. The destructor does the same.
+    void end();
 
 private:
     void work();

@@ -1,6 +1,7 @@
 #include "plugin/InteractiveView.h"
 
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ScrollView.h"
 #include "platform/SplitView.h"
@@ -8,6 +9,7 @@
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/SystemIndexTransformers.h"
 
+#include "common/Identifiers.h"
 #include "ui_InteractiveView.h"
 
 namespace interactive {
@@ -28,7 +30,12 @@ InteractiveView::InteractiveView(QObject *parent)
     registerSystemIndexTransformers();
 }
 
-InteractiveView::~InteractiveView() = default;
+InteractiveView::~InteractiveView()
+{
+    // The last presses and calls may have left something to do on the main thread, which needs the rooms.
+    m_rooms->confirmation.end();
+    platform::MainQueue::serveSubmitted();
+}
 
 platform::View *InteractiveView::loadView()
 {
@@ -66,6 +73,10 @@ void InteractiveView::viewDidLoad()
     platform::NotificationCenter::defaultCenter().addObserver(
         this, TextFieldMouseDownNotification, [this](const platform::Notification &notification) {
             m_rooms->focus.textFieldMouseDown(notification, m_rooms->records);
+            // A slot that was opened again may have become the next one to wait.
+            const auto *clicked = qobject_cast<platform::TextField *>(notification.object.data());
+            if (clicked && !clicked->isEditable() && !clicked->identifier().isNull())
+                m_rooms->defaults.offer(platform::Identifier(identifiers::panelPart(clicked->identifier())));
         });
     // Last: a key that is looked at may have to be brought to a panel.
     m_rooms->keys.start();

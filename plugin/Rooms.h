@@ -2,9 +2,12 @@
 
 #include "groups/GroupButtons.h"
 #include "groups/Switches.h"
+#include "input/AutoConfirm.h"
 #include "input/Confirmation.h"
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
+#include "input/Guidance.h"
 #include "input/KeyRouter.h"
 #include "layout/Document.h"
 #include "layout/ErrorPanel.h"
@@ -49,10 +52,15 @@ struct Rooms
     SlotColors colors{settings};
     Focus focus{station, records, slotStates, views, settings};
     KeyRouter keys{views, focus};
-    Entries entries{records, slotStates, waits, rules, answers, checks, settings, views, focus};
-    Confirmation confirmation{station, records, waits, checks, settings, views, focus, entries, keys};
+    Guidance guidance{views};
+    Defaults defaults{records, rules, focus, views};
+    AutoConfirm autoConfirm{station, records, rules, checks, focus, views};
+    Entries entries{records,  slotStates, waits, rules,    answers,    checks,
+                    settings, views,      focus, defaults, autoConfirm};
+    Confirmation confirmation{station, records, waits,    checks,  settings,
+                              views,   focus,   defaults, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};
-    Switches switches{station, records, slotStates, settings, views, colors, focus};
+    Switches switches{station, records, slotStates, settings, views, colors, focus, defaults, autoConfirm};
     Document document{station, views};
     ErrorPanel errors;
     SlotBoxes boxes;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "platform/Error.h"
 #include "platform/Value.h"
 #include "plugin/Configuration.h"
@@ -69,6 +70,7 @@ private:
     void startRecord();
     void openPanel();
     [[nodiscard]] std::optional<platform::Condition::Time> draw();
+    [[nodiscard]] KVKGuidancePointer guidance() const;
     void clearPanel(bool wasPressed);
     static void takeAway(Drawn &drawn, bool wasPressed);
     void storeTimeOver();

@@ -164,8 +164,21 @@ std::optional<platform::Condition::Time> ShowCall::draw()
     // A panel of switches is drawn for the slots that have one.
     const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
     const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
-    return m_rooms.builder.drawUI(
-        {m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons, m_subject, m_rules});
+    return m_rooms.builder.drawUI({m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons,
+                                   m_subject, m_rules, guidance()});
+}
+
+/// Asked for on the call's own thread: the host knows by it which sequence's folder the paths are seen from.
+KVKGuidancePointer ShowCall::guidance() const
+{
+    if (m_rules->image.isEmpty() && m_rules->instruction.isEmpty())
+        return nullptr;
+    QString caption = m_subject.groupName.text();
+    if (m_subject.slot.isValid())
+        caption += QLatin1Char(' ') + platform::description(m_subject.slot);
+    return std::make_shared<const KVKGuidance>(
+        KVKGuidance{caption, m_rules->image, m_rules->instruction,
+                    KVKExtensionGuidanceRelay::sharedGuidanceRelay()->folderOfCall()});
 }
 
 /// Takes the panel away. The keys that followed the press come in only now, when they cannot land in what is
@@ -196,6 +209,7 @@ void ShowCall::takeAway(Drawn &drawn, bool wasPressed)
         KVKExtensionStatusRelay::sharedStatusRelay()->stopHighlightingForSystemIndex(
             subject.systemIndex.toULongLong());
     rooms.focus.panelGone(subject.panelKey);
+    rooms.guidance.panelGone(subject.panelKey.text());
     if (wasPressed)
         rooms.keys.release();
 }

@@ -46,7 +46,11 @@ void MouseTrackedTextField::mousePressEvent(QMouseEvent *event)
     // Taken without the base class, which would place the cursor: whether the field gets the focus is for
     // whoever observes the press. An event that is not accepted would go on to the box around.
     event->accept();
+    const bool forList = arrowArea().contains(event->position());
+    const QPointer<MouseTrackedTextField> self(this);
     platform::NotificationCenter::defaultCenter().post(TextFieldMouseDownNotification, this);
+    if (self && forList)
+        toggleList();
 }
 
 } // namespace interactive

@@ -5,6 +5,8 @@
 #include "presentation/CollectionViewItemView.h"
 #include "presentation/ScrollView.h"
 
+#include <QAccessible>
+
 #include <algorithm>
 
 #include "common/Identifiers.h"
@@ -68,6 +70,13 @@ Responders PanelViews::responders(const QString &key)
     return m_responders.lock()->value(key);
 }
 
+platform::TextField *PanelViews::entryField(const QString &key)
+{
+    const Responders fields = responders(key);
+    platform::TextField *field = fields.isEmpty() ? nullptr : fields.last().data();
+    return field && field->isEditable() && field->superview() ? field : nullptr;
+}
+
 bool PanelViews::hasResponders(const QString &key)
 {
     return m_responders.lock()->contains(key);
@@ -112,12 +121,22 @@ void PanelViews::setStatusLine(const QString &key, platform::TextField *line)
     m_statusLines.insert(key, line);
 }
 
-void PanelViews::tell(const QString &key, const QString &text) const
+void PanelViews::tell(const QString &key, const QString &text)
 {
-    if (platform::TextField *line = m_statusLines.value(key)) {
+    platform::TextField *field = entryField(key);
+    if (field)
+        field->setSpokenDescription(text);
+    platform::TextField *line = m_statusLines.value(key);
+    if (line) {
         // On a ground of its own, since the text has to be read on every colour that a system may have.
         line->setDrawsBackground(!text.isEmpty());
         line->setStringValue(text);
+    }
+    // Who cannot see the line hears of it at once, and again when coming back to the field.
+    QWidget *said = line ? line : field ? field->focusTarget() : nullptr;
+    if (said && !text.isEmpty()) {
+        QAccessibleEvent alert(said, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
     }
 }
 

@@ -45,6 +45,9 @@ public:
 
     // The panels' fields. Thread: any.
     [[nodiscard]] Responders responders(const QString &panelKey);
+    /// The field that takes a panel's entries: a group panel's shared one, a slot panel's own. Null when
+    /// there is none, or it has left the window. Thread: the main thread.
+    [[nodiscard]] platform::TextField *entryField(const QString &panelKey);
     [[nodiscard]] bool hasResponders(const QString &panelKey);
     void setResponders(const QString &panelKey, const Responders &fields);
     void dropResponders(const QString &panelKey);
@@ -56,8 +59,9 @@ public:
 
     /// The line on a panel that tells its operator why an entry was refused; null takes it back.
     void setStatusLine(const QString &panelKey, platform::TextField *line);
-    /// Writes into that line, where the panel has one; an empty text empties it.
-    void tell(const QString &panelKey, const QString &text) const;
+    /// Writes into that line, where the panel has one, and has assistive technology say the text with the
+    /// field that takes the entries; an empty text takes both back.
+    void tell(const QString &panelKey, const QString &text);
     /// What stands there; empty where the panel has no such line.
     [[nodiscard]] QString told(const QString &panelKey) const;
 

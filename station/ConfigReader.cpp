@@ -116,14 +116,29 @@ QString localeOf(const ConfigTable &table)
     return name;
 }
 
-void readStation(StationConfig &config, const ConfigTable &table)
+QStringList readImageFolders(const ConfigTable &table, const QDir &folder)
+{
+    const QStringList written = table.texts("images").value_or(QStringList());
+    refuseBlanks(table, "images", written);
+    QStringList paths;
+    for (qsizetype i = 0; i < written.size(); ++i) {
+        const QString path = QDir::cleanPath(folder.absoluteFilePath(written.at(i)));
+        if (!QFileInfo(path).isDir())
+            table.failElement("images", i, QStringLiteral("there is no folder %1").arg(path));
+        paths.append(path);
+    }
+    return paths;
+}
+
+void readStation(StationConfig &config, const ConfigTable &table, const QDir &folder)
 {
     table.allowOnly({QStringLiteral("name"), QStringLiteral("groups"), QStringLiteral("slots"),
-                     QStringLiteral("custom_row_color"), QStringLiteral("locale"),
+                     QStringLiteral("custom_row_color"), QStringLiteral("locale"), QStringLiteral("images"),
                      QStringLiteral("system_groups"), QStringLiteral("system_slots")});
     config.name = table.text("name").value_or(QStringLiteral("Station"));
     config.customRowColor = table.truth("custom_row_color").value_or(false);
     config.locale = localeOf(table);
+    config.imageFolders = readImageFolders(table, folder);
     const bool byHand = table.has("system_groups") || table.has("system_slots");
     if (byHand && (table.has("groups") || table.has("slots")))
         table.fail(table.has("groups") ? "groups" : "slots",
@@ -248,7 +263,7 @@ StationConfig readStationConfig(const QString &path, SequenceNeed need)
     const auto station = root.table("station");
     if (!station)
         root.failMissing("station");
-    readStation(config, *station);
+    readStation(config, *station, folder);
     for (int i = 0; i < config.systemGroups.size(); ++i)
         config.colors.insert(i, defaultColors(i));
     QList<int> seen;

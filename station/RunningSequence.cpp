@@ -82,6 +82,11 @@ void RunningSequence::callWaits(const KVKCallWait &wait)
         inCall->tellWait(wait);
 }
 
+QString RunningSequence::folderOfCall()
+{
+    return inCall ? QFileInfo(inCall->m_plan.script).absolutePath() : QString();
+}
+
 void RunningSequence::sequenceCalls(const QString &)
 {
     // A number of its own for each call of the process: whoever looks twice sees whether it is still the same

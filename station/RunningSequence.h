@@ -63,6 +63,8 @@ public:
 
     /// Tells the sequence whose call runs on the calling thread what it waits for; elsewhere nothing happens.
     static void callWaits(const KVKCallWait &wait);
+    /// The folder of the sequence whose call runs on the calling thread; empty elsewhere.
+    [[nodiscard]] static QString folderOfCall();
 
 private:
     void sequenceCalls(const QString &name) override;

@@ -1,5 +1,6 @@
 #include "station/SequenceRunner.h"
 
+#include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/MainQueue.h"
@@ -16,11 +17,13 @@ SequenceRunner::SequenceRunner(const StationConfig &config, std::vector<KVKBound
     , m_results(results)
 {
     KVKExtensionStatusRelay::sharedStatusRelay()->setWaitHandler(&RunningSequence::callWaits);
+    KVKExtensionGuidanceRelay::sharedGuidanceRelay()->setFolderHandler(&RunningSequence::folderOfCall);
 }
 
 SequenceRunner::~SequenceRunner()
 {
     KVKExtensionStatusRelay::sharedStatusRelay()->setWaitHandler({});
+    KVKExtensionGuidanceRelay::sharedGuidanceRelay()->setFolderHandler({});
     stop();
     // A sequence that ends tells so by a job of the main queue, and may need others of its jobs before that.
     platform::MainQueue::drainUntil([this] { return m_running == 0; });

@@ -6,6 +6,7 @@
 #include "station/StationError.h"
 #include "station/StopSignal.h"
 #include "station/Version.h"
+#include "station/instruction/PaneMemory.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -124,8 +125,13 @@ void Station::makeWindow()
         platform::View *view = plugin.view();
         m_window->addPluginView(plugin.name(), view, plugin.minimumSize());
     }
-    if (m_commandLine.headless)
+    m_window->setImageFolders(m_config.imageFolders);
+    if (m_commandLine.headless) {
+        m_window->setStandsOnNoScreen();
         m_window->resize(HeadlessSize);
+    } else {
+        m_window->rememberIn(PaneMemory::usualFile());
+    }
 }
 
 void Station::makeRunner()

@@ -39,7 +39,8 @@ struct StationConfig
     QString locale = QStringLiteral("C"); ///< In which the operator writes numbers.
     QMap<int, SystemColors> colors;       ///< Every system has an entry.
     QList<SequenceEntry> sequences;
-    QStringList plugins; ///< Absolute paths, or bare names.
+    QStringList imageFolders; ///< Absolute paths: where pictures may lie besides a sequence's folder.
+    QStringList plugins;      ///< Absolute paths, or bare names.
 
     /// The distinct groups, in order.
     [[nodiscard]] QStringList groups() const;

@@ -7,7 +7,11 @@ for _, panel in ipairs(panels) do
     if panel.act then
         panel.act()
     end
-    operator.screenshot("docs/pictures/" .. panel.name .. ".png", key)
+    if panel.whole then
+        operator.screenshot("docs/pictures/" .. panel.name .. ".png")
+    else
+        operator.screenshot("docs/pictures/" .. panel.name .. ".png", key)
+    end
     if panel.after then
         panel.after()
     end

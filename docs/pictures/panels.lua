@@ -65,6 +65,30 @@ return {
     { name = "backgroundAlpha", call = "showView", close = "OK", config = { backgroundAlpha = 0.9, button = { "OK" } } },
     { name = "drawShadow", call = "showView", close = "OK",
       config = { backgroundAlpha = 0.3, drawShadow = true, button = { "OK" } } },
+    { name = "placeholder", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, placeholder = "Scan the label", button = { "Cancel", "OK" } } },
+    { name = "default", call = "showGroupView", close = "Cancel",
+      config = { input = slots, label = "Rev", default = { S1 = "A4", S2 = "A5" } },
+      act = function() operator.scan("B1") end },
+    -- The list lies over the window, so all of it is shown.
+    { name = "choices", call = "showView", close = "Cancel", whole = true,
+      config = { input = { "Colour" }, choices = { "Red", "Dark red", "Green", "Blue" },
+                 button = { "Cancel", "OK" } },
+      act = function()
+          operator.type("re")
+          operator.sleep(0.5)
+      end,
+      -- Escape folds the list, which lies over the buttons.
+      after = function()
+          operator.type("\27")
+          operator.sleep(0.5)
+      end },
+    { name = "hint-slot", call = "showView", close = "Cancel",
+      config = { input = { "SN" }, pattern = "SN[0-9]+", button = { "Cancel", "OK" } },
+      act = function() operator.scan("X12") end },
+    { name = "hint-group", call = "showGroupView", close = "Cancel",
+      config = { input = slots, number = { min = 3, max = 3.6, unit = "V" } },
+      act = function() operator.type("3.3\n4\n") end },
     { name = "title", call = "showGroupView", close = "OK",
       config = { title = "Second scan", input = { "S9" }, column = 2 } },
 }

@@ -1,10 +1,14 @@
 #include "station/window/StationWindow.h"
 
+#include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/View.h"
+#include "station/instruction/InstructionPane.h"
 #include "station/window/ElidedLabel.h"
 #include "station/window/LogPane.h"
 #include "station/window/StatusTable.h"
+#include "station/window/UpperRow.h"
+#include "station/window/ViewArea.h"
 #include "station/window/WindowLook.h"
 
 #include <QAction>
@@ -54,6 +58,8 @@ StationWindow::~StationWindow()
 {
     KVKExtensionStatusRelay::sharedStatusRelay()->setHandler({});
     KVKExtensionStatusRelay::sharedStatusRelay()->setMessageHandler({});
+    KVKExtensionGuidanceRelay::sharedGuidanceRelay()->setOfferHandler({});
+    KVKExtensionGuidanceRelay::sharedGuidanceRelay()->setCurrentHandler({});
 }
 
 void StationWindow::followPlugins()
@@ -62,6 +68,11 @@ void StationWindow::followPlugins()
     relay->setHandler(
         [this](quint64 systemIndex, bool highlighted) { highlightSystem(systemIndex, highlighted); });
     relay->setMessageHandler([this](const QString &message) { showMessage(message); });
+    KVKExtensionGuidanceRelay *guidance = KVKExtensionGuidanceRelay::sharedGuidanceRelay();
+    guidance->setOfferHandler(
+        [this](const KVKGuidancePointer &what, bool begins) { m_instructions->setOffered(what, begins); });
+    guidance->setCurrentHandler(
+        [this](const KVKGuidancePointer &what, bool begins) { m_instructions->setCurrent(what, begins); });
 }
 
 void StationWindow::makeToolBar(const QString &stationName)
@@ -97,20 +108,18 @@ void StationWindow::makePanes(const QList<SystemRow> &systems)
     m_views->tabBar()->setFocusPolicy(Qt::NoFocus);
     m_views->setFocusPolicy(Qt::NoFocus);
     m_log = new LogPane;
+    m_instructions = new InstructionPane;
 
-    m_upper = new QSplitter(Qt::Horizontal);
-    m_upper->addWidget(m_table);
-    m_upper->addWidget(m_views);
-    m_upper->setStretchFactor(1, 1);
+    m_upper = new UpperRow(m_table, new ViewArea(m_views), m_instructions);
     m_whole = new QSplitter(Qt::Vertical);
     m_whole->addWidget(m_upper);
     m_whole->addWidget(m_log);
     m_whole->setStretchFactor(0, 1);
-    for (QSplitter *splitter : {m_upper, m_whole}) {
+    for (QSplitter *splitter : {static_cast<QSplitter *>(m_upper), m_whole}) {
         splitter->setChildrenCollapsible(false);
         splitter->setHandleWidth(5);
-        connect(splitter, &QSplitter::splitterMoved, this, [this] { m_sharedByHand = true; });
     }
+    connect(m_whole, &QSplitter::splitterMoved, this, [this] { m_sharedByHand = true; });
     setCentralWidget(m_whole);
 }
 
@@ -129,12 +138,9 @@ void StationWindow::makeStatusBar()
 /// Where the window is small the table and the log give way first, since a panel is what is worked in.
 void StationWindow::shareRoom()
 {
+    m_upper->share();
     if (m_sharedByHand)
         return;
-    const int width = m_upper->width() - m_upper->handleWidth();
-    const int table =
-        besideViews(width, m_wanted.width(), m_table->minimumSizeHint().width(), m_table->sizeHint().width());
-    m_upper->setSizes({table, width - table});
     const int tabs = m_views->tabBar()->isVisibleTo(m_views) ? m_views->tabBar()->height() : 0;
     const int height = m_whole->height() - m_whole->handleWidth();
     const int log = besideViews(height, m_wanted.height() + tabs, m_log->minimumSizeHint().height(),
@@ -162,7 +168,23 @@ void StationWindow::addPluginView(const QString &name, platform::View *view, con
                        static_cast<int>(std::ceil(minimumSize.height())));
     view->setMinimumSize(wanted.boundedTo(PanelRoom));
     m_wanted = m_wanted.expandedTo(wanted);
+    m_upper->setWantedWidth(m_wanted.width());
     m_views->addTab(view, name);
+}
+
+void StationWindow::setImageFolders(const QStringList &folders)
+{
+    m_instructions->setImageFolders(folders);
+}
+
+void StationWindow::rememberIn(const QString &file)
+{
+    m_instructions->rememberIn(file);
+}
+
+void StationWindow::setStandsOnNoScreen()
+{
+    m_upper->setStandsOnNoScreen();
 }
 
 void StationWindow::setSystemState(int systemIndex, SystemState state, const QString &about)

@@ -16,16 +16,19 @@ class View;
 namespace station {
 
 class ElidedLabel;
+class InstructionPane;
 class LogPane;
 class StatusTable;
+class UpperRow;
 
 /// The station's window: what runs (Run, Stop and a status text above), the status table on the left, the
-/// plug-ins' views in the centre, the log's last lines and a status bar for lines to the operator below.
+/// plug-ins' views in the centre, at their right the instruction pane while a panel has something to show in
+/// it, the log's last lines and a status bar for lines to the operator below.
 ///
 /// It fits a screen of 1024 x 768 and opens no larger than its screen. The window follows the plug-ins'
-/// highlight requests and lines for the operator (KVKExtensionStatusRelay) and the log proxy as long as it
-/// lives; there is one of it in a process. Thread: the main thread. Requires: platform::MainQueue is
-/// attached.
+/// highlight requests and lines for the operator (KVKExtensionStatusRelay), what their panels have to be
+/// looked at (KVKExtensionGuidanceRelay), and the log proxy as long as it lives; there is one of it in a
+/// process. Thread: the main thread. Requires: platform::MainQueue is attached.
 class StationWindow : public QMainWindow
 {
     Q_OBJECT
@@ -38,6 +41,13 @@ public:
     /// size otherwise: a larger view scrolls by itself. The window takes the view.
     void addPluginView(const QString &name, platform::View *view, const QSizeF &minimumSize);
     static constexpr QSize PanelRoom{640, 440};
+
+    /// Folders, besides a sequence's own, that pictures for the instruction pane may lie in.
+    void setImageFolders(const QStringList &folders);
+    /// Takes what a person has chosen for the instruction pane from a file, and keeps it there.
+    void rememberIn(const QString &file);
+    /// The window may become wider than its screen, since nobody looks at it there.
+    void setStandsOnNoScreen();
 
     /// Shows how far a system's sequences are; `about` stands behind the state's word. An unknown index is
     /// ignored.
@@ -60,6 +70,7 @@ public:
 
     [[nodiscard]] StatusTable *statusTable() const { return m_table; }
     [[nodiscard]] LogPane *logPane() const { return m_log; }
+    [[nodiscard]] InstructionPane *instructionPane() const { return m_instructions; }
     [[nodiscard]] QAction *runAction() const { return m_run; }
     [[nodiscard]] QAction *stopAction() const { return m_stop; }
 
@@ -87,10 +98,11 @@ private:
     StatusTable *m_table = nullptr;
     QTabWidget *m_views = nullptr;
     LogPane *m_log = nullptr;
-    QSplitter *m_upper = nullptr; ///< Table and views.
+    InstructionPane *m_instructions = nullptr;
+    UpperRow *m_upper = nullptr;  ///< Table, views and instructions.
     QSplitter *m_whole = nullptr; ///< These and the log.
     QSize m_wanted;               ///< What the largest plug-in's view asks for.
-    bool m_sharedByHand = false;  ///< Whether a person has moved a splitter.
+    bool m_sharedByHand = false;  ///< Whether a person has moved the bar above the log.
     QAction *m_run = nullptr;
     QAction *m_stop = nullptr;
     ElidedLabel *m_status = nullptr;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "input/AutoConfirm.h"
 #include "input/Confirmation.h"
+#include "input/Defaults.h"
 #include "input/Entries.h"
 #include "input/Focus.h"
 #include "input/KeyRouter.h"
@@ -94,9 +96,12 @@ protected:
     platform::SplitView *splitView = new platform::SplitView; ///< The root view owns it.
     interactive::Focus focus{station, records, slotStates, views, settings};
     interactive::KeyRouter keys{views, focus};
-    interactive::Entries entries{records, slotStates, waits, rules, answers, checks, settings, views, focus};
-    interactive::Confirmation confirmation{station, records, waits,   checks, settings,
-                                           views,   focus,   entries, keys};
+    interactive::Defaults defaults{records, rules, focus, views};
+    interactive::AutoConfirm autoConfirm{station, records, rules, checks, focus, views};
+    interactive::Entries entries{records,  slotStates, waits, rules,    answers,    checks,
+                                 settings, views,      focus, defaults, autoConfirm};
+    interactive::Confirmation confirmation{station, records, waits,    checks,  settings,
+                                           views,   focus,   defaults, entries, keys};
 };
 
 } // namespace testsupport

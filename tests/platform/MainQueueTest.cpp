@@ -191,3 +191,16 @@ TEST(MainQueue, NoJobIsLostBetweenManyThreads)
         thread.join();
     EXPECT_EQ(ran, threadCount * rounds * 2);
 }
+
+TEST(MainQueue, WhoeverIsAboutToGoRunsWhatWasSubmittedAndNoMore)
+{
+    std::vector<int> order;
+    MainQueue::async([&] {
+        order.push_back(1);
+        MainQueue::async([&] { order.push_back(3); });
+    });
+    MainQueue::async([&] { order.push_back(2); });
+    MainQueue::serveSubmitted();
+    EXPECT_EQ(order, (std::vector<int>{1, 2}));
+    EXPECT_TRUE(testsupport::waitUntil([&] { return order.size() == 3; }));
+}

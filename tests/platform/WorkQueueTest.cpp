@@ -80,3 +80,15 @@ TEST(WorkQueue, WhatAJobHoldsGoesBeforeTheNextJobAndMaySubmitOne)
     last.get_future().wait();
     EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
 }
+
+TEST(WorkQueue, OneThatWasEndedTakesNoJobs)
+{
+    bool ran = false;
+    {
+        WorkQueue queue;
+        queue.end();
+        queue.async([&] { ran = true; });
+        queue.end();
+    }
+    EXPECT_FALSE(ran);
+}

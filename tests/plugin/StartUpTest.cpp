@@ -1,9 +1,11 @@
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "platform/Button.h"
+#include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ScrollView.h"
 #include "platform/SplitView.h"
 #include "platform/TextField.h"
+#include "plugin/InteractiveView.h"
 #include "tests/support/PluginFixture.h"
 
 using platform::Array;
@@ -246,6 +248,17 @@ TEST_F(StartUpTest, TheLoopControlsAreMadeBeforeTheGroupButtons)
             order.append(field->stringValue());
     }
     EXPECT_EQ(order, (QStringList{"Loop:", "0", "G1", "G2"}));
+}
+
+TEST_F(StartUpTest, WhatIsLeftForTheMainThreadIsDoneBeforeTheControllerGoes)
+{
+    start();
+    bool done = false;
+    {
+        const interactive::InteractiveView goes;
+        platform::MainQueue::async([&done] { done = true; });
+    }
+    EXPECT_TRUE(done);
 }
 
 } // namespace

@@ -44,6 +44,14 @@ TEST_F(ConfigTest, SystemsAreNumberedGroupByGroup)
     EXPECT_EQ(config.groups(), (QStringList{"B", "A"}));
 }
 
+TEST_F(ConfigTest, FoldersOfImagesAreSeenFromTheFile)
+{
+    m_files.write("pictures/lamp.png", "x");
+    const StationConfig config = read(TwoByTwo + QByteArray("images = ['pictures', '.', '/']\n"));
+    EXPECT_EQ(config.imageFolders, (QStringList{m_files.path("pictures"), m_files.folder(), "/"}));
+    EXPECT_EQ(read(TwoByTwo).imageFolders, QStringList());
+}
+
 TEST_F(ConfigTest, AMappingMayBeLaidOutByHand)
 {
     const StationConfig config =
