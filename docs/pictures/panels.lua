@@ -6,6 +6,18 @@ local function switchSecond()
     operator.click({ panel = "G1", switch = "S2" })
 end
 
+-- The picture stands in the window as soon as it was read, which the log tells.
+local function waitUntilRead()
+    while true do
+        for _, line in ipairs(operator.log()) do
+            if line:find('the picture "label.svg" was read', 1, true) then
+                return
+            end
+        end
+        operator.sleep(0.01)
+    end
+end
+
 return {
     { name = "message-group", call = "showGroupView", config = { message = "Please wait until the oven is warm" } },
     -- The message stays up until the next panel of its group, which has the same key.
@@ -89,6 +101,19 @@ return {
     { name = "hint-group", call = "showGroupView", close = "Cancel",
       config = { input = slots, number = { min = 3, max = 3.6, unit = "V" } },
       act = function() operator.type("3.3\n4\n") end },
+    { name = "image", call = "showView", close = "Cancel", whole = true,
+      config = { input = { "SN" }, image = "label.svg", button = { "Cancel", "OK" } }, act = waitUntilRead },
+    { name = "instruction", call = "showView", close = "Cancel", whole = true,
+      config = { input = { "SN" }, button = { "Cancel", "OK" }, instruction = [[
+# Before the test
+
+1. Put the unit in **with the label upwards**.
+2. Scan the *bar code* below its name.
+
+| lamp | means |
+|---|---|
+| green | ready |
+| red | call the line's lead |]] } },
     { name = "title", call = "showGroupView", close = "OK",
       config = { title = "Second scan", input = { "S9" }, column = 2 } },
 }
