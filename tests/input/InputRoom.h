@@ -88,8 +88,14 @@ protected:
     platform::SplitView *splitView = new platform::SplitView; ///< The root view owns it.
     interactive::Focus focus{station, records, slotStates, views, settings};
     interactive::KeyRouter keys{views, focus};
-    interactive::Entries entries{records, slotStates, waits, settings, views, focus};
-    interactive::Confirmation confirmation{station, records, waits, settings, views, focus, entries, keys};
+    interactive::RulesInForce rules;
+    interactive::GivenAnswers answers;
+    interactive::Defaults defaults{records, rules, focus, views};
+    interactive::AutoConfirm autoConfirm{station, records, rules, focus, views};
+    interactive::Entries entries{records,  slotStates, waits, rules,    answers,
+                                 settings, views,      focus, defaults, autoConfirm};
+    interactive::Confirmation confirmation{station, records,  waits,   settings, views,
+                                           focus,   defaults, entries, keys};
 };
 
 } // namespace testsupport
