@@ -38,8 +38,6 @@ enum ErrorCode {
     ErrorReservedLabel = 405,
     /// The panel was not answered within its time limit.
     ErrorTimeOver = 406,
-    /// An entry of the required length is longer than a field takes.
-    ErrorLengthTooLong = 407,
 };
 
 } // namespace interactive

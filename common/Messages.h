@@ -27,8 +27,6 @@ inline constexpr char InsideFunction[] =
 inline constexpr char TimeOver[] = "%s: The panel was not answered within its time limit of %@ s: %@";
 inline constexpr char NoSuchSystem[] = "%s: system index %@ is beyond the station's systems (0 to %ld)";
 inline constexpr char NoSystems[] = "%s: system index %@ is beyond the station, which has no systems";
-inline constexpr char LengthTooLong[] =
-    "Invalid config. Length %ld can never be entered: a field takes up to %ld characters.";
 inline constexpr char ReservedLabel[] =
     "Invalid config. Label '%@' is reserved: the record of a panel needs it for itself.";
 inline constexpr char WrongValue[] = "Invalid config. Value for key '%@' is %@: %@.";
@@ -104,6 +102,8 @@ inline constexpr char WaitsForOperator[] = "the operator";
 inline constexpr char UnknownKey[] = "%s: key '%@' is not known; it is not used";
 inline constexpr char UnknownKeyNearly[] = "%s: key '%@' is not known; it is not used. Did you mean '%@'?";
 inline constexpr char LengthIsNoNumber[] = "%s: 'length' is %@, which is no number; %ld is used";
+inline constexpr char LengthIsTooLong[] =
+    "%s: 'length' is %ld, but a field takes up to %ld characters: no entry will do";
 inline constexpr char ColorIsUnknown[] =
     "%s: 'messageColor' is %@, which is no colour's name; it is not used";
 inline constexpr char AlignmentIsNoNumber[] = "%s: 'messageAlignment' is %@, which is no number; %ld is used";

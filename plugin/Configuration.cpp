@@ -1,7 +1,6 @@
 #include "plugin/Configuration.h"
 
 #include "platform/LogFormat.h"
-#include "platform/TextField.h"
 #include "presentation/ColorEngine.h"
 
 #include <algorithm>
@@ -54,16 +53,6 @@ std::optional<Refusal> reservedLabel(const platform::Array &list)
     return std::nullopt;
 }
 
-/// Nobody could ever end such a panel with "OK".
-std::optional<Refusal> unreachableLength(const platform::Dictionary &config)
-{
-    constexpr qint64 Most = platform::TextField::MaximumEntryLength;
-    const qint64 length = config::integer(config::Length, config);
-    if (length <= Most)
-        return std::nullopt;
-    return Refusal{ErrorLengthTooLong, platform::formatMessage(messages::LengthTooLong, {length, Most})};
-}
-
 } // namespace
 
 std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGroup,
@@ -90,8 +79,6 @@ std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGro
         fired = refusal(ErrorTooManyInputsForSystem, messages::TooManyInputsForSystem);
     if (!fired)
         fired = reservedLabel(list);
-    if (!fired && inputCount > 0)
-        fired = unreachableLength(config);
     return fired ? fired : pending;
 }
 

@@ -1,4 +1,5 @@
 #include "platform/LogFormat.h"
+#include "platform/TextField.h"
 #include "plugin/Configuration.h"
 #include "presentation/ColorEngine.h"
 
@@ -93,6 +94,10 @@ QStringList doubtsAbout(const platform::Dictionary &config, const QString &metho
     if (!length.isEmpty() && !isInteger(length))
         doubts.append(platform::formatMessage(messages::LengthIsNoNumber,
                                               {method, length, platform::integerValue(length)}));
+    const qint64 wanted = platform::integerValue(length);
+    if (wanted > platform::TextField::MaximumEntryLength)
+        doubts.append(platform::formatMessage(
+            messages::LengthIsTooLong, {method, wanted, qint64{platform::TextField::MaximumEntryLength}}));
     const QString color = config::text(config::MessageColor, config);
     if (!color.isEmpty() && !ColorEngine::colorForName(color))
         doubts.append(platform::formatMessage(messages::ColorIsUnknown, {method, color}));

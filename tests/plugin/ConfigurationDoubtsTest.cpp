@@ -39,6 +39,13 @@ TEST(ConfigurationDoubts, AnUnknownKeyIsNamedWithTheNearestKnownOne)
               QStringList{"m: key '%2 of %1' is not known; it is not used"});
 }
 
+TEST(ConfigurationDoubts, ALengthThatNoFieldTakesIsTold)
+{
+    EXPECT_EQ(doubtsAbout({{"length", 4096}}, "m"), QStringList());
+    EXPECT_EQ(doubtsAbout({{"length", 4097}}, "m"),
+              QStringList{"m: 'length' is 4097, but a field takes up to 4096 characters: no entry will do"});
+}
+
 TEST(ConfigurationDoubts, AValueThatIsTakenForSomethingElseIsNamed)
 {
     EXPECT_EQ(doubtsAbout({{"length", "ten"}}, "m"),

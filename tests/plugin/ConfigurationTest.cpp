@@ -35,21 +35,6 @@ struct Case
 };
 
 const std::vector<Case> cases = {
-    // Entries that no field takes.
-    {"LengthThatAFieldTakes", false, 4, {{"input", Array{"A"}}, {"length", 4096}}, 0, ""},
-    {"LengthThatNoFieldTakes",
-     false,
-     4,
-     {{"input", Array{"A"}}, {"length", 4097}},
-     407,
-     "Invalid config. Length 4097 can never be entered: a field takes up to 4096 characters."},
-    {"LengthOfAGroupThatNoFieldTakes",
-     true,
-     4,
-     {{"input", Array{"S1"}}, {"length", 4097}},
-     407,
-     "Invalid config. Length 4097 can never be entered: a field takes up to 4096 characters."},
-    {"LengthWithoutAnEntry", false, 4, {{"length", 4097}}, 0, ""},
     // A single system.
     {"SystemWithNothing", false, 4, {}, 0, ""},
     {"SystemWithOneInput", false, 4, {{"input", Array{"A"}}}, 0, ""},
