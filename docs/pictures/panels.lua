@@ -95,12 +95,8 @@ return {
           operator.type("\27")
           operator.sleep(0.5)
       end },
-    { name = "hint-slot", call = "showView", close = "Cancel",
-      config = { input = { "SN" }, pattern = "SN[0-9]+", button = { "Cancel", "OK" } },
-      act = function() operator.scan("X12") end },
-    { name = "hint-group", call = "showGroupView", close = "Cancel",
-      config = { input = slots, number = { min = 3, max = 3.6, unit = "V" } },
-      act = function() operator.type("3.3\n4\n") end },
+    { name = "autoConfirm", call = "showGroupView", close = "Cancel", config = { input = slots, autoConfirm = true },
+      act = function() operator.scan("SN26001") end },
     { name = "image", call = "showView", close = "Cancel", whole = true,
       config = { input = { "SN" }, image = "label.svg", button = { "Cancel", "OK" } }, act = waitUntilRead },
     { name = "instruction", call = "showView", close = "Cancel", whole = true,
