@@ -73,6 +73,29 @@ TEST(SequencesPageTables, HaveASectionForEveryFunction)
     EXPECT_EQ(sorted(matchesIn(page, R"re(\n### `(\w+)\()re")), sorted(functions));
 }
 
+TEST(Definitions, NameEveryConfigurationKeyAndNoOther)
+{
+    const QString panel =
+        sourceText("docs/definitions.lua").section("---@class PanelConfig", 1).section("\n\n", 0, 0);
+    QStringList fields;
+    for (const QString &line : panel.split('\n')) {
+        if (line.startsWith("---@field "))
+            fields.append(line.section(' ', 1, 1).remove('?'));
+    }
+    const QStringList keys =
+        matchesIn("common/ConfigValues.h",
+                  R"re(inline const QString (?!DefaultLabel)\w+ = QStringLiteral\("(\w+)"\))re");
+    EXPECT_EQ(sorted(fields), sorted(keys));
+}
+
+TEST(Definitions, NameEveryFunctionThatASequenceFinds)
+{
+    interactive::InteractiveView plugin;
+    const QStringList names = matchesIn("docs/definitions.lua", R"re(\nfunction ([\w.]+)\()re");
+    EXPECT_EQ(sorted(names), sorted(plugin.pluginFunctionTable().keys() +
+                                    QStringList{"log", "sleep", "rendezvous", "locked", "shared.update"}));
+}
+
 TEST(OperatorPage, HasARowForEveryFunction)
 {
     const QStringList functions =
