@@ -332,6 +332,9 @@ void Station::reportStuck()
     QStringList running = m_runner->runningNames();
     if (m_endLimit && m_operator && !m_operator->isFinished())
         running.append(OperatorsName);
+    // All have ended just now; the report of it is on its way to this thread.
+    if (running.isEmpty())
+        return;
     const QString names = running.join(QStringLiteral(", "));
     sayOnError(QStringLiteral("does not end when stopped: %1").arg(names));
     m_window->setStatus(QStringLiteral("Does not end: ") + names);
