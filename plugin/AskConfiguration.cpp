@@ -88,7 +88,9 @@ public:
             readUnique();
             readNumber();
             readChoices();
+            // Behind what forbids it, so that a broken number or list is told before their meeting.
             checkUnique();
+            // Judged by the rules above, which are complete by now.
             readDefault();
             m_rules.placeholder = entryText(config::Placeholder, ErrorPlaceholder);
             readAutoConfirm();
@@ -222,6 +224,7 @@ private:
         if (!table)
             refuse(config::Number, ErrorNumber, messages::MustBeNumberTable);
         const NumberRule number = numberRule(*table);
+        // The same for all: one instrument measures all positions of a panel.
         for (EntryRule &rule : m_rules.entries)
             rule.number = number;
     }
@@ -274,6 +277,7 @@ private:
         if (!platform::isArray(value) || value.toList().isEmpty())
             refuse(config::Choices, ErrorChoices, messages::MustBeChoices);
         QStringList choices;
+        // Looked up in a set: lists of thousands are usual, and each is compared with all before it.
         QSet<QString> known;
         for (const Value &each : value.toList()) {
             if (!isText(each) && !platform::isNumber(each))
@@ -306,6 +310,7 @@ private:
         const Value value = entryValue(config::Default, ErrorDefault);
         if (!value.isValid())
             return;
+        // A text for a whole group would be the same entry in every slot.
         if (!m_context.forGroup && !platform::isDictionary(value)) {
             addDefault(m_context.labels.first(), value);
             return;
@@ -315,6 +320,7 @@ private:
             refuse(config::Default, ErrorDefault, messages::MustBeDefaults);
         checkNames(config::Default, ErrorDefault, *table);
         for (auto entry = table->cbegin(); entry != table->cend(); ++entry) {
+            // A table may serve several calls, of which this one asks for some of the slots.
             if (m_context.labels.contains(entry.key()))
                 addDefault(entry.key(), entry.value());
         }
@@ -347,6 +353,7 @@ private:
         const Value value = entryValue(config::AutoConfirm, ErrorAutoConfirm);
         if (!value.isValid())
             return;
+        // Other keys guess at texts and numbers; what ends a panel by itself is not guessed at.
         if (value.metaType() != QMetaType::fromType<bool>())
             refuse(config::AutoConfirm, ErrorAutoConfirm, messages::MustBeTrueOrFalse);
         m_rules.autoConfirm = value.toBool();

@@ -74,6 +74,7 @@ platform::TextField *PanelViews::entryField(const QString &key)
 {
     const Responders fields = responders(key);
     platform::TextField *field = fields.isEmpty() ? nullptr : fields.last().data();
+    // One without a superview has left the window, and is about to be deleted.
     return field && field->isEditable() && field->superview() ? field : nullptr;
 }
 
