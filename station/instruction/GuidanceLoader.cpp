@@ -31,8 +31,6 @@ GuidanceLoader::GuidanceLoader(Listener listener)
     : m_listener(std::move(listener))
     , m_alive(std::make_shared<bool>(true))
 {
-    // One at a time: what is decoded may take hundreds of megabytes while it is.
-    m_pool.setMaxThreadCount(1);
     QImageReader::setAllocationLimit(Picture::MostMegabytesDecoded);
 }
 
@@ -40,8 +38,7 @@ GuidanceLoader::~GuidanceLoader()
 {
     for (const Dropped &dropped : std::as_const(m_jobs))
         *dropped = true;
-    m_pool.clear();
-    m_pool.waitForDone();
+    m_queue.end();
 }
 
 void GuidanceLoader::load(const KVKGuidancePointer &guidance, const QStringList &otherFolders)
@@ -51,7 +48,8 @@ void GuidanceLoader::load(const KVKGuidancePointer &guidance, const QStringList 
     const auto dropped = std::make_shared<std::atomic<bool>>(false);
     m_jobs.insert(guidance.get(), dropped);
     const QStringList folders = QStringList{guidance->folder} + otherFolders;
-    m_pool.start([this, guidance, folders, dropped, alive = std::weak_ptr<bool>(m_alive)] {
+    // One at a time: what is decoded may take hundreds of megabytes while it is.
+    m_queue.async([this, guidance, folders, dropped, alive = std::weak_ptr<bool>(m_alive)] {
         if (*dropped)
             return;
         const LoadedGuidance loaded = read(*guidance, folders, *dropped);

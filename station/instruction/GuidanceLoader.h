@@ -1,11 +1,11 @@
 #pragma once
 
 #include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
+#include "platform/WorkQueue.h"
 #include "station/instruction/Picture.h"
 
 #include <QHash>
 #include <QStringList>
-#include <QThreadPool>
 
 #include <atomic>
 #include <functional>
@@ -50,7 +50,7 @@ private:
     Listener m_listener;
     QHash<KVKGuidancePointer::element_type *, Dropped> m_jobs;
     std::shared_ptr<bool> m_alive; ///< Expires with this, for results that arrive too late.
-    QThreadPool m_pool;
+    platform::WorkQueue m_queue;   ///< Last, so that what it runs finds the rest.
 };
 
 } // namespace station
