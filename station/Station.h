@@ -57,6 +57,7 @@ private:
     void operatorEnded(bool ok, const QString &message);
     void endWhenDone();
     void lookForIdleWait();
+    void lookForStuck();
     void reportStuck();
     /// Whether the program ends with its sequences, since no person presses Run again.
     [[nodiscard]] bool endsByItself() const;
@@ -70,7 +71,8 @@ private:
     std::unique_ptr<StationWindow> m_window;
     std::unique_ptr<OperatorScript> m_operator;
     QTimer m_idleWait; ///< Looks whether sequences wait for an operator that is not there or not any more.
-    QTimer m_stuck;    ///< Runs out when a stopped sequence does not end.
+    QTimer m_stuck;    ///< Looks whether all sequences that were stopped have ended.
+    int m_stuckLooks = 0;
     std::optional<std::chrono::steady_clock::time_point> m_endLimit; ///< Set once the program is to end.
     bool m_operatorDone = true;
     bool m_operatorFailed = false;
