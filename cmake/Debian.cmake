@@ -7,9 +7,14 @@ set(library_package libkovan${KOVAN_INTERFACE})
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME interactive-station)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+# Each package has a description of its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_CONTACT "${INTERACTIVE_MAINTAINER}")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
+# The same ones whatever the umask of who builds.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_COMPONENTS_ALL libraries development station)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${INTERACTIVE_MAINTAINER}")
@@ -17,8 +22,6 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SOURCE interactive-station)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Where the libraries are found whose package is being made.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
@@ -27,6 +30,10 @@ set(same_version "= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}")
 
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_NAME ${library_package})
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_SECTION libs)
+set(debian ${CMAKE_SOURCE_DIR}/packaging/debian)
+configure_file(${debian}/shlibs.in ${CMAKE_BINARY_DIR}/generated/debian/shlibs @ONLY)
+set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${debian}/triggers ${CMAKE_BINARY_DIR}/generated/debian/shlibs)
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/debian-without-scripts.cmake)
 set(CPACK_COMPONENT_LIBRARIES_DESCRIPTION "frameworks of Interactive Station (shared libraries)
 The libraries that the station, its plug-ins and other hosts are linked to:
 views with exact frames, the system log, the protocol between host and
