@@ -5,9 +5,9 @@
 #include <QString>
 
 // Which plug-ins a host can load. The name of the interface that a plug-in was built with stands in its
-// metadata, where a host reads it before any of the plug-in's code runs. It ends with the interface's version,
-// two numbers: the first one counts what breaks a plug-in that is not built anew, the second one what is
-// added. Thread: any.
+// metadata, where a host reads it before any of the plug-in's code runs. It ends with the interface's
+// version, two numbers: the first one counts what breaks a plug-in that is not built anew, the second one
+// what is added. Thread: any.
 
 /// Whether a host that was built with the interface `wanted` ("name/1.3") can load a plug-in that was built
 /// with `offered`: name and first number are the same, and the second one is not greater. A text that is no

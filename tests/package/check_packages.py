@@ -121,6 +121,25 @@ class Packages(unittest.TestCase):
             self.assertIn(f"{LIBRARIES} (= {version})", field(name, "Depends"))
         self.assertNotIn(LIBRARIES, field(LIBRARIES, "Depends"))
 
+    def test_find_package_takes_this_minor_version_alone(self):
+        major, minor, patch = (int(part) for part in VERSION.split("."))
+        version_file = PREFIX / LIBDIR / "cmake/Kovan/KovanConfigVersion.cmake"
+        for wanted, fits in ((f"{major}.{minor}", True), (f"{major}.{minor}.{patch}", True),
+                             (f"{major}.{minor + 1}", False), (f"{major + 1}.0", False)):
+            parts = (wanted + ".0").split(".")
+            told = self.succeeds(run(
+                "cmake", "-D", f"PACKAGE_FIND_VERSION={wanted}", "-D", f"PACKAGE_FIND_VERSION_MAJOR={parts[0]}",
+                "-D", f"PACKAGE_FIND_VERSION_MINOR={parts[1]}", "-P", self.script(version_file)))
+            self.assertEqual("fits" in told, fits, wanted)
+
+    def script(self, version_file):
+        """What find_package() does with a version file."""
+        path = tempfile.NamedTemporaryFile("w", suffix=".cmake", delete=False)
+        self.addCleanup(os.unlink, path.name)
+        with path:
+            path.write(f'include("{version_file}")\nif(PACKAGE_VERSION_COMPATIBLE)\n  message("fits")\nendif()\n')
+        return path.name
+
     def test_lintian_finds_no_error_and_no_warning(self):
         done = run("lintian", "--allow-root", "--fail-on", "error,warning", *sorted(PACKAGES.glob("*.deb")))
         self.succeeds(done)
