@@ -1,0 +1,117 @@
+#include "station/sound/SoundDevice.h"
+
+#include "station/sound/SoundFile.h"
+
+#include <QAudioDevice>
+#include <QAudioSink>
+#include <QBuffer>
+#include <QMediaDevices>
+#include <QThread>
+
+#include <utility>
+
+namespace station {
+
+namespace {
+
+/// A sound that comes later than this would be taken for another entry's.
+constexpr std::chrono::milliseconds LatestStart{300};
+
+QAudioFormat formatOf(const SoundFile &file)
+{
+    QAudioFormat format;
+    format.setSampleRate(file.samplesPerSecond);
+    format.setChannelCount(1);
+    format.setSampleFormat(QAudioFormat::Int16);
+    return format;
+}
+
+} // namespace
+
+SoundDevice::SoundDevice(int volume)
+    : m_volume(volume)
+{}
+
+SoundDevice::~SoundDevice() = default;
+
+void SoundDevice::prepare()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { static_cast<void>(sink()); }, Qt::QueuedConnection);
+}
+
+void SoundDevice::play(Sound sound)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_wanted = Wanted{sound, Clock::now()};
+    }
+    QMetaObject::invokeMethod(
+        this, [this] { playWanted(); }, Qt::QueuedConnection);
+}
+
+void SoundDevice::close()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_wanted.reset();
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_sink.reset();
+            m_samples.reset();
+            QThread::currentThread()->quit();
+        },
+        Qt::QueuedConnection);
+}
+
+std::optional<SoundDevice::Wanted> SoundDevice::takeWanted()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_wanted, std::nullopt);
+}
+
+void SoundDevice::playWanted()
+{
+    // Each request posts a job; the first of a burst takes the newest, and leaves nothing for the others.
+    const std::optional<Wanted> wanted = takeWanted();
+    if (wanted && Clock::now() - wanted->since <= LatestStart)
+        start(wanted->sound);
+}
+
+/// The device as it is now: a headset may have been plugged in since the last sound. Null where there is
+/// none.
+QAudioSink *SoundDevice::sink()
+{
+    const QAudioDevice device = QMediaDevices::defaultAudioOutput();
+    const bool isUsable = m_sink && m_deviceId == device.id() && m_sink->error() != QAudio::OpenError &&
+                          m_sink->error() != QAudio::IOError && m_sink->error() != QAudio::FatalError;
+    if (isUsable)
+        return m_sink.get();
+    m_sink.reset();
+    m_deviceId = device.id();
+    const QAudioFormat format = formatOf(SoundFile::of(Sound::Accepted));
+    if (device.isNull() || !device.isFormatSupported(format))
+        return nullptr;
+    m_sink = std::make_unique<QAudioSink>(device, format);
+    m_sink->setVolume(QAudio::convertVolume(static_cast<float>(m_volume) / 100.0F,
+                                            QAudio::LogarithmicVolumeScale, QAudio::LinearVolumeScale));
+    return m_sink.get();
+}
+
+void SoundDevice::start(Sound sound)
+{
+    if (m_volume == 0)
+        return;
+    QAudioSink *to = sink();
+    if (!to)
+        return;
+    to->reset();
+    m_samples = std::make_unique<QBuffer>();
+    m_samples->setData(SoundFile::of(sound).samples);
+    m_samples->open(QIODevice::ReadOnly);
+    to->start(m_samples.get());
+}
+
+} // namespace station
