@@ -37,6 +37,8 @@ BadgeField::BadgeField(const BadgeRule &rule, QWidget *parent)
     row->addWidget(caption);
     row->addWidget(m_edit);
     row->addWidget(m_logOut);
+    // The status text beside it takes the room.
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     setFocusProxy(m_edit);
     connect(m_edit, &QLineEdit::returnPressed, this, &BadgeField::take);
     connect(m_edit, &QLineEdit::textEdited, this, [this] { showState(false); });
@@ -70,6 +72,9 @@ std::optional<QString> BadgeField::whyNoRun() const
 void BadgeField::setRunning(bool running)
 {
     m_running = running;
+    // Otherwise the next widget would have it, and what is scanned before a panel opens.
+    if (running && m_edit->hasFocus())
+        window()->setFocus(Qt::OtherFocusReason);
     showState(false);
     if (!running)
         takeFocus();

@@ -49,8 +49,8 @@ bool worksAsKey(int key)
     }
 }
 
-/// What the key writes. Not every keyboard writes the control character of Control and a letter: STX may come
-/// as the text U+0002 or as Control and B alone.
+/// What the key writes. STX may come as the text U+0002, as Control and B with that text, or without a text
+/// or with the letter's.
 QString writtenBy(const QKeyEvent &key)
 {
     constexpr int FirstOfControl = 0x40;
@@ -62,11 +62,9 @@ QString writtenBy(const QKeyEvent &key)
     // Control and Alt together are the third level of many keyboards; Alt alone is a command.
     if (key.modifiers().testFlag(Qt::MetaModifier) || (hasAlt && !hasControl))
         return {};
-    if (!key.text().isEmpty())
-        return key.text();
     if (hasControl && !hasAlt && key.key() > FirstOfControl && key.key() <= LastOfControl)
         return QString(QChar(char16_t(key.key() - FirstOfControl)));
-    return {};
+    return key.text();
 }
 
 bool isPrintable(const QString &text)

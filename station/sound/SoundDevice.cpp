@@ -37,7 +37,7 @@ SoundDevice::~SoundDevice() = default;
 void SoundDevice::prepare()
 {
     QMetaObject::invokeMethod(
-        this, [this] { static_cast<void>(sink()); }, Qt::QueuedConnection);
+        this, [this] { static_cast<void>(made()); }, Qt::QueuedConnection);
 }
 
 void SoundDevice::play(Sound sound)
@@ -80,38 +80,33 @@ void SoundDevice::playWanted()
         start(wanted->sound);
 }
 
-/// The device as it is now: a headset may have been plugged in since the last sound. Null where there is
-/// none.
-QAudioSink *SoundDevice::sink()
+/// On the device as it is now: a headset may have been plugged in since the last sound.
+std::unique_ptr<QAudioSink> SoundDevice::made() const
 {
-    const QAudioDevice device = QMediaDevices::defaultAudioOutput();
-    const bool isUsable = m_sink && m_deviceId == device.id() && m_sink->error() != QAudio::OpenError &&
-                          m_sink->error() != QAudio::IOError && m_sink->error() != QAudio::FatalError;
-    if (isUsable)
-        return m_sink.get();
-    m_sink.reset();
-    m_deviceId = device.id();
     const QAudioFormat format = formatOf(SoundFile::of(Sound::Accepted));
+    const QAudioDevice device = QMediaDevices::defaultAudioOutput();
     if (device.isNull() || !device.isFormatSupported(format))
         return nullptr;
-    m_sink = std::make_unique<QAudioSink>(device, format);
-    m_sink->setVolume(QAudio::convertVolume(static_cast<float>(m_volume) / 100.0F,
-                                            QAudio::LogarithmicVolumeScale, QAudio::LinearVolumeScale));
-    return m_sink.get();
+    auto sink = std::make_unique<QAudioSink>(device, format);
+    sink->setVolume(QAudio::convertVolume(static_cast<float>(m_volume) / 100.0F,
+                                          QAudio::LogarithmicVolumeScale, QAudio::LinearVolumeScale));
+    return sink;
 }
 
 void SoundDevice::start(Sound sound)
 {
+    // A new one for each sound: what is left of the one before goes with it.
+    m_sink.reset();
+    m_samples.reset();
     if (m_volume == 0)
         return;
-    QAudioSink *to = sink();
-    if (!to)
+    m_sink = made();
+    if (!m_sink)
         return;
-    to->reset();
     m_samples = std::make_unique<QBuffer>();
     m_samples->setData(SoundFile::of(sound).samples);
     m_samples->open(QIODevice::ReadOnly);
-    to->start(m_samples.get());
+    m_sink->start(m_samples.get());
 }
 
 } // namespace station

@@ -2,7 +2,6 @@
 
 #include "station/sound/Sound.h"
 
-#include <QByteArray>
 #include <QObject>
 
 #include <chrono>
@@ -44,15 +43,14 @@ private:
     void playWanted();
     [[nodiscard]] std::optional<Wanted> takeWanted();
     void start(Sound sound);
-    [[nodiscard]] QAudioSink *sink();
+    [[nodiscard]] std::unique_ptr<QAudioSink> made() const;
 
     int m_volume;
     std::mutex m_mutex;
     std::optional<Wanted> m_wanted; ///< Guarded by m_mutex.
     // The device's thread.
+    std::unique_ptr<QBuffer> m_samples; ///< Before the sink, which reads them as long as it lives.
     std::unique_ptr<QAudioSink> m_sink;
-    QByteArray m_deviceId; ///< Of the device that m_sink plays on.
-    std::unique_ptr<QBuffer> m_samples;
 };
 
 } // namespace station

@@ -97,6 +97,7 @@ TEST_F(BadgeFieldTest, TakesNoKeysWhileARunIsUnderWayAndTheFocusBehindIt)
     type("1\n");
     field->setRunning(true);
     EXPECT_FALSE(edit()->hasFocus());
+    EXPECT_FALSE(other->hasFocus()) << "nobody has it until a panel opens";
     type("2\n");
     EXPECT_EQ(field->badge(), "1");
     EXPECT_EQ(edit()->text(), "1");
