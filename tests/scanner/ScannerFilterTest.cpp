@@ -174,6 +174,17 @@ TEST_F(ScannerFilterTest, WithoutAPrefixTabConfirmsWhatIsWrittenAndWalksOtherwis
     EXPECT_EQ(record("0").value("SN"), Value("A"));
 }
 
+TEST_F(ScannerFilterTest, WithoutAPrefixABlankThatWorksAButtonIsNoEntryForTab)
+{
+    scanner({{}, {}, {Qt::Key_Tab}});
+    ask(0);
+    const QPushButton *button = hostButton();
+    type(" ");
+    EXPECT_EQ(presses, 1);
+    key(Qt::Key_Tab);
+    EXPECT_FALSE(button->hasFocus()) << "Tab walks";
+}
+
 TEST_F(ScannerFilterTest, TabAtTheLastFieldConfirmsItAndPressesNothing)
 {
     scanner({"#", {}, {Qt::Key_Tab}});
