@@ -199,7 +199,8 @@ void KeyRouter::refuseStray()
     m_strayEnds.stop();
     m_burst.clear();
     if (!m_stray.isEmpty())
-        Entries::refuse(std::exchange(m_stray, QString()), QLatin1String(messages::NoFieldWaits));
+        Entries::refuse(
+            {{}, std::exchange(m_stray, QString()), news::Nowhere, QLatin1String(messages::NoFieldWaits)});
 }
 
 } // namespace interactive

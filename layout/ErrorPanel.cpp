@@ -1,5 +1,6 @@
 #include "layout/ErrorPanel.h"
 
+#include "input/EntryNews.h"
 #include "layout/PanelGeometry.h"
 #include "layout/PanelParts.h"
 #include "layout/PanelPlan.h"
@@ -72,6 +73,8 @@ void ErrorPanel::draw(const QString &message, const platform::Dictionary &config
         m_document.add(drawn, group, geometry);
     m_focus.unhideUI(identifier);
     const platform::TextField *begun = m_focus.begunEntry();
+    KVKExtensionEntryRelay::sharedEntryRelay()->errorShown(
+        {news::placeOf(m_station, identifier.text()), message});
     platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : drawn);
 }
 

@@ -84,8 +84,11 @@ void LoopControls::setupLoopButton(QObject *target)
         root->addSubview(field);
     }
     field->setRefusalHandler([](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
-        Entries::refuse(refused.text,
-                        platform::formatMessage(messages::InField, {refused.why, refusing->identifier()}));
+        const QString name = refusing->identifier().text();
+        Entries::refuse({{{}, {}, name, {}},
+                         refused.text,
+                         news::Unreadable,
+                         platform::formatMessage(messages::InField, {refused.why, refusing->identifier()})});
     });
     m_field = field;
     field->focusTarget()->installEventFilter(this);
@@ -114,6 +117,9 @@ bool LoopControls::eventFilter(QObject *watched, QEvent *event)
 void LoopControls::endEntry(platform::View *sender)
 {
     configLoop(sender);
+    if (m_field)
+        KVKExtensionEntryRelay::sharedEntryRelay()->accepted(
+            {{{}, {}, m_field->identifier().text(), {}}, m_field->stringValue()});
     if (m_field && m_field->isFirstResponder() && !m_focus.goOn())
         m_field->window()->setFocus(Qt::OtherFocusReason);
 }

@@ -40,6 +40,10 @@ const QCommandLineOption
                           "a folder to look for these in first. May be given several times."),
            QStringLiteral("PATH"));
 
+const QCommandLineOption Badge(QStringLiteral("badge"),
+                               QStringLiteral("The operator's badge, which is not asked for then."),
+                               QStringLiteral("TEXT"));
+
 void requireFile(const QString &option, const QString &path)
 {
     if (!QFileInfo(path).isFile())
@@ -64,6 +68,7 @@ CommandLine valuesOf(const QCommandLineParser &parser)
     line.results = parser.value(Results);
     line.log = parser.value(Log);
     line.plugins = parser.values(Plugin);
+    line.badge = parser.value(Badge);
     line.headless = parser.isSet(Headless);
     return line;
 }
@@ -75,6 +80,8 @@ void check(const CommandLine &line, const QCommandLineParser &parser)
             QStringLiteral("does not take '%1'; see --help").arg(parser.positionalArguments().first()));
     if (line.config.isEmpty())
         throw StationError(QStringLiteral("needs --config FILE; see --help"));
+    if (parser.isSet(Badge) && line.badge.isEmpty())
+        throw StationError(QStringLiteral("--badge: is empty"));
     // A slip in a path is told before anything is loaded or shown.
     requireFile(QStringLiteral("config"), line.config);
     for (const QString &sequence : line.sequences)
@@ -94,7 +101,7 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Runs Lua test sequences for the systems of a station and asks its operator for input."));
-    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin});
+    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin, Badge});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     // Not process(), which ends the program by itself, with a status of its own.

@@ -16,7 +16,8 @@ struct CommandLine
     QString results;
     QString log;
     QStringList
-        plugins; ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
+        plugins;   ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
+    QString badge; ///< The operator's; empty when none was given.
     bool headless = false;
 };
 

@@ -85,15 +85,16 @@ ResultsFile::ResultsFile(const QString &path, bool printsAnswers)
     }
 }
 
-void ResultsFile::beginRun(const QString &station, const QString &configuration)
+void ResultsFile::beginRun(const QString &station, const QString &configuration, const QString &operatorBadge)
 {
     const std::lock_guard lock(m_mutex);
     // Files of several stations are put together: a counter would name their runs alike.
     m_run = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    append({{QStringLiteral("run"), m_run},
-            {QStringLiteral("station"), station},
-            {QStringLiteral("configuration"), QFileInfo(configuration).absoluteFilePath()},
-            {QStringLiteral("start"), now()}});
+    m_operator = operatorBadge;
+    append(withOperator({{QStringLiteral("run"), m_run},
+                         {QStringLiteral("station"), station},
+                         {QStringLiteral("configuration"), QFileInfo(configuration).absoluteFilePath()},
+                         {QStringLiteral("start"), now()}}));
 }
 
 void ResultsFile::writeCall(const ResultOwner &owner, const KVKLuaCall &call)
@@ -128,10 +129,19 @@ void ResultsFile::write(QJsonObject line, const QString &readable)
     const std::lock_guard lock(m_mutex);
     if (!m_run.isEmpty())
         line.insert(QStringLiteral("run"), m_run);
-    append(line);
+    // Who gave an answer; how a sequence ends is nobody's answer.
+    append(line.contains(QStringLiteral("call")) ? withOperator(line) : line);
     // Under the lock, so that lines of two sequences are not mixed.
     if (m_prints)
         QTextStream(stdout) << readable << Qt::endl;
+}
+
+/// Requires: the lock is held.
+QJsonObject ResultsFile::withOperator(QJsonObject line) const
+{
+    if (!m_operator.isEmpty())
+        line.insert(QStringLiteral("operator"), m_operator);
+    return line;
 }
 
 /// Requires: the lock is held.

@@ -34,8 +34,9 @@ public:
     ResultsFile(const QString &path, bool printsAnswers);
 
     /// Writes the line of a run that starts: a new identification, which the lines that follow bear too, the
-    /// station's name, the absolute path of its configuration, and the time.
-    void beginRun(const QString &station, const QString &configuration);
+    /// station's name, the absolute path of its configuration, the time, and the operator's badge unless it
+    /// is empty. The lines of calls bear the badge, too.
+    void beginRun(const QString &station, const QString &configuration, const QString &operatorBadge = {});
 
     void writeCall(const ResultOwner &owner, const KVKLuaCall &call);
     void writeEnd(const ResultOwner &owner, const KVKLuaEnd &end);
@@ -44,11 +45,13 @@ public:
 
 private:
     void write(QJsonObject line, const QString &readable);
+    [[nodiscard]] QJsonObject withOperator(QJsonObject line) const;
     void append(const QJsonObject &line);
 
     std::mutex m_mutex;
     std::optional<AppendedFile> m_file;
-    QString m_run; ///< Empty before the first run.
+    QString m_run;      ///< Empty before the first run.
+    QString m_operator; ///< The badge of the run's operator.
     bool m_prints;
     bool m_failed = false;
 };

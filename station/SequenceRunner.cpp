@@ -29,7 +29,7 @@ SequenceRunner::~SequenceRunner()
     platform::MainQueue::drainUntil([this] { return m_running == 0; });
 }
 
-void SequenceRunner::start()
+void SequenceRunner::start(const QString &operatorBadge)
 {
     if (isRunning())
         return;
@@ -42,6 +42,8 @@ void SequenceRunner::start()
     for (RunningSequence::Plan plan : plans) {
         for (auto constant = m_constants.cbegin(); constant != m_constants.cend(); ++constant)
             plan.globals.insert(constant.key(), constant.value());
+        if (!operatorBadge.isEmpty())
+            plan.globals.insert(QStringLiteral("operatorBadge"), operatorBadge);
         const std::size_t number = m_sequences.size();
         m_sequences.push_back(
             std::make_unique<RunningSequence>(plan, m_functions, RunningSequence::Place{run, number},

@@ -26,8 +26,9 @@ public:
     /// Stops what runs, and serves the main queue until it has ended.
     ~SequenceRunner() override;
 
-    /// Starts a run. Nothing happens when one is under way.
-    void start();
+    /// Starts a run, whose sequences find the operator's badge in the global `operatorBadge` unless it is
+    /// empty. Nothing happens when one is under way.
+    void start(const QString &operatorBadge = {});
     /// Ends the run: the scripts at their next instruction, waiting calls through the plug-ins.
     void stop();
     [[nodiscard]] bool isRunning() const { return m_running > 0; }

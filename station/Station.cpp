@@ -75,6 +75,7 @@ Station::~Station()
     m_operator.reset();
     m_runner.reset();
     m_plugins.clear();
+    m_senses.reset();
     m_window.reset();
     KVKColorEngine::setProviders(nullptr, nullptr);
 }
@@ -133,6 +134,8 @@ void Station::makeWindow()
     } else {
         m_window->rememberIn(PaneMemory::usualFile());
     }
+    const bool hasPerson = !m_commandLine.headless && m_commandLine.operatorScript.isEmpty();
+    m_senses = std::make_unique<Senses>(m_config, *m_window, m_commandLine.badge, hasPerson);
 }
 
 void Station::makeRunner()
@@ -153,7 +156,8 @@ void Station::makeOperator()
     if (m_commandLine.operatorScript.isEmpty())
         return;
     const LoadedPlugin &plugin = m_plugins.front();
-    const OperatorStage stage{m_window.get(), plugin.view(), plugin.extension()->pluginContext()};
+    const OperatorStage stage{m_window.get(), plugin.view(), plugin.extension()->pluginContext(),
+                              m_config.scanner};
     m_operatorDone = false;
     m_operator = std::make_unique<OperatorScript>(
         m_commandLine.operatorScript, stage,
@@ -199,10 +203,13 @@ bool Station::endsByItself() const
 
 void Station::startRun()
 {
+    if (!m_senses->mayRun())
+        return;
+    m_senses->setRunning(true);
     m_window->setRunning(true);
     m_window->setStatus(QStringLiteral("Running"));
-    m_results.beginRun(m_config.name, m_commandLine.config);
-    m_runner->start();
+    m_results.beginRun(m_config.name, m_commandLine.config, m_senses->badge());
+    m_runner->start(m_senses->badge());
     m_states = RunStates(m_runner->systemsOfSequences());
     for (const SystemRow &row : m_config.systems())
         showStates({row.index});
@@ -287,6 +294,7 @@ void Station::runEnded()
                                                   : QStringLiteral("Not all passed"));
     }
     m_window->setRunning(false);
+    m_senses->setRunning(false);
     endWhenDone();
 }
 

@@ -6,6 +6,7 @@
 #include "station/PluginHost.h"
 #include "station/ResultsFile.h"
 #include "station/RunStates.h"
+#include "station/Senses.h"
 #include "station/SequenceRunner.h"
 #include "station/StationConfig.h"
 #include "station/operator/OperatorScript.h"
@@ -69,6 +70,7 @@ private:
     std::list<LoadedPlugin> m_plugins;
     std::unique_ptr<SequenceRunner> m_runner;
     std::unique_ptr<StationWindow> m_window;
+    std::unique_ptr<Senses> m_senses;
     std::unique_ptr<OperatorScript> m_operator;
     QTimer m_idleWait; ///< Looks whether sequences wait for an operator that is not there or not any more.
     QTimer m_stuck;    ///< Looks whether all sequences that were stopped have ended.

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "platform/Color.h"
+#include "station/badge/BadgeRule.h"
+#include "station/scanner/ScannerSettings.h"
+#include "station/sound/SoundSettings.h"
 #include "station/window/SystemRow.h"
 
 #include <QList>
@@ -41,6 +44,9 @@ struct StationConfig
     QList<SequenceEntry> sequences;
     QStringList imageFolders; ///< Absolute paths: where pictures may lie besides a sequence's folder.
     QStringList plugins;      ///< Absolute paths, or bare names.
+    SoundSettings sounds;
+    ScannerSettings scanner;
+    BadgeRule badge;
 
     /// The distinct groups, in order.
     [[nodiscard]] QStringList groups() const;

@@ -172,6 +172,11 @@ void StationWindow::addPluginView(const QString &name, platform::View *view, con
     m_views->addTab(view, name);
 }
 
+void StationWindow::addTool(QWidget *tool)
+{
+    findChild<QToolBar *>()->addWidget(tool);
+}
+
 void StationWindow::setImageFolders(const QStringList &folders)
 {
     m_instructions->setImageFolders(folders);

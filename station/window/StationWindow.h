@@ -42,6 +42,8 @@ public:
     void addPluginView(const QString &name, platform::View *view, const QSizeF &minimumSize);
     static constexpr QSize PanelRoom{640, 440};
 
+    /// Puts a widget behind Run, Stop and the status text. The window takes it.
+    void addTool(QWidget *tool);
     /// Folders, besides a sequence's own, that pictures for the instruction pane may lie in.
     void setImageFolders(const QStringList &folders);
     /// Takes what a person has chosen for the instruction pane from a file, and keeps it there.

@@ -179,4 +179,11 @@ TEST_F(CommandLineTest, HelpIsGivenHoweverIncompleteTheRest)
     EXPECT_NE(testing::internal::GetCapturedStdout(), "");
 }
 
+TEST_F(CommandLineTest, ABadgeIsATextThatIsNotEmpty)
+{
+    EXPECT_EQ(readBesideConfig({}).badge, "");
+    EXPECT_EQ(readBesideConfig({"--badge", "B 4711"}).badge, "B 4711");
+    EXPECT_EQ(refusalBesideConfig({"--badge", ""}), "--badge: is empty");
+}
+
 } // namespace
