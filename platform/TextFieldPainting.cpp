@@ -20,6 +20,8 @@ constexpr double PaddingOfLabel = 2.0;
 /// A line editor without a frame keeps this to its own left and right.
 constexpr double PaddingOfEditor = 2.0;
 const QColor BorderColor(130, 130, 130);
+/// Behind white text that is selected, as what was refused is; themes have fainter ones.
+const QColor SelectionColor(0, 84, 166);
 /// Wide enough to be hit.
 constexpr double ArrowWidth = 20.0;
 
@@ -51,6 +53,8 @@ void TextField::styleEditor()
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         palette.setColor(group, QPalette::Text, shownTextColor());
         palette.setColor(group, QPalette::PlaceholderText, colorOfPlaceholder());
+        palette.setColor(group, QPalette::Highlight, SelectionColor);
+        palette.setColor(group, QPalette::HighlightedText, Qt::white);
     }
     m_editor->setPalette(palette);
     m_editor->setAlignment(horizontal(m_alignment) | Qt::AlignVCenter);

@@ -35,7 +35,8 @@ struct Seen
     QColor ground;
     QColor text;
 
-    explicit Seen(const QImage &picture)
+    /// Against another ground than most of the picture has, where one is given.
+    explicit Seen(const QImage &picture, const QColor &given = {})
     {
         QHash<QRgb, int> counts;
         for (int y = 0; y < picture.height(); ++y) {
@@ -48,6 +49,10 @@ struct Seen
                 most = each.value();
                 ground = QColor(each.key());
             }
+        }
+        if (given.isValid()) {
+            EXPECT_TRUE(counts.contains(given.rgb())) << given.name().toStdString() << " is not seen";
+            ground = given;
         }
         text = ground;
         for (auto each = counts.cbegin(); each != counts.cend(); ++each) {
@@ -93,10 +98,17 @@ protected:
         return found;
     }
     /// A part of what the window shows, without a frame or ring around the control.
-    Seen seen(const QWidget &widget, const QImage &all, int margin)
+    Seen seen(const QWidget &widget, const QImage &all, int margin, const QColor &ground = {})
     {
         const QRect part = widget.visibleRegion().boundingRect().adjusted(margin, margin, -margin, -margin);
-        return Seen(all.copy(part.translated(widget.mapTo(&window(), QPoint()))));
+        return Seen(all.copy(part.translated(widget.mapTo(&window(), QPoint()))), ground);
+    }
+    /// A text that is selected lies on the colour of the selection.
+    void expectSelectionReadable(const TextField &field, const QImage &all)
+    {
+        const QPalette palette = field.findChild<QLineEdit *>()->palette();
+        EXPECT_GE(seen(field, all, 5, palette.color(QPalette::Highlight)).contrast(),
+                  readable::LeastContrast);
     }
     void expectReadable()
     {
@@ -107,6 +119,10 @@ protected:
             EXPECT_GE(readable::contrast(field->shownTextColor(), field->groundOfText()),
                       readable::LeastContrast)
                 << which;
+            if (!field->selectedText().isEmpty()) {
+                expectSelectionReadable(*field, all);
+                continue;
+            }
             const Seen look = seen(*field, all, field->isBordered() ? 5 : 0);
             EXPECT_GE(look.contrast(), readable::LeastContrast)
                 << which << " " << look.text.name().toStdString() << " on "
@@ -160,9 +176,9 @@ std::vector<Scene> scenes()
 }
 
 INSTANTIATE_TEST_SUITE_P(, PanelInTheme, ::testing::ValuesIn(scenes()),
-                         [](const ::testing::TestParamInfo<Scene> &info) {
-                             return std::string(info.param.kind.name) +
-                                    (info.param.isDark ? "Dark" : "Light");
+                         [](const ::testing::TestParamInfo<Scene> &scene) {
+                             return std::string(scene.param.kind.name) +
+                                    (scene.param.isDark ? "Dark" : "Light");
                          });
 
 TEST_F(PanelContrast, APanelThatStandsFollowsAThemeThatChanges)

@@ -148,7 +148,9 @@ TEST(AccessibleWalk, FindsAButtonWithoutANameAndATextWithoutARole)
 {
     QWidget top;
     auto *named = new platform::Button(&top);
+    named->setFrame({0, 0, 80, 30});
     named->setTitle("OK");
+    top.show();
     EXPECT_EQ(accessibilityFaults(&top).size(), 0);
     named->setTitle(QString());
     EXPECT_EQ(accessibilityFaults(&top).size(), 1);

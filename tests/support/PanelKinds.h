@@ -32,7 +32,7 @@ inline std::vector<PanelKind> panelKinds()
     using platform::Array;
     using platform::Dictionary;
     const Array slot{"SN"};
-    const Array slots{"S1", "S2"};
+    const Array both{"S1", "S2"};
     const Array buttons{"Clear", "OK"};
     return {
         {"SlotInput", false, {{"input", slot}}},
@@ -49,24 +49,24 @@ inline std::vector<PanelKind> panelKinds()
         {"SlotDefault", false, {{"input", slot}, {"default", "D1"}, {"placeholder", "scan it"}}},
         {"SlotPlaceholder", false, {{"input", slot}, {"placeholder", "scan it"}}},
         {"SlotError", false, {{"input", Array{"A", "B"}}}},
-        {"GroupInput", true, {{"input", slots}}},
-        {"GroupInputFilled", true, {{"input", slots}}, {"A1", "B2"}},
-        {"GroupInputRefused", true, {{"input", slots}, {"length", "8"}, {"hint", "8 digits"}}, {"A1"}, true},
-        {"GroupSwitches", true, {{"switch", slots}}},
+        {"GroupInput", true, {{"input", both}}},
+        {"GroupInputFilled", true, {{"input", both}}, {"A1", "B2"}},
+        {"GroupInputRefused", true, {{"input", both}, {"length", "8"}, {"hint", "8 digits"}}, {"A1"}, true},
+        {"GroupSwitches", true, {{"switch", both}}},
         {"GroupQuestion", true, {{"button", Array{"No", "Yes"}}}},
         {"GroupMessage", true, {{"message", "Load all fixtures"}}},
         {"GroupMessagePink", true, {{"message", "Load all"}, {"messageColor", "pink"}}},
-        {"GroupChoices", true, {{"input", slots}, {"choices", Array{"Red", "Green"}}}},
-        {"GroupNumber", true, {{"input", slots}, {"number", Dictionary{{"max", 5}, {"unit", "V"}}}}},
-        {"GroupTimeLimit", true, {{"input", slots}, {"timeLimit", 3600}}},
+        {"GroupChoices", true, {{"input", both}, {"choices", Array{"Red", "Green"}}}},
+        {"GroupNumber", true, {{"input", both}, {"number", Dictionary{{"max", 5}, {"unit", "V"}}}}},
+        {"GroupTimeLimit", true, {{"input", both}, {"timeLimit", 3600}}},
         {"GroupDefault",
          true,
-         {{"input", slots}, {"default", Dictionary{{"S1", "D1"}}}, {"placeholder", "scan it"}}},
+         {{"input", both}, {"default", Dictionary{{"S1", "D1"}}}, {"placeholder", "scan it"}}},
         {"GroupError", true, {{"input", Array{"S1", "S9"}}}},
         {"SlotOpaque", false, {{"input", slot}, {"backgroundAlpha", "1.0"}}},
-        {"GroupOpaque", true, {{"input", slots}, {"backgroundAlpha", "1.0"}}, {"A1"}},
+        {"GroupOpaque", true, {{"input", both}, {"backgroundAlpha", "1.0"}}, {"A1"}},
         {"SlotFaint", false, {{"input", slot}, {"backgroundAlpha", "0.05"}}},
-        {"GroupFaint", true, {{"input", slots}, {"backgroundAlpha", "0.05"}}, {"A1"}},
+        {"GroupFaint", true, {{"input", both}, {"backgroundAlpha", "0.05"}}, {"A1"}},
     };
 }
 
