@@ -11,6 +11,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 #include <utility>
 
@@ -19,34 +21,45 @@ namespace platform {
 namespace {
 
 constexpr int SpaceBesideTitle = 8;
-constexpr int SpaceOfCheckMark = 24;
+constexpr int SpaceOfCheckMark = 24 + static_cast<int>(focusring::Width);
 
-/// A toolkit's button that shows by a ring that it has the focus.
-template <class Base>
-class Ringed : public Base
+/// Shows by a ring that it has the focus.
+class PushBox : public QPushButton
 {
 public:
-    using Base::Base;
+    using QPushButton::QPushButton;
 
 protected:
     void paintEvent(QPaintEvent *event) override
     {
-        Base::paintEvent(event);
-        if (!this->hasFocus())
+        QPushButton::paintEvent(event);
+        if (!hasFocus())
             return;
         QPainter painter(this);
-        focusring::paint(painter, this->rect());
+        focusring::paint(painter, rect());
     }
 };
 
 /// Takes a press anywhere in its frame, not only on its mark and title; a press on a mixed one sets it on.
-class SwitchBox : public Ringed<QCheckBox>
+class SwitchBox : public QCheckBox
 {
 public:
-    using Ringed<QCheckBox>::Ringed;
+    using QCheckBox::QCheckBox;
 
 protected:
     bool hitButton(const QPoint &position) const override { return rect().contains(position); }
+    /// The mark stands beside the place of the ring, whether that is seen or not: it must not jump.
+    void paintEvent(QPaintEvent *) override
+    {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.rect.setLeft(option.rect.left() + static_cast<int>(focusring::Width));
+        option.state.setFlag(QStyle::State_HasFocus, false);
+        painter.drawControl(QStyle::CE_CheckBox, option);
+        if (hasFocus())
+            focusring::paint(painter, rect());
+    }
     void nextCheckState() override
     {
         const bool wasOn = checkState() == Qt::Checked;
@@ -98,7 +111,7 @@ void Button::makeInner()
     if (m_type == Type::Switch)
         m_inner = new SwitchBox(this);
     else
-        m_inner = new Ringed<QPushButton>(this);
+        m_inner = new PushBox(this);
     // A click must not take the focus from the field that is being typed into.
     m_inner->setFocusPolicy(Qt::TabFocus);
     m_inner->setAccessibleName(m_spokenName);

@@ -57,7 +57,7 @@ protected:
                 const QPointF at = edge * scale + inwards * (step + 0.5);
                 const QColor expected =
                     step < focusring::RingWidth * scale ? focusring::outer() : focusring::inner();
-                EXPECT_EQ(image.pixelColor(at.toPoint()), expected)
+                EXPECT_EQ(image.pixelColor(int(at.x()), int(at.y())), expected)
                     << what << " " << at.x() << ", " << at.y() << " step " << step;
             }
         };
