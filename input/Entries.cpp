@@ -255,7 +255,8 @@ void Entries::checkOrTake(const Entry &entry, TextField &field)
             m_waits.ask(key);
         if (m_checks.isPending(key, entry.slot())) {
             field.setBackgroundColor(SlotColors::checkingColor());
-            m_views.tell(key, platform::formatMessage(messages::IsBeingChecked, {entry.text}));
+            m_views.tell(key, platform::formatMessage(messages::IsBeingChecked, {entry.text}),
+                         PanelViews::Tone::Note);
             return;
         }
     }
@@ -309,9 +310,10 @@ void Entries::tellNextCheck(const QString &key, const Check &checked) const
     if (m_views.told(key) != platform::formatMessage(messages::IsBeingChecked, {checked.text}))
         return;
     const QList<Check> left = m_checks.pending(key);
-    m_views.tell(key, left.isEmpty()
-                          ? QString()
-                          : platform::formatMessage(messages::IsBeingChecked, {left.first().text}));
+    m_views.tell(key,
+                 left.isEmpty() ? QString()
+                                : platform::formatMessage(messages::IsBeingChecked, {left.first().text}),
+                 PanelViews::Tone::Note);
 }
 
 void Entries::takeBack(const Identifier &panelKey, const Check &check, const QString &why)

@@ -52,6 +52,8 @@ MouseTrackedTextField *makeNumberField(double height)
     field->setDrawsBackground(true);
     field->setBackgroundColor(platform::Color::white());
     field->setStringValue(QStringLiteral("0"));
+    field->setSpokenName(QStringLiteral("Loop: number of passes"));
+    field->setSpokenDescription(QStringLiteral("0 turns the loop off"));
     field->setIdentifier(platform::Identifier(keys::Loop));
     return field.release();
 }

@@ -1,4 +1,4 @@
-#include "platform/AccessibleField.h"
+#include "platform/AccessibleViews.h"
 
 #include "platform/TextField.h"
 
@@ -7,6 +7,23 @@
 namespace platform::accessible {
 
 namespace {
+
+class AccessibleView : public QAccessibleWidget
+{
+public:
+    explicit AccessibleView(View *view)
+        : QAccessibleWidget(view)
+    {}
+
+    [[nodiscard]] QAccessible::Role role() const override
+    {
+        const auto &view = *static_cast<const View *>(widget());
+        if (view.spokenRole() != QAccessible::NoRole)
+            return view.spokenRole();
+        // One without a name only arranges others.
+        return view.accessibleName().isEmpty() ? QAccessible::Pane : QAccessible::Grouping;
+    }
+};
 
 class AccessibleField : public QAccessibleWidget
 {
@@ -17,17 +34,20 @@ public:
 
     [[nodiscard]] QAccessible::Role role() const override
     {
+        if (field().spokenRole() != QAccessible::NoRole)
+            return field().spokenRole();
         if (!field().isEditable())
             return QAccessible::StaticText;
         // Around the editor, which is told as what takes the text.
-        return field().choices().isEmpty() ? QAccessible::Client : QAccessible::ComboBox;
+        return field().choices().isEmpty() ? QAccessible::Grouping : QAccessible::ComboBox;
     }
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        const bool isLabel = !field().isEditable() && field().accessibleName().isEmpty();
-        if (kind == QAccessible::Value || (kind == QAccessible::Name && isLabel))
+        if (kind == QAccessible::Value)
             return field().stringValue();
+        if (kind == QAccessible::Name && !field().isEditable())
+            return nameWithText();
         return QAccessibleWidget::text(kind);
     }
 
@@ -60,20 +80,32 @@ public:
     }
 
 private:
+    /// A text that cannot be changed is read as a part of the name.
+    [[nodiscard]] QString nameWithText() const
+    {
+        const QString name = field().accessibleName();
+        const QString text = field().stringValue();
+        if (name.isEmpty() || text.isEmpty())
+            return name + text;
+        return QStringLiteral("%1: %2").arg(name, text);
+    }
     [[nodiscard]] TextField &field() const { return *static_cast<TextField *>(widget()); }
 };
 
 /// Asked for each class of an object, from its own upwards.
 QAccessibleInterface *made(const QString &className, QObject *object)
 {
-    if (className != QLatin1String(TextField::staticMetaObject.className()))
-        return nullptr;
-    return new AccessibleField(static_cast<TextField *>(object)); // the registry of interfaces owns it
+    // The registry of interfaces owns what is made.
+    if (className == QLatin1String(TextField::staticMetaObject.className()))
+        return new AccessibleField(static_cast<TextField *>(object));
+    if (className == QLatin1String(View::staticMetaObject.className()))
+        return new AccessibleView(static_cast<View *>(object));
+    return nullptr;
 }
 
 } // namespace
 
-void describeFields()
+void describeViews()
 {
     static const bool once = [] {
         QAccessible::installFactory(made);
