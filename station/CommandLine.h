@@ -1,5 +1,7 @@
 #pragma once
 
+#include "station/window/Theme.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -17,6 +19,7 @@ struct CommandLine
     QString log;
     QStringList
         plugins; ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
+    std::optional<ThemeChoice> theme;
     bool headless = false;
 };
 
