@@ -9,10 +9,8 @@ struct ColumnWish
 {
     int wanted = 0;
     int least = 0; ///< Narrower than this it tells nothing. The same as `wanted` for one that never narrows.
-    /// Its turn to give way: 1 narrows before 2; 0 never does. When all have narrowed, those that may be left
-    /// out are, in the same order.
-    int turn = 0;
-    bool mayGo = false;
+    int narrows = 0; ///< Its turn to become narrower: 1 does so before 2; 0 never does.
+    int goes = 0;    ///< Its turn to be left out, when all have narrowed; 0 never is.
     bool takesRest = false; ///< What nobody needs goes to the last column that takes it.
 };
 

@@ -14,8 +14,8 @@ namespace {
 
 constexpr int FrameWidth = 3;
 constexpr int TextMargin = 6;
-constexpr QMargins AroundBadge{4, 4, 6, 5};
-constexpr QMargins InBadge{8, 2, 8, 2};
+constexpr QMargins AroundBadge{4, 3, 6, 4};
+constexpr QMargins InBadge{8, 1, 8, 1};
 constexpr int AfterSign = 7;
 constexpr double SmallLetters = 0.8;
 constexpr double SignPerLetter = 0.8;
@@ -60,8 +60,11 @@ void paintText(QPainter *painter, const QRect &rect, const QModelIndex &index, c
 {
     const bool isShort = index.column() < StatusModel::StateColumn || index.column() == StatusModel::TimeColumn;
     painter->setPen(color);
-    if (index.column() == StatusModel::AboutColumn) {
-        BadgeText(index.data().toString(), painter->font()).draw(painter, rect);
+    const BadgeText wrapped(index.data().toString(), painter->font());
+    // What a state is about makes its row as high as it needs; an answer takes the lines that there are.
+    if (index.column() == StatusModel::AboutColumn ||
+        (index.column() == StatusModel::AnswerColumn && wrapped.heightFor(rect.width()) <= rect.height())) {
+        wrapped.draw(painter, rect);
         return;
     }
     const QString shown =
@@ -196,7 +199,8 @@ int StatusDelegate::badgeHeight(const QString &about, const QFont &viewFont, int
 
 int StatusDelegate::textWidth(const QString &text, const QFont &viewFont, int column)
 {
-    return QFontMetrics(cellFont(viewFont, column)).horizontalAdvance(oneLine(text)) + 2 * TextMargin + 1;
+    // In bold, as in a row that is highlighted.
+    return QFontMetrics(cellFont(viewFont, column, true)).horizontalAdvance(oneLine(text)) + 2 * TextMargin + 1;
 }
 
 int StatusDelegate::textHeight(const QString &text, const QFont &viewFont, int column, int columnWidth)

@@ -36,6 +36,12 @@ QFont withPixels(QFont font, int pixels)
     return font;
 }
 
+int leastOf(const QList<ColumnWish> &wishes)
+{
+    return std::accumulate(wishes.cbegin(), wishes.cend(), 0,
+                           [](int sum, const ColumnWish &wish) { return sum + wish.least; });
+}
+
 } // namespace
 
 StatusTable::StatusTable(const QList<SystemRow> &systems, QWidget *parent)
@@ -150,24 +156,28 @@ int StatusTable::widestText(StatusModel::Column column, const QFont &font) const
 
 ColumnWish StatusTable::wishOf(StatusModel::Column column, const QFont &font) const
 {
-    const auto widthOf = [&](const QString &text) { return StatusDelegate::textWidth(text, font, column); };
     const int header = horizontalHeader()->sectionSizeHint(column);
+    const auto widthOf = [&](const QString &text) {
+        return qMax(header, StatusDelegate::textWidth(text, font, column));
+    };
+    const int few = widthOf(FewLetters);
+    const int names = qMax(header, widestText(column, font));
     switch (column) {
     case StatusModel::AnswerColumn:
-        return {qMax(header, widthOf(UsualAnswer)), qMax(header, widthOf(FewLetters)), 1, true, true};
+        return {widthOf(UsualAnswer), few, 1, 3, true};
     case StatusModel::SequenceColumn:
-        return {qMax(header, widthOf(UsualScript)), qMax(header, widthOf(FewLetters)), 2, true, false};
+        return {widthOf(UsualScript), few, 2, 1, false};
     case StatusModel::AboutColumn:
-        // What is longer takes several lines.
-        return {qMax(header, widthOf(LongestWait)), qMax(header, widthOf(LongestWait)), 3, true, true};
+        // Nothing is lost when it goes: the state says it then.
+        return {widthOf(LongestWait), widthOf(LongestWait), 0, 2, true};
     case StatusModel::StateColumn:
-        return {StatusDelegate::badgeWidth(font), StatusDelegate::badgeWidth(font), 0, false, true};
+        return {StatusDelegate::badgeWidth(font), StatusDelegate::badgeWidth(font), 0, 0, true};
     case StatusModel::TimeColumn:
-        return {qMax(header, widthOf(LongestUsualTime)), qMax(header, widthOf(LongestUsualTime)), 5, true, false};
+        return {widthOf(LongestUsualTime), widthOf(LongestUsualTime), 0, 5, false};
     case StatusModel::IndexColumn:
-        return {qMax(header, widestText(column, font)), LeastColumn, 4, true, false};
+        return {names, names, 0, 4, false};
     default:
-        return {qMax(header, widestText(column, font)), header, 0, false, false};
+        return {names, names, 0, 0, false};
     }
 }
 
@@ -179,7 +189,7 @@ QList<ColumnWish> StatusTable::wishes(const QFont &font) const
         if (m_columns.isHidden(column))
             all.append(ColumnWish{});
         else if (const int chosen = m_columns.width(column); chosen > 0)
-            all.append({chosen, chosen, 0, false, false});
+            all.append({chosen, chosen, 0, 0, false});
         else
             all.append(wishOf(column, font));
     }
@@ -187,25 +197,22 @@ QList<ColumnWish> StatusTable::wishes(const QFont &font) const
 }
 
 /// A row with nothing longer than usual in it.
-int StatusTable::rowHeightFor(const QFont &font, int stateWidth) const
+int StatusTable::rowHeightFor(const QFont &font, int stateWidth, bool stateSaysAll) const
 {
-    const QString about = m_delegate->stateSaysAll() ? LongestWait : QString();
     return std::max({LeastRowHeight, static_cast<int>(font.pixelSize() * RowPerLetter),
-                     StatusDelegate::badgeHeight(about, font, stateWidth)});
+                     StatusDelegate::badgeHeight(stateSaysAll ? LongestWait : QString(), font, stateWidth)});
 }
 
-/// As large as all rows have room for below one another and the columns side by side, without those that go
-/// first.
+/// As large as all rows have room for below one another and the columns side by side: letters that can be read
+/// from afar are worth more than a column of their own for what the state can say as well.
 int StatusTable::lettersThatFit() const
 {
     for (const int pixels : Letters) {
         const QFont font = withPixels(this->font(), pixels);
         QList<ColumnWish> needed = wishes(font);
-        needed[StatusModel::AnswerColumn] = needed[StatusModel::SequenceColumn] = ColumnWish{};
-        const int width = std::accumulate(needed.cbegin(), needed.cend(), 0,
-                                          [](int sum, const ColumnWish &wish) { return sum + wish.wanted; });
-        const int height = rowHeightFor(font, 0) * m_model->rowCount();
-        if (width <= viewport()->width() && height <= viewport()->height())
+        needed[StatusModel::AboutColumn] = needed[StatusModel::SequenceColumn] = ColumnWish{};
+        const int height = rowHeightFor(font, needed[StatusModel::StateColumn].wanted, true) * m_model->rowCount();
+        if (leastOf(needed) <= viewport()->width() && height <= viewport()->height())
             return pixels;
     }
     return Letters.back();
@@ -221,7 +228,6 @@ void StatusTable::share()
 {
     if (std::exchange(m_isSharing, true))
         return;
-    m_delegate->setStateSaysAll(false);
     setLetters(lettersThatFit());
     const QList<int> widths = fitColumns(wishes(font()), viewport()->width());
     int first = -1;
@@ -246,7 +252,7 @@ void StatusTable::fitRows(int first, int last)
 {
     const int stateWidth = columnWidth(StatusModel::StateColumn);
     const int aboutWidth = columnWidth(StatusModel::AboutColumn);
-    const int usual = rowHeightFor(font(), stateWidth);
+    const int usual = rowHeightFor(font(), stateWidth, m_delegate->stateSaysAll());
     for (int row = first; row <= last; ++row) {
         const QString about = m_model->index(row, StatusModel::AboutColumn).data().toString();
         const int needed =
@@ -274,11 +280,10 @@ QSize StatusTable::sizeHint() const
 
 QSize StatusTable::minimumSizeHint() const
 {
-    const QList<ColumnWish> all = wishes(withPixels(font(), Letters.back()));
-    const int width = std::accumulate(all.cbegin(), all.cend(), 0, [](int sum, const ColumnWish &wish) {
-        return wish.mayGo ? sum : sum + wish.least;
-    });
-    return {qMin(width + barWidth(), WidestMinimum), horizontalHeader()->height() + LeastRowHeight};
+    QList<ColumnWish> all = wishes(withPixels(font(), Letters.back()));
+    for (const auto column : {StatusModel::AboutColumn, StatusModel::AnswerColumn, StatusModel::SequenceColumn})
+        all[column] = {};
+    return {qMin(leastOf(all) + barWidth(), WidestMinimum), horizontalHeader()->height() + LeastRowHeight};
 }
 
 } // namespace station

@@ -50,7 +50,7 @@ private:
     [[nodiscard]] QList<ColumnWish> wishes(const QFont &font) const;
     [[nodiscard]] ColumnWish wishOf(StatusModel::Column column, const QFont &font) const;
     [[nodiscard]] int widestText(StatusModel::Column column, const QFont &font) const;
-    [[nodiscard]] int rowHeightFor(const QFont &font, int stateWidth) const;
+    [[nodiscard]] int rowHeightFor(const QFont &font, int stateWidth, bool stateSaysAll) const;
     void fitRows(int first, int last);
     [[nodiscard]] int barWidth() const;
 

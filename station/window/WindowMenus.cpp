@@ -5,10 +5,25 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProxyStyle>
 
 #include <utility>
 
 namespace station {
+namespace {
+
+/// Alt by itself does not take the focus into the bar: a scanner may hold it for a character.
+class BarStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *more) const override
+    {
+        return hint == SH_MenuBar_AltKeyNavigation ? 0 : QProxyStyle::styleHint(hint, option, widget, more);
+    }
+};
+
+} // namespace
 
 WindowMenus::WindowMenus(QMainWindow *window)
     : QObject(window)
@@ -16,6 +31,9 @@ WindowMenus::WindowMenus(QMainWindow *window)
     QMenuBar *bar = window->menuBar();
     // In the window, wherever the desktop would have it: the station looks the same on all of them.
     bar->setNativeMenuBar(false);
+    auto *style = new BarStyle;
+    style->setParent(bar);
+    bar->setStyle(style);
     QMenu *file = bar->addMenu(QStringLiteral("&File"));
     m_quit = add(file, QStringLiteral("Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q));
     QMenu *run = bar->addMenu(QStringLiteral("&Run"));

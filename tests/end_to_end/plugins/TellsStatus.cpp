@@ -54,9 +54,9 @@ public:
             platform::Array found;
             const auto *model = window()->findChild<QTableView *>()->model();
             for (int row = 0; row < model->rowCount(); ++row) {
-                const QModelIndex state = model->index(row, model->columnCount() - 1);
-                const bool framed = state.data(Qt::UserRole + 1).toBool();
-                const QString text = state.data().toString();
+                const QModelIndex first = model->index(row, 0);
+                const bool framed = first.data(Qt::UserRole + 1).toBool();
+                const QString text = first.data(Qt::UserRole + 2).toString();
                 found.append(framed ? QLatin1Char('[') + text + QLatin1Char(']') : text);
             }
             return found;
