@@ -1,8 +1,9 @@
 #pragma once
 
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
+
 #include "common/LoopRecord.h"
 #include "common/RecordKeys.h"
-#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 
 namespace interactive {
 

@@ -40,10 +40,11 @@ const QCommandLineOption
                           "a folder to look for these in first. May be given several times."),
            QStringLiteral("PATH"));
 
-const QCommandLineOption Theme(QStringLiteral("theme"),
-                               QStringLiteral("Whether the window is light, dark, or as the desktop is (auto). "
-                                              "Otherwise what was chosen in its menu holds."),
-                               QStringLiteral("light|dark|auto"));
+const QCommandLineOption
+    Theme(QStringLiteral("theme"),
+          QStringLiteral("Whether the window is light, dark, or as the desktop is (auto). "
+                         "Otherwise what was chosen in its menu holds."),
+          QStringLiteral("light|dark|auto"));
 
 std::optional<ThemeChoice> themeOf(const QCommandLineParser &parser)
 {

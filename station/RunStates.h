@@ -21,7 +21,7 @@ public:
     struct Shown
     {
         SystemState state = SystemState::Idle;
-        QString text; ///< More than the state's own word; empty where that says it all.
+        QString text;         ///< More than the state's own word; empty where that says it all.
         QString scripts = {}; ///< Those that run; where none does any more, those that ran.
 
         bool operator==(const Shown &) const = default;

@@ -124,8 +124,8 @@ void RunningSequence::sequenceCalled(const KVKLuaCall &call)
 void RunningSequence::tellAnswer(const KVKLuaCall &call)
 {
     // A copy that shares nothing: the sequence may go on with what it was given.
-    const KVKLuaCall own{call.name, platform::ownCopy(call.arguments).toList(), platform::ownCopy(call.result),
-                         call.error};
+    const KVKLuaCall own{call.name, platform::ownCopy(call.arguments).toList(),
+                         platform::ownCopy(call.result), call.error};
     platform::MainQueue::async([this, own, alive = std::weak_ptr<bool>(m_alive)] {
         if (!alive.expired())
             m_listener.answered(own);

@@ -9,8 +9,8 @@ struct ColumnWish
 {
     int wanted = 0;
     int least = 0; ///< Narrower than this it tells nothing. The same as `wanted` for one that never narrows.
-    int narrows = 0; ///< Its turn to become narrower: 1 does so before 2; 0 never does.
-    int goes = 0;    ///< Its turn to be left out, when all have narrowed; 0 never is.
+    int narrows = 0;        ///< Its turn to become narrower: 1 does so before 2; 0 never does.
+    int goes = 0;           ///< Its turn to be left out, when all have narrowed; 0 never is.
     bool takesRest = false; ///< What nobody needs goes to the last column that takes it.
 };
 

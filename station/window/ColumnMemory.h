@@ -36,7 +36,10 @@ private:
         int width = 0;
     };
 
-    [[nodiscard]] static std::size_t at(StatusModel::Column column) { return static_cast<std::size_t>(column); }
+    [[nodiscard]] static std::size_t at(StatusModel::Column column)
+    {
+        return static_cast<std::size_t>(column);
+    }
 
     MemoryFile m_file;
     std::array<Choice, StatusModel::ColumnCount> m_columns;

@@ -99,7 +99,7 @@ bool ControlFocus::goOn(bool forward)
     const auto at = all.indexOf(m_window->focusWidget());
     const auto before = at < 0 ? (forward ? count - 1 : 0) : at;
     all[(before + (forward ? 1 : count - 1)) % count]->setFocus(forward ? Qt::TabFocusReason
-                                                                       : Qt::BacktabFocusReason);
+                                                                        : Qt::BacktabFocusReason);
     return true;
 }
 
@@ -112,7 +112,8 @@ void ControlFocus::followTab(const QObject *watched, const QEvent *event)
     if (key != Qt::Key_Tab && key != Qt::Key_Backtab)
         return;
     m_isTab = true;
-    QMetaObject::invokeMethod(this, [this] { m_isTab = false; }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { m_isTab = false; }, Qt::QueuedConnection);
 }
 
 bool ControlFocus::eventFilter(QObject *watched, QEvent *event)

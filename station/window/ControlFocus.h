@@ -41,8 +41,8 @@ private:
     QWidget *m_ring;
     QList<QPointer<QWidget>> m_controls;
     QList<QPointer<QWidget>> m_after; ///< Those of the controls that stand after the views.
-    QPointer<QWidget> m_chosen; ///< The one that a person has given the focus to.
-    bool m_isTab = false;       ///< A Tab is on its way.
+    QPointer<QWidget> m_chosen;       ///< The one that a person has given the focus to.
+    bool m_isTab = false;             ///< A Tab is on its way.
 };
 
 } // namespace station

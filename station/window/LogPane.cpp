@@ -88,7 +88,8 @@ void LogPane::makeFilters(const QList<SystemRow> &systems)
     m_system->addItem(QStringLiteral("All systems"), LogFilter::AllSystems);
     for (const SystemRow &system : systems)
         m_system->addItem(
-            QStringLiteral("System %1 (%2 %3)").arg(system.index).arg(system.group, system.slotName), system.index);
+            QStringLiteral("System %1 (%2 %3)").arg(system.index).arg(system.group, system.slotName),
+            system.index);
     m_text = new QLineEdit;
     m_text->setPlaceholderText(QStringLiteral("Text to look for"));
     m_text->setClearButtonEnabled(true);
@@ -206,8 +207,10 @@ void LogPane::takeShare()
     LogBacklog::Share share = m_backlog->take();
     m_errors->add(share.errors, share.newestError);
     if (share.leftOut > 0)
-        share.lines.prepend({KVKLogLevel::Default, {},
-                             QStringLiteral("\u2026 %1 lines left out here \u2026").arg(share.leftOut), {}});
+        share.lines.prepend({KVKLogLevel::Default,
+                             {},
+                             QStringLiteral("\u2026 %1 lines left out here \u2026").arg(share.leftOut),
+                             {}});
     QList<LogLine> seen;
     for (const LogLine &line : std::as_const(share.lines)) {
         keep(line);

@@ -3,8 +3,8 @@
 #include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/View.h"
-#include "station/instruction/InstructionPane.h"
 #include "station/Version.h"
+#include "station/instruction/InstructionPane.h"
 #include "station/window/ControlFocus.h"
 #include "station/window/ElidedLabel.h"
 #include "station/window/ErrorButton.h"
@@ -52,8 +52,9 @@ int besideViews(int room, int wantedByViews, int least, int wish)
 
 QString aboutText(const QString &stationName)
 {
-    return QStringLiteral("%1\n\nInteractive Station %2: tests many units at once and asks a person where one "
-                          "is needed.\n\nQt %3")
+    return QStringLiteral(
+               "%1\n\nInteractive Station %2: tests many units at once and asks a person where one "
+               "is needed.\n\nQt %3")
         .arg(stationName, QLatin1String(Version), QLatin1String(qVersion()));
 }
 
@@ -92,9 +93,8 @@ void StationWindow::followPlugins()
     relay->setHandler(
         [this](quint64 systemIndex, bool highlighted) { highlightSystem(systemIndex, highlighted); });
     relay->setMessageHandler([this](const QString &message) { showMessage(message); });
-    relay->setPassHandler([this](qint64 maximum, const QList<qint64> &finished) {
-        m_progress->setPasses(maximum, finished);
-    });
+    relay->setPassHandler(
+        [this](qint64 maximum, const QList<qint64> &finished) { m_progress->setPasses(maximum, finished); });
     KVKExtensionGuidanceRelay *guidance = KVKExtensionGuidanceRelay::sharedGuidanceRelay();
     guidance->setOfferHandler(
         [this](const KVKGuidancePointer &what, bool begins) { m_instructions->setOffered(what, begins); });
@@ -215,7 +215,8 @@ void StationWindow::shareRoom()
     const int least = m_log->minimumHeight();
     const int free = besideViews(height, m_wanted.height() + tabs, least, m_log->sizeHint().height());
     const int log = m_log->isFolded() ? m_log->foldedHeight()
-                    : m_logHeight > 0 ? qBound(least, m_logHeight, qMax(least, height - m_upper->minimumSizeHint().height()))
+                    : m_logHeight > 0 ? qBound(least, m_logHeight,
+                                               qMax(least, height - m_upper->minimumSizeHint().height()))
                                       : free;
     m_whole->handle(1)->setEnabled(!m_log->isFolded());
     m_whole->setSizes({height - log, log});

@@ -35,8 +35,8 @@ class WindowMenus;
 ///
 /// It fits a screen of 1024 x 768 and opens no larger than its screen, light or dark. The window follows the
 /// plug-ins' highlight requests, passes and lines for the operator (KVKExtensionStatusRelay), what their
-/// panels have to be looked at (KVKExtensionGuidanceRelay), and the log proxy as long as it lives; there is one
-/// of it in a process. Thread: the main thread. Requires: platform::MainQueue is attached.
+/// panels have to be looked at (KVKExtensionGuidanceRelay), and the log proxy as long as it lives; there is
+/// one of it in a process. Thread: the main thread. Requires: platform::MainQueue is attached.
 class StationWindow : public QMainWindow
 {
     Q_OBJECT

@@ -58,7 +58,8 @@ void paintBackground(QPainter *painter, const QStyleOptionViewItem &option, cons
 
 void paintText(QPainter *painter, const QRect &rect, const QModelIndex &index, const QColor &color)
 {
-    const bool isShort = index.column() < StatusModel::StateColumn || index.column() == StatusModel::TimeColumn;
+    const bool isShort =
+        index.column() < StatusModel::StateColumn || index.column() == StatusModel::TimeColumn;
     painter->setPen(color);
     const BadgeText wrapped(index.data().toString(), painter->font());
     // What a state is about makes its row as high as it needs; an answer takes the lines that there are.
@@ -200,7 +201,8 @@ int StatusDelegate::badgeHeight(const QString &about, const QFont &viewFont, int
 int StatusDelegate::textWidth(const QString &text, const QFont &viewFont, int column)
 {
     // In bold, as in a row that is highlighted.
-    return QFontMetrics(cellFont(viewFont, column, true)).horizontalAdvance(oneLine(text)) + 2 * TextMargin + 1;
+    return QFontMetrics(cellFont(viewFont, column, true)).horizontalAdvance(oneLine(text)) + 2 * TextMargin +
+           1;
 }
 
 int StatusDelegate::textHeight(const QString &text, const QFont &viewFont, int column, int columnWidth)
@@ -220,8 +222,9 @@ void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
         const QModelIndex about = index.siblingAtColumn(StatusModel::AboutColumn);
         paintBadge(painter, option, index, m_stateSaysAll ? about.data().toString() : QString());
     } else {
-        paintText(painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), index,
-                  textColor(index, option.palette.color(QPalette::Base), option.palette.color(QPalette::Text)));
+        paintText(
+            painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), index,
+            textColor(index, option.palette.color(QPalette::Base), option.palette.color(QPalette::Text)));
     }
     if (highlighted)
         paintFrame(painter, option.rect, index.column() == m_firstColumn, index.column() == m_lastColumn);

@@ -7,8 +7,8 @@
 
 namespace station {
 
-/// Paints a cell of the status table: the system's colours, a badge with a sign for the state, a frame along a
-/// highlighted row. A text whose colour could not be read on its row is black or white. Slot and state are
+/// Paints a cell of the status table: the system's colours, a badge with a sign for the state, a frame along
+/// a highlighted row. A text whose colour could not be read on its row is black or white. Slot and state are
 /// painted in the view's font, in bold; everything else in one that is a little smaller.
 ///
 /// Thread: the main thread.
@@ -50,7 +50,8 @@ public:
     [[nodiscard]] static int badgeHeight(const QString &about, const QFont &viewFont, int columnWidth);
     /// The width of a cell that has the text in one line, and its height where it is narrower.
     [[nodiscard]] static int textWidth(const QString &text, const QFont &viewFont, int column);
-    [[nodiscard]] static int textHeight(const QString &text, const QFont &viewFont, int column, int columnWidth);
+    [[nodiscard]] static int textHeight(const QString &text, const QFont &viewFont, int column,
+                                        int columnWidth);
 
 private:
     bool m_stateSaysAll = false;

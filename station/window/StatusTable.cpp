@@ -110,7 +110,8 @@ void StatusTable::fillColumnMenu(QMenu *menu)
     menu->clear();
     for (int number = 0; number < StatusModel::ColumnCount; ++number) {
         const auto column = static_cast<StatusModel::Column>(number);
-        QAction *action = menu->addAction(m_model->headerData(number, Qt::Horizontal, Qt::DisplayRole).toString());
+        QAction *action =
+            menu->addAction(m_model->headerData(number, Qt::Horizontal, Qt::DisplayRole).toString());
         action->setCheckable(true);
         action->setChecked(!m_columns.isHidden(column));
         action->setEnabled(ColumnMemory::canBeHidden(column));
@@ -203,15 +204,16 @@ int StatusTable::rowHeightFor(const QFont &font, int stateWidth, bool stateSaysA
                      StatusDelegate::badgeHeight(stateSaysAll ? LongestWait : QString(), font, stateWidth)});
 }
 
-/// As large as all rows have room for below one another and the columns side by side: letters that can be read
-/// from afar are worth more than a column of their own for what the state can say as well.
+/// As large as all rows have room for below one another and the columns side by side: letters that can be
+/// read from afar are worth more than a column of their own for what the state can say as well.
 int StatusTable::lettersThatFit() const
 {
     for (const int pixels : Letters) {
         const QFont font = withPixels(this->font(), pixels);
         QList<ColumnWish> needed = wishes(font);
         needed[StatusModel::AboutColumn] = needed[StatusModel::SequenceColumn] = ColumnWish{};
-        const int height = rowHeightFor(font, needed[StatusModel::StateColumn].wanted, true) * m_model->rowCount();
+        const int height =
+            rowHeightFor(font, needed[StatusModel::StateColumn].wanted, true) * m_model->rowCount();
         if (leastOf(needed) <= viewport()->width() && height <= viewport()->height())
             return pixels;
     }
@@ -281,7 +283,8 @@ QSize StatusTable::sizeHint() const
 QSize StatusTable::minimumSizeHint() const
 {
     QList<ColumnWish> all = wishes(withPixels(font(), Letters.back()));
-    for (const auto column : {StatusModel::AboutColumn, StatusModel::AnswerColumn, StatusModel::SequenceColumn})
+    for (const auto column :
+         {StatusModel::AboutColumn, StatusModel::AnswerColumn, StatusModel::SequenceColumn})
         all[column] = {};
     return {qMin(leastOf(all) + barWidth(), WidestMinimum), horizontalHeader()->height() + LeastRowHeight};
 }

@@ -17,8 +17,8 @@ namespace station {
 /// It shares its room out: letters are as large as all rows, and the columns that matter, have room for;
 /// columns that do not fit narrow or go, the last answer and the sequence first, and where no column says any
 /// more what a state is about, the state's own does. A text that does not fit makes its row higher. A person
-/// may resize and hide columns; those keep what was chosen. A click on it takes the focus from nobody, so that
-/// it loses no scan. Thread: the main thread.
+/// may resize and hide columns; those keep what was chosen. A click on it takes the focus from nobody, so
+/// that it loses no scan. Thread: the main thread.
 class StatusTable : public QTableView
 {
     Q_OBJECT

@@ -89,9 +89,8 @@ void UpperRow::shareNow()
     const int wanted = qMax(m_wanted, m_views->widget()->minimumSizeHint().width());
     const int least = m_table->minimumSizeHint().width();
     const int most = qMax(least, withoutPane - m_views->minimumSizeHint().width());
-    const int table = m_chosenTable > 0
-                          ? qBound(least, m_chosenTable, most)
-                          : qBound(least, withoutPane - wanted, m_table->sizeHint().width());
+    const int table = m_chosenTable > 0 ? qBound(least, m_chosenTable, most)
+                                        : qBound(least, withoutPane - wanted, m_table->sizeHint().width());
     if (!hasPane) {
         setSizes({table, whole - table, 0});
         m_views->hold({});

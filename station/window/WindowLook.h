@@ -11,8 +11,8 @@ namespace station {
 
 class ElidedLabel;
 
-/// The station window's look, light and dark. Every text has a contrast of ReadableContrast or more to what it
-/// stands on.
+/// The station window's look, light and dark. Every text has a contrast of ReadableContrast or more to what
+/// it stands on.
 ///
 /// Thread: the main thread.
 [[nodiscard]] QPalette windowPalette(bool dark);

@@ -41,7 +41,8 @@ WindowMenus::WindowMenus(QMainWindow *window)
     m_stop = add(run, QStringLiteral("Stop"), QKeySequence(Qt::SHIFT | Qt::Key_F5));
     QMenu *view = bar->addMenu(QStringLiteral("&View"));
     m_log = add(view, QStringLiteral("Log"), QKeySequence(Qt::CTRL | Qt::Key_L));
-    m_instructions = add(view, QStringLiteral("Instructions"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
+    m_instructions =
+        add(view, QStringLiteral("Instructions"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
     m_log->setCheckable(true);
     m_instructions->setCheckable(true);
     m_columns = view->addMenu(QStringLiteral("Columns"));
@@ -90,7 +91,8 @@ void WindowMenus::setTheme(ThemeChoice choice)
 
 void WindowMenus::setColumnsFilledBy(std::function<void(QMenu *)> fill)
 {
-    connect(m_columns, &QMenu::aboutToShow, this, [this, filledBy = std::move(fill)] { filledBy(m_columns); });
+    connect(m_columns, &QMenu::aboutToShow, this,
+            [this, filledBy = std::move(fill)] { filledBy(m_columns); });
 }
 
 } // namespace station

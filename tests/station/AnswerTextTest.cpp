@@ -17,7 +17,8 @@ QString textOf(const Value &result, const QString &slotName = QStringLiteral("S1
 
 TEST(AnswerText, AnEntryAndItsButton)
 {
-    EXPECT_EQ(textOf(Dictionary{{"SN", "SN260001"}, {"clickedButton", "OK"}}), QStringLiteral("SN260001 · OK"));
+    EXPECT_EQ(textOf(Dictionary{{"SN", "SN260001"}, {"clickedButton", "OK"}}),
+              QStringLiteral("SN260001 · OK"));
     EXPECT_EQ(textOf(Dictionary{{"A", "1"}, {"B", 2}, {"C", ""}}), QStringLiteral("1 · 2"));
 }
 

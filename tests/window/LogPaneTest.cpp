@@ -40,7 +40,10 @@ protected:
     {
         return pane.view()->document()->findBlockByNumber(number).text().mid(TimeLength);
     }
-    [[nodiscard]] QString lastLine() const { return pane.view()->document()->lastBlock().text().mid(TimeLength); }
+    [[nodiscard]] QString lastLine() const
+    {
+        return pane.view()->document()->lastBlock().text().mid(TimeLength);
+    }
     [[nodiscard]] bool waitForLast(const QString &text) const
     {
         return waitUntil([&] { return lastLine() == text; });
@@ -81,7 +84,8 @@ TEST_F(LogPaneTest, ShowsTheLinesInOrderWithTheirTimes)
     ASSERT_TRUE(waitForLast("two"));
     EXPECT_EQ(line(0), "one");
     EXPECT_EQ(pane.view()->document()->blockCount(), 2);
-    EXPECT_TRUE(QTime::fromString(pane.view()->document()->firstBlock().text().left(12), "HH:mm:ss.zzz").isValid());
+    EXPECT_TRUE(
+        QTime::fromString(pane.view()->document()->firstBlock().text().left(12), "HH:mm:ss.zzz").isValid());
 }
 
 TEST_F(LogPaneTest, ShowsLinesOfOtherThreads)
@@ -197,8 +201,8 @@ TEST_F(LogPaneTest, ServesOtherEventsWhileLinesPourIn)
             log("flood");
     });
     int turns = 0;
-    EXPECT_TRUE(
-        waitUntil([&] { return ++turns > 3 && pane.view()->document()->blockCount() > LogPane::LinesAtOnce; }));
+    EXPECT_TRUE(waitUntil(
+        [&] { return ++turns > 3 && pane.view()->document()->blockCount() > LogPane::LinesAtOnce; }));
     enough = true;
     flood.join();
 }

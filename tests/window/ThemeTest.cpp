@@ -51,11 +51,13 @@ TEST(ThemeText, ThereAndBack)
 TEST(ThemeColors, EveryTextCanBeReadOnWhatItStandsOn)
 {
     using Role = QPalette::ColorRole;
-    const std::pair<Role, Role> pairs[] = {
-        {Role::Text, Role::Base},           {Role::WindowText, Role::Window},
-        {Role::ButtonText, Role::Button},   {Role::HighlightedText, Role::Highlight},
-        {Role::ToolTipText, Role::ToolTipBase}, {Role::PlaceholderText, Role::Base},
-        {Role::Link, Role::Base}};
+    const std::pair<Role, Role> pairs[] = {{Role::Text, Role::Base},
+                                           {Role::WindowText, Role::Window},
+                                           {Role::ButtonText, Role::Button},
+                                           {Role::HighlightedText, Role::Highlight},
+                                           {Role::ToolTipText, Role::ToolTipBase},
+                                           {Role::PlaceholderText, Role::Base},
+                                           {Role::Link, Role::Base}};
     for (const bool dark : {false, true}) {
         const QPalette palette = windowPalette(dark);
         EXPECT_EQ(isDark(palette), dark);
@@ -65,7 +67,8 @@ TEST(ThemeColors, EveryTextCanBeReadOnWhatItStandsOn)
             EXPECT_GE(contrast(station::logColor(level, palette), palette.color(QPalette::Base)),
                       ReadableContrast);
         const QPalette error = station::errorPalette(palette);
-        EXPECT_GE(contrast(error.color(QPalette::ButtonText), error.color(QPalette::Button)), ReadableContrast);
+        EXPECT_GE(contrast(error.color(QPalette::ButtonText), error.color(QPalette::Button)),
+                  ReadableContrast);
         const QPalette message = station::messagePalette(palette);
         EXPECT_GE(contrast(message.color(QPalette::WindowText), message.color(QPalette::Window)),
                   ReadableContrast);

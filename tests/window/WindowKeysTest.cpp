@@ -1,10 +1,9 @@
-#include "station/window/StationWindow.h"
-
 #include "platform/View.h"
 #include "station/window/ErrorButton.h"
 #include "station/window/LogPane.h"
 #include "station/window/LogView.h"
 #include "station/window/ShortcutGuard.h"
+#include "station/window/StationWindow.h"
 #include "station/window/StatusTable.h"
 #include "station/window/WindowMenus.h"
 #include "tests/support/LogTrap.h"

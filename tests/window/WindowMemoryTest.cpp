@@ -156,16 +156,15 @@ TEST(PlaceOnScreens, AWindowOpensOnAScreenThatIsThereAndNoLargerThanIt)
         QRect place;
         QList<QRect> screens;
         QRect opens;
-    } cases[] = {
-        {{1100, 100, 800, 600}, {left, right}, {1100, 100, 800, 600}},
-        // Its screen is gone.
-        {{1100, 100, 800, 600}, {left}, {1024 - 4 - 800, 100, 800, 600}},
-        {{-5000, -5000, 800, 600}, {left, right}, {4, 32, 800, 600}},
-        // Larger than the only screen that there is.
-        {{1024, 0, 1920, 1080}, {left}, {4, 32, 1016, 732}},
-        // Most of it is on the other screen.
-        {{900, 100, 800, 600}, {left, right}, {1028, 100, 800, 600}},
-        {{5, 40, 300, 200}, {}, {5, 40, 300, 200}}};
+    } cases[] = {{{1100, 100, 800, 600}, {left, right}, {1100, 100, 800, 600}},
+                 // Its screen is gone.
+                 {{1100, 100, 800, 600}, {left}, {1024 - 4 - 800, 100, 800, 600}},
+                 {{-5000, -5000, 800, 600}, {left, right}, {4, 32, 800, 600}},
+                 // Larger than the only screen that there is.
+                 {{1024, 0, 1920, 1080}, {left}, {4, 32, 1016, 732}},
+                 // Most of it is on the other screen.
+                 {{900, 100, 800, 600}, {left, right}, {1028, 100, 800, 600}},
+                 {{5, 40, 300, 200}, {}, {5, 40, 300, 200}}};
     for (const auto &each : cases)
         EXPECT_EQ(placeOnScreens(each.place, each.screens), each.opens) << each.place.x();
 }
