@@ -76,7 +76,7 @@ TEST(Status, ARowTellsScriptAnswerAndTimeOfItsSystem)
         showView(1, { input = { "SN" }, button = { "Cancel", "OK" } })
         cells(1)
         cells(0)
-        showGroupView(0, { bogus = 1 })
+        showGroupView(0, { input = { "S1" }, switch = { "S1" } })
         cells(0)
     )");
     station.operatorDoes(R"(
@@ -93,7 +93,7 @@ TEST(Status, ARowTellsScriptAnswerAndTimeOfItsSystem)
     const QJsonObject asked = calls.at(0).value("result").toObject();
     EXPECT_EQ(asked.value("Slot").toString(), "S2");
     EXPECT_EQ(asked.value("State").toString(), "Running");
-    EXPECT_EQ(asked.value("Last answer").toString(), QStringLiteral("SN260001 · OK"));
+    EXPECT_EQ(asked.value("Last answer").toString(), QStringLiteral("SN260001 · Pass"));
     EXPECT_TRUE(asked.value("Sequence").toString().endsWith(".lua"));
     EXPECT_TRUE(asked.value("Time").toString().startsWith("0:"))
         << asked.value("Time").toString().toStdString();
