@@ -2,6 +2,7 @@
 
 #include "input/Entries.h"
 #include "platform/LogFormat.h"
+#include "plugin/PassNotice.h"
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 
@@ -140,6 +141,7 @@ void LoopControls::configLoop(platform::View *sender)
     // A text that is no number reads as 0, which turns loop mode off.
     const qint64 maximum = platform::integerValue(text);
     m_records.startLoop(maximum, m_station.groupCount());
+    tellPasses(m_records.loopRecord(), m_station.groupCount());
     log::standard(messages::LoopConfigured, {method, field->identifier(), text});
 }
 

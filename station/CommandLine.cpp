@@ -44,6 +44,23 @@ const QCommandLineOption Badge(QStringLiteral("badge"),
                                QStringLiteral("The operator's badge, which is not asked for then."),
                                QStringLiteral("TEXT"));
 
+const QCommandLineOption
+    Theme(QStringLiteral("theme"),
+          QStringLiteral("Whether the window is light, dark, or as the desktop is (auto). "
+                         "Otherwise what was chosen in its menu holds."),
+          QStringLiteral("light|dark|auto"));
+
+std::optional<ThemeChoice> themeOf(const QCommandLineParser &parser)
+{
+    if (!parser.isSet(Theme))
+        return std::nullopt;
+    const auto choice = themeFromText(parser.value(Theme));
+    if (!choice)
+        throw StationError(
+            QStringLiteral("--theme: is light, dark or auto, not '%1'").arg(parser.value(Theme)));
+    return choice;
+}
+
 void requireFile(const QString &option, const QString &path)
 {
     if (!QFileInfo(path).isFile())
@@ -69,6 +86,7 @@ CommandLine valuesOf(const QCommandLineParser &parser)
     line.log = parser.value(Log);
     line.plugins = parser.values(Plugin);
     line.badge = parser.value(Badge);
+    line.theme = themeOf(parser);
     line.headless = parser.isSet(Headless);
     return line;
 }
@@ -101,7 +119,7 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Runs Lua test sequences for the systems of a station and asks its operator for input."));
-    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin, Badge});
+    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin, Badge, Theme});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     // Not process(), which ends the program by itself, with a status of its own.

@@ -74,7 +74,8 @@ void SequenceRunner::stop()
 RunningSequence::Listener SequenceRunner::listenerOf(int sequence)
 {
     return {[this, sequence](const KVKCallWait &wait) { Q_EMIT sequenceWaits(sequence, wait); },
-            [this, sequence](const KVKLuaEnd &end) { ended(sequence, end); }};
+            [this, sequence](const KVKLuaEnd &end) { ended(sequence, end); },
+            [this, sequence](const KVKLuaCall &call) { Q_EMIT sequenceAnswered(sequence, call); }};
 }
 
 QList<QList<int>> SequenceRunner::systemsOfSequences() const
@@ -83,6 +84,14 @@ QList<QList<int>> SequenceRunner::systemsOfSequences() const
     for (const auto &sequence : m_sequences)
         systems.append(sequence->systems());
     return systems;
+}
+
+QStringList SequenceRunner::scriptsOfSequences() const
+{
+    QStringList scripts;
+    for (const auto &sequence : m_sequences)
+        scripts.append(sequence->script());
+    return scripts;
 }
 
 QList<quint64> SequenceRunner::callsUnderWay() const

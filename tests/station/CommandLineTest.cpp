@@ -186,4 +186,13 @@ TEST_F(CommandLineTest, ABadgeIsATextThatIsNotEmpty)
     EXPECT_EQ(refusalBesideConfig({"--badge", ""}), "--badge: is empty");
 }
 
+TEST_F(CommandLineTest, TheThemeIsOneOfThreeOrLeftOpen)
+{
+    EXPECT_EQ(readBesideConfig({}).theme, std::nullopt);
+    EXPECT_EQ(readBesideConfig({"--theme", "dark"}).theme, station::ThemeChoice::Dark);
+    EXPECT_EQ(readBesideConfig({"--theme", "light"}).theme, station::ThemeChoice::Light);
+    EXPECT_EQ(readBesideConfig({"--theme", "auto"}).theme, station::ThemeChoice::Auto);
+    EXPECT_EQ(refusalBesideConfig({"--theme", "pink"}), "--theme: is light, dark or auto, not 'pink'");
+}
+
 } // namespace
