@@ -137,8 +137,8 @@ private:
 
     [[noreturn]] void refuse(const QString &key, int code, const QString &why) const
     {
-        throw Refused{
-            key, {code, formatMessage(messages::WrongValue, {key, shown(m_config.value(key)), why})}};
+        throw Refused{key,
+                      {code, formatMessage(messages::WrongValue, {key, shown(m_config.value(key)), why})}};
     }
     [[noreturn]] void refuse(const QString &key, int code, const char *why) const
     {

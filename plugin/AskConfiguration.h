@@ -24,8 +24,8 @@ struct AskContext
     QStringList buttons;                   ///< The titles of the panel's buttons.
     qint64 length = 0;                     ///< Required length of an entry; 0 or less takes any.
     QChar decimalPoint = QLatin1Char('.'); ///< Of the station's locale.
-    /// Keys whose values are not known, when a script is looked at before it runs: nothing that depends on one
-    /// is refused. With "input" among them, more labels may be asked for than are named here.
+    /// Keys whose values are not known, when a script is looked at before it runs: nothing that depends on
+    /// one is refused. With "input" among them, more labels may be asked for than are named here.
     QStringList unknown = {};
 };
 

@@ -154,6 +154,12 @@ private:
             // Of a station that is not known, every whole number may be an element.
             if (isWithin(list, index, selector, what) || m_station.systemCount() == 0)
                 return;
+            if (m_function == QLatin1String("showView")) {
+                add(1, {},
+                    platform::formatMessage(messages::NoSuchSystem,
+                                            {m_function, index, m_station.systemCount() - 1}));
+                return;
+            }
             static_cast<void>(elementAt(list, index, selector, what));
         } catch (const std::logic_error &problem) {
             // In a script the method of the platform says nothing; its function is named.
@@ -209,8 +215,7 @@ private:
         if (!known.knows(config::Input))
             return;
         const Refusal columns{ErrorColumnExceedsSlots, QLatin1String(messages::ColumnExceedsSlots)};
-        const auto refused =
-            refusalOf(known.config, forGroup, wanted.inputs, wanted.switches, station);
+        const auto refused = refusalOf(known.config, forGroup, wanted.inputs, wanted.switches, station);
         if (refused)
             addForKey(keyOf(*refused, wanted), *refused);
         // Told beside what is wrong with the labels.

@@ -50,21 +50,27 @@ QList<Doubt> keyedDoubtsAbout(const platform::Dictionary &config, const QString 
     }
     const QString length = config::text(config::Length, config);
     if (!length.isEmpty() && !isInteger(length))
-        doubts.append({config::Length, platform::formatMessage(messages::LengthIsNoNumber,
-                                              {method, length, platform::integerValue(length)})});
+        doubts.append(
+            {config::Length, platform::formatMessage(messages::LengthIsNoNumber,
+                                                     {method, length, platform::integerValue(length)})});
     const qint64 wanted = platform::integerValue(length);
     if (wanted > platform::TextField::MaximumEntryLength)
-        doubts.append({config::Length, platform::formatMessage(
-            messages::LengthIsTooLong, {method, wanted, qint64{platform::TextField::MaximumEntryLength}})});
+        doubts.append(
+            {config::Length,
+             platform::formatMessage(messages::LengthIsTooLong,
+                                     {method, wanted, qint64{platform::TextField::MaximumEntryLength}})});
     const QString color = config::text(config::MessageColor, config);
     if (!color.isEmpty() && !ColorEngine::colorForName(color))
-        doubts.append({config::MessageColor, platform::formatMessage(messages::ColorIsUnknown, {method, color})});
+        doubts.append(
+            {config::MessageColor, platform::formatMessage(messages::ColorIsUnknown, {method, color})});
     const QString alignment = config::text(config::MessageAlignment, config);
     const qint64 number = platform::integerValue(alignment);
     if (!alignment.isEmpty() && !isInteger(alignment))
-        doubts.append({config::MessageAlignment, platform::formatMessage(messages::AlignmentIsNoNumber, {method, alignment, number})});
+        doubts.append({config::MessageAlignment,
+                       platform::formatMessage(messages::AlignmentIsNoNumber, {method, alignment, number})});
     else if (!alignment.isEmpty() && (number < 0 || number > 4))
-        doubts.append({config::MessageAlignment, platform::formatMessage(messages::AlignmentOutOfRange, {method, alignment})});
+        doubts.append({config::MessageAlignment,
+                       platform::formatMessage(messages::AlignmentOutOfRange, {method, alignment})});
     return doubts;
 }
 

@@ -82,9 +82,8 @@ void InteractiveView::acceptCalls()
 KVKCallReport InteractiveView::lookAtCall(const QString &function, const platform::Array &arguments)
 {
     const KVKConfigEngine *engine = KVKConfigEngine::sharedConfigEngine();
-    return reportOnCall(
-        function, arguments,
-        StationMap(engine->systemIndexToGroupMapping(), engine->systemIndexToSlotMapping()));
+    return reportOnCall(function, arguments,
+                        StationMap(engine->systemIndexToGroupMapping(), engine->systemIndexToSlotMapping()));
 }
 
 } // namespace interactive

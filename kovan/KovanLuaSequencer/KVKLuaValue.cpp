@@ -37,8 +37,7 @@ public:
         case LUA_TTABLE:
             return readTable(index, path, depth);
         default:
-            throw KVKLuaValueError(
-                KVKProblemOfValue(path, QLatin1String(luaL_typename(m_state, index))));
+            throw KVKLuaValueError(KVKProblemOfValue(path, QLatin1String(luaL_typename(m_state, index))));
         }
     }
 

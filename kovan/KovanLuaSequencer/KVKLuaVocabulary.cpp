@@ -93,8 +93,8 @@ void addRefused(lua_State *state, KVKLuaVocabulary &vocabulary)
 int loadScript(lua_State *state)
 {
     const QByteArray &script = *static_cast<const QByteArray *>(lua_touserdata(state, 1));
-    if (luaL_loadbufferx(state, script.constData(), static_cast<std::size_t>(script.size()), "=script", "t") !=
-        LUA_OK)
+    if (luaL_loadbufferx(state, script.constData(), static_cast<std::size_t>(script.size()), "=script",
+                         "t") != LUA_OK)
         return lua_error(state);
     return 0;
 }

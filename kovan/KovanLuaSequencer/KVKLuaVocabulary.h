@@ -24,9 +24,9 @@ struct KVKLuaVocabulary
 /// Thread: any. Errors: throws std::runtime_error for want of memory.
 [[nodiscard]] KVKLuaVocabulary KVKLuaLibraryVocabulary();
 
-/// The names that a function for scripts gives to a state, its tables' fields included. The function may raise
-/// Lua errors; it makes no C++ objects that have a destructor.
-/// Thread: any. Errors: throws std::runtime_error where it raises one.
+/// The names that a function for scripts gives to a state, its tables' fields included. The function may
+/// raise Lua errors; it makes no C++ objects that have a destructor. Thread: any. Errors: throws
+/// std::runtime_error where it raises one.
 [[nodiscard]] KVKLuaVocabulary KVKLuaVocabularyOf(void (*give)(lua_State *state));
 
 /// Why Lua does not take a script.

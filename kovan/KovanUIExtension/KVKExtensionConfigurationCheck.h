@@ -40,8 +40,8 @@ struct KVKCallReport
     QList<KVKCallPicture> pictures;
 };
 
-/// What a host may ask of a plug-in in addition, before any script runs: what it would say to a call of one of
-/// its functions. Optional; a host asks for it with qobject_cast and does without it when it is not there.
+/// What a host may ask of a plug-in in addition, before any script runs: what it would say to a call of one
+/// of its functions. Optional; a host asks for it with qobject_cast and does without it when it is not there.
 ///
 /// Thread: the main thread. The plug-in's view need not be loaded.
 class KVKExtensionConfigurationCheck

@@ -106,8 +106,7 @@ private:
         } else if (!mayBeGiven) {
             type = QStringLiteral("no value");
         }
-        const QString problem =
-            type.isEmpty() ? type : KVKProblemOfType(m_known.function, position, type);
+        const QString problem = type.isEmpty() ? type : KVKProblemOfType(m_known.function, position, type);
         if (!problem.isEmpty()) {
             m_script.add(place, problem);
             m_isRefused = true;
@@ -140,8 +139,8 @@ private:
             if (value.kind != Kind::Function && value.kind != Kind::Table)
                 continue;
             const QString key = m_script.values().keyOf(item, number).value_or(QString());
-            const QString place = item.key ? path + QLatin1Char('.') + key
-                                           : QStringLiteral("%1[%2]").arg(path, key);
+            const QString place =
+                item.key ? path + QLatin1Char('.') + key : QStringLiteral("%1[%2]").arg(path, key);
             const bool mayBe = depth == 0 && m_known.function.takesFunctionUnder(key);
             if (value.kind == Kind::Table && depth < Deepest)
                 lookForFunctions(value, place, depth + 1);
@@ -188,10 +187,10 @@ void checkPanelKeys(LuaScript &script, const QStringList &panelKeys)
         if (!isKey || panelKeys.contains(key.toString()))
             return;
         const QString meant = platform::nearestWord(key.toString(), panelKeys);
-        script.add(place, QStringLiteral("the station has no group or system '%1'%2")
-                              .arg(key.toString(), meant.isEmpty()
-                                                       ? meant
-                                                       : QStringLiteral("; did you mean '%1'?").arg(meant)));
+        script.add(place,
+                   QStringLiteral("the station has no group or system '%1'%2")
+                       .arg(key.toString(),
+                            meant.isEmpty() ? meant : QStringLiteral("; did you mean '%1'?").arg(meant)));
     };
     for (const LuaScript::Call &call : script.calls()) {
         if (call.expression->parts.size() < 2)

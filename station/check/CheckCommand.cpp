@@ -36,8 +36,7 @@ std::optional<CheckRequest> requestOf(const QStringList &arguments)
                                                 "(*.lua)."),
                                  QStringLiteral("FILE..."));
     if (!parser.parse(arguments)) {
-        throw StationError(
-            QStringLiteral("check: %1; see station check --help").arg(parser.errorText()));
+        throw StationError(QStringLiteral("check: %1; see station check --help").arg(parser.errorText()));
     }
     if (parser.isSet(help)) {
         QTextStream(stdout) << parser.helpText().replace(QStringLiteral("Usage: check"),

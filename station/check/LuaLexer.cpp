@@ -11,9 +11,9 @@
 namespace station {
 namespace {
 
-const QList<QByteArray> Words{"and",   "break", "do",  "else", "elseif", "end",    "false", "for",
-                              "function", "goto", "if", "in",  "local",  "nil",    "not",   "or",
-                              "repeat", "return", "then", "true", "until", "while"};
+const QList<QByteArray> Words{"and",      "break",  "do",   "else", "elseif", "end",  "false", "for",
+                              "function", "goto",   "if",   "in",   "local",  "nil",  "not",   "or",
+                              "repeat",   "return", "then", "true", "until",  "while"};
 
 // The longer ones first, since each begins with a shorter one.
 constexpr std::array<const char *, 33> Symbols{

@@ -29,9 +29,9 @@ struct Binding
 const std::map<std::string, Binding> &binaryOperators()
 {
     static const std::map<std::string, Binding> operators{
-        {"or", {1, 1}},  {"and", {2, 2}}, {"<", {3, 3}},   {">", {3, 3}},   {"<=", {3, 3}},  {">=", {3, 3}},
-        {"~=", {3, 3}},  {"==", {3, 3}},  {"|", {4, 4}},   {"~", {5, 5}},   {"&", {6, 6}},   {"<<", {7, 7}},
-        {">>", {7, 7}},  {"..", {9, 8}},  {"+", {10, 10}}, {"-", {10, 10}}, {"*", {11, 11}}, {"/", {11, 11}},
+        {"or", {1, 1}},   {"and", {2, 2}}, {"<", {3, 3}},   {">", {3, 3}},   {"<=", {3, 3}},  {">=", {3, 3}},
+        {"~=", {3, 3}},   {"==", {3, 3}},  {"|", {4, 4}},   {"~", {5, 5}},   {"&", {6, 6}},   {"<<", {7, 7}},
+        {">>", {7, 7}},   {"..", {9, 8}},  {"+", {10, 10}}, {"-", {10, 10}}, {"*", {11, 11}}, {"/", {11, 11}},
         {"//", {11, 11}}, {"%", {11, 11}}, {"^", {14, 13}}};
     return operators;
 }
@@ -78,7 +78,10 @@ private:
 
     [[noreturn]] void fail(const char *why) const { throw LuaSyntaxError(m_token.place, why); }
 
-    void advance() { m_token = std::exchange(m_next, m_next.kind == LuaToken::Kind::End ? m_next : m_lexer.next()); }
+    void advance()
+    {
+        m_token = std::exchange(m_next, m_next.kind == LuaToken::Kind::End ? m_next : m_lexer.next());
+    }
     bool accept(const char *text)
     {
         const bool is = m_token.is(text);

@@ -118,14 +118,12 @@ void LuaScript::noteNames()
     }
     // Handed on, or indexed by what is not known.
     m_definesAnything = m_definesAnything || globalTables != globalTablesNamed;
-    const bool hasOwnEnvironment =
-        std::any_of(m_tree->locals.begin(), m_tree->locals.end(),
-                    [](const LuaLocal &local) { return local.name == "_ENV"; });
+    const bool hasOwnEnvironment = std::any_of(m_tree->locals.begin(), m_tree->locals.end(),
+                                               [](const LuaLocal &local) { return local.name == "_ENV"; });
     m_definesAnything = m_definesAnything || hasOwnEnvironment || m_assigned.contains(QStringLiteral("_ENV"));
     // Problems are told in the order of the text.
-    std::sort(m_calls.begin(), m_calls.end(), [](const Call &a, const Call &b) {
-        return a.expression->place < b.expression->place;
-    });
+    std::sort(m_calls.begin(), m_calls.end(),
+              [](const Call &a, const Call &b) { return a.expression->place < b.expression->place; });
 }
 
 void LuaScript::noteCall(const LuaExpression &expression)

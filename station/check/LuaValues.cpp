@@ -71,8 +71,7 @@ LuaValues::LuaValues(const LuaTree &tree, const OnlyReads &onlyReads)
     }
     for (const LuaExpression *expression : tree.evaluated) {
         const auto holder = holders.find(expression);
-        look(*expression,
-             holder == holders.end() ? Use{} : Use{Use::Kind::Held, holder->second});
+        look(*expression, holder == holders.end() ? Use{} : Use{Use::Kind::Held, holder->second});
     }
     for (const LuaTree::Assignment &assignment : tree.assignments)
         lookAtTarget(*assignment.target);
@@ -336,7 +335,8 @@ std::optional<QString> LuaValues::keyOf(const LuaExpression::Item &item, int pos
         return QString::number(position);
     m_valuesLeft = std::max(m_valuesLeft, DeepestValue);
     const platform::Value key = value(*item.key, 0);
-    if (key.metaType() == QMetaType::fromType<QString>() || key.metaType() == QMetaType::fromType<qlonglong>())
+    if (key.metaType() == QMetaType::fromType<QString>() ||
+        key.metaType() == QMetaType::fromType<qlonglong>())
         return key.toString();
     // Lua makes a whole number of 2.0.
     if (key.metaType() == QMetaType::fromType<double>() && std::trunc(key.toDouble()) == key.toDouble() &&

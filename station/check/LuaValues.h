@@ -14,8 +14,8 @@
 
 namespace station {
 
-/// What is known of the values of a script's expressions without running it: literals, table constructors, the
-/// locals that are given one and keep it, and what is joined from these. What is not known for certain is
+/// What is known of the values of a script's expressions without running it: literals, table constructors,
+/// the locals that are given one and keep it, and what is joined from these. What is not known for certain is
 /// unknown: a table that anything could have changed meanwhile is.
 ///
 /// Thread: any. Ownership: refers to the tree, which outlives it.
@@ -27,8 +27,8 @@ public:
 
     LuaValues(const LuaTree &tree, const OnlyReads &onlyReads);
 
-    /// The expression that gives the value, behind parentheses, locals and fields; the expression itself where
-    /// there is no other.
+    /// The expression that gives the value, behind parentheses, locals and fields; the expression itself
+    /// where there is no other.
     [[nodiscard]] const LuaExpression &behind(const LuaExpression &expression) const;
     /// What a global name or its fields are called: "string.format"; nothing for anything else, and for what
     /// is not known. The table of globals itself, _G, is left out.

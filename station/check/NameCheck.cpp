@@ -63,18 +63,18 @@ private:
             name == QLatin1String("_ENV"))
             return;
         const QString elsewhere = m_known.elsewhere.value(name);
-        m_script.add(place, elsewhere.isEmpty()
-                                ? QStringLiteral("'%1' is not defined%2").arg(name, didYouMean(name, m_nearer))
-                                : QStringLiteral("'%1' is there only in %2").arg(name, elsewhere));
+        m_script.add(place,
+                     elsewhere.isEmpty()
+                         ? QStringLiteral("'%1' is not defined%2").arg(name, didYouMean(name, m_nearer))
+                         : QStringLiteral("'%1' is there only in %2").arg(name, elsewhere));
     }
 
     /// "string.fromat", also by way of a local or _G.
     void checkField(const LuaExpression &index)
     {
         // Where it stands for something else, that is looked at in its own place.
-        const auto name = &m_script.values().behind(index) == &index
-                              ? m_script.values().nameBehind(index)
-                              : std::nullopt;
+        const auto name =
+            &m_script.values().behind(index) == &index ? m_script.values().nameBehind(index) : std::nullopt;
         if (!name)
             return;
         const qsizetype dot = name->lastIndexOf(QLatin1Char('.'));
@@ -105,8 +105,9 @@ private:
         if (value.metaType() != QMetaType::fromType<QString>() || m_own.contains(strings) ||
             m_own.contains(strings + QLatin1Char('.') + method) || m_fields.value(strings).contains(method))
             return;
-        m_script.add(call.place, QStringLiteral("a text has no '%1'%2")
-                                     .arg(method, didYouMean(method, m_fields.value(strings))));
+        m_script.add(
+            call.place,
+            QStringLiteral("a text has no '%1'%2").arg(method, didYouMean(method, m_fields.value(strings))));
     }
 
     LuaScript &m_script;

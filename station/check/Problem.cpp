@@ -21,8 +21,7 @@ QString Problem::asLine() const
     }
     if (text.size() > LongestText)
         shown += QChar(0x2026);
-    const QString place =
-        column > 0 ? QStringLiteral("%1:%2").arg(line).arg(column) : QString::number(line);
+    const QString place = column > 0 ? QStringLiteral("%1:%2").arg(line).arg(column) : QString::number(line);
     return file + QLatin1Char(':') + place + QStringLiteral(": ") + shown;
 }
 

@@ -41,11 +41,10 @@ QString shownPath(const QString &path)
 /// Functions of Lua's libraries that leave a table which they are given as it is.
 bool libraryOnlyReads(const QString &function)
 {
-    static const QStringList names{QStringLiteral("pairs"),        QStringLiteral("ipairs"),
-                                   QStringLiteral("next"),         QStringLiteral("print"),
-                                   QStringLiteral("type"),         QStringLiteral("tostring"),
-                                   QStringLiteral("table.concat"), QStringLiteral("table.unpack"),
-                                   QStringLiteral("log")};
+    static const QStringList names{
+        QStringLiteral("pairs"),        QStringLiteral("ipairs"),       QStringLiteral("next"),
+        QStringLiteral("print"),        QStringLiteral("type"),         QStringLiteral("tostring"),
+        QStringLiteral("table.concat"), QStringLiteral("table.unpack"), QStringLiteral("log")};
     return names.contains(function);
 }
 
@@ -73,8 +72,8 @@ class StationLook
 public:
     StationLook(StationConfig config, const QStringList &givenPlugins)
         : m_config(std::move(config))
-        , m_plugins(loadPlugins(givenPlugins, m_config.plugins.isEmpty() ? QStringList{UsualPlugin}
-                                                                         : m_config.plugins))
+        , m_plugins(loadPlugins(givenPlugins,
+                                m_config.plugins.isEmpty() ? QStringList{UsualPlugin} : m_config.plugins))
     {
         KVKConfigEngine *engine = KVKConfigEngine::sharedConfigEngine();
         engine->setSystemIndexToGroupMapping(toArray(m_config.systemGroups));
@@ -169,8 +168,7 @@ private:
             for (const QString &name : globalsOf(kind))
                 names.globals.insert(name);
         }
-        const QStringList folders =
-            QStringList{QFileInfo(path).absolutePath()} + m_config.imageFolders;
+        const QStringList folders = QStringList{QFileInfo(path).absolutePath()} + m_config.imageFolders;
         checkWithModules(path, names, [&](LuaScript &script, const QSet<QString> &own) {
             checkCalls(script, m_functions, own, folders);
         });
@@ -315,11 +313,11 @@ private:
     {
         for (const QString &script : std::as_const(m_scripts)) {
             const QString path = QFileInfo(script).canonicalFilePath();
-            const bool isKnown = !path.isEmpty() &&
-                                 std::any_of(alreadyLookedAt.begin(), alreadyLookedAt.end(),
-                                             [&](const SequenceEntry &entry) {
-                                                 return QFileInfo(entry.script).canonicalFilePath() == path;
-                                             });
+            const bool isKnown =
+                !path.isEmpty() &&
+                std::any_of(alreadyLookedAt.begin(), alreadyLookedAt.end(), [&](const SequenceEntry &entry) {
+                    return QFileInfo(entry.script).canonicalFilePath() == path;
+                });
             if (!isKnown)
                 look.checkScript(script);
         }

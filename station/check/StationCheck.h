@@ -20,8 +20,8 @@ struct CheckRequest
 /// script of its own is looked at for the station of the only configuration, or for any when there is none or
 /// several. Problems are in the order of files and lines.
 ///
-/// Thread: the main thread; there is an application. Errors: throws StationError where plug-ins of the request
-/// cannot be loaded.
+/// Thread: the main thread; there is an application. Errors: throws StationError where plug-ins of the
+/// request cannot be loaded.
 [[nodiscard]] QList<Problem> checkFiles(const CheckRequest &request);
 
 } // namespace station

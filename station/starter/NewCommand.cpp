@@ -122,8 +122,8 @@ int runNew(const QStringList &arguments)
     takeInTemplates();
     writeStation(*folder);
     const QString shown = QDir(*folder).filePath(QStringLiteral("station.toml"));
-    QTextStream(stdout) << "Written to " << *folder << ": " << Files.join(QStringLiteral(", ")) << "\nRun it: station --config "
-                        << shown << '\n';
+    QTextStream(stdout) << "Written to " << *folder << ": " << Files.join(QStringLiteral(", "))
+                        << "\nRun it: station --config " << shown << '\n';
     return EXIT_SUCCESS;
 }
 
