@@ -96,7 +96,9 @@ StationMap stationThatFits(const Dictionary &config)
         names += config.value(key).toMap().keys();
     constexpr qint64 MostColumns = 1000;
     const qint64 columns = std::min(config::integer(config::Column, config), MostColumns);
-    while (names.size() < std::max<qint64>(columns, 1) || names.size() < 2)
+    // A label that is named twice makes one slot, and is no label too many.
+    const qint64 enough = std::max<qint64>(columns, 2 * names.size() + 1);
+    while (names.size() < enough)
         names.append(QStringLiteral("\x01%1").arg(names.size()));
     Array groups;
     Array slotNames;

@@ -1,12 +1,10 @@
 #include "station/check/LuaParser.h"
 
 #include "station/check/LuaLexer.h"
+#include "station/check/LuaOperators.h"
+#include "station/check/LuaScope.h"
 
-#include <QHash>
-
-#include <map>
 #include <optional>
-#include <string>
 #include <utility>
 
 namespace station {
@@ -19,30 +17,13 @@ using Kind = LuaExpression::Kind;
 constexpr int LongestChain = 2000;
 constexpr int DeepestNesting = 400;
 
-/// How strongly the binary operators bind to their left and to their right.
-struct Binding
-{
-    int left;
-    int right;
-};
-
-const std::map<std::string, Binding> &binaryOperators()
-{
-    static const std::map<std::string, Binding> operators{
-        {"or", {1, 1}},   {"and", {2, 2}}, {"<", {3, 3}},   {">", {3, 3}},   {"<=", {3, 3}},  {">=", {3, 3}},
-        {"~=", {3, 3}},   {"==", {3, 3}},  {"|", {4, 4}},   {"~", {5, 5}},   {"&", {6, 6}},   {"<<", {7, 7}},
-        {">>", {7, 7}},   {"..", {9, 8}},  {"+", {10, 10}}, {"-", {10, 10}}, {"*", {11, 11}}, {"/", {11, 11}},
-        {"//", {11, 11}}, {"%", {11, 11}}, {"^", {14, 13}}};
-    return operators;
-}
-constexpr int UnaryBinding = 12;
-
 class Parser
 {
 public:
     explicit Parser(const QByteArray &script)
         : m_lexer(script)
         , m_tree(std::make_unique<LuaTree>())
+        , m_scope(*m_tree)
     {
         m_token = m_lexer.next();
         m_next = m_lexer.next();
@@ -59,21 +40,16 @@ public:
 
 private:
     /// Counts how deep the parser has gone into itself.
-    class Depth
+    struct Depth
     {
-    public:
-        explicit Depth(Parser &parser)
-            : m_parser(parser)
+        explicit Depth(Parser &counted)
+            : parser(counted)
         {
-            if (++m_parser.m_depth > DeepestNesting)
-                m_parser.fail("is nested too deep to be looked at");
+            if (++parser.m_depth > DeepestNesting)
+                parser.fail("is nested too deep to be looked at");
         }
-        ~Depth() { --m_parser.m_depth; }
-        Depth(const Depth &) = delete;
-        Depth &operator=(const Depth &) = delete;
-
-    private:
-        Parser &m_parser;
+        ~Depth() { --parser.m_depth; }
+        Parser &parser;
     };
 
     [[noreturn]] void fail(const char *why) const { throw LuaSyntaxError(m_token.place, why); }
@@ -84,10 +60,10 @@ private:
     }
     bool accept(const char *text)
     {
-        const bool is = m_token.is(text);
-        if (is)
-            advance();
-        return is;
+        if (!m_token.is(text))
+            return false;
+        advance();
+        return true;
     }
     void expect(const char *text)
     {
@@ -113,25 +89,9 @@ private:
 
     // Scopes
 
-    LuaLocal *declare(const QByteArray &name, const LuaExpression *value = nullptr)
-    {
-        LuaLocal &local = m_tree->locals.emplace_back();
-        local.name = name;
-        local.value = value;
-        m_visible.push_back(&local);
-        return &local;
-    }
-    LuaLocal *find(const QByteArray &name) const
-    {
-        for (auto each = m_visible.rbegin(); each != m_visible.rend(); ++each) {
-            if ((*each)->name == name)
-                return *each;
-        }
-        return nullptr;
-    }
     LuaExpression *nameExpression(const LuaToken &name)
     {
-        LuaLocal *local = find(name.text);
+        LuaLocal *local = m_scope.find(name.text);
         LuaExpression *made = make(local ? Kind::Local : Kind::Global, name.place);
         made->text = name.text;
         made->local = local;
@@ -149,9 +109,9 @@ private:
     /// What a block declares is gone behind it.
     void block()
     {
-        const std::size_t visible = m_visible.size();
+        const LuaScope::Mark visible = m_scope.mark();
         statements();
-        m_visible.resize(visible);
+        m_scope.leave(visible);
     }
 
     void statements()
@@ -203,11 +163,11 @@ private:
     void repeatStatement()
     {
         // The condition sees what the body declares.
-        const std::size_t visible = m_visible.size();
+        const LuaScope::Mark visible = m_scope.mark();
         statements();
         expect("until");
         evaluate();
-        m_visible.resize(visible);
+        m_scope.leave(visible);
     }
 
     void ifStatement()
@@ -234,11 +194,11 @@ private:
             expect("in");
         evaluateList();
         expect("do");
-        const std::size_t visible = m_visible.size();
+        const LuaScope::Mark visible = m_scope.mark();
         for (const QByteArray &name : names)
-            declare(name);
+            m_scope.declare(name);
         block();
-        m_visible.resize(visible);
+        m_scope.leave(visible);
         expect("end");
     }
 
@@ -265,7 +225,7 @@ private:
             const LuaPlace place = m_token.place;
             advance();
             // Declared first: the body may call it.
-            LuaLocal *local = declare(expectName().text);
+            LuaLocal *local = m_scope.declare(expectName().text);
             local->value = functionBody(place, false);
             return;
         }
@@ -277,20 +237,16 @@ private:
                 expect(">");
             }
         } while (accept(","));
-        std::vector<const LuaExpression *> values;
-        if (accept("="))
-            values = evaluateList();
+        const auto values = accept("=") ? evaluateList() : std::vector<const LuaExpression *>();
         // The values do not see the names yet.
         for (std::size_t i = 0; i < names.size(); ++i)
-            declare(names[i], valueAt(values, i));
+            m_scope.declare(names[i], valueAt(values, i));
     }
 
-    /// Which expression gives the value at a place; null for what a call may give, or leave out.
+    /// What gives the value at a place; null for what a call may give, or leave out.
     static const LuaExpression *valueAt(const std::vector<const LuaExpression *> &values, std::size_t place)
     {
-        if (place >= values.size())
-            return nullptr;
-        return values[place];
+        return place < values.size() ? values[place] : nullptr;
     }
 
     void expressionStatement()
@@ -339,13 +295,12 @@ private:
         LuaExpression *left = unary();
         for (;;) {
             const bool mayBe = m_token.kind == LuaToken::Kind::Symbol || m_token.kind == LuaToken::Kind::Word;
-            const auto found =
-                mayBe ? binaryOperators().find(m_token.text.toStdString()) : binaryOperators().end();
-            if (found == binaryOperators().end() || found->second.left <= limit)
+            const std::optional<LuaBinding> binding = mayBe ? bindingOfBinary(m_token.text) : std::nullopt;
+            if (!binding || binding->left <= limit)
                 return left;
             const bool joins = m_token.is("..");
             advance();
-            LuaExpression *right = expression(found->second.right);
+            LuaExpression *right = expression(binding->right);
             if (!joins && left->kind == Kind::Operation) {
                 // Nobody asks what is worked out from what, and a flat list can have any length.
                 left->parts.push_back(right);
@@ -364,7 +319,7 @@ private:
         if (!isMinus && !m_token.is("not") && !m_token.is("#") && !m_token.is("~"))
             return simple();
         advance();
-        LuaExpression *operand = expression(UnaryBinding);
+        LuaExpression *operand = expression(BindingOfUnary);
         LuaExpression *made = make(isMinus ? Kind::Minus : Kind::Measure, place);
         made->parts = {operand};
         return made;
@@ -373,16 +328,12 @@ private:
     LuaExpression *simple()
     {
         const LuaToken token = m_token;
-        switch (token.kind) {
-        case LuaToken::Kind::Text:
+        if (token.kind == LuaToken::Kind::Text)
             return literal(Kind::Text);
-        case LuaToken::Kind::Integer:
+        if (token.kind == LuaToken::Kind::Integer)
             return literal(Kind::Integer);
-        case LuaToken::Kind::Number:
+        if (token.kind == LuaToken::Kind::Number)
             return literal(Kind::Number);
-        default:
-            break;
-        }
         if (token.is("nil"))
             return literal(Kind::Nil);
         if (token.is("true") || token.is("false")) {
@@ -514,28 +465,28 @@ private:
 
     LuaExpression *functionBody(LuaPlace place, bool isMethod)
     {
-        const std::size_t visible = m_visible.size();
+        const LuaScope::Mark visible = m_scope.mark();
         if (isMethod)
-            declare("self");
+            m_scope.declare("self");
         expect("(");
         while (!m_token.is(")")) {
             if (!accept("..."))
-                declare(expectName().text);
+                m_scope.declare(expectName().text);
             if (!accept(","))
                 break;
         }
         expect(")");
         block();
         expect("end");
-        m_visible.resize(visible);
+        m_scope.leave(visible);
         return make(Kind::Function, place);
     }
 
     LuaLexer m_lexer;
     std::unique_ptr<LuaTree> m_tree;
+    LuaScope m_scope;
     LuaToken m_token;
     LuaToken m_next;
-    std::vector<LuaLocal *> m_visible; ///< The innermost last.
     int m_depth = 0;
 };
 

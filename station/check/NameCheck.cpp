@@ -2,6 +2,8 @@
 
 #include "platform/NearestWord.h"
 
+#include <algorithm>
+
 namespace station {
 namespace {
 
@@ -25,6 +27,9 @@ public:
             m_nearer.append(name);
         m_nearer += m_globals.values();
         m_nearer.sort();
+        // Hardly anybody means one of Lua's own names for its insides.
+        std::stable_partition(m_nearer.begin(), m_nearer.end(),
+                              [](const QString &name) { return !name.startsWith(QLatin1Char('_')); });
     }
 
     void check()

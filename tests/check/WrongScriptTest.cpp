@@ -125,7 +125,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "os.exit(1)\nio.read()\nio.lines()\nio.stdin:read()",
                     {"sequence.lua:1:4: os.exit is not available to a sequence",
                      "sequence.lua:2:4: io.read is not available to a sequence",
-                     "sequence.lua:3:1: io.lines without a file is not available to a sequence",
+                     "sequence.lua:3:4: io.lines without a file is not available to a sequence",
                      "sequence.lua:4:10: io.stdin:read is not available to a sequence"}},
         WrongScript{"OfAnotherKind",
                     "print(slotName, groupName)",
