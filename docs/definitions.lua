@@ -1,5 +1,5 @@
 ---@meta
--- What a sequence of the station finds, for editors that speak with a Lua language server: add this file to the
+-- What a sequence and an operator's script find, for editors that speak with a Lua language server: add this file to the
 -- server's libraries. sequences.md tells the rest.
 
 ---The system's number, in a sequence that runs per system.
@@ -130,3 +130,90 @@ shared = {}
 ---@param change fun(value: any): any
 ---@return any
 function shared.update(key, change) end
+
+---What a click is aimed at on a panel: one of `title`, `slot` and `switch`.
+---@class OperatorTarget
+---@field panel string The group's name, or the system's number.
+---@field title? string A button's title.
+---@field slot? string The slot's field.
+---@field switch? string The slot's switch.
+
+---A view, as `operator.tree` gives it.
+---@class OperatorView
+---@field class string
+---@field identifier? string
+---@field frame table<string, number> x, y, width and height in points, from the lower left corner of the parent.
+---@field tag integer
+---@field hidden boolean
+---@field children OperatorView[]
+---@field enabled? boolean
+---@field text? string
+---@field editable? boolean
+---@field focused? boolean
+---@field fontSize? number
+---@field bold? boolean
+---@field alignment? integer
+---@field textColor? table<string, number>
+---@field background? table<string, number> red, green, blue and alpha, 0 to 1.
+---@field state? integer 1 on, 0 off.
+
+---What a script finds that takes the operator's place; operator-scripts.md tells the rest.
+operator = {}
+
+---Waits until the panel can be seen.
+---@param key string The group's name, or the system's number.
+---@param seconds number
+function operator.waitForPanel(key, seconds) end
+
+---Waits until the panel that was last clicked in, otherwise the one that is there, is gone.
+---@param key string
+---@param seconds number
+function operator.waitForPanelGone(key, seconds) end
+
+---Presses the keys of a text, for whatever has the focus.
+---@param text string|number
+function operator.type(text) end
+
+---What a bar code scanner sends: the text and Return.
+---@param text string|number
+function operator.scan(text) end
+
+---Presses and releases the mouse on a view.
+---@param target string|OperatorTarget
+function operator.click(target) end
+
+---The views of the plug-in, or of the first view with the identifier.
+---@param identifier? string
+---@return OperatorView|nil view
+function operator.tree(identifier) end
+
+---A property of the plug-in.
+---@param name string
+---@return any
+function operator.property(name) end
+
+---The last lines of the log.
+---@param count? integer 100 unless given.
+---@return string[] lines
+function operator.log(count) end
+
+---Writes a PNG of the window, or of the part that a view takes up.
+---@param path string
+---@param identifier? string
+function operator.screenshot(path, identifier) end
+
+---Resizes the window.
+---@param width integer
+---@param height integer
+---@return integer width What it then has, which is more when its content needs more.
+---@return integer height
+function operator.resize(width, height) end
+
+---Waits; ends at once when the station stops.
+---@param seconds number
+function operator.sleep(seconds) end
+
+---Fails with the text unless the condition holds.
+---@param condition any
+---@param text? string
+function expect(condition, text) end

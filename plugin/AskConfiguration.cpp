@@ -27,11 +27,16 @@ constexpr qsizetype LongestShown = 80;
 
 const QString OkTitle = QStringLiteral("OK");
 
-/// Leaves the reading with a refusal.
+/// Leaves the reading of a key with a refusal.
 struct Refused
 {
+    QString key;
     Refusal refusal;
 };
+
+/// Leaves the reading of a key that depends on something unknown.
+struct NotKnown
+{};
 
 bool isText(const Value &value)
 {
@@ -81,32 +86,59 @@ public:
 
     AskReading read()
     {
-        try {
-            readPattern();
-            m_rules.hint = entryText(config::Hint, ErrorHint);
-            readValidate();
-            readUnique();
-            readNumber();
-            readChoices();
-            // Behind what forbids it, so that a broken number or list is told before their meeting.
-            checkUnique();
-            // Judged by the rules above, which are complete by now.
-            readDefault();
-            m_rules.placeholder = entryText(config::Placeholder, ErrorPlaceholder);
-            readAutoConfirm();
-            readTimeLimit();
-            m_rules.image = text(config::Image, ErrorImage);
-            m_rules.instruction = text(config::Instruction, ErrorInstruction);
-        } catch (const Refused &refused) {
-            return {{}, refused.refusal};
-        }
-        return {m_rules, std::nullopt};
+        step([this] { readPattern(); });
+        step([this] { m_rules.hint = entryText(config::Hint, ErrorHint); });
+        step([this] { readValidate(); });
+        step([this] { readUnique(); });
+        step([this] { readNumber(); });
+        step([this] { readChoices(); });
+        // Behind what forbids it, so that a broken number or list is told before their meeting.
+        step([this] { checkUnique(); });
+        // Judged by the rules above, which have to be complete.
+        if (m_areComplete)
+            step([this] { readDefault(); });
+        step([this] { m_rules.placeholder = entryText(config::Placeholder, ErrorPlaceholder); });
+        step([this] { readAutoConfirm(); });
+        step([this] { readTimeLimit(); });
+        step([this] { m_rules.image = text(config::Image, ErrorImage); });
+        step([this] { m_rules.instruction = text(config::Instruction, ErrorInstruction); });
+        if (!m_refusals.isEmpty())
+            return {{}, m_refusals.first().refusal, m_refusals};
+        return {m_rules, std::nullopt, {}};
     }
 
 private:
+    template <class Step>
+    void step(const Step &read)
+    {
+        try {
+            read();
+            return;
+        } catch (const Refused &refused) {
+            m_refusals.append({refused.key, refused.refusal});
+        } catch (const NotKnown &) {
+            // Nothing to say about it.
+        }
+        m_areComplete = false;
+    }
+
+    [[nodiscard]] bool isKnown(const QString &key) const { return !m_context.unknown.contains(key); }
+    void needKnown(const QString &key) const
+    {
+        if (!isKnown(key))
+            throw NotKnown();
+    }
+    /// The value of a key; nothing when it is not there.
+    [[nodiscard]] Value valueOf(const QString &key) const
+    {
+        needKnown(key);
+        return m_config.value(key);
+    }
+
     [[noreturn]] void refuse(const QString &key, int code, const QString &why) const
     {
-        throw Refused{{code, formatMessage(messages::WrongValue, {key, shown(m_config.value(key)), why})}};
+        throw Refused{key,
+                      {code, formatMessage(messages::WrongValue, {key, shown(m_config.value(key)), why})}};
     }
     [[noreturn]] void refuse(const QString &key, int code, const char *why) const
     {
@@ -116,9 +148,11 @@ private:
     /// The value of a key that says something about entries; nothing when it is not there.
     Value entryValue(const QString &key, int code) const
     {
-        const Value value = m_config.value(key);
-        if (value.isValid() && m_context.labels.isEmpty())
+        const Value value = valueOf(key);
+        if (value.isValid() && m_context.labels.isEmpty()) {
+            needKnown(config::Input);
             refuse(key, code, messages::NeedsInput);
+        }
         return value;
     }
     QString checkedText(const QString &key, int code, const Value &value) const
@@ -131,7 +165,7 @@ private:
     {
         return checkedText(key, code, entryValue(key, code));
     }
-    QString text(const QString &key, int code) const { return checkedText(key, code, m_config.value(key)); }
+    QString text(const QString &key, int code) const { return checkedText(key, code, valueOf(key)); }
 
     /// Refuses a table that names a slot which the station does not have, or a label that nobody asks for.
     void checkNames(const QString &key, int code, const Dictionary &table) const
@@ -139,8 +173,10 @@ private:
         for (const QString &name : table.keys()) {
             if (m_context.forGroup && !labels::contains(m_station.systemIndexToSlotMapping(), name))
                 refuse(key, code, formatMessage(messages::UnknownSlot, {name}));
-            if (!m_context.forGroup && !m_context.labels.contains(name))
+            if (!m_context.forGroup && !m_context.labels.contains(name)) {
+                needKnown(config::Input);
                 refuse(key, code, formatMessage(messages::UnknownLabel, {name}));
+            }
         }
     }
 
@@ -207,9 +243,9 @@ private:
     }
     void checkUnique() const
     {
-        const Value value = m_config.value(config::Unique);
+        const Value value = valueOf(config::Unique);
         for (const QString &key : {config::Number, config::Choices}) {
-            if (value.isValid() && m_config.value(key).isValid())
+            if (value.isValid() && isKnown(key) && m_config.value(key).isValid())
                 refuse(config::Unique, ErrorUnique, formatMessage(messages::UniqueNeedsText, {key}));
         }
     }
@@ -300,7 +336,7 @@ private:
     void refuseBeside(const QString &key, int code, const QStringList &others) const
     {
         for (const QString &other : others) {
-            if (m_config.value(other).isValid())
+            if (isKnown(other) && m_config.value(other).isValid())
                 refuse(key, code, formatMessage(messages::OneOfThree, {other}));
         }
     }
@@ -312,6 +348,7 @@ private:
             return;
         // A text for a whole group would be the same entry in every slot.
         if (!m_context.forGroup && !platform::isDictionary(value)) {
+            needKnown(config::Input);
             addDefault(m_context.labels.first(), value);
             return;
         }
@@ -357,13 +394,15 @@ private:
         if (value.metaType() != QMetaType::fromType<bool>())
             refuse(config::AutoConfirm, ErrorAutoConfirm, messages::MustBeTrueOrFalse);
         m_rules.autoConfirm = value.toBool();
-        if (m_rules.autoConfirm && !m_context.buttons.contains(OkTitle))
+        if (m_rules.autoConfirm && !m_context.buttons.contains(OkTitle)) {
+            needKnown(config::Button);
             refuse(config::AutoConfirm, ErrorAutoConfirm, messages::NeedsOkButton);
+        }
     }
 
     void readTimeLimit()
     {
-        const Value value = m_config.value(config::TimeLimit);
+        const Value value = valueOf(config::TimeLimit);
         if (!value.isValid())
             return;
         if (m_context.isMessage)
@@ -380,6 +419,8 @@ private:
     const AskContext &m_context;
     const StationMap &m_station;
     AskRules m_rules;
+    QList<AskReading::OfKey> m_refusals;
+    bool m_areComplete = true; ///< Whether every step so far has read its key.
 };
 
 } // namespace

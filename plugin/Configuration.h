@@ -2,6 +2,7 @@
 
 #include "platform/Value.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -25,6 +26,14 @@ struct Refusal
 [[nodiscard]] std::optional<Refusal> refusalOf(const platform::Dictionary &config, bool forGroup,
                                                const platform::Value &inputs, const platform::Value &switches,
                                                const StationMap &station);
+
+/// Something that a configuration says of a key, in words for its author.
+struct Doubt
+{
+    QString key;
+    QString text;
+};
+[[nodiscard]] QList<Doubt> keyedDoubtsAbout(const platform::Dictionary &config, const QString &method);
 
 /// What a configuration says and nobody uses, or that is taken for something else: a line for the log each.
 /// `method` is the name that the lines begin with. Thread: any.

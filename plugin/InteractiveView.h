@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanUIExtension/KVKExtensionConfigurationCheck.h"
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "platform/CollectionView.h"
@@ -34,13 +35,14 @@ inline const QString InteractivePluginErrorDomain = QStringLiteral("InteractiveP
 class InteractiveView : public platform::ViewController,
                         public KVKExtensionInteractiveView,
                         public KVKExtensionInterruption,
+                        public KVKExtensionConfigurationCheck,
                         public platform::CollectionViewDelegate
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID KVKExtensionInteractiveView_iid FILE "InteractiveView.json")
     Q_CLASSINFO("function keys of showGroupView", "validate")
     Q_CLASSINFO("function keys of showView", "validate")
-    Q_INTERFACES(KVKExtensionInteractiveView KVKExtensionInterruption)
+    Q_INTERFACES(KVKExtensionInteractiveView KVKExtensionInterruption KVKExtensionConfigurationCheck)
     Q_PROPERTY(QVariantMap savedData READ savedData)
     Q_PROPERTY(QVariantMap enableStatus READ enableStatus)
     Q_PROPERTY(QVariantList systemIndexToGroupMapping READ systemIndexToGroupMapping)
@@ -66,6 +68,9 @@ public:
     void interruptWaitingCalls() override;
     /// A run begins: the answers of the one before are forgotten.
     void acceptCalls() override;
+    /// Uses the station that the host's configuration names now; nothing of this object.
+    [[nodiscard]] KVKCallReport lookAtCall(const QString &function,
+                                           const platform::Array &arguments) override;
 
     // The functions of the table. Thread: a sequencer thread, never the main thread for the show calls.
     Q_INVOKABLE platform::Value showGroupView(const platform::Value &groupNumber,

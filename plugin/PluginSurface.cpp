@@ -1,4 +1,6 @@
 #include "kovan/KovanLuaSequencer/KVKLabels.h"
+#include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "plugin/CallCheck.h"
 #include "plugin/InteractiveView.h"
 #include "plugin/Rooms.h"
 
@@ -75,6 +77,13 @@ void InteractiveView::acceptCalls()
     m_rooms->records.forgetAllAnswers();
     m_rooms->answers.forget();
     m_rooms->waits.accept();
+}
+
+KVKCallReport InteractiveView::lookAtCall(const QString &function, const platform::Array &arguments)
+{
+    const KVKConfigEngine *engine = KVKConfigEngine::sharedConfigEngine();
+    return reportOnCall(function, arguments,
+                        StationMap(engine->systemIndexToGroupMapping(), engine->systemIndexToSlotMapping()));
 }
 
 } // namespace interactive

@@ -1,6 +1,5 @@
 #include "plugin/ShowCall.h"
 
-#include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/LogFormat.h"
 #include "platform/MainQueue.h"
@@ -9,8 +8,6 @@
 #include "plugin/Rooms.h"
 #include "plugin/ShowError.h"
 #include "plugin/WaitNotice.h"
-
-#include <QLocale>
 
 #include <algorithm>
 #include <stdexcept>
@@ -166,45 +163,17 @@ bool ShowCall::findPanel()
 
 void ShowCall::readWanted()
 {
-    m_wanted.switches = m_config.value(config::Switch);
-    m_wanted.inputs = m_config.value(config::Input);
-    m_wanted.buttons = m_config.value(config::Button);
-    if (m_wanted.switches.isValid() && !platform::isArray(m_wanted.switches))
-        m_wanted.wrongType = QLatin1String(messages::SwitchIsNotArray);
-    else if (m_wanted.inputs.isValid() && !platform::isArray(m_wanted.inputs))
-        m_wanted.wrongType = QLatin1String(messages::InputIsNotArray);
-    if (m_wanted.buttons.isValid() && !platform::isArray(m_wanted.buttons)) {
-        // Taken as none, as the line says: a text must not become a button for each of its letters.
+    m_wanted = wantedBy(m_config);
+    if (m_wanted.buttonsAreNoList)
         log::error(messages::ButtonIsNotArray, {});
-        m_wanted.buttons = {};
-    }
-    m_wanted.switchCount = m_wanted.switches.toList().size();
-    m_wanted.inputCount = m_wanted.inputs.toList().size();
 }
 
 void ShowCall::readRules()
 {
-    AskContext context;
-    context.forGroup = isGroupPanel();
-    context.isMessage = isInformative();
-    if (!context.isMessage && m_wanted.switchCount == 0) {
-        for (const platform::Value &label : m_wanted.inputs.toList())
-            context.labels.append(platform::description(label));
-    }
-    context.buttons =
-        plan::buttonTitles(m_wanted.buttons, isGroupPanel() ? PanelKind::Group : PanelKind::Slot,
-                           m_wanted.inputCount > 0, m_wanted.switchCount > 0);
-    context.length = config::integer(config::Length, m_config);
-    const QString point = QLocale(KVKConfigEngine::sharedConfigEngine()->locale()).decimalPoint();
-    context.decimalPoint = point.isEmpty() ? QLatin1Char('.') : point.at(0);
-    AskReading reading = readAskRules(m_config, context, m_rooms.station);
+    AskReading reading =
+        readAskRules(m_config, askContextOf(m_config, m_wanted, isGroupPanel()), m_rooms.station);
     m_rules = std::make_shared<const AskRules>(std::move(reading.rules));
     m_rulesRefusal = reading.refusal;
-}
-
-bool ShowCall::isInformative() const
-{
-    return isGroupPanel() && !config::text(config::Message, m_config).isEmpty();
 }
 
 /// A caller without an out-parameter cannot learn of a refusal, and its panel is drawn.

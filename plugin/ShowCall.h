@@ -5,6 +5,7 @@
 #include "platform/Error.h"
 #include "platform/Value.h"
 #include "plugin/Configuration.h"
+#include "plugin/Wanted.h"
 
 #include <memory>
 #include <optional>
@@ -37,24 +38,12 @@ public:
     [[nodiscard]] platform::Value run();
 
 private:
-    /// What the configuration asks for.
-    struct Wanted
-    {
-        platform::Value inputs;
-        platform::Value switches;
-        platform::Value buttons;
-        qsizetype inputCount = 0;
-        qsizetype switchCount = 0;
-        /// A value of the wrong type, in words; empty when there is none.
-        QString wrongType;
-    };
-
     [[nodiscard]] bool findPanel();
     void readWanted();
     void readRules();
     [[nodiscard]] bool isGroupPanel() const { return m_subject.isGroup; }
-    [[nodiscard]] bool asks() const { return m_wanted.inputCount > 0 || m_wanted.switchCount > 0; }
-    [[nodiscard]] bool isInformative() const;
+    [[nodiscard]] bool asks() const { return m_wanted.asks(); }
+    [[nodiscard]] bool isInformative() const { return interactive::isInformative(m_config, isGroupPanel()); }
     [[nodiscard]] std::optional<Refusal> refusal() const;
     [[nodiscard]] Turns::Room roomNeeded() const;
     [[nodiscard]] QString question() const;

@@ -1,6 +1,7 @@
 #include "station/ConfigTable.h"
 #include "station/Palette.h"
 #include "station/PersonConfig.h"
+#include "station/Refusals.h"
 #include "station/StationConfig.h"
 #include "station/StationError.h"
 
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace station {
@@ -86,7 +88,7 @@ void numberSystems(StationConfig &config, const QStringList &groups, const QStri
 }
 
 /// A mapping laid out by hand.
-void readMapping(StationConfig &config, const ConfigTable &table)
+void readMapping(StationConfig &config, const ConfigTable &table, const Refusals &refusals)
 {
     const auto groups = table.texts("system_groups");
     const auto slotNames = table.texts("system_slots");
@@ -99,11 +101,11 @@ void readMapping(StationConfig &config, const ConfigTable &table)
                                        .arg(slotNames->size())
                                        .arg(groups->size()));
     }
-    refuseBlanks(table, "system_groups", *groups);
-    refuseBlanks(table, "system_slots", *slotNames);
-    refuseUnusableGroups(table, "system_groups", *groups, groups->size());
-    refuseUnusableSlots(table, "system_slots", *slotNames);
-    refusePositionTwice(table, *groups, *slotNames);
+    refusals.attempt([&] { refuseBlanks(table, "system_groups", *groups); });
+    refusals.attempt([&] { refuseBlanks(table, "system_slots", *slotNames); });
+    refusals.attempt([&] { refuseUnusableGroups(table, "system_groups", *groups, groups->size()); });
+    refusals.attempt([&] { refuseUnusableSlots(table, "system_slots", *slotNames); });
+    refusals.attempt([&] { refusePositionTwice(table, *groups, *slotNames); });
     config.systemGroups = *groups;
     config.systemSlots = *slotNames;
 }
@@ -131,38 +133,54 @@ QStringList readImageFolders(const ConfigTable &table, const QDir &folder)
     return paths;
 }
 
-void readStation(StationConfig &config, const ConfigTable &table, const QDir &folder)
+/// The groups and the slots that each of them has.
+void readGroupsAndSlots(StationConfig &config, const ConfigTable &table, const Refusals &refusals)
+{
+    std::optional<QStringList> groups;
+    std::optional<QStringList> slotNames;
+    const auto read = [&](const char *key, std::optional<QStringList> &names) {
+        names = table.texts(key);
+        if (!names)
+            table.failMissing(key);
+    };
+    const bool hasGroups = refusals.attempt([&] { read("groups", groups); });
+    const bool hasSlots = refusals.attempt([&] { read("slots", slotNames); });
+    if (hasGroups) {
+        const qsizetype systems = groups->size() * (hasSlots ? slotNames->size() : 0);
+        refusals.attempt([&] { refuseBlanks(table, "groups", *groups); });
+        refusals.attempt([&] { refuseDuplicates(table, "groups", *groups); });
+        refusals.attempt([&] { refuseUnusableGroups(table, "groups", *groups, systems); });
+    }
+    if (hasSlots) {
+        refusals.attempt([&] { refuseBlanks(table, "slots", *slotNames); });
+        refusals.attempt([&] { refuseDuplicates(table, "slots", *slotNames); });
+        refusals.attempt([&] { refuseUnusableSlots(table, "slots", *slotNames); });
+    }
+    if (hasGroups && hasSlots)
+        numberSystems(config, *groups, *slotNames);
+}
+
+void readStation(StationConfig &config, const ConfigTable &table, const QDir &folder,
+                 const Refusals &refusals)
 {
     table.allowOnly({QStringLiteral("name"), QStringLiteral("groups"), QStringLiteral("slots"),
                      QStringLiteral("custom_row_color"), QStringLiteral("locale"), QStringLiteral("images"),
                      QStringLiteral("system_groups"), QStringLiteral("system_slots"),
                      QStringLiteral("sounds"), QStringLiteral("volume"), QStringLiteral("ask_operator"),
-                     QStringLiteral("badge_pattern")});
-    config.name = table.text("name").value_or(QStringLiteral("Station"));
-    config.customRowColor = table.truth("custom_row_color").value_or(false);
-    config.locale = localeOf(table);
-    config.imageFolders = readImageFolders(table, folder);
+                     QStringLiteral("badge_pattern")},
+                    refusals);
+    refusals.attempt([&] { config.name = table.text("name").value_or(QStringLiteral("Station")); });
+    refusals.attempt([&] { config.customRowColor = table.truth("custom_row_color").value_or(false); });
+    refusals.attempt([&] { config.locale = localeOf(table); });
+    refusals.attempt([&] { config.imageFolders = readImageFolders(table, folder); });
     const bool byHand = table.has("system_groups") || table.has("system_slots");
     if (byHand && (table.has("groups") || table.has("slots")))
         table.fail(table.has("groups") ? "groups" : "slots",
                    QStringLiteral("cannot stand beside system_groups and system_slots"));
-    if (byHand) {
-        readMapping(config, table);
-        return;
-    }
-    const auto groups = table.texts("groups");
-    const auto slotNames = table.texts("slots");
-    if (!groups)
-        table.failMissing("groups");
-    if (!slotNames)
-        table.failMissing("slots");
-    refuseBlanks(table, "groups", *groups);
-    refuseDuplicates(table, "groups", *groups);
-    refuseUnusableGroups(table, "groups", *groups, groups->size() * slotNames->size());
-    refuseBlanks(table, "slots", *slotNames);
-    refuseDuplicates(table, "slots", *slotNames);
-    refuseUnusableSlots(table, "slots", *slotNames);
-    numberSystems(config, *groups, *slotNames);
+    if (byHand)
+        readMapping(config, table, refusals);
+    else
+        readGroupsAndSlots(config, table, refusals);
 }
 
 platform::Color readColor(const ConfigTable &table, const char *key, const platform::Color &otherwise)
@@ -177,9 +195,10 @@ platform::Color readColor(const ConfigTable &table, const char *key, const platf
     return *color;
 }
 
-void readSystem(StationConfig &config, QList<int> &seen, const ConfigTable &table)
+void readSystem(StationConfig &config, QList<int> &seen, const ConfigTable &table, const Refusals &refusals)
 {
-    table.allowOnly({QStringLiteral("index"), QStringLiteral("background"), QStringLiteral("text")});
+    table.allowOnly({QStringLiteral("index"), QStringLiteral("background"), QStringLiteral("text")},
+                    refusals);
     const auto index = table.integer("index");
     if (!index)
         table.failMissing("index");
@@ -193,8 +212,8 @@ void readSystem(StationConfig &config, QList<int> &seen, const ConfigTable &tabl
         table.fail("index", QStringLiteral("system %1 is given twice").arg(system));
     seen.append(system);
     SystemColors &colors = config.colors[system];
-    colors.background = readColor(table, "background", colors.background);
-    colors.text = readColor(table, "text", colors.text);
+    refusals.attempt([&] { colors.background = readColor(table, "background", colors.background); });
+    refusals.attempt([&] { colors.text = readColor(table, "text", colors.text); });
 }
 
 SequenceKind readKind(const ConfigTable &table)
@@ -210,16 +229,18 @@ SequenceKind readKind(const ConfigTable &table)
     return found->second;
 }
 
-SequenceEntry readSequence(const ConfigTable &table, const QDir &folder)
+SequenceEntry readSequence(const ConfigTable &table, const QDir &folder, const Refusals &refusals)
 {
-    table.allowOnly({QStringLiteral("script"), QStringLiteral("per")});
+    table.allowOnly({QStringLiteral("script"), QStringLiteral("per")}, refusals);
     const auto script = table.text("script");
     if (!script)
         table.failMissing("script");
     const QString path = QDir::cleanPath(folder.absoluteFilePath(*script));
     if (!QFileInfo(path).isFile())
         table.fail("script", QStringLiteral("there is no file %1").arg(path));
-    return {path, readKind(table)};
+    SequenceEntry entry{path, SequenceKind::System};
+    refusals.attempt([&] { entry.kind = readKind(table); });
+    return entry;
 }
 
 /// A path stands for a file beside the configuration; a bare name is looked for where plug-ins are.
@@ -255,28 +276,62 @@ toml::table parse(const QString &path)
 
 } // namespace
 
-StationConfig readStationConfig(const QString &path, SequenceNeed need)
+namespace {
+
+StationConfig read(const QString &path, SequenceNeed need, const Refusals &refusals)
 {
     const toml::table content = parse(path);
     const QDir folder = QFileInfo(path).absoluteDir();
     const ConfigTable root(content, path, QString());
     root.allowOnly({QStringLiteral("station"), QStringLiteral("system"), QStringLiteral("sequence"),
-                    QStringLiteral("plugins"), QStringLiteral("scanner")});
+                    QStringLiteral("plugins"), QStringLiteral("scanner")},
+                   refusals);
     StationConfig config;
-    const auto station = root.table("station");
-    if (!station)
-        root.failMissing("station");
-    readStation(config, *station, folder);
-    readPerson(config, root, *station);
+    refusals.attempt([&] {
+        const auto station = root.table("station");
+        if (!station)
+            root.failMissing("station");
+        readStation(config, *station, folder, refusals);
+        refusals.attempt([&] { readPerson(config, root, *station); });
+    });
     for (int i = 0; i < config.systemGroups.size(); ++i)
         config.colors.insert(i, defaultColors(i));
     QList<int> seen;
-    root.forEachTable("system", [&](const ConfigTable &table) { readSystem(config, seen, table); });
-    root.forEachTable(
-        "sequence", [&](const ConfigTable &table) { config.sequences.append(readSequence(table, folder)); });
-    config.plugins = readPlugins(root, folder);
-    if (config.sequences.isEmpty() && need == SequenceNeed::AtLeastOne)
-        root.fail("sequence", QStringLiteral("is missing; there is nothing to run"));
+    // Where the systems themselves are not known, what is said of one cannot be judged.
+    if (!config.systemGroups.isEmpty() || !refusals.haveAny()) {
+        refusals.attempt([&] {
+            root.forEachTable("system", [&](const ConfigTable &table) {
+                refusals.attempt([&] { readSystem(config, seen, table, refusals); });
+            });
+        });
+    }
+    bool namesNone = true;
+    refusals.attempt([&] {
+        root.forEachTable("sequence", [&](const ConfigTable &table) {
+            namesNone = false;
+            refusals.attempt([&] { config.sequences.append(readSequence(table, folder, refusals)); });
+        });
+    });
+    refusals.attempt([&] { config.plugins = readPlugins(root, folder); });
+    refusals.attempt([&] {
+        if (namesNone && need == SequenceNeed::AtLeastOne)
+            root.fail("sequence", QStringLiteral("is missing; there is nothing to run"));
+    });
+    return config;
+}
+
+} // namespace
+
+StationConfig readStationConfig(const QString &path, SequenceNeed need)
+{
+    return read(path, need, {});
+}
+
+StationConfig checkStationConfig(const QString &path, SequenceNeed need, QStringList &problems)
+{
+    StationConfig config;
+    const Refusals refusals(problems);
+    refusals.attempt([&] { config = read(path, need, refusals); });
     return config;
 }
 

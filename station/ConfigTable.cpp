@@ -35,13 +35,19 @@ void ConfigTable::failMissing(const char *key) const
     failAt(m_table, QString::fromUtf8(key), QStringLiteral("is missing"));
 }
 
-void ConfigTable::allowOnly(const QStringList &keys) const
+void ConfigTable::allowOnly(const QStringList &keys, const Refusals &refusals) const
 {
-    for (const auto &[key, node] : m_table) {
+    for (const auto &entry : m_table) {
+        // Not a structured binding, which a lambda cannot name.
+        const toml::key &key = entry.first;
+        const toml::node &node = entry.second;
         const QString name = QString::fromUtf8(key.data(), static_cast<qsizetype>(key.length()));
-        if (!keys.contains(name))
+        if (keys.contains(name))
+            continue;
+        refusals.attempt([&] {
             failAt(node, name,
                    QStringLiteral("is not known here (known: %1)").arg(keys.join(QStringLiteral(", "))));
+        });
     }
 }
 

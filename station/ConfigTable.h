@@ -1,5 +1,7 @@
 #pragma once
 
+#include "station/Refusals.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -23,7 +25,7 @@ public:
     /// Whether there is a text under the key.
     [[nodiscard]] bool isText(const char *key) const { return m_table[key].is_string(); }
     /// Refuses every key that is not named.
-    void allowOnly(const QStringList &keys) const;
+    void allowOnly(const QStringList &keys, const Refusals &refusals = {}) const;
 
     [[nodiscard]] std::optional<QString> text(const char *key) const;
     [[nodiscard]] std::optional<bool> truth(const char *key) const;

@@ -1,11 +1,14 @@
 #include "station/PluginHost.h"
 
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
+#include "kovan/KovanUIExtension/KVKExtensionConfigurationCheck.h"
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "kovan/KovanUIExtension/KVKExtensionVersion.h"
 #include "station/StationError.h"
+#include "station/Version.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
@@ -69,6 +72,7 @@ LoadedPlugin::LoadedPlugin(const QString &path)
     m_root.object = instance;
     m_extension = KVKExtensionOf(instance, offered);
     m_interruption = qobject_cast<KVKExtensionInterruption *>(instance);
+    m_check = qobject_cast<KVKExtensionConfigurationCheck *>(instance);
     m_controller = qobject_cast<platform::ViewController *>(instance);
     if (!m_extension)
         refuse(path,
@@ -150,6 +154,30 @@ QString findPlugin(const QString &plugin, const QStringList &folders)
         }
     }
     refuse(plugin, QStringLiteral("not found in %1").arg(folders.join(QStringLiteral(", "))));
+}
+
+std::list<LoadedPlugin> loadPlugins(const QStringList &given, const QStringList &configured)
+{
+    const QString here = QCoreApplication::applicationDirPath();
+    QStringList folders;
+    QStringList libraries;
+    for (const QString &path : given)
+        (QFileInfo(path).isDir() ? folders : libraries).append(QFileInfo(path).absoluteFilePath());
+    // Beside the program as it was built, and as it was installed.
+    folders +=
+        {here + QStringLiteral("/../lib"), here + QLatin1Char('/') + QLatin1String(PluginFolder), here};
+    std::list<LoadedPlugin> plugins;
+    QStringList files;
+    for (const QString &plugin : libraries.isEmpty() ? configured : libraries) {
+        const QString path = findPlugin(plugin, folders);
+        // A name, a path and a link may mean one file, whose second instance would be the first one again.
+        const QString file = QFileInfo(path).canonicalFilePath();
+        if (files.contains(file))
+            refuse(path, QStringLiteral("is named twice"));
+        files.append(file);
+        plugins.emplace_back(path);
+    }
+    return plugins;
 }
 
 } // namespace station

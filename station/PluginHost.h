@@ -12,6 +12,7 @@
 #include <memory>
 #include <vector>
 
+class KVKExtensionConfigurationCheck;
 class KVKExtensionInteractiveView;
 class KVKExtensionInterruption;
 
@@ -41,7 +42,9 @@ public:
     [[nodiscard]] platform::Dictionary constants() const;
     /// Null when the plug-in offers no such thing.
     [[nodiscard]] KVKExtensionInterruption *interruption() const { return m_interruption; }
-    /// Bound to the context; valid after the view was loaded.
+    /// Null when the plug-in offers no such thing.
+    [[nodiscard]] KVKExtensionConfigurationCheck *configurationCheck() const { return m_check; }
+    /// Bound to the context; to be called after the view was loaded.
     [[nodiscard]] std::vector<KVKBoundFunction> bindFunctions() const;
 
 private:
@@ -59,6 +62,7 @@ private:
     platform::ViewController *m_controller = nullptr;
     KVKExtensionInteractiveView *m_extension = nullptr;
     KVKExtensionInterruption *m_interruption = nullptr;
+    KVKExtensionConfigurationCheck *m_check = nullptr;
 };
 
 /// The functions of all plug-ins. Errors: throws StationError also for a name that two of them give.
@@ -67,5 +71,10 @@ private:
 /// The library of a plug-in: a path as it is, a bare name in the folders, in order. Errors: throws
 /// StationError when there is none.
 [[nodiscard]] QString findPlugin(const QString &plugin, const QStringList &folders);
+
+/// The plug-ins of a configuration. `given` are the paths of the command line: libraries, which are loaded in
+/// their place, and folders to look for them in first. Errors: throws StationError also for one that is named
+/// twice.
+[[nodiscard]] std::list<LoadedPlugin> loadPlugins(const QStringList &given, const QStringList &configured);
 
 } // namespace station

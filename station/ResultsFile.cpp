@@ -112,6 +112,8 @@ void ResultsFile::writeEnd(const ResultOwner &owner, const KVKLuaEnd &end)
     line.insert(QStringLiteral("outcome"), outcomeText(end.outcome));
     line.insert(QStringLiteral("value"), QJsonValue::fromVariant(end.value));
     line.insert(QStringLiteral("message"), end.message);
+    if (!end.traceback.isEmpty())
+        line.insert(QStringLiteral("traceback"), end.traceback);
     QString readable = QStringLiteral("%1: %2").arg(owner.name(), outcomeText(end.outcome));
     if (!end.message.isEmpty())
         readable += QStringLiteral(", ") + end.message;

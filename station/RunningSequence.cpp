@@ -150,6 +150,10 @@ void RunningSequence::tellWait(const KVKCallWait &wait)
 
 void RunningSequence::sequenceEnded(const KVKLuaEnd &end)
 {
+    if (end.outcome == KVKLuaOutcome::Erred) {
+        const QString traceback = end.traceback.isEmpty() ? QString() : QLatin1Char('\n') + end.traceback;
+        KVKLogEvent(KVKLogLevel::Error, "%@: %@%@", {name(), end.message, traceback});
+    }
     // What is not written must not keep the run from ending.
     try {
         m_results.writeEnd(m_plan.owner, end);

@@ -5,11 +5,9 @@
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "station/StationError.h"
 #include "station/StopSignal.h"
-#include "station/Version.h"
 #include "station/window/MemoryFile.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -99,24 +97,7 @@ void Station::serveConfiguration() const
 
 void Station::loadPlugins()
 {
-    const QString here = QCoreApplication::applicationDirPath();
-    QStringList folders;
-    QStringList libraries;
-    for (const QString &path : m_commandLine.plugins)
-        (QFileInfo(path).isDir() ? folders : libraries).append(QFileInfo(path).absoluteFilePath());
-    // Beside the program as it was built, and as it was installed.
-    folders +=
-        {here + QStringLiteral("/../lib"), here + QLatin1Char('/') + QLatin1String(PluginFolder), here};
-    QStringList files;
-    for (const QString &plugin : libraries.isEmpty() ? m_config.plugins : libraries) {
-        const QString path = findPlugin(plugin, folders);
-        // A name, a path and a link may mean one file, whose second instance would be the first one again.
-        const QString file = QFileInfo(path).canonicalFilePath();
-        if (files.contains(file))
-            throw StationError(QStringLiteral("plug-in %1: is named twice").arg(path));
-        files.append(file);
-        m_plugins.emplace_back(path);
-    }
+    m_plugins = station::loadPlugins(m_commandLine.plugins, m_config.plugins);
     if (m_plugins.empty())
         throw StationError(QStringLiteral("%1: key 'plugins': names no plug-in").arg(m_commandLine.config));
 }

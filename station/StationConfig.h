@@ -61,4 +61,8 @@ enum class SequenceNeed { AtLeastOne, None };
 /// Errors: throws StationError with one line that names the file, the line and the key.
 [[nodiscard]] StationConfig readStationConfig(const QString &path, SequenceNeed need);
 
+/// Reads as much of it as can be read, and adds a line for each refusal, as readStationConfig() would tell
+/// it, as far as one does not hide another. A station whose groups or slots are refused may have no systems.
+[[nodiscard]] StationConfig checkStationConfig(const QString &path, SequenceNeed need, QStringList &problems);
+
 } // namespace station

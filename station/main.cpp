@@ -4,6 +4,8 @@
 #include "station/QtMessages.h"
 #include "station/Station.h"
 #include "station/StationError.h"
+#include "station/check/CheckCommand.h"
+#include "station/starter/NewCommand.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -70,14 +72,33 @@ int runStation(const station::CommandLine &line, int argc, char **argv)
     return station::Station(line).run();
 }
 
+/// Looks at files as the station would, without a display, since there is nothing to show.
+int checkFilesOnly(const QStringList &arguments, int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    station::routeQtMessages();
+    const QApplication application(argc, argv);
+    return station::runCheck(arguments);
+}
+
+int runProgram(int argc, char **argv)
+{
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (arguments.value(1) == QLatin1String("check"))
+        return checkFilesOnly(arguments.mid(1), argc, argv);
+    if (arguments.value(1) == QLatin1String("new"))
+        return station::runNew(arguments.mid(1));
+    const auto line = station::readCommandLine(arguments);
+    return line ? runStation(*line, argc, argv) : EXIT_SUCCESS;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     try {
         standAlone();
-        const auto line = station::readCommandLine(argumentsOf(argc, argv));
-        return line ? runStation(*line, argc, argv) : EXIT_SUCCESS;
+        return runProgram(argc, argv);
     } catch (...) {
         QTextStream(stderr) << "station: " << KVKTextOfException(std::current_exception()) << Qt::endl;
         return CannotStart;

@@ -118,12 +118,17 @@ platform::Value KVKBoundFunction::call(const platform::Array &arguments, platfor
     return result;
 }
 
-bool KVKSequencerGives(const QString &name)
+QStringList KVKSequencerNames()
 {
     static const QStringList names{QStringLiteral("log"), QStringLiteral("sleep"),
                                    QStringLiteral("rendezvous"), QStringLiteral("locked"),
                                    QStringLiteral("shared")};
-    return names.contains(name);
+    return names;
+}
+
+bool KVKSequencerGives(const QString &name)
+{
+    return KVKSequencerNames().contains(name);
 }
 
 std::vector<KVKBoundFunction> KVKBindFunctions(QObject *context, const platform::Dictionary &table)

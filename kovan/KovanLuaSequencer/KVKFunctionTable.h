@@ -51,6 +51,8 @@ public:
 /// Whether the sequencer itself gives scripts something of this name: log, sleep, rendezvous, locked, shared.
 /// A plug-in's function or constant cannot have it. Thread: any.
 [[nodiscard]] bool KVKSequencerGives(const QString &name);
+/// All of these names. Thread: any.
+[[nodiscard]] QStringList KVKSequencerNames();
 
 /// Binds a plug-in's function table to the invokable methods of its context, by labels alone.
 ///

@@ -1,6 +1,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaBindings.h"
 
 #include "kovan/KovanLogging/KVKLogging.h"
+#include "kovan/KovanLuaSequencer/KVKCallRules.h"
 #include "kovan/KovanLuaSequencer/KVKLuaCallback.h"
 #include "kovan/KovanLuaSequencer/KVKLuaHold.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
@@ -29,22 +30,15 @@ public:
     {}
 };
 
-QString nameOf(KVKArgType type)
-{
-    return type == KVKArgType::NSNumber ? QStringLiteral("a number") : QStringLiteral("a table");
-}
-
 platform::Value readArgument(lua_State *state, const KVKBoundFunction &function, int position,
                              KVKLuaHandedOver &functions)
 {
     const KVKArgType wanted = function.arguments()[static_cast<std::size_t>(position - 1)];
-    const int expected = wanted == KVKArgType::NSNumber ? LUA_TNUMBER : LUA_TTABLE;
-    if (lua_type(state, position) != expected) {
-        throw ArgumentError(QStringLiteral("%1: argument %2 must be %3, not %4")
-                                .arg(function.name(), QString::number(position), nameOf(wanted),
-                                     QLatin1String(luaL_typename(state, position))));
-    }
-    const QString path = QStringLiteral("%1: argument %2").arg(function.name(), QString::number(position));
+    const QString problem =
+        KVKProblemOfType(function, position, QLatin1String(luaL_typename(state, position)));
+    if (!problem.isEmpty())
+        throw ArgumentError(problem);
+    const QString path = KVKNameOfArgument(function, position);
     if (wanted == KVKArgType::NSDictionary) {
         return KVKLuaToDictionary(state, position, path,
                                   [&](const QString &key, const QString &place) -> platform::Value {
@@ -59,11 +53,9 @@ platform::Value readArgument(lua_State *state, const KVKBoundFunction &function,
 platform::Array readArguments(lua_State *state, const KVKBoundFunction &function, KVKLuaHandedOver &functions)
 {
     const int wanted = static_cast<int>(function.arguments().size());
-    const int given = lua_gettop(state);
-    if (given > wanted) {
-        throw ArgumentError(QStringLiteral("%1: takes %2 arguments, got %3")
-                                .arg(function.name(), QString::number(wanted), QString::number(given)));
-    }
+    const QString problem = KVKProblemOfCount(function, lua_gettop(state));
+    if (!problem.isEmpty())
+        throw ArgumentError(problem);
     platform::Array arguments;
     for (int position = 1; position <= wanted; ++position)
         arguments.append(readArgument(state, function, position, functions));

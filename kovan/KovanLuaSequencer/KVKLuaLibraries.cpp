@@ -130,3 +130,13 @@ void KVKLuaOpenLibraries(lua_State *state, const KVKLuaLibrarySettings &settings
     keepFromTerminal(state, settings.reader);
     findModulesBeside(state, settings.folder);
 }
+
+bool KVKLuaIsRefused(lua_State *state, int index)
+{
+    return lua_tocfunction(state, index) == refusedFunction;
+}
+
+bool KVKLuaIsRefusedWithoutArguments(lua_State *state, int index)
+{
+    return lua_tocfunction(state, index) == linesOfAFile;
+}

@@ -14,3 +14,8 @@ struct KVKLuaLibrarySettings
 ///
 /// Thread: the state's. Errors: raises Lua errors; called in a protected call.
 void KVKLuaOpenLibraries(lua_State *state, const KVKLuaLibrarySettings &settings);
+
+/// Whether the value at an index is a function that raises an error for every script; for a script that gives
+/// it no argument. Raises nothing.
+[[nodiscard]] bool KVKLuaIsRefused(lua_State *state, int index);
+[[nodiscard]] bool KVKLuaIsRefusedWithoutArguments(lua_State *state, int index);

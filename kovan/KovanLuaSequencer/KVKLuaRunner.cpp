@@ -6,11 +6,13 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <lua.hpp>
 
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <optional>
 
 namespace {
@@ -56,6 +58,14 @@ void endWhenStopped(lua_State *state, lua_Debug *)
     lua_pushliteral(state, "stopped");
     lua_concat(state, 2);
     lua_error(state);
+}
+
+/// Below this function and the handler of the error, which the script did not call.
+int pushTraceback(lua_State *state)
+{
+    constexpr int FirstCall = 2;
+    luaL_traceback(state, state, nullptr, FirstCall);
+    return 1;
 }
 
 KVKLuaRunner::End failure(const QString &message)
@@ -122,8 +132,9 @@ KVKLuaRunner::End KVKLuaRunner::runSource(Source source)
         return failure(QStringLiteral("no memory for the script"));
     // The extra space is copied into every coroutine, where the functions find it too.
     *static_cast<KVKLuaRunner **>(lua_getextraspace(state.get())) = this;
+    m_traceback.clear();
     if (!KVKLuaProtected(state.get(), runProtected, &source, 1))
-        return failure(KVKLuaTextOnTop(state.get()));
+        return {false, {}, KVKLuaTextOnTop(state.get()), m_traceback};
     return m_kind.givesAResult ? endWithValueOnTop(state.get()) : End{true, {}, {}};
 }
 
@@ -136,6 +147,34 @@ int KVKLuaRunner::runProtected(lua_State *state)
     if (luaL_loadbufferx(state, source.text.constData(), static_cast<std::size_t>(source.text.size()),
                          source.chunk.constData(), "t") != LUA_OK)
         return lua_error(state);
-    lua_call(state, 0, 1);
+    // In a call of its own: only here are the calls still known that led to an error which nobody has caught.
+    lua_pushcfunction(state, noteTraceback);
+    lua_insert(state, -2);
+    if (lua_pcall(state, 0, 1, -2) != LUA_OK)
+        return lua_error(state);
     return 1;
+}
+
+/// Handles the error of a script, which stays the object that it is.
+int KVKLuaRunner::noteTraceback(lua_State *state)
+{
+    // Protected: an endless recursion or a script that has all memory leaves little room.
+    if (KVKLuaProtected(state, pushTraceback, nullptr, 1))
+        of(state).keepTraceback(state);
+    lua_settop(state, 1);
+    return 1;
+}
+
+/// Keeps the text on the top. Throws nothing: Lua has called for it.
+void KVKLuaRunner::keepTraceback(lua_State *state) noexcept
+{
+    try {
+        QStringList lines = KVKLuaTextOnTop(state).split(QLatin1Char('\n'));
+        // The last call is the runner's own.
+        while (!lines.isEmpty() && lines.last().trimmed() == QLatin1String("[C]: in ?"))
+            lines.removeLast();
+        m_traceback = lines.size() > 1 ? lines.join(QLatin1Char('\n')) : QString();
+    } catch (const std::bad_alloc &) {
+        m_traceback = QString();
+    }
 }

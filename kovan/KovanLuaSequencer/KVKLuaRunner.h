@@ -28,6 +28,9 @@ public:
         bool ok = false;
         platform::Value value; ///< The first value that it returned.
         QString message;       ///< Why it failed, "file:line: text" where Lua knows them; empty otherwise.
+        /// The calls that led to it, a line each, below "stack traceback:"; empty where the script did not
+        /// run, or has no memory for it.
+        QString traceback = {};
     };
 
     /// What sets one kind of script apart from others.
@@ -66,7 +69,10 @@ private:
 
     [[nodiscard]] End runSource(Source source);
     static int runProtected(lua_State *state);
+    static int noteTraceback(lua_State *state);
+    void keepTraceback(lua_State *state) noexcept;
 
     Kind m_kind;
     std::size_t m_memory = 0; ///< What the state holds, in bytes.
+    QString m_traceback;      ///< Of the error that ends the script.
 };

@@ -40,9 +40,9 @@ struct KVKLuaSequence::Run
 
 namespace {
 
-KVKLuaEnd erred(const QString &message)
+KVKLuaEnd erred(const QString &message, const QString &traceback = {})
 {
-    return {KVKLuaOutcome::Erred, {}, message};
+    return {KVKLuaOutcome::Erred, {}, message, traceback};
 }
 
 KVKLuaEnd run(const QString &path, KVKLuaScope &scope)
@@ -50,12 +50,12 @@ KVKLuaEnd run(const QString &path, KVKLuaScope &scope)
     const KVKLuaRunner::End end = scope.run(path);
     // First of all: how a stopped script ends says nothing, it may even have caught the error.
     if (scope.isStopped())
-        return {KVKLuaOutcome::Stopped, {}, QStringLiteral("stopped")};
+        return {KVKLuaOutcome::Stopped, {}, QStringLiteral("stopped"), {}};
     if (!end.ok)
-        return erred(end.message);
+        return erred(end.message, end.traceback);
     // Only false itself fails: a script that returns nothing has passed.
     const bool failed = end.value.metaType() == QMetaType::fromType<bool>() && !end.value.toBool();
-    return {failed ? KVKLuaOutcome::Failed : KVKLuaOutcome::Passed, end.value, {}};
+    return {failed ? KVKLuaOutcome::Failed : KVKLuaOutcome::Passed, end.value, {}, {}};
 }
 
 /// An observer that breaks its promise not to throw is told of, and does not end the program.

@@ -32,8 +32,9 @@ struct KVKLuaCall
 struct KVKLuaEnd
 {
     KVKLuaOutcome outcome = KVKLuaOutcome::Passed;
-    platform::Value value; ///< What it returned.
-    QString message;       ///< Why it erred, with file and line; empty otherwise.
+    platform::Value value;  ///< What it returned.
+    QString message;        ///< Why it erred, with file and line; empty otherwise.
+    QString traceback = {}; ///< The calls that led to it; see KVKLuaRunner::End.
 };
 
 /// What a sequence waits for among those of its run.

@@ -1,5 +1,6 @@
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 
+#include "kovan/KovanLuaSequencer/KVKCallRules.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 
 #include <QStringDecoder>
@@ -36,8 +37,7 @@ public:
         case LUA_TTABLE:
             return readTable(index, path, depth);
         default:
-            throw KVKLuaValueError(QStringLiteral("%1 is a %2, which cannot be passed on")
-                                       .arg(path, QLatin1String(luaL_typename(m_state, index))));
+            throw KVKLuaValueError(KVKProblemOfValue(path, QLatin1String(luaL_typename(m_state, index))));
         }
     }
 

@@ -88,14 +88,6 @@ TEST(Definitions, NameEveryConfigurationKeyAndNoOther)
     EXPECT_EQ(sorted(fields), sorted(keys));
 }
 
-TEST(Definitions, NameEveryFunctionThatASequenceFinds)
-{
-    interactive::InteractiveView plugin;
-    const QStringList names = matchesIn("docs/definitions.lua", R"re(\nfunction ([\w.]+)\()re");
-    EXPECT_EQ(sorted(names), sorted(plugin.pluginFunctionTable().keys() +
-                                    QStringList{"log", "sleep", "rendezvous", "locked", "shared.update"}));
-}
-
 TEST(OperatorPage, HasARowForEveryFunction)
 {
     const QStringList functions =

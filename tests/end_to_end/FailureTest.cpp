@@ -255,6 +255,23 @@ INSTANTIATE_TEST_SUITE_P(
         WrongSequence{"NamesAGroupBeyondTheStation", "showGroupView(3, {})", "erred", "3"}),
     [](const auto &testCase) { return std::string(testCase.param.name); });
 
+TEST(SequenceFailure, TheCallsThatLedToItStandInTheResultsAndAsOneEntryInTheLog)
+{
+    StationRun station;
+    station.slotNames({"S1"})
+        .perSystem("local function ask()\n  error('the fixture is open')\nend\nask()")
+        .run();
+    EXPECT_EQ(station.status(), 1);
+    const QJsonObject end = station.end("0");
+    EXPECT_EQ(end.value("message").toString(), "sequence1.lua:2: the fixture is open");
+    EXPECT_EQ(end.value("traceback").toString(),
+              "stack traceback:\n\t[C]: in function 'error'\n\tsequence1.lua:2: in local 'ask'\n"
+              "\tsequence1.lua:4: in main chunk");
+    const qsizetype entry =
+        station.log().indexOf("sequence1.lua:2: the fixture is open\n    stack traceback:");
+    EXPECT_GE(entry, 0) << station.log().toStdString();
+}
+
 TEST(OperatorFailure, AFailedScriptEndsTheRunAndIsToldInOneLine)
 {
     StationRun station;

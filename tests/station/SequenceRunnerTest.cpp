@@ -3,10 +3,12 @@
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "tests/station/StationFiles.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 
 #include <algorithm>
 #include <mutex>
+#include <QFile>
 
 using station::ResultsFile;
 using station::SequenceKind;
@@ -84,6 +86,37 @@ TEST_F(SequenceRunnerTest, OneThatDoesNotPassSpoilsTheRunAndNotTheNextOne)
     EXPECT_TRUE(runner->allPassed());
     EXPECT_EQ(m_ends, (QList<KVKLuaOutcome>{KVKLuaOutcome::Failed, KVKLuaOutcome::Passed}));
     EXPECT_EQ(m_runs, 2);
+}
+
+TEST_F(SequenceRunnerTest, ASequenceAndItsModuleThatWereEditedAreReadAnew)
+{
+    static_cast<void>(m_files.write("helper.lua", "return false"));
+    const auto runner = runnerOf({"return require 'helper'"});
+    runner->start();
+    finish(*runner);
+    static_cast<void>(m_files.write("helper.lua", "return 1"));
+    runner->start();
+    finish(*runner);
+    static_cast<void>(m_files.write("0.lua", "return require 'helper' == 2"));
+    runner->start();
+    finish(*runner);
+    EXPECT_EQ(m_ends,
+              (QList<KVKLuaOutcome>{KVKLuaOutcome::Failed, KVKLuaOutcome::Passed, KVKLuaOutcome::Failed}));
+}
+
+TEST_F(SequenceRunnerTest, ASequenceThatWasDeletedErrsByItselfUntilItIsBack)
+{
+    testsupport::expectError("0.lua: No such file");
+    const auto runner = runnerOf({"return true", "return true"});
+    ASSERT_TRUE(QFile::remove(m_files.path("0.lua")));
+    runner->start();
+    finish(*runner);
+    EXPECT_EQ(m_ends.count(KVKLuaOutcome::Erred), 1);
+    EXPECT_EQ(m_ends.count(KVKLuaOutcome::Passed), 1);
+    static_cast<void>(m_files.write("0.lua", "return true"));
+    runner->start();
+    finish(*runner);
+    EXPECT_TRUE(runner->allPassed());
 }
 
 TEST_F(SequenceRunnerTest, CallsAreAcceptedAgainByTheRunAfterAStop)
