@@ -130,3 +130,93 @@ shared = {}
 ---@param change fun(value: any): any
 ---@return any
 function shared.update(key, change) end
+
+---What an operator's script clicks or types into: an identifier, or a part of a panel.
+---@alias Target string|{panel: string, title: string}|{panel: string, slot: string}|{panel: string, switch: string}
+
+---What an operator's script can do. Every wait has a limit in seconds.
+operator = {}
+
+---Waits until the panel of a group ("G1") or a system ("3") can be seen.
+---@param key string|integer
+---@param seconds number
+function operator.waitForPanel(key, seconds) end
+
+---Waits until the panel that was last worked in, or waited for, is gone.
+---@param key string|integer
+---@param seconds number
+function operator.waitForPanelGone(key, seconds) end
+
+---Waits until the view has the text.
+---@param identifier string
+---@param text string
+---@param seconds number
+function operator.waitForText(identifier, text, seconds) end
+
+---Presses the keys of a text, for whatever has the focus.
+---@param text string
+function operator.type(text) end
+
+---Types a text and Return.
+---@param text string
+function operator.scan(text) end
+
+---Clicks a field, types the text in the place of what it holds, and Return; Return alone without a text.
+---@param field Target
+---@param text? string
+function operator.enter(field, text) end
+
+---Clicks a field and types the text in the place of what it holds, without Return.
+---@param field Target
+---@param text string
+function operator.fill(field, text) end
+
+---Presses and releases the mouse on a view.
+---@param target Target
+function operator.click(target) end
+
+---Presses Run.
+function operator.run() end
+
+---Presses Stop.
+function operator.stop() end
+
+---Waits until no sequence runs.
+---@param seconds number
+function operator.waitForRunEnd(seconds) end
+
+---The views of the plug-in, or of the first view with the identifier.
+---@param identifier? string
+---@return table? tree
+function operator.tree(identifier) end
+
+---A property of the plug-in.
+---@param name string
+---@return any
+function operator.property(name) end
+
+---The last lines of the log, 100 unless another number is given.
+---@param count? integer
+---@return string[] lines
+function operator.log(count) end
+
+---Writes a PNG of the window, or of the part that a view takes up.
+---@param path string
+---@param identifier? string
+function operator.screenshot(path, identifier) end
+
+---Resizes the window; returns the size that it then has.
+---@param width integer
+---@param height integer
+---@return integer width
+---@return integer height
+function operator.resize(width, height) end
+
+---Waits; ends at once when the station stops.
+---@param seconds number
+function operator.sleep(seconds) end
+
+---Fails with the text unless the condition holds.
+---@param condition any
+---@param text? string
+function expect(condition, text) end

@@ -122,7 +122,8 @@ void Recorder::see(QWidget &widget, QEvent &event)
             beginEntry(field);
         break;
     case QEvent::Close:
-        if (&widget == m_root->window())
+        // By a person: the program closes it, too, when it ends.
+        if (&widget == m_root->window() && event.spontaneous())
             put(recorded::comment(QStringLiteral("The window was closed.")));
         break;
     case QEvent::ChildAdded:

@@ -91,9 +91,18 @@ TEST(Definitions, NameEveryConfigurationKeyAndNoOther)
 TEST(Definitions, NameEveryFunctionThatASequenceFinds)
 {
     interactive::InteractiveView plugin;
-    const QStringList names = matchesIn("docs/definitions.lua", R"re(\nfunction ([\w.]+)\()re");
+    const QStringList names =
+        matchesIn("docs/definitions.lua", R"re(\nfunction (?!operator\.|expect\()([\w.]+)\()re");
     EXPECT_EQ(sorted(names), sorted(plugin.pluginFunctionTable().keys() +
                                     QStringList{"log", "sleep", "rendezvous", "locked", "shared.update"}));
+}
+
+TEST(Definitions, NameEveryFunctionThatAnOperatorsScriptFinds)
+{
+    EXPECT_EQ(sorted(matchesIn("docs/definitions.lua", R"re(\nfunction ((?:operator\.\w+|expect))\()re")),
+              sorted(matchesIn("station/operator/OperatorFunctions.cpp", R"re(\{"(\w+)", KVKLuaFunction<)re")
+                         .replaceInStrings(QRegularExpression("^"), "operator.")
+                     << "expect"));
 }
 
 TEST(OperatorPage, HasARowForEveryFunction)

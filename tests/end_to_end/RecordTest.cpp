@@ -12,7 +12,7 @@ using testsupport::StationRun;
 
 namespace {
 
-using SetUp = std::function<void(StationRun &)>;
+using Furnish = std::function<void(StationRun &)>;
 
 /// A run that was recorded.
 struct Recorded
@@ -41,10 +41,10 @@ std::string comparable(const QList<QJsonObject> &results)
     return lines.join('\n').toStdString();
 }
 
-Recorded record(const SetUp &setUp, const QString &operatorScript)
+Recorded record(const Furnish &furnish, const QString &operatorScript)
 {
     StationRun run;
-    setUp(run);
+    furnish(run);
     const QString path = run.path("record.lua");
     run.operatorDoes(operatorScript).argument("--record").argument(path).run();
     return {run.status(), contentOf(path), comparable(run.results()), run.everything().toStdString()};
@@ -63,18 +63,18 @@ std::string deeds(const QString &script)
 
 /// Records what the operator's script does, lets the recording do it again, and expects the same results and
 /// the same recording. Returns the first one.
-Recorded replayed(const SetUp &setUp, const QString &operatorScript, int status = 0)
+Recorded replayed(const Furnish &furnish, const QString &operatorScript, int status = 0)
 {
-    const Recorded first = record(setUp, operatorScript);
+    const Recorded first = record(furnish, operatorScript);
     EXPECT_EQ(first.status, status) << first.everything;
-    const Recorded second = record(setUp, first.script);
+    const Recorded second = record(furnish, first.script);
     EXPECT_EQ(second.status, status) << first.script.toStdString() << second.everything;
     EXPECT_EQ(second.results, first.results) << first.script.toStdString() << second.everything;
     EXPECT_EQ(deeds(second.script), deeds(first.script));
     return first;
 }
 
-SetUp oneSystem(const QString &lua)
+Furnish oneSystem(const QString &lua)
 {
     return [lua](StationRun &run) { run.perSystem(lua); };
 }
@@ -96,7 +96,7 @@ TEST(Record, WritesAReadableScript)
     script.replace(QRegularExpression("\\d{4}-\\d\\d-\\d\\d"), "DATE");
     script.replace(QRegularExpression("\\d\\d:\\d\\d:\\d\\d"), "TIME");
     EXPECT_EQ(script.toStdString(),
-              "-- What was done at the station \"Test\" on DATE; --operator does it again.\n"
+              "-- What was done at the station \"Test station\" on DATE; --operator does it again.\n"
               "local limit = 60 -- seconds that a wait may take\n"
               "\n"
               "-- Run 1, TIME\n"
@@ -110,7 +110,7 @@ TEST(Record, WritesAReadableScript)
 
 TEST(Record, OfAWholeRunGivesTheSameResultsAndTheSameRecording)
 {
-    const SetUp station = [](StationRun &run) {
+    const Furnish station = [](StationRun &run) {
         run.file("slot.lua",
                  "showView(systemIndex, { input = { 'SN' }, validate = function(text)\n"
                  "    sleep(0.05) return text ~= 'bad', 'known to be bad' end })\n"
@@ -173,16 +173,15 @@ TEST(Record, OfAWholeRunGivesTheSameResultsAndTheSameRecording)
 
 TEST(Record, TellsThePassesOfALoopAndItsNumber)
 {
-    const SetUp station = [](StationRun &run) {
+    const Furnish station = [](StationRun &run) {
         run.slotNames({"S1", "S2"})
-            .perGroup("showGroupView(groupNumber, { input = { 'S1', 'S2' } })\n"
-                      "local pass = 1\n"
-                      "while isLoopFinished(groupNumber) == 0 do\n"
-                      "    showGroupView(groupNumber, { switch = { 'S1', 'S2' },\n"
-                      "        title = 'Pass ' .. pass })\n"
-                      "    pass = pass + 1\n"
-                      "end\n"
-                      "log('passes ' .. pass) return pass == 3\n");
+            .perGroup("local asked = { { 'S1', 'S2' }, { 'S1' }, { 'S2' } }\n"
+                      "local pass, codes = 0, ''\n"
+                      "repeat pass = pass + 1\n"
+                      "    local answer = showGroupView(groupNumber, { input = asked[pass] })\n"
+                      "    codes = codes .. (answer.S1 or '') .. (answer.S2 or '')\n"
+                      "until isLoopFinished(groupNumber) == 1\n"
+                      "return codes == 'abcd'");
     };
     const Recorded run =
         replayed(station, "operator.waitForPanel('G1', 20)\n"
@@ -190,8 +189,8 @@ TEST(Record, TellsThePassesOfALoopAndItsNumber)
                           "operator.click('Loop') operator.scan('3')\n"
                           "operator.click('G1-SharedInput') operator.scan('b')\n"
                           "operator.click{panel='G1', title='OK'} operator.waitForPanelGone('G1', 20)\n"
-                          "for pass = 1, 2 do operator.waitForPanel('G1', 20)\n"
-                          "    operator.click{panel='G1', switch='S' .. pass}\n"
+                          "for _, code in ipairs{'c', 'd'} do operator.waitForPanel('G1', 20)\n"
+                          "    operator.click('G1-SharedInput') operator.scan(code)\n"
                           "    operator.click{panel='G1', title='OK'}\n"
                           "    operator.waitForPanelGone('G1', 20) end\n");
     EXPECT_TRUE(run.script.contains("operator.enter(\"Loop\", \"3\")")) << run.script.toStdString();
@@ -206,7 +205,7 @@ TEST(Record, OfStopWithHalfAnEntryAndASecondRun)
                                   "operator.waitForRunEnd(20)\n"
                                   "operator.run()\n"
                                   "operator.waitForPanel('0', 20)\n"
-                                  "operator.scan('whole')\n"
+                                  "operator.click('0-SN') operator.scan('whole')\n"
                                   "operator.click{panel='0', title='OK'}\n");
     EXPECT_EQ(deeds(run.script), "operator.waitForPanel(\"0\", limit)\n"
                                  "operator.fill(\"0-SN\", \"half\")\n"
