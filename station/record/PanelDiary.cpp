@@ -91,6 +91,10 @@ QList<PanelWait> PanelDiary::actBeside()
         page.isWaitedFor = true;
         waits.append({PanelWait::Until::Shown, page.showing.key});
     }
+    // By the key and not as they came, which is another order each time.
+    std::sort(waits.begin(), waits.end(), [](const PanelWait &one, const PanelWait &other) {
+        return one.until == other.until ? one.key < other.key : one.until == PanelWait::Until::Gone;
+    });
     return waits;
 }
 

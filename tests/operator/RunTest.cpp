@@ -1,38 +1,39 @@
-#include "platform/MainQueue.h"
 #include "tests/operator/OperatorFixture.h"
+#include "tests/support/Wait.h"
 
 namespace {
 
-using Run = testsupport::OperatorFixture;
+using Running = testsupport::OperatorFixture;
 
 } // namespace
 
-TEST_F(Run, AndStopArePressed)
+TEST_F(Running, AndStopArePressed)
 {
     runs("operator.run() operator.stop()");
     EXPECT_EQ(pressed, QStringList({"Run", "Stop"}));
 }
 
-TEST_F(Run, CannotBePressedWhileSequencesRun)
+TEST_F(Running, CannotBePressedWhileSequencesRun)
 {
     EXPECT_EQ(fails("operator.run()\noperator.run()"), "operator.lua:2: a run is under way already");
     EXPECT_EQ(pressed, QStringList("Run"));
 }
 
-TEST_F(Run, ThatIsNotThereCannotBeStopped)
+TEST_F(Running, ThatIsNotThereCannotBeStopped)
 {
     EXPECT_EQ(fails("operator.stop()"), "operator.lua:1: there is no run that could be stopped");
     EXPECT_TRUE(pressed.isEmpty());
 }
 
-TEST_F(Run, EndIsWaitedFor)
+TEST_F(Running, EndIsWaitedFor)
 {
     start("operator.run() operator.waitForRunEnd(60)");
-    platform::MainQueue::async([this] { runAction.setEnabled(true); });
+    ASSERT_TRUE(testsupport::waitUntil([this] { return !pressed.isEmpty(); }));
+    runAction.setEnabled(true);
     EXPECT_TRUE(outcome().ok);
 }
 
-TEST_F(Run, ThatGoesOnFailsTheWait)
+TEST_F(Running, ThatGoesOnFailsTheWait)
 {
     EXPECT_EQ(fails("operator.run() operator.waitForRunEnd(0.05)"),
               "operator.lua:1: the run has not ended within 0.05 s");
