@@ -140,6 +140,7 @@ TEST(Record, OfAWholeRunGivesTheSameResultsAndTheSameRecording)
         "operator.click('3-SN') operator.type('third\\n')\n"
         "operator.click('2-SN') operator.scan('second')\n"
         "operator.click('1-SN') operator.scan('first')\n"
+        "for system = 0, 3 do operator.waitForText(system .. '-StatusLine', '', 20) end\n"
         "for system = 0, 3 do operator.click{panel=tostring(system), title='OK'} end\n"
         "for system = 0, 3 do operator.waitForPanelGone(system, 20) operator.waitForPanel(system, 20) end\n"
         "for system = 3, 0, -1 do operator.click(system .. '-V') operator.scan('2,' .. system) end\n"
@@ -232,6 +233,65 @@ TEST(Record, OfAPanelThatGoesByItselfWithTextHalfTyped)
         "operator.waitForPanel('0', 20)\n"
         "operator.scan('right')\n"
         "operator.click{panel='0', title='OK'}\n");
+}
+
+TEST(Record, IsDoneAgainWherePanelsComeInAnotherOrder)
+{
+    const auto lateFor = [](int system) {
+        return [system](StationRun &run) {
+            run.slotNames({"S1", "S2"});
+            run.perSystem(QStringLiteral("if systemIndex == %1 then sleep(0.3) end\n"
+                                         "showView(systemIndex, { input = { 'A' } })\n"
+                                         "if systemIndex == %1 then sleep(0.3) end\n"
+                                         "return showView(systemIndex, { input = { 'B' } }).B")
+                              .arg(system));
+        };
+    };
+    const QString bothTwice = "for _, field in ipairs{'A', 'B'} do for system = 1, 0, -1 do\n"
+                              "    local key = tostring(system)\n"
+                              "    operator.waitForPanel(key, 20)\n"
+                              "    operator.click(key .. '-' .. field) operator.scan(field .. key)\n"
+                              "    operator.click{panel=key, title='OK'}\n"
+                              "    operator.waitForPanelGone(key, 20) end end\n";
+    const Recorded first = record(lateFor(0), bothTwice);
+    EXPECT_NE(first.results.find("\"B\":\"B1\""), std::string::npos) << first.everything;
+    const Recorded second = record(lateFor(1), first.script);
+    EXPECT_EQ(second.results, first.results) << second.everything;
+    EXPECT_EQ(deeds(second.script), deeds(first.script));
+}
+
+TEST(Record, OfAPressThatIsRefusedAndTheEntryStraightBehindIt)
+{
+    const Recorded run =
+        replayed(oneSystem("return showView(systemIndex, { input = { 'SN' }, length = 4 }).SN"),
+                 "operator.waitForPanel('0', 20)\n"
+                 "operator.type('12')\n"
+                 "operator.click{panel='0', title='OK'} operator.type('3456\\n')\n"
+                 "operator.click{panel='0', title='OK'}\n");
+    EXPECT_NE(run.results.find("\"SN\":\"3456\""), std::string::npos) << run.results;
+    EXPECT_TRUE(run.script.contains("operator.fill(\"0-SN\", \"12\")\n"
+                                    "operator.click({ panel = \"0\", title = \"OK\" })\n"
+                                    "operator.enter(\"0-SN\", \"3456\")\n"))
+        << run.script.toStdString();
+}
+
+TEST(Record, EndsWithStopWhenTheStationIsEndedFromOutside)
+{
+    StationRun run;
+    const QString path = run.path("record.lua");
+    run.perSystem("return showView(systemIndex, { input = { 'SN' } }) ~= nil")
+        .operatorDoes("operator.waitForPanel('0', 20) operator.scan('4711')\n"
+                      "operator.screenshot('" +
+                      run.path("typed.png") + "') operator.sleep(1000)")
+        .argument("--record")
+        .argument(path)
+        .start();
+    while (!QFile::exists(run.path("typed.png")) && !run.process().waitForFinished(10)) {
+    }
+    run.process().terminate();
+    run.finish();
+    EXPECT_TRUE(contentOf(path).endsWith("operator.enter(\"0-SN\", \"4711\")\noperator.stop()\n"))
+        << contentOf(path).toStdString();
 }
 
 TEST(Record, QuotesWhatWasScannedSafely)
