@@ -125,7 +125,8 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Runs Lua test sequences for the systems of a station and asks its operator for input."));
-    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Record, Log, Plugin, Badge, Theme});
+    parser.addOptions(
+        {Config, Sequence, OperatorScript, Headless, Results, Record, Log, Plugin, Badge, Theme});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     // Not process(), which ends the program by itself, with a status of its own.

@@ -162,7 +162,7 @@ void Station::makeOperator()
     if (m_commandLine.operatorScript.isEmpty())
         return;
     const LoadedPlugin &plugin = m_plugins.front();
-    const OperatorStage stage{m_window.get(), plugin.view(), plugin.extension()->pluginContext(),
+    const OperatorStage stage{m_window.get(),   plugin.view(),         plugin.extension()->pluginContext(),
                               m_config.scanner, m_window->runAction(), m_window->stopAction()};
     m_operatorDone = false;
     m_operator = std::make_unique<OperatorScript>(

@@ -111,7 +111,8 @@ void Recorder::see(QWidget &widget, QEvent &event)
             aboutToPress(button, static_cast<QAbstractButton *>(&widget));
         break;
     case QEvent::MouseButtonPress:
-        mousePressed(widget, static_cast<QMouseEvent &>(event));
+        if (static_cast<QMouseEvent &>(event).button() == Qt::LeftButton)
+            openSlot(widget);
         break;
     case QEvent::MouseButtonRelease:
         mouseReleased(widget, static_cast<QMouseEvent &>(event));
@@ -141,6 +142,9 @@ void Recorder::keyPressed(QWidget &widget, const QKeyEvent &key)
 {
     if (Button *button = buttonAround(widget))
         aboutToPress(button, static_cast<QAbstractButton *>(&widget));
+    // Does to a slot what a click does.
+    if (key.key() == Qt::Key_F2 && !key.isAutoRepeat())
+        openSlot(widget);
     TextField *field = fieldAround(widget);
     if (!field)
         return;
@@ -152,12 +156,12 @@ void Recorder::keyPressed(QWidget &widget, const QKeyEvent &key)
     }
 }
 
-void Recorder::mousePressed(QWidget &widget, const QMouseEvent &press)
+/// A field that shows what was entered for a slot opens the slot anew; a label has no background.
+void Recorder::openSlot(QWidget &widget)
 {
     auto *field = qobject_cast<TextField *>(&widget);
-    // One that shows what was entered for a slot opens the slot anew; a label has no background.
     if (!field || field->isEditable() || !field->isEnabled() || !field->drawsBackground() ||
-        press.button() != Qt::LeftButton || !m_root->isAncestorOf(field))
+        !m_root->isAncestorOf(field))
         return;
     const std::optional<ClickTarget> target = targetOf(m_root, field);
     if (!target)
@@ -281,7 +285,13 @@ void Recorder::aboutToPress(Button *button, QAbstractButton *inner)
 
 void Recorder::pressed()
 {
-    if (!m_press.pressed || m_press.pressed != sender())
+    auto *inner = qobject_cast<QAbstractButton *>(sender());
+    Button *button = inner && m_root ? buttonAround(*inner) : nullptr;
+    // A blank presses a moment later, when it is known to be none of a scan; something else may have been
+    // done since. The button is still there then, since only a press takes it away.
+    if (button && m_press.pressed != inner)
+        aboutToPress(button, inner);
+    if (!m_press.pressed || m_press.pressed != inner)
         return;
     const Press press = std::exchange(m_press, Press());
     leaveEntry();

@@ -68,7 +68,7 @@ private:
 
     void see(QWidget &widget, QEvent &event);
     void keyPressed(QWidget &widget, const QKeyEvent &key);
-    void mousePressed(QWidget &widget, const QMouseEvent &press);
+    void openSlot(QWidget &widget);
     void mouseReleased(QWidget &widget, const QMouseEvent &release);
     void lookLater();
     void catchUp();

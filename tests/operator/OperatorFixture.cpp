@@ -55,7 +55,7 @@ station::OperatorScript &OperatorFixture::start(const QString &script)
     file.close();
     m_outcome.reset();
     m_script = std::make_unique<station::OperatorScript>(
-        file.fileName(), station::OperatorStage{&window, root, &context, &runAction, &stopAction},
+        file.fileName(), station::OperatorStage{&window, root, &context, {}, &runAction, &stopAction},
         [this](bool ok, const QString &message) {
             m_outcome = Outcome{ok, message};
         });

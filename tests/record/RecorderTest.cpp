@@ -1,6 +1,7 @@
 #include "station/record/Recorder.h"
 
 #include "tests/operator/OperatorFixture.h"
+#include "tests/support/Wait.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>
@@ -114,10 +115,23 @@ TEST_F(Recording, OfAButtonIsTheSameByMouseAndByKey)
     EXPECT_EQ(said(), script({Wait, R"(operator.click({ panel = "G1", title = "OK" }))"}));
     ok->becomeFirstResponder();
     key(Qt::Key_Space);
+    EXPECT_TRUE(testsupport::waitUntil([this] { return pressed.size() == 2; }));
     EXPECT_EQ(said(), script({R"(operator.click({ panel = "G1", title = "OK" }))"}));
     key(Qt::Key_Return);
     EXPECT_EQ(said(), script({R"(operator.click({ panel = "G1", title = "OK" }))"}));
     EXPECT_EQ(pressed, QStringList({"OK", "OK", "OK"}));
+}
+
+TEST_F(Recording, OfAButtonThatABlankPressesAfterSomethingElse)
+{
+    auto *ok = qobject_cast<Button *>(panel->subviews().first());
+    Button *other = button(panel, {100, 10, 80, 30}, "Cancel", "G1-0-Cancel");
+    ok->becomeFirstResponder();
+    key(Qt::Key_Space);
+    click(other);
+    EXPECT_TRUE(testsupport::waitUntil([this] { return pressed.size() == 2; }));
+    EXPECT_EQ(said(), script({Wait, R"(operator.click({ panel = "G1", title = "Cancel" }))",
+                              R"(operator.click({ panel = "G1", title = "OK" }))"}));
 }
 
 TEST_F(Recording, OfAButtonThatThePressLeavesIsNone)
@@ -147,8 +161,11 @@ TEST_F(Recording, OfASwitchAndASlotThatIsOpenedAnew)
     shown->setDrawsBackground(true);
     click(box);
     click(shown);
+    shown->setFocusPolicy(Qt::StrongFocus);
+    shown->becomeFirstResponder();
+    key(Qt::Key_F2);
     EXPECT_EQ(said(), script({Wait, R"(operator.click({ panel = "G1", switch = "S2" }))",
-                              R"(operator.click("G1-S3"))"}));
+                              R"(operator.click("G1-S3"))", R"(operator.click("G1-S3"))"}));
 }
 
 TEST_F(Recording, OfABesideButtonWaitsForThePanelsThatAreThere)
