@@ -178,9 +178,35 @@ function operator.type(text) end
 ---@param text string|number
 function operator.scan(text) end
 
+---Clicks a field, types the text in the place of what it holds, and Return; Return alone without a text.
+---@param field string|OperatorTarget
+---@param text? string|number
+function operator.enter(field, text) end
+
+---Clicks a field and types the text in the place of what it holds, without Return.
+---@param field string|OperatorTarget
+---@param text string|number
+function operator.fill(field, text) end
+
 ---Presses and releases the mouse on a view.
 ---@param target string|OperatorTarget
 function operator.click(target) end
+
+---Waits until the view has the text.
+---@param identifier string
+---@param text string
+---@param seconds number
+function operator.waitForText(identifier, text, seconds) end
+
+---Presses Run.
+function operator.run() end
+
+---Presses Stop.
+function operator.stop() end
+
+---Waits until no sequence runs.
+---@param seconds number
+function operator.waitForRunEnd(seconds) end
 
 ---The views of the plug-in, or of the first view with the identifier.
 ---@param identifier? string

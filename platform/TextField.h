@@ -76,6 +76,9 @@ public:
     [[nodiscard]] QStringList choices() const { return m_choices; }
     void setChoices(const QStringList &choices);
     [[nodiscard]] bool isListOpen() const;
+    /// The row of the list that somebody went to since the last character, which Return takes in the place of
+    /// the text.
+    [[nodiscard]] std::optional<QString> chosen() const;
     /// Opens the list, or folds it. Nothing without choices, or where the field does not take the keys.
     void toggleList();
     /// How assistive technology calls the field, and what it says about it besides; the editor's, too.

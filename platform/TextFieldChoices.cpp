@@ -56,6 +56,11 @@ bool TextField::isListOpen() const
     return m_list && m_list->isVisible();
 }
 
+std::optional<QString> TextField::chosen() const
+{
+    return m_list ? m_list->chosen() : std::nullopt;
+}
+
 ChoiceList *TextField::list()
 {
     if (!m_list && m_editor && !m_choices.isEmpty()) {
@@ -98,9 +103,8 @@ void TextField::pick(const QString &choice)
 /// Puts the row that somebody went to in the place of what is written.
 void TextField::takeChosen()
 {
-    const std::optional<QString> chosen = m_list ? m_list->chosen() : std::nullopt;
-    if (chosen)
-        m_editor->setEntry(*chosen);
+    if (const std::optional<QString> choice = chosen())
+        m_editor->setEntry(*choice);
 }
 
 bool TextField::listTakesKey(const QKeyEvent &event)

@@ -32,6 +32,11 @@ const QCommandLineOption
     Results(QStringLiteral("results"),
             QStringLiteral("Where each call and each end of a sequence is written (JSON lines)."),
             QStringLiteral("FILE"));
+const QCommandLineOption Record(
+    QStringLiteral("record"),
+    QStringLiteral("Where what is done at the window is written as an operator's script. The file must "
+                   "not be there yet, or be empty."),
+    QStringLiteral("FILE"));
 const QCommandLineOption Log(QStringLiteral("log"), QStringLiteral("Where the log's lines are written."),
                              QStringLiteral("FILE"));
 const QCommandLineOption
@@ -83,6 +88,7 @@ CommandLine valuesOf(const QCommandLineParser &parser)
     line.sequences = parser.values(Sequence);
     line.operatorScript = parser.value(OperatorScript);
     line.results = parser.value(Results);
+    line.record = parser.value(Record);
     line.log = parser.value(Log);
     line.plugins = parser.values(Plugin);
     line.badge = parser.value(Badge);
@@ -119,7 +125,8 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Runs Lua test sequences for the systems of a station and asks its operator for input."));
-    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin, Badge, Theme});
+    parser.addOptions(
+        {Config, Sequence, OperatorScript, Headless, Results, Record, Log, Plugin, Badge, Theme});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     // Not process(), which ends the program by itself, with a status of its own.

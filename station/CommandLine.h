@@ -16,6 +16,7 @@ struct CommandLine
     QStringList sequences; ///< Run for each system, instead of the configuration's.
     QString operatorScript;
     QString results;
+    QString record; ///< Where what is done at the window is written as an operator's script.
     QString log;
     QStringList
         plugins;   ///< Libraries, loaded instead of the configuration's, or folders to look for them in.

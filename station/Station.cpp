@@ -57,6 +57,7 @@ Station::Station(const CommandLine &commandLine)
     , m_config(configurationFor(commandLine))
     , m_log(commandLine.log)
     , m_results(commandLine.results, commandLine.headless || !commandLine.operatorScript.isEmpty())
+    , m_recording(commandLine.record)
 {
     serveConfiguration();
     loadPlugins();
@@ -109,6 +110,7 @@ void Station::makeWindow()
         platform::View *view = plugin.view();
         m_window->addPluginView(plugin.name(), view, plugin.minimumSize());
     }
+    m_recording.start(m_config.name, *m_window, m_plugins.front().view());
     m_window->setImageFolders(m_config.imageFolders);
     if (m_commandLine.headless) {
         m_window->setStandsOnNoScreen();
@@ -141,8 +143,8 @@ void Station::makeOperator()
     if (m_commandLine.operatorScript.isEmpty())
         return;
     const LoadedPlugin &plugin = m_plugins.front();
-    const OperatorStage stage{m_window.get(), plugin.view(), plugin.extension()->pluginContext(),
-                              m_config.scanner};
+    const OperatorStage stage{m_window.get(),   plugin.view(),         plugin.extension()->pluginContext(),
+                              m_config.scanner, m_window->runAction(), m_window->stopAction()};
     m_operatorDone = false;
     m_operator = std::make_unique<OperatorScript>(
         m_commandLine.operatorScript, stage,
@@ -177,7 +179,8 @@ int Station::run()
     }
     QApplication::exec();
     endOperator();
-    return m_runner->allPassed() && !m_operatorFailed && !m_results.hasFailed() ? EXIT_SUCCESS : EXIT_FAILURE;
+    const bool hasLost = m_results.hasFailed() || m_recording.hasFailed();
+    return m_runner->allPassed() && !m_operatorFailed && !hasLost ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 bool Station::endsByItself() const
@@ -193,6 +196,7 @@ void Station::startRun()
     m_window->setRunning(true);
     m_window->setStatus(QStringLiteral("Running"));
     m_results.beginRun(m_config.name, m_commandLine.config, m_senses->badge());
+    m_recording.runBegins();
     m_runner->start(m_senses->badge());
     m_board->begin();
 }
@@ -204,6 +208,7 @@ void Station::stopRun()
     m_window->setStatus(QStringLiteral("Stopping"));
     m_stuckLooks = 0;
     m_stuck.start();
+    m_recording.runStops();
     m_runner->stop();
 }
 
@@ -236,6 +241,7 @@ void Station::runEnded()
 {
     m_stuck.stop();
     m_idleWait.stop();
+    m_recording.runEnds();
     if (m_runner->ranNothing()) {
         sayOnError(QStringLiteral("nothing has run: ") + NobodyToRunFor);
         m_window->setStatus(QStringLiteral("Nothing has run: ") + NobodyToRunFor);

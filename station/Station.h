@@ -10,6 +10,7 @@
 #include "station/SequenceRunner.h"
 #include "station/StationConfig.h"
 #include "station/operator/OperatorScript.h"
+#include "station/record/Recording.h"
 #include "station/window/StationWindow.h"
 
 #include <QObject>
@@ -63,6 +64,7 @@ private:
     StationConfig m_config;
     LogFile m_log;
     ResultsFile m_results;
+    Recording m_recording;
     std::list<LoadedPlugin> m_plugins;
     std::unique_ptr<SequenceRunner> m_runner;
     std::unique_ptr<StationWindow> m_window;

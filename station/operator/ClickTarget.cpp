@@ -93,6 +93,47 @@ View *inPanel(View *panel, const ClickTarget &target)
     return nullptr;
 }
 
+/// The slot of a switch's or field's identifier ("G1-101-S2", "G1-S2"); empty when it is no such.
+QString slotIn(const QString &identifier, const QString &key, bool withNumber)
+{
+    const QRegularExpression form(QRegularExpression::anchoredPattern(
+        QRegularExpression::escape(key) + QLatin1String(withNumber ? "-[0-9]+-(.+)" : "-(.+)")));
+    return form.match(identifier).captured(1);
+}
+
+/// The forms in which a script could name the view, the most telling first.
+QList<ClickTarget> namesOf(View *view)
+{
+    using Kind = ClickTarget::Kind;
+    const View *panel = panelAround(view->superview());
+    const QString key = panel ? panel->identifier().text() : QString();
+    const QString identifier = view->identifier().text();
+    const ClickTarget byIdentifier{Kind::Identifier, {}, identifier};
+    if (!panel)
+        return {byIdentifier};
+    QList<ClickTarget> names;
+    const auto *button = qobject_cast<Button *>(view);
+    if (button && button->buttonType() == Button::Type::Switch)
+        names.append({Kind::Switch, key, slotIn(identifier, key, true)});
+    else if (button)
+        names.append({Kind::Title, key, button->title()});
+    // One that says nothing of its panel ("Pass") means another view as soon as another panel is open.
+    if (identifier.startsWith(key + QLatin1Char('-')))
+        names.append(byIdentifier);
+    if (!button)
+        names.append({Kind::Slot, key, slotIn(identifier, key, false)});
+    return names;
+}
+
+bool leadsTo(View *root, const ClickTarget &target, const View *view)
+{
+    try {
+        return !target.name.isEmpty() && findTarget(root, target) == view;
+    } catch (const OperatorFailure &) {
+        return false;
+    }
+}
+
 QList<View *> panelsOf(View *root, const ClickTarget &target)
 {
     if (View *visible = visiblePanel(root, target.panel))
@@ -133,6 +174,15 @@ View *findTarget(View *root, const ClickTarget &target)
     if (View *view = inPanel(panels.first(), target))
         return view;
     throw OperatorFailure(QStringLiteral("there is no %1").arg(target.description()));
+}
+
+std::optional<ClickTarget> targetOf(View *root, View *view)
+{
+    for (const ClickTarget &name : namesOf(view)) {
+        if (leadsTo(root, name, view))
+            return name;
+    }
+    return std::nullopt;
 }
 
 } // namespace station

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace platform {
 class View;
 } // namespace platform
@@ -29,5 +31,10 @@ struct ClickTarget
 /// Thread: the main thread. Errors: throws OperatorFailure when there is none; a view that is there and
 /// hidden is returned.
 [[nodiscard]] platform::View *findTarget(platform::View *root, const ClickTarget &target);
+/// The target by which findTarget() finds the view, as a script's author would name it; nothing for a view
+/// that no target leads to, such as the second of two buttons with one title.
+///
+/// Thread: the main thread.
+[[nodiscard]] std::optional<ClickTarget> targetOf(platform::View *root, platform::View *view);
 
 } // namespace station

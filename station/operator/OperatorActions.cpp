@@ -1,6 +1,7 @@
 #include "station/operator/OperatorActions.h"
 
 #include "platform/MainQueue.h"
+#include "platform/TextField.h"
 #include "station/operator/KeyStrokes.h"
 #include "station/operator/OperatorFailure.h"
 #include "station/operator/OperatorHands.h"
@@ -20,6 +21,7 @@ using platform::Value;
 using platform::View;
 
 constexpr double SecondsForActivation = 10.0;
+constexpr double SecondsForFocus = 10.0;
 /// What of its surroundings is on the picture of a view, in points.
 constexpr int PictureMargin = 6;
 
@@ -44,6 +46,19 @@ void savePicture(const QPixmap &picture, const QString &path)
         throw OperatorFailure(QStringLiteral("the folder \"%1\" cannot be made").arg(folder));
     if (!picture.save(path, "PNG"))
         throw OperatorFailure(QStringLiteral("the picture \"%1\" cannot be written").arg(path));
+}
+
+OperatorFailure cannotClick(const ClickTarget &target, const OperatorFailure &why)
+{
+    return OperatorFailure(
+        QStringLiteral("cannot click the %1: %2").arg(target.description(), QString::fromUtf8(why.what())));
+}
+
+std::optional<QString> textOf(const View *view)
+{
+    if (const auto *field = qobject_cast<const platform::TextField *>(view))
+        return field->stringValue();
+    return std::nullopt;
 }
 
 } // namespace
@@ -116,11 +131,92 @@ void OperatorActions::clickNow(const ClickTarget &target)
     try {
         OperatorHands(window()).click(view);
     } catch (const OperatorFailure &failure) {
-        throw OperatorFailure(QStringLiteral("cannot click the %1: %2")
-                                  .arg(target.description(), QString::fromUtf8(failure.what())));
+        throw cannotClick(target, failure);
     }
     if (panel)
         m_panels.clicked(showing);
+}
+
+bool OperatorActions::writeNow(const ClickTarget &target, const std::optional<QString> &text, bool ends)
+{
+    auto *field = qobject_cast<platform::TextField *>(findTarget(root(), target));
+    if (!field || !field->isEditable())
+        throw OperatorFailure(QStringLiteral("the %1 takes no entry").arg(target.description()));
+    View *panel = panelAround(field);
+    const PanelShowing showing = panel ? PanelShowing::of(panel) : PanelShowing();
+    try {
+        if (!OperatorHands(window()).enter(field, text, ends))
+            return false;
+    } catch (const OperatorFailure &failure) {
+        throw cannotClick(target, failure);
+    }
+    // An entry may end its panel, as a click does.
+    if (panel)
+        m_panels.clicked(showing);
+    return true;
+}
+
+void OperatorActions::write(const ClickTarget &target, const std::optional<QString> &text, bool ends)
+{
+    takeWindow();
+    if (!m_wait.until([&] { return writeNow(target, text, ends); }, SecondsForFocus))
+        throw OperatorFailure(QStringLiteral("the %1 does not get the focus").arg(target.description()));
+}
+
+void OperatorActions::enter(const ClickTarget &target, const std::optional<QString> &text)
+{
+    write(target, text, true);
+}
+
+void OperatorActions::fill(const ClickTarget &target, const QString &text)
+{
+    write(target, text, false);
+}
+
+void OperatorActions::waitForText(const QString &identifier, const QString &text, double seconds)
+{
+    std::optional<QString> found;
+    const auto isThere = [&] {
+        found = textOf(firstWithIdentifier(root(), identifier));
+        return found == text;
+    };
+    if (m_wait.until(isThere, seconds))
+        return;
+    const QString instead = found ? QStringLiteral("it has \"%1\"").arg(*found)
+                                  : QStringLiteral("there is no such view with a text");
+    throw OperatorFailure(QStringLiteral("view \"%1\" has not the text \"%2\" within %3 s; %4")
+                              .arg(identifier, text, secondsText(seconds), instead));
+}
+
+QAction *OperatorActions::action(const QPointer<QAction> &action) const
+{
+    if (!action)
+        throw OperatorFailure(QStringLiteral("the station window is gone"));
+    return action;
+}
+
+void OperatorActions::run()
+{
+    MainQueue::sync([this] {
+        if (!action(m_stage.run)->isEnabled())
+            throw OperatorFailure(QStringLiteral("a run is under way already"));
+        m_stage.run->trigger();
+    });
+}
+
+void OperatorActions::stopRun()
+{
+    MainQueue::sync([this] {
+        if (!action(m_stage.stop)->isEnabled())
+            throw OperatorFailure(QStringLiteral("there is no run that could be stopped"));
+        m_stage.stop->trigger();
+    });
+}
+
+void OperatorActions::waitForRunEnd(double seconds)
+{
+    if (!m_wait.until([this] { return action(m_stage.run)->isEnabled(); }, seconds))
+        throw OperatorFailure(QStringLiteral("the run has not ended within %1 s").arg(secondsText(seconds)));
 }
 
 void OperatorActions::click(const ClickTarget &target)

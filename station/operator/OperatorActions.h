@@ -31,6 +31,16 @@ public:
     /// What the station's scanner sends when it has read the text.
     void scan(const QString &text);
     void click(const ClickTarget &target);
+    /// Puts a text into a field in the place of what it holds, and ends the entry; without a text, ends the
+    /// entry of what it holds.
+    void enter(const ClickTarget &target, const std::optional<QString> &text);
+    /// Puts a text into a field, and leaves the entry begun.
+    void fill(const ClickTarget &target, const QString &text);
+    /// Until the first view with the identifier has the text.
+    void waitForText(const QString &identifier, const QString &text, double seconds);
+    void run();
+    void stopRun();
+    void waitForRunEnd(double seconds);
     /// The tree below the plug-in's view, or below the first view with the identifier; nothing when there is
     /// none.
     [[nodiscard]] platform::Value tree(const std::optional<QString> &identifier);
@@ -50,6 +60,9 @@ private:
     [[nodiscard]] QWidget *window() const;
     void takeWindow();
     void clickNow(const ClickTarget &target);
+    void write(const ClickTarget &target, const std::optional<QString> &text, bool ends);
+    [[nodiscard]] bool writeNow(const ClickTarget &target, const std::optional<QString> &text, bool ends);
+    [[nodiscard]] QAction *action(const QPointer<QAction> &action) const;
 
     OperatorStage m_stage;
     OperatorWait m_wait;

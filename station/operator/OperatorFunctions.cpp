@@ -47,6 +47,47 @@ int click(lua_State *state)
     return 0;
 }
 
+int enter(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.enter");
+    actionsOf(state).enter(arguments.target(1), arguments.optionalText(2, "text"));
+    return 0;
+}
+
+int fill(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.fill");
+    actionsOf(state).fill(arguments.target(1), arguments.text(2, "text"));
+    return 0;
+}
+
+int waitForText(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.waitForText");
+    actionsOf(state).waitForText(arguments.text(1, "identifier"), arguments.text(2, "text"),
+                                 arguments.number(3, "seconds"));
+    return 0;
+}
+
+int run(lua_State *state)
+{
+    actionsOf(state).run();
+    return 0;
+}
+
+int stop(lua_State *state)
+{
+    actionsOf(state).stopRun();
+    return 0;
+}
+
+int waitForRunEnd(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.waitForRunEnd");
+    actionsOf(state).waitForRunEnd(arguments.number(1, "seconds"));
+    return 0;
+}
+
 int tree(lua_State *state)
 {
     const auto identifier = LuaArguments(state, "operator.tree").optionalText(1, "identifier");
@@ -119,6 +160,12 @@ constexpr luaL_Reg Functions[] = {
     {"type", KVKLuaFunction<type>},
     {"scan", KVKLuaFunction<scan>},
     {"click", KVKLuaFunction<click>},
+    {"enter", KVKLuaFunction<enter>},
+    {"fill", KVKLuaFunction<fill>},
+    {"waitForText", KVKLuaFunction<waitForText>},
+    {"run", KVKLuaFunction<run>},
+    {"stop", KVKLuaFunction<stop>},
+    {"waitForRunEnd", KVKLuaFunction<waitForRunEnd>},
     {"tree", KVKLuaFunction<tree>},
     {"property", KVKLuaFunction<property>},
     {"log", KVKLuaFunction<log>},

@@ -15,6 +15,13 @@ class OperatorActions;
 ///     click(target)                   "identifier", {panel=key, title=text}, {panel=key, slot=name} (the
 ///     slot's
 ///                                     field, or its switch where it has no field), {panel=key, switch=name}
+///     enter(field [, text])           the text, in the place of what the field holds, and Return; Return
+///     alone
+///                                     without a text
+///     fill(field, text)               the same without Return
+///     waitForText(identifier, text, seconds)  until a view has the text
+///     run(), stop()                   presses Run, presses Stop
+///     waitForRunEnd(seconds)          until no sequence runs
 ///     tree([identifier])              the view tree, nil when there is no such view (fields: see ViewTree.h)
 ///     property(name)                  a property of the plug-in's context
 ///     log([count])                    the last lines of the log, 100 when no count is given

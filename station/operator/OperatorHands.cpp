@@ -1,26 +1,32 @@
 #include "station/operator/OperatorHands.h"
 
+#include "platform/ChoiceList.h"
 #include "platform/ScrollView.h"
-#include "platform/View.h"
+#include "platform/TextField.h"
+#include "station/operator/KeyStrokes.h"
 #include "station/operator/OperatorFailure.h"
 #include "station/operator/ViewTree.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QPointingDevice>
+#include <QScrollArea>
 #include <QWidget>
 #include <QWindow>
 
 namespace station {
 namespace {
 
+using platform::ChoiceList;
 using platform::Rect;
 using platform::ScrollView;
+using platform::TextField;
 using platform::View;
 
-constexpr double ScrollMargin = 8.0;
+constexpr int ScrollMargin = 8;
 
 void sendKey(QWindow *window, QEvent::Type type, const KeyStroke &stroke)
 {
@@ -84,13 +90,61 @@ void scrollIntoSight(ScrollView *scroll, const View *view)
     scroll->scrollToPoint({left, low + visible.height()});
 }
 
-void scrollIntoSight(const View *view)
+/// From the inside out, in the views and in what the station holds them in: each may have too little room for
+/// what is in it.
+void scrollIntoSight(View *view)
 {
-    for (View *around = view->superview(); around; around = around->superview()) {
+    for (QWidget *around = view->parentWidget(); around; around = around->parentWidget()) {
         if (auto *scroll = qobject_cast<ScrollView *>(around))
             scrollIntoSight(scroll, view);
+        else if (auto *area = qobject_cast<QScrollArea *>(around))
+            area->ensureWidgetVisible(view, ScrollMargin, ScrollMargin);
     }
 }
+
+/// The list of choices that the widget is or lies in; null for any other.
+ChoiceList *listAround(QWidget *widget)
+{
+    while (widget && !qobject_cast<ChoiceList *>(widget))
+        widget = widget->parentWidget();
+    return static_cast<ChoiceList *>(widget);
+}
+
+/// A list of choices lies over whatever it has no room beside, and folds when somebody presses elsewhere.
+void foldListOver(const QWidget *window, const QPoint &position)
+{
+    if (ChoiceList *list = listAround(window->childAt(position)))
+        list->fold();
+}
+
+/// Whether something around the view leaves nothing of it to be seen at the point.
+bool isCutOff(const View *view, const QWidget *window, const QPoint &point)
+{
+    for (const QWidget *around = view->parentWidget(); around && around != window;
+         around = around->parentWidget()) {
+        if (!around->rect().contains(around->mapFrom(window, point)))
+            return true;
+    }
+    return false;
+}
+
+/// Sees whether a key arrives.
+class Arrival : public QObject
+{
+public:
+    explicit Arrival(QWidget *receiver) { receiver->installEventFilter(this); }
+    [[nodiscard]] bool hasCome() const { return m_hasCome; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_hasCome = m_hasCome || event->type() == QEvent::KeyRelease;
+        return false;
+    }
+
+private:
+    bool m_hasCome = false;
+};
 
 } // namespace
 
@@ -133,9 +187,39 @@ void OperatorHands::click(View *view)
     if (!view->isEnabled())
         throw OperatorFailure(QStringLiteral("it is disabled"));
     scrollIntoSight(view);
+    foldListOver(m_window, view->mapTo(m_window, view->rect().center()));
     // A person cannot press what something else lies upon: a script that could would hide the fault.
     requireOperable(view);
     pressAndRelease(view->mapTo(m_window, view->rect().center()));
+}
+
+/// A plug-in may hold keys and clicks back while it carries out a press. What is typed then goes to whoever
+/// has the focus afterwards, and that may be another one.
+bool OperatorHands::keysArrive() const
+{
+    QWidget *receiver = m_window->focusWidget() ? m_window->focusWidget() : m_window;
+    const Arrival arrival(receiver);
+    sendKey(m_window->windowHandle(), QEvent::KeyRelease, {Qt::Key_unknown, Qt::NoModifier, {}});
+    return arrival.hasCome();
+}
+
+bool OperatorHands::enter(TextField *field, const std::optional<QString> &text, bool ends)
+{
+    if (!keysArrive())
+        return false;
+    // Also where the field has the focus already: what is typed now begins anew.
+    click(field);
+    if (!field->isFirstResponder())
+        return false;
+    QString keys = text.value_or(QString());
+    if (text && field->currentEditor()) {
+        field->currentEditor()->selectAll();
+        // Gives up what is refused so far, too.
+        if (keys.isEmpty() || field->stringValue().isEmpty())
+            keys.prepend(QLatin1Char('\b'));
+    }
+    type(ends ? keys + QLatin1Char('\n') : keys);
+    return true;
 }
 
 void OperatorHands::requireOperable(const View *view) const
@@ -143,6 +227,8 @@ void OperatorHands::requireOperable(const View *view) const
     const QPoint centre = view->mapTo(m_window, view->rect().center());
     if (!m_window->rect().contains(centre))
         throw OperatorFailure(QStringLiteral("it lies outside the window"));
+    if (isCutOff(view, m_window, centre))
+        throw OperatorFailure(QStringLiteral("it lies out of sight, and nothing scrolls to it"));
     const QWidget *hit = m_window->childAt(centre);
     if (hit != view && !view->isAncestorOf(hit))
         throw OperatorFailure(QStringLiteral("it is covered by %1").arg(widgetText(hit ? *hit : *m_window)));

@@ -3,6 +3,7 @@
 #include "platform/View.h"
 #include "station/scanner/ScannerSettings.h"
 
+#include <QAction>
 #include <QPointer>
 
 namespace station {
@@ -18,6 +19,9 @@ struct OperatorStage
     QPointer<QObject> context;
     /// What the operator's scanner sends.
     ScannerSettings scanner = {};
+    /// What starts and stops the sequences; Run can be pressed exactly while none runs.
+    QPointer<QAction> run = {};
+    QPointer<QAction> stop = {};
 };
 
 } // namespace station

@@ -107,4 +107,20 @@ TEST(Instruction, WithoutADisplayNothingIsRemembered)
     EXPECT_FALSE(QDir(home).exists("interactive-station"));
 }
 
+TEST(Instruction, AButtonThatItsPanePushesOutOfSightIsScrolledTo)
+{
+    StationRun station;
+    station.slotNames({"S1", "S2", "S3", "S4"}).perGroup(R"(
+        local look = "# Look\n\n" .. ("and room "):rep(50)
+        return showGroupView(groupNumber, { input = { "S1", "S2", "S3", "S4" }, column = 4, instruction = look }) == nil
+    )");
+    station.operatorDoes(R"(
+        operator.waitForPanel("G1", 20)
+        operator.resize(1024, 768)
+        operator.click({ panel = "G1", slot = "SharedInput" })
+        operator.click({ panel = "G1", title = "Cancel" })
+    )");
+    station.passes();
+}
+
 } // namespace

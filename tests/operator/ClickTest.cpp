@@ -1,5 +1,8 @@
 #include "tests/operator/OperatorFixture.h"
 
+#include <QScrollArea>
+#include <QScrollBar>
+
 using platform::Box;
 using platform::Button;
 using platform::Rect;
@@ -113,6 +116,46 @@ TEST_F(Click, LeavesTheScrollPositionOfWhatCanBeSeen)
     runs("operator.click{panel='G1', title='OK'}");
     EXPECT_EQ(pressed, QStringList("OK"));
     EXPECT_EQ(scroll->documentVisibleRect(), before);
+}
+
+TEST_F(Click, ScrollsInWhatTheStationHoldsTheViewsIn)
+{
+    QScrollArea area(&window);
+    area.setFrameShape(QFrame::NoFrame);
+    area.setGeometry(0, 0, 300, 600);
+    root->setFixedSize(800, 600);
+    area.setWidget(root);
+    area.show();
+    groupPanel("G1", {450, 100, 300, 100});
+    runs("operator.click{panel='G1', title='OK'}");
+    EXPECT_EQ(pressed, QStringList("OK"));
+    EXPECT_GT(area.horizontalScrollBar()->value(), 0);
+    area.takeWidget();
+    root->setParent(&window);
+}
+
+TEST_F(Click, OutOfSightOfWhatDoesNotScrollFails)
+{
+    View *panel = groupPanel("G1");
+    button(panel, {310, 10, 80, 30}, "Far", "Far");
+    EXPECT_EQ(
+        fails("operator.click('Far')"),
+        "operator.lua:1: cannot click the view \"Far\": it lies out of sight, and nothing scrolls to it");
+    EXPECT_TRUE(pressed.isEmpty());
+}
+
+TEST_F(Click, FoldsAListOfChoicesThatLiesOverIt)
+{
+    TextField *choices = field(split, {10, 300, 200, 25}, "choices");
+    choices->setChoices({"Red", "Green", "Blue"});
+    Button *below = button(split, {10, 270, 100, 25}, "Below", "Below");
+    choices->becomeFirstResponder();
+    choices->toggleList();
+    ASSERT_TRUE(choices->isListOpen());
+    ASSERT_FALSE(below->isAncestorOf(window.childAt(below->mapTo(&window, below->rect().center()))));
+    runs("operator.click('Below')");
+    EXPECT_EQ(pressed, QStringList("Below"));
+    EXPECT_FALSE(choices->isListOpen());
 }
 
 TEST_F(Click, OnWhatIsNotThereFails)

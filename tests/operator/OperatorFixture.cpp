@@ -17,6 +17,14 @@ using platform::View;
 OperatorFixture::OperatorFixture()
 {
     makeRoot();
+    stopAction.setEnabled(false);
+    const auto press = [this](bool runs) {
+        pressed.append(QLatin1String(runs ? "Run" : "Stop"));
+        runAction.setEnabled(!runs);
+        stopAction.setEnabled(runs);
+    };
+    QObject::connect(&runAction, &QAction::triggered, &context, [press] { press(true); });
+    QObject::connect(&stopAction, &QAction::triggered, &context, [press] { press(false); });
     auto *layout = new QVBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(root);
@@ -46,11 +54,11 @@ station::OperatorScript &OperatorFixture::start(const QString &script)
     file.write(script.toUtf8());
     file.close();
     m_outcome.reset();
-    m_script = std::make_unique<station::OperatorScript>(file.fileName(),
-                                                         station::OperatorStage{&window, root, &context},
-                                                         [this](bool ok, const QString &message) {
-                                                             m_outcome = Outcome{ok, message};
-                                                         });
+    m_script = std::make_unique<station::OperatorScript>(
+        file.fileName(), station::OperatorStage{&window, root, &context, {}, &runAction, &stopAction},
+        [this](bool ok, const QString &message) {
+            m_outcome = Outcome{ok, message};
+        });
     m_script->start();
     return *m_script;
 }

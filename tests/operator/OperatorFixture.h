@@ -7,6 +7,7 @@
 #include "platform/TextField.h"
 #include "station/operator/OperatorScript.h"
 
+#include <QAction>
 #include <QTemporaryDir>
 #include <QVariantMap>
 #include <QWidget>
@@ -78,6 +79,8 @@ protected:
     QPointer<platform::View> root;
     platform::ScrollView *scroll = nullptr;
     platform::SplitView *split = nullptr;
+    QAction runAction;  ///< Enabled, as while no sequence runs.
+    QAction stopAction; ///< Disabled until run was triggered.
     QStringList pressed;
     QStringList entered;
 

@@ -6,6 +6,7 @@
 
 using platform::Box;
 using platform::MainQueue;
+using platform::TextField;
 using platform::View;
 
 namespace {
@@ -136,6 +137,29 @@ TEST_F(PanelWait, GoneMeansTheShowingOfTheLastClick)
                     "operator.waitForPanelGone('3', 60)\n"
                     "operator.waitForPanelGone('3', 0)"),
               "operator.lua:3: panel \"3\" still there after 0 s; visible panels: \"3\"");
+}
+
+TEST_F(PanelWait, GoneMeansTheShowingThatWasWaitedForWhenNothingWasDoneInIt)
+{
+    View *content = tile("3")->contentView();
+    button(content, {10, 10, 64, 30}, "first", "Pass");
+    start("operator.waitForPanel('3', 60) operator.click('Next') operator.waitForPanelGone('3', 60)");
+    button(root, {700, 560, 80, 30}, "Next", "Next", [this, content] {
+        empty(content);
+        button(content, {10, 10, 64, 30}, "second", "Pass");
+    });
+    EXPECT_TRUE(outcome().ok);
+}
+
+TEST_F(PanelWait, GoneMeansTheShowingOfTheLastEntry)
+{
+    View *content = tile("3")->contentView();
+    TextField *asking = field(content, {10, 10, 64, 30}, "3-SN");
+    asking->setTarget(&context, "enter:", [this, content](View *) {
+        empty(content);
+        field(content, {10, 10, 64, 30}, "3-SN");
+    });
+    runs("operator.enter('3-SN', 'x') operator.waitForPanelGone('3', 60)");
 }
 
 TEST_F(PanelWait, ASecondWaitForTheNextShowingForgetsTheClickIntoTheFirst)

@@ -53,6 +53,7 @@ TEST_F(CommandLineTest, TheConfigurationIsAllThatIsNeeded)
     EXPECT_EQ(line.sequences, QStringList());
     EXPECT_EQ(line.operatorScript, "");
     EXPECT_EQ(line.results, "");
+    EXPECT_EQ(line.record, "");
     EXPECT_EQ(line.log, "");
     EXPECT_EQ(line.plugins, QStringList());
     EXPECT_FALSE(line.headless);
@@ -62,12 +63,13 @@ TEST_F(CommandLineTest, EveryOptionIsRead)
 {
     const CommandLine line =
         readBesideConfig({"--sequence", m_first, "--operator", m_second, "--headless", "--results", "r.jsonl",
-                          "--log", "station.log", "--plugin", m_files.folder()});
+                          "--record", "record.lua", "--log", "station.log", "--plugin", m_files.folder()});
     EXPECT_EQ(line.config, m_config);
     EXPECT_EQ(line.sequences, QStringList{m_first});
     EXPECT_EQ(line.operatorScript, m_second);
     EXPECT_TRUE(line.headless);
     EXPECT_EQ(line.results, "r.jsonl");
+    EXPECT_EQ(line.record, "record.lua");
     EXPECT_EQ(line.log, "station.log");
     EXPECT_EQ(line.plugins, QStringList{m_files.folder()});
 }
@@ -108,7 +110,7 @@ TEST_F(CommandLineTest, WithoutAConfigurationItSaysWhatItNeeds)
 
 TEST_F(CommandLineTest, AnOptionWithoutItsValueIsNamed)
 {
-    for (const QString option : {"config", "sequence", "operator", "results", "log", "plugin"})
+    for (const QString option : {"config", "sequence", "operator", "results", "record", "log", "plugin"})
         EXPECT_EQ(refusal({"--" + option}), "Missing value after '--" + option + "'; see --help");
 }
 
@@ -154,8 +156,9 @@ TEST_F(CommandLineTest, HelpIsPrintedAndNothingElseDone)
         testing::internal::CaptureStdout();
         EXPECT_FALSE(read({option}).has_value());
         const QString help = QString::fromStdString(testing::internal::GetCapturedStdout());
-        for (const QString named : {"--config <FILE>", "--sequence <FILE>", "--operator <FILE>", "--headless",
-                                    "--results <FILE>", "--log <FILE>", "--plugin <PATH>", "--version"})
+        for (const QString named :
+             {"--config <FILE>", "--sequence <FILE>", "--operator <FILE>", "--headless", "--results <FILE>",
+              "--record <FILE>", "--log <FILE>", "--plugin <PATH>", "--version"})
             EXPECT_TRUE(help.contains(named)) << named.toStdString();
         EXPECT_TRUE(help.endsWith(
             "\nExit status: 0 every sequence passed, 1 one did not, 2 the station could not start.\n"))
