@@ -3,7 +3,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaRun.h"
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
-#include "station/ResultsFile.h"
+#include "station/results/ResultsFile.h"
 #include "station/StationConfig.h"
 
 #include <atomic>

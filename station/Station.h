@@ -4,7 +4,7 @@
 #include "station/IdleWatch.h"
 #include "station/LogFile.h"
 #include "station/PluginHost.h"
-#include "station/ResultsFile.h"
+#include "station/results/ResultsFile.h"
 #include "station/RunStates.h"
 #include "station/SequenceRunner.h"
 #include "station/StationConfig.h"

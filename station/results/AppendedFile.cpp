@@ -1,4 +1,4 @@
-#include "station/AppendedFile.h"
+#include "station/results/AppendedFile.h"
 
 #include "station/StationError.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
-#include "station/AppendedFile.h"
+#include "station/results/AppendedFile.h"
 
 #include <QJsonObject>
 #include <QString>

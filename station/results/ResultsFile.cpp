@@ -1,4 +1,4 @@
-#include "station/ResultsFile.h"
+#include "station/results/ResultsFile.h"
 
 #include "station/StationError.h"
 

@@ -1,4 +1,4 @@
-#include "station/ResultsFile.h"
+#include "station/results/ResultsFile.h"
 
 #include "tests/station/StationFiles.h"
 
