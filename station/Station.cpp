@@ -7,9 +7,11 @@
 #include "station/StopSignal.h"
 #include "station/Version.h"
 #include "station/instruction/PaneMemory.h"
+#include "station/results/OutboxLabel.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QStatusBar>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -58,7 +60,8 @@ Station::Station(const CommandLine &commandLine)
     : m_commandLine(commandLine)
     , m_config(configurationFor(commandLine))
     , m_log(commandLine.log)
-    , m_results(commandLine.results, commandLine.headless || !commandLine.operatorScript.isEmpty())
+    , m_results({commandLine.results, m_config.resultsDatabase, m_config.resultsOutbox},
+                commandLine.headless || !commandLine.operatorScript.isEmpty())
 {
     serveConfiguration();
     loadPlugins();
@@ -127,6 +130,7 @@ void Station::makeWindow()
         m_window->addPluginView(plugin.name(), view, plugin.minimumSize());
     }
     m_window->setImageFolders(m_config.imageFolders);
+    m_window->statusBar()->addPermanentWidget(new OutboxLabel(m_results));
     if (m_commandLine.headless) {
         m_window->setStandsOnNoScreen();
         m_window->resize(HeadlessSize);

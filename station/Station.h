@@ -4,11 +4,11 @@
 #include "station/IdleWatch.h"
 #include "station/LogFile.h"
 #include "station/PluginHost.h"
-#include "station/results/ResultsFile.h"
 #include "station/RunStates.h"
 #include "station/SequenceRunner.h"
 #include "station/StationConfig.h"
 #include "station/operator/OperatorScript.h"
+#include "station/results/Results.h"
 #include "station/window/StationWindow.h"
 
 #include <QObject>
@@ -65,7 +65,7 @@ private:
     CommandLine m_commandLine;
     StationConfig m_config;
     LogFile m_log;
-    ResultsFile m_results;
+    Results m_results;
     std::list<LoadedPlugin> m_plugins;
     std::unique_ptr<SequenceRunner> m_runner;
     std::unique_ptr<StationWindow> m_window;

@@ -49,9 +49,11 @@ INSTANTIATE_TEST_SUITE_P(
     Keys, RefusedConfigTest,
     ::testing::Values(
         Wrong{"UnknownTable", good + "[stations]\nname = 'A'\n",
-              "4: key 'stations': is not known here (known: station, system, sequence, plugins)"},
+              "4: key 'stations': is not known here (known: station, system, sequence, plugins, "
+              "results)"},
         Wrong{"UnknownKey", "colour = 1\n" + good,
-              "1: key 'colour': is not known here (known: station, system, sequence, plugins)"},
+              "1: key 'colour': is not known here (known: station, system, sequence, plugins, "
+              "results)"},
         Wrong{"UnknownKeyOfTheStation", good + "colour = 1\n",
               "4: key 'station.colour': is not known here (known: name, groups, slots, custom_row_color, "
               "locale, images, system_groups, system_slots)"},

@@ -4,7 +4,7 @@
 #include "tests/station/StationFiles.h"
 #include "tests/support/Wait.h"
 
-using station::ResultsFile;
+using station::Results;
 using station::SequenceKind;
 using station::SequenceRunner;
 using station::StationConfig;
@@ -48,7 +48,7 @@ protected:
     }
 
     testsupport::StationFiles m_files;
-    ResultsFile m_results{QString(), false};
+    Results m_results{{}, false};
     Asked m_asked;
     QList<KVKLuaOutcome> m_ends;
     int m_runs = 0;
