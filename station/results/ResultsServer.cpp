@@ -6,15 +6,17 @@
 
 #include <libpq-fe.h>
 
+Q_DECLARE_OPAQUE_POINTER(PGconn *)
+
 namespace station {
 
 namespace {
 
-/// What QPSQL names so; looked at by that name, since Qt does not give the type away.
+/// Looked at by the type's name, as Qt's documents have it: the type is libpq's.
 PGconn *handleOf(const SqlConnection &connection)
 {
     const QVariant handle = connection.driver()->handle();
-    if (!handle.isValid() || qstrcmp(handle.typeName(), "PGconn*") != 0)
+    if (handle.metaType() != QMetaType::fromType<PGconn *>())
         return nullptr;
     return *static_cast<PGconn *const *>(handle.constData());
 }
@@ -26,20 +28,20 @@ void takeNoNotice(void *, const char *) {}
 
 ResultsServer::ResultsServer(const ServerAddress &address)
     : m_connection(QStringLiteral("QPSQL"))
-    , m_writer(m_connection)
 {
     m_connection.database().setConnectOptions(address.connectOptions());
     m_connection.open();
     if (PGconn *handle = handleOf(m_connection))
         PQsetNoticeProcessor(handle, takeNoNotice, nullptr);
     schema::prepare(m_connection, schema::Dialect::PostgreSql);
+    m_writer.emplace(m_connection);
 }
 
 void ResultsServer::store(const QList<Outbox::Letter> &letters)
 {
     SqlTransaction transaction(m_connection, QStringLiteral("BEGIN"));
     for (const Outbox::Letter &letter : letters)
-        m_writer.write(letter.rows);
+        m_writer->write(letter.rows);
     transaction.commit();
 }
 

@@ -3,6 +3,8 @@
 #include "station/results/Outbox.h"
 #include "station/results/ServerAddress.h"
 
+#include <optional>
+
 namespace station {
 
 /// A session with a results server.
@@ -21,8 +23,9 @@ public:
     [[nodiscard]] int socket() const;
 
 private:
+    std::optional<RowWriter>
+        m_writer; ///< Goes last: a statement would be taken back from a server that has gone.
     SqlConnection m_connection;
-    RowWriter m_writer;
 };
 
 } // namespace station

@@ -10,7 +10,7 @@ namespace station {
 /// Writes rows of results into the tables of Schema. A row that is there already is left as it is, so that
 /// whoever does not know whether rows arrived may write them once more.
 ///
-/// Thread: the connection's. Ownership: refers to the connection, and goes before it.
+/// Thread: the connection's. Ownership: refers to the connection, and is not used without it.
 class RowWriter
 {
 public:

@@ -84,9 +84,9 @@ void prepareServer(SqlConnection &connection)
         return;
     SqlTransaction transaction(connection, QStringLiteral("BEGIN"));
     connection.run(Lock);
-    const int version = versionOnServer(connection);
-    if (version == 0)
-        connection.run(QStringLiteral("CREATE TABLE results_schema (version BIGINT NOT NULL)"));
+    // Not asked whether it is there: that may be answered from before the lock was had.
+    connection.run(QStringLiteral("CREATE TABLE IF NOT EXISTS results_schema (version BIGINT NOT NULL)"));
+    const int version = connection.value(QStringLiteral("SELECT version FROM results_schema")).toInt();
     climb(connection, Dialect::PostgreSql, version);
     connection.run(QStringLiteral("DELETE FROM results_schema"));
     connection.run(QStringLiteral("INSERT INTO results_schema VALUES (%1)").arg(Version));

@@ -87,9 +87,9 @@ SqlTransaction::SqlTransaction(SqlConnection &connection, const QString &begin)
 
 SqlTransaction::~SqlTransaction()
 {
-    if (!m_open)
-        return;
     // What cannot be taken back any more has gone with its connection.
+    if (!m_open || !m_connection.database().isOpen())
+        return;
     QSqlQuery query(m_connection.database());
     static_cast<void>(query.exec(QStringLiteral("ROLLBACK")));
 }

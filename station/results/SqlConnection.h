@@ -27,7 +27,7 @@ class SqlConnection
 public:
     /// Requires for a use: the driver's Debian package (libqt6sql6-sqlite, libqt6sql6-psql).
     explicit SqlConnection(const QString &driver);
-    /// Requires: no query of the connection is left.
+    /// What is left of its queries is not used any more.
     ~SqlConnection();
     SqlConnection(const SqlConnection &) = delete;
     SqlConnection &operator=(const SqlConnection &) = delete;

@@ -85,6 +85,15 @@ TEST(OutboxTest, AFileOfResultsIsNone)
               "results.outbox: " + files.path("r.sqlite") + ": the file holds something else than an outbox");
 }
 
+TEST(OutboxTest, ASecondStationWithItIsRefused)
+{
+    const testsupport::StationFiles files;
+    const station::ResultsTargets targets{{}, "postgresql://%2Fno%2Fserver/x", files.path("o.sqlite")};
+    const station::Results first(targets, false);
+    EXPECT_EQ(testsupport::refusalOf([&targets] { const station::Results second(targets, false); }),
+              "results.outbox: " + files.path("o.sqlite") + ": another station writes to it");
+}
+
 TEST(OutboxTest, EachConfigurationHasAnotherOneInTheUsersFolderForState)
 {
     const testsupport::StationFiles files;
