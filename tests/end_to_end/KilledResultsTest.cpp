@@ -21,10 +21,10 @@ const QString Asks = QStringLiteral(
 /// Every entry is another one, also from round to round.
 QString answersFrom(int first)
 {
-    return QStringLiteral("local number = %1; while true do for _, group in ipairs({ 'G1', 'G2' }) do "
-                          "if operator.waitForPanel(group, 30) then for slot = 1, 2 do number = number + 1; "
-                          "operator.type(string.format('%%06d\\n', number)) end end end end")
-        .arg(first);
+    return QStringLiteral("local number = ") + QString::number(first) +
+           QStringLiteral("; while true do for _, group in ipairs({ 'G1', 'G2' }) do "
+                          "operator.waitForPanel(group, 30); for slot = 1, 2 do number = number + 1; "
+                          "operator.type(string.format('%06d\\n', number)) end end end");
 }
 
 class KilledResultsTest : public ::testing::Test
