@@ -3,6 +3,7 @@
 #include "tests/station/StationFiles.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -145,6 +146,26 @@ TEST_F(SqliteResultsTest, ATextOfAMegabyteIsKeptWhole)
     text[999'999] = '\'';
     m_results->writeCall(ofSystem, answered(Dictionary{{"SN", text}}));
     EXPECT_TRUE(rows("SELECT value FROM answers").value(0) == text);
+}
+
+/// Those of the page, as they stand there.
+QStringList exampleQuestions()
+{
+    QFile page(DOCS_PATH "/results.md");
+    EXPECT_TRUE(page.open(QIODevice::ReadOnly));
+    const QString block = QString::fromUtf8(page.readAll()).section("```sql", 1, 1).section("```", 0, 0);
+    return block.trimmed().split(';', Qt::SkipEmptyParts);
+}
+
+TEST_F(SqliteResultsTest, TheQuestionsOfThePageAreAnswered)
+{
+    m_results->writeCall(ofSystem, answered(Dictionary{{"SN", "SN260001"}}));
+    m_results->writeEnd(ofSystem, {});
+    const QStringList questions = exampleQuestions();
+    ASSERT_EQ(questions.size(), 3);
+    EXPECT_EQ(rows(questions.at(0)), QStringList{"G1|S4|1"});
+    EXPECT_TRUE(rows(questions.at(1)).value(0).endsWith("|Line 3|passed|S4|SN"));
+    EXPECT_TRUE(rows(questions.at(2)).value(0).startsWith("showView|1|"));
 }
 
 TEST_F(SqliteResultsTest, AnAnswerIsThereWhenItsCallReturns)
