@@ -18,7 +18,6 @@ namespace testsupport {
 
 namespace {
 
-constexpr int LimitMilliseconds = 60'000;
 constexpr uid_t Nobody = 65534;
 
 /// The server does not run for the superuser. It ends with the test, however that ends.
@@ -67,11 +66,10 @@ PostgresServer::PostgresServer(const QString &authentication)
                   QStringLiteral("--pwfile"), passwordFile, QStringLiteral("--username"),
                   QStringLiteral("tester"), QStringLiteral("--encoding"), QStringLiteral("UTF8"),
                   QStringLiteral("--locale"), QStringLiteral("C")});
-    QProcess initdb;
-    initdb.setWorkingDirectory(m_folder.path());
-    initdb.start(words.takeFirst(), words);
-    EXPECT_TRUE(initdb.waitForFinished(LimitMilliseconds));
-    EXPECT_EQ(initdb.exitCode(), 0) << initdb.readAllStandardError().toStdString();
+    ChildProcess initdb;
+    const QString log = m_folder.filePath(QStringLiteral("initdb.log"));
+    EXPECT_TRUE(initdb.start(words, log));
+    EXPECT_EQ(initdb.wait(), 0) << "see initdb";
 }
 
 PostgresServer::~PostgresServer()
@@ -86,10 +84,7 @@ void PostgresServer::launch()
         asServer({program("postgres"), QStringLiteral("-D"), data(), QStringLiteral("-k"), m_folder.path(),
                   QStringLiteral("-F"), QStringLiteral("-c"), QStringLiteral("listen_addresses="),
                   QStringLiteral("-c"), QStringLiteral("shared_buffers=16MB")});
-    m_process.setWorkingDirectory(m_folder.path());
-    m_process.setStandardErrorFile(m_folder.filePath(QStringLiteral("server.log")));
-    m_process.start(words.takeFirst(), words);
-    EXPECT_TRUE(m_process.waitForStarted(LimitMilliseconds));
+    EXPECT_TRUE(m_process.start(words, m_folder.filePath(QStringLiteral("server.log"))));
 }
 
 void PostgresServer::start()
@@ -99,7 +94,7 @@ void PostgresServer::start()
         [this] {
             // Processes of a server that was killed keep its memory for a moment, and a new one from
             // starting.
-            if (m_process.state() == QProcess::NotRunning)
+            if (!m_process.isRunning())
                 launch();
             return answers();
         },
@@ -111,21 +106,21 @@ void PostgresServer::start()
 
 void PostgresServer::stopAtOnce()
 {
-    if (m_process.state() == QProcess::NotRunning)
+    if (!m_process.isRunning())
         return;
-    ::kill(static_cast<pid_t>(m_process.processId()), SIGQUIT);
-    EXPECT_TRUE(m_process.waitForFinished(LimitMilliseconds));
+    m_process.signal(SIGQUIT);
+    m_process.wait();
 }
 
 void PostgresServer::kill()
 {
-    m_process.kill();
-    EXPECT_TRUE(m_process.waitForFinished(LimitMilliseconds));
+    m_process.signal(SIGKILL);
+    m_process.wait();
 }
 
 void PostgresServer::signalAll(int number) const
 {
-    const qint64 server = m_process.processId();
+    const pid_t server = m_process.id();
     if (server == 0)
         return;
     QFile children(QStringLiteral("/proc/%1/task/%1/children").arg(server));
@@ -134,7 +129,7 @@ void PostgresServer::signalAll(int number) const
         if (!child.isEmpty())
             ::kill(child.toInt(), number);
     }
-    ::kill(static_cast<pid_t>(server), number);
+    m_process.signal(number);
 }
 
 QString PostgresServer::address() const

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include "tests/results/ChildProcess.h"
+
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -44,7 +45,7 @@ private:
     [[nodiscard]] bool answers() const;
 
     QTemporaryDir m_folder;
-    QProcess m_process;
+    ChildProcess m_process;
 };
 
 } // namespace testsupport
