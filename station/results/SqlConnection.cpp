@@ -3,12 +3,29 @@
 #include <QSqlError>
 
 #include <atomic>
+#include <mutex>
 
 namespace station {
 
 namespace {
 
 std::atomic<quint64> connections{0};
+
+/// Qt's list of connections has a lock of its own, of which a thread checker sees one half when two meet
+/// there.
+std::mutex listMutex;
+
+QSqlDatabase listed(const QString &driver, const QString &name)
+{
+    const std::lock_guard lock(listMutex);
+    return QSqlDatabase::addDatabase(driver, name);
+}
+
+void unlist(const QString &name)
+{
+    const std::lock_guard lock(listMutex);
+    QSqlDatabase::removeDatabase(name);
+}
 
 /// A driver's words are of several lines at times; a log line or an error line is one.
 QString inOneLine(const QSqlError &error)
@@ -25,12 +42,12 @@ SqlError::SqlError(const QSqlError &error)
 
 SqlConnection::SqlConnection(const QString &driver)
     : m_name(QStringLiteral("station-%1").arg(++connections))
-    , m_database(QSqlDatabase::addDatabase(driver, m_name))
+    , m_database(listed(driver, m_name))
 {
     // The text is about a missing package and not about a database that could be had otherwise.
     if (!m_database.isValid()) {
         m_database = {};
-        QSqlDatabase::removeDatabase(m_name);
+        unlist(m_name);
         throw SqlError(QStringLiteral("Qt's driver %1 is not installed").arg(driver));
     }
 }
@@ -39,7 +56,7 @@ SqlConnection::~SqlConnection()
 {
     m_database.close();
     m_database = {};
-    QSqlDatabase::removeDatabase(m_name);
+    unlist(m_name);
 }
 
 void SqlConnection::open()
