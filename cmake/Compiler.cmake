@@ -7,6 +7,9 @@ target_compile_options(project_options INTERFACE
 target_compile_definitions(project_options INTERFACE
   QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 
+# What the linker has resolved cannot be redirected by a fault later.
+target_link_options(project_options INTERFACE LINKER:-z,relro LINKER:-z,now)
+
 if(INTERACTIVE_SANITIZE STREQUAL "address")
   target_compile_options(project_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

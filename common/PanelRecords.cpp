@@ -32,6 +32,19 @@ void PanelRecords::replaceRecord(const QString &panelKey, Change change)
     });
 }
 
+/// Within one lock: the asking cannot end between the question and the change.
+template <class Change>
+bool PanelRecords::replaceAsked(const QString &panelKey, quint64 asking, Change change)
+{
+    bool isAsked = false;
+    replace([&](platform::Dictionary &data) {
+        isAsked = m_askings.value(panelKey) == asking;
+        if (isAsked)
+            change(data);
+    });
+    return isAsked;
+}
+
 platform::Dictionary PanelRecords::all() const
 {
     const std::lock_guard lock(m_mutex);
@@ -71,6 +84,7 @@ void PanelRecords::start(const QString &panelKey, qint64 length, const QString &
     replace([&](platform::Dictionary &data) {
         data.insert(panelKey, platform::Dictionary{{keys::Length, static_cast<qlonglong>(length)}});
         m_questions.insert(panelKey, question);
+        m_askings.insert(panelKey, ++m_lastAsking);
         // Asked anew, the question has no answer: should this asking be interrupted, the former one must not
         // be given.
         m_answers[panelKey].remove(question);
@@ -108,16 +122,18 @@ bool PanelRecords::discard(const QString &panelKey, const QString &slot)
     return existed;
 }
 
-void PanelRecords::press(const QString &panelKey, const QString &buttonIdentifier)
+bool PanelRecords::press(const QString &panelKey, const QString &buttonIdentifier, quint64 asking)
 {
-    replaceRecord(panelKey, [&](platform::Dictionary &record) {
+    return replaceAsked(panelKey, asking, [&](platform::Dictionary &data) {
+        platform::Dictionary record = data.value(panelKey).toMap();
         record.insert(keys::ClickedButton, buttonIdentifier);
+        data.insert(panelKey, record);
     });
 }
 
-void PanelRecords::clear(const QString &panelKey)
+bool PanelRecords::clear(const QString &panelKey, quint64 asking)
 {
-    replace([&](platform::Dictionary &data) {
+    return replaceAsked(panelKey, asking, [&](platform::Dictionary &data) {
         // Built anew and not emptied entry by entry, so that a button which was noted goes with the entries.
         const platform::Value length = data.value(panelKey).toMap().value(keys::Length);
         if (length.isValid())
@@ -141,12 +157,29 @@ void PanelRecords::finish(const QString &panelKey)
 }
 
 /// The kept answers stay: they belong to askings that came to their end.
+bool PanelRecords::forget(const QString &panelKey, quint64 asking)
+{
+    return replaceAsked(panelKey, asking, [&](platform::Dictionary &data) { drop(data, panelKey); });
+}
+
 void PanelRecords::forget(const QString &panelKey)
 {
     replace([&](platform::Dictionary &data) {
-        data.remove(panelKey);
-        m_questions.remove(panelKey);
+        drop(data, panelKey);
+        m_askings.remove(panelKey);
     });
+}
+
+void PanelRecords::drop(platform::Dictionary &data, const QString &panelKey)
+{
+    data.remove(panelKey);
+    m_questions.remove(panelKey);
+}
+
+quint64 PanelRecords::asking(const QString &panelKey) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_askings.value(panelKey);
 }
 
 void PanelRecords::keepAnswer(const QString &panelKey, const QString &question, const platform::Value &states)

@@ -41,8 +41,11 @@ public:
     /// Nothing when there is none.
     [[nodiscard]] std::optional<platform::Dictionary> record(const QString &panelKey) const;
     [[nodiscard]] bool contains(const QString &panelKey) const;
-    /// Begins a record that holds the required length alone, for a question, whose former answer is
-    /// forgotten.
+    /// Which asking a panel's record belongs to; 0 where none was begun. A press notes it, so that what it
+    /// writes cannot come into the record of a later asking.
+    [[nodiscard]] quint64 asking(const QString &panelKey) const;
+    /// Begins an asking, with a record that holds the required length alone, for a question, whose former
+    /// answer is forgotten.
     void start(const QString &panelKey, qint64 length, const QString &question);
     void store(const QString &panelKey, const QString &slot, const platform::Value &entry);
     /// Takes a slot's entry out and returns the record as it stands then; an empty record is made where there
@@ -50,12 +53,15 @@ public:
     platform::Dictionary makeRoom(const QString &panelKey, const QString &slot);
     /// Takes a slot's entry out; false when the record, or the entry in it, does not exist.
     bool discard(const QString &panelKey, const QString &slot);
-    /// Notes the button that ends the panel, in a new record where there is none.
-    void press(const QString &panelKey, const QString &buttonIdentifier);
+    /// Notes the button that ends the panel, in a new record where there is none; false, and nothing else,
+    /// when the asking is over. So do the next two.
+    bool press(const QString &panelKey, const QString &buttonIdentifier, quint64 asking);
     /// Leaves the required length alone, or no record when it has none.
-    void clear(const QString &panelKey);
+    bool clear(const QString &panelKey, quint64 asking);
+    bool forget(const QString &panelKey, quint64 asking);
     /// Takes "length" out, which the answer does not hold.
     void finish(const QString &panelKey);
+    /// Ends the asking, and leaves no record.
     void forget(const QString &panelKey);
 
     // Answers of questions
@@ -87,11 +93,16 @@ private:
     void replace(Change change);
     template <class Change>
     void replaceRecord(const QString &panelKey, Change change);
+    template <class Change>
+    bool replaceAsked(const QString &panelKey, quint64 asking, Change change);
+    void drop(platform::Dictionary &data, const QString &panelKey);
 
     mutable std::mutex m_mutex;
     platform::Dictionary m_data;
     /// The question that the record under a panel key belongs to.
     QHash<QString, QString> m_questions;
+    QHash<QString, quint64> m_askings; ///< By panel key.
+    quint64 m_lastAsking = 0;
     QHash<QString, QHash<QString, Answer>> m_answers;
     /// Panels whose record was restored, so that nobody knows its question.
     QSet<QString> m_unasked;

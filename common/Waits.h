@@ -16,6 +16,9 @@ namespace interactive {
 /// What calls wait for: a condition for each panel key, the turns of the groups' bands, and the end of all
 /// waits when the host stops.
 ///
+/// How places, turns and presses meet is checked by a model, verification/handshake.pml, which stands for the
+/// names of this file, of Turns, of ShowCall and of Confirmation.
+///
 /// Thread: any. Ownership: must outlive its waits and presses.
 class Waits
 {

@@ -14,6 +14,9 @@ groupNumber = nil
 ---The group's name, in a sequence that runs per system or per group.
 ---@type string
 groupName = nil
+---The badge of who works at the station; nil when that is not known.
+---@type string?
+operatorBadge = nil
 
 ---Why a function has no result. Test for its presence, not for its code.
 ---@class Problem

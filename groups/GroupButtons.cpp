@@ -68,6 +68,7 @@ platform::Button *makeGroupButton(const platform::Point &origin, const platform:
     // Title and identifier are both the name: the one is read, the other found.
     button->setTitle(name.text());
     button->setIdentifier(name);
+    button->setSpokenName(QStringLiteral("Group %1").arg(name.text()));
     button->setState(platform::Button::On);
     button->setAutoresizingMask(platform::MinXMargin | platform::MinYMargin);
     return button.release();

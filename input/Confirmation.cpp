@@ -74,6 +74,7 @@ struct Confirmation::Press
     QString title;
     Identifier identifier;
     Waits::Press wait = {};
+    quint64 asking = 0;   ///< Which asking's record the panel had.
     quint64 refusals = 0; ///< How many verdicts had refused an entry of the panel by then.
     QString written = {}; ///< What the panel's last field held when the press began to wait for verdicts.
 };
@@ -106,6 +107,7 @@ void Confirmation::confirmBtnClicked(platform::View *sender)
     if (const platform::View *parent = button->superview()) {
         const Identifier key = identifiers::before(identifiers::Separator, parent->identifier());
         press.wait = m_waits.press(key);
+        press.asking = m_records.asking(key.text());
         press.refusals = m_refusals.value(key.text());
     }
     perform(press);
@@ -158,13 +160,13 @@ bool Confirmation::carryOut(const Press &press)
     const bool records = press.wait.purpose() == Waits::Purpose::Answer;
     // No call has announced this panel, so there is no wait to end; that the button was pressed is noted.
     if (!m_waits.getCondition(key)) {
-        m_records.press(key.text(), press.identifier.text());
+        static_cast<void>(m_records.press(key.text(), press.identifier.text(), press.asking));
         return false;
     }
     // A group's panel that asks for nothing has nothing to clear, and is ended by each of its buttons.
     const bool asksForNothing = m_views.isGroupView(key) && !asksForEntries(m_views.responders(key.text()));
     if (clears && records && !asksForNothing) {
-        clear(key);
+        clear(press, key);
         return false;
     }
     if (press.title == OkTitle && records && !checkAllInputs(key))
@@ -172,14 +174,15 @@ bool Confirmation::carryOut(const Press &press)
     // Behind the check, which may have found an entry that nobody has ended with Return.
     if (records && press.title != CancelTitle && waitsForChecks(press, key))
         return false;
-    if (press.title == OkTitle && !confirm(key))
+    if (press.title == OkTitle && !confirm(press, key))
         return false;
     // Everything that the answer depends on is written before the wait ends; a press that is refused leaves
-    // no mark.
-    if (records && press.title == CancelTitle)
-        m_records.forget(key.text());
-    else if (records)
-        m_records.press(key.text(), press.identifier.text());
+    // no mark. A time limit may have ended the wait since, and the next call begun.
+    const QString &text = key.text();
+    if (records &&
+        !(press.title == CancelTitle ? m_records.forget(text, press.asking)
+                                     : m_records.press(text, press.identifier.text(), press.asking)))
+        return false;
     if (!press.wait.end())
         return false;
     m_checks.waitHasEnded(key.text(), true);
@@ -222,24 +225,35 @@ void Confirmation::entryWasJudged(const Identifier &key, Entries::Judged judged)
         perform(*press);
 }
 
-void Confirmation::clear(const Identifier &key)
+/// In one job of the main thread, where panels come and go: the fields are those of the asking that was
+/// pressed.
+void Confirmation::clear(const Press &press, const Identifier &key)
 {
-    m_records.clear(key.text());
-    m_checks.drop(key.text());
-    MainQueue::sync([&] { m_waiting.remove(key.text()); });
-    clearAllInputs(key);
+    MainQueue::sync([&] {
+        if (!m_records.clear(key.text(), press.asking))
+            return;
+        m_checks.drop(key.text());
+        m_waiting.remove(key.text());
+        clearAllInputs(key);
+    });
 }
 
 /// Whether "OK", which finds nothing missing, may end the panel.
-bool Confirmation::confirm(const Identifier &key)
+bool Confirmation::confirm(const Press &press, const Identifier &key)
 {
-    if (!MainQueue::sync([&] { return m_groups.isOn(key); })) {
+    const bool isOn = MainQueue::sync([&] {
+        if (!m_groups.isOn(key))
+            return false;
+        // Not the button of a group whose next call has begun.
+        if (press.wait.isOpen())
+            m_groups.confirmed(key);
+        return true;
+    });
+    if (!isOn) {
         log::error(messages::GroupDisabled, {selectors::blockName(selectors::ConfirmBtnClicked)});
         say(platform::formatMessage(messages::GroupIsOff, {key}));
-        return false;
     }
-    MainQueue::sync([&] { m_groups.confirmed(key); });
-    return true;
+    return isOn;
 }
 
 bool Confirmation::checkAllInputs(const Identifier &key)

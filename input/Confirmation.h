@@ -56,16 +56,16 @@ public:
     void entryWasJudged(const platform::Identifier &panelKey, Entries::Judged judged);
     /// Whether the panel may be closed; brings the focus to what is missing. Thread: any but the main thread.
     [[nodiscard]] bool checkAllInputs(const platform::Identifier &panelKey);
-    /// Empties all fields of the panel. Thread: any but the main thread.
+    /// Empties all fields of the panel. Thread: any.
     void clearAllInputs(const platform::Identifier &panelKey);
 
 private:
     struct Press;
     void perform(const Press &press);
     [[nodiscard]] bool waitsForChecks(const Press &press, const platform::Identifier &panelKey);
-    void clear(const platform::Identifier &panelKey);
+    void clear(const Press &press, const platform::Identifier &panelKey);
     [[nodiscard]] bool carryOut(const Press &press);
-    [[nodiscard]] bool confirm(const platform::Identifier &panelKey);
+    [[nodiscard]] bool confirm(const Press &press, const platform::Identifier &panelKey);
     [[nodiscard]] bool checkEachField(const Responders &fields);
     void sayWhyNothingIsEntered(const platform::Identifier &panelKey) const;
 

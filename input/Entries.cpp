@@ -25,6 +25,14 @@ QString textOf(platform::View &sender)
     return field ? field->stringValue() : QString();
 }
 
+/// Which part of a rule refuses what it refuses: a rule has at most one.
+QString kindOf(const EntryRule &rule)
+{
+    if (rule.number)
+        return news::Number;
+    return rule.choices.isEmpty() ? news::Pattern : news::Choice;
+}
+
 } // namespace
 
 /// One entry on its way into a record.
@@ -47,10 +55,12 @@ struct Entries::Entry
     }
 };
 
-Entries::Entries(PanelRecords &records, const SlotStates &slotStates, Waits &waits, const RulesInForce &rules,
-                 const GivenAnswers &answers, Checks &checks, const PanelSettings &settings,
-                 PanelViews &views, Focus &focus, Defaults &defaults, AutoConfirm &autoConfirm)
-    : m_records(records)
+Entries::Entries(const StationMap &station, PanelRecords &records, const SlotStates &slotStates, Waits &waits,
+                 const RulesInForce &rules, const GivenAnswers &answers, Checks &checks,
+                 const PanelSettings &settings, PanelViews &views, Focus &focus, Defaults &defaults,
+                 AutoConfirm &autoConfirm)
+    : m_station(station)
+    , m_records(records)
     , m_slotStates(slotStates)
     , m_waits(waits)
     , m_rules(rules)
@@ -71,10 +81,14 @@ void Entries::endEntry(platform::View *sender)
     const QString text = sender ? textOf(*sender) : QString();
     // So that an entry which is refused early does not pass for the one before it.
     m_outcome = Outcome::Invalid;
-    if (!checkInput(sender))
+    m_isEnded = true;
+    const bool isValid = checkInput(sender);
+    m_isEnded = false;
+    if (!isValid)
         return;
     if (m_outcome == Outcome::NoSlotWaits && !text.isEmpty())
-        refuse(text, QLatin1String(messages::NoSlotWaits));
+        refuse({news::placeOf(m_station, panelKey.text()), text, news::Nowhere,
+                QLatin1String(messages::NoSlotWaits)});
     if (m_outcome == Outcome::Stored) {
         m_focus.entryAccepted(panelKey);
         m_autoConfirm.look(panelKey);
@@ -119,13 +133,14 @@ bool Entries::checkInput(platform::View *sender)
     entry.ownSlot = identifiers::slotPart(entry.identifier);
     // The call has its answer; what comes before its panel goes can belong to no answer any more.
     if (m_waits.isAnswered(entry.panelKey)) {
-        refuse(entry.text, QLatin1String(messages::PanelIsAnswered));
+        refuse({news::placeOf(m_station, entry.panelKey.text(), entry.ownSlot), entry.text, news::Late,
+                QLatin1String(messages::PanelIsAnswered)});
         return true;
     }
     if (!takesEntry(entry))
         return true;
-    if (const QString why = whyRefused(entry); !why.isEmpty()) {
-        rejectEntry(entry, why);
+    if (const Refusal refusal = whyRefused(entry); !refusal.why.isEmpty()) {
+        rejectEntry(entry, refusal);
         forgetOwnEntry(entry.identifier);
         return false;
     }
@@ -164,12 +179,12 @@ TextField *Entries::entryTarget(const Entry &entry)
     return fieldOf(entry.panelKey, platform::description(entry.pendingSlot));
 }
 
-/// Why the entry must not be stored, in words for the operator; empty when it may.
-QString Entries::whyRefused(Entry &entry) const
+Entries::Refusal Entries::whyRefused(Entry &entry) const
 {
     if (!entries::hasRequiredLength(entry.text, entry.record)) {
         const qint64 required = platform::integerValue(entry.record.value(keys::Length));
-        return platform::formatMessage(messages::HasAnotherLength, {entry.text.size(), required});
+        return {news::Length,
+                platform::formatMessage(messages::HasAnotherLength, {entry.text.size(), required})};
     }
     const QString method = selectors::bracketed(selectors::CheckInput);
     log::standard(messages::EntryChecked,
@@ -178,12 +193,12 @@ QString Entries::whyRefused(Entry &entry) const
     const EntryRule &rule = rules->of(entry.slot());
     const Verdict verdict = entries::judged(entry.text, rule);
     if (!verdict.isAccepted())
-        return verdict.why;
+        return {kindOf(rule), verdict.why};
     entry.value = verdict.value;
     if (rule.allowsEqualEntries() || !wasGivenBefore(entry, *rules))
         return {};
     log::error(messages::DuplicatedInput, {method, entry.pendingSlot, entry.text});
-    return QLatin1String(messages::WasGivenBefore);
+    return {news::Duplicate, QLatin1String(messages::WasGivenBefore)};
 }
 
 bool Entries::wasGivenBefore(const Entry &entry, const AskRules &rules) const
@@ -240,11 +255,21 @@ void Entries::checkOrTake(const Entry &entry, TextField &field)
             m_waits.ask(key);
         if (m_checks.isPending(key, entry.slot())) {
             field.setBackgroundColor(SlotColors::checkingColor());
-            m_views.tell(key, platform::formatMessage(messages::IsBeingChecked, {entry.text}));
+            m_views.tell(key, platform::formatMessage(messages::IsBeingChecked, {entry.text}),
+                         PanelViews::Tone::Note);
             return;
         }
     }
     becomeValid(entry.panelKey, field);
+    // What a button looks at again was told when it was entered.
+    if (m_isEnded || entry.record.value(entry.slot()) != entry.value)
+        tellAccepted(entry.panelKey, entry.slot(), entry.text);
+}
+
+void Entries::tellAccepted(const Identifier &panelKey, const QString &slot, const QString &text) const
+{
+    KVKExtensionEntryRelay::sharedEntryRelay()->accepted(
+        {news::placeOf(m_station, panelKey.text(), slot), text});
 }
 
 /// The one place where an entry becomes part of the answer, at once or by a verdict.
@@ -273,6 +298,7 @@ Entries::Judged Entries::judge(const Identifier &panelKey, const Check &check, b
         return Judged::Refused;
     }
     becomeValid(panelKey, *field);
+    tellAccepted(panelKey, check.slot, check.text);
     tellNextCheck(key, check);
     m_autoConfirm.look(panelKey);
     return Judged::Good;
@@ -284,9 +310,10 @@ void Entries::tellNextCheck(const QString &key, const Check &checked) const
     if (m_views.told(key) != platform::formatMessage(messages::IsBeingChecked, {checked.text}))
         return;
     const QList<Check> left = m_checks.pending(key);
-    m_views.tell(key, left.isEmpty()
-                          ? QString()
-                          : platform::formatMessage(messages::IsBeingChecked, {left.first().text}));
+    m_views.tell(key,
+                 left.isEmpty() ? QString()
+                                : platform::formatMessage(messages::IsBeingChecked, {left.first().text}),
+                 PanelViews::Tone::Note);
 }
 
 void Entries::takeBack(const Identifier &panelKey, const Check &check, const QString &why)
@@ -302,6 +329,9 @@ void Entries::takeBack(const Identifier &panelKey, const Check &check, const QSt
                      refusalText(panelKey.text(), check.text, QLatin1String(messages::IsNotValid)));
     else
         m_views.tell(panelKey.text(), platform::formatMessage(messages::Refused, {check.text, why}));
+    KVKExtensionEntryRelay::sharedEntryRelay()->refused(
+        {news::placeOf(m_station, panelKey.text(), check.slot), check.text, news::Validate,
+         why.isEmpty() ? QString(QLatin1String(messages::IsNotValid)) : why});
     // The verdict comes when it comes, unlike that of Return: whoever is about to scan into another field
     // that waits is not led away from it.
     const TextField *focused = m_views.focusedField();
@@ -333,23 +363,27 @@ QString Entries::refusalText(const QString &panelKey, const QString &text, const
                           : platform::formatMessage(messages::RefusedWithHint, {hint, why});
 }
 
-void Entries::rejectEntry(const Entry &entry, const QString &why)
+void Entries::rejectEntry(const Entry &entry, const Refusal &refusal)
 {
     log::error(messages::InvalidInput,
                {selectors::bracketed(selectors::CheckInput), entry.identifier, entry.text});
     entry.field->setBackgroundColor(platform::Color::standardRed());
     entry.field->selectText();
-    const QString told = refusalText(entry.panelKey.text(), entry.text, why);
+    const QString told = refusalText(entry.panelKey.text(), entry.text, refusal.why);
     m_views.tell(entry.panelKey.text(),
                  m_confirmsDefault ? platform::formatMessage(messages::RefusedFor, {entry.slot(), told})
                                    : told);
+    KVKExtensionEntryRelay::sharedEntryRelay()->refused(
+        {news::placeOf(m_station, entry.panelKey.text(), entry.slot()), entry.text, refusal.kind,
+         refusal.why});
 }
 
-void Entries::refuse(const QString &text, const QString &why)
+void Entries::refuse(const KVKRefusedEntry &refused)
 {
-    const QString line = platform::formatMessage(messages::EntryRefused, {text, why});
+    const QString line = platform::formatMessage(messages::EntryRefused, {refused.text, refused.why});
     log::error("%@", {line});
     KVKExtensionStatusRelay::sharedStatusRelay()->showMessage(line);
+    KVKExtensionEntryRelay::sharedEntryRelay()->refused(refused);
 }
 
 void Entries::refuseIn(const TextField *field, const platform::RefusedEntry &refused)
@@ -357,7 +391,10 @@ void Entries::refuseIn(const TextField *field, const platform::RefusedEntry &ref
     forgetOwnEntry(field->identifier());
     m_views.tell(identifiers::panelPart(field->identifier()),
                  platform::formatMessage(messages::Refused, {refused.text, refused.why}));
-    refuse(refused.text, platform::formatMessage(messages::InField, {refused.why, field->identifier()}));
+    const KVKEntryPlace place = news::placeOf(m_station, identifiers::panelPart(field->identifier()),
+                                              identifiers::slotPart(field->identifier()));
+    refuse({place, refused.text, news::Unreadable,
+            platform::formatMessage(messages::InField, {refused.why, field->identifier()})});
 }
 
 /// A slot panel's field shows what was refused, or nothing: what it held before is not to be seen any more.

@@ -1,6 +1,7 @@
 #include "input/KeyRouter.h"
 
 #include "input/Entries.h"
+#include "input/TabOrder.h"
 #include "platform/KeyRouting.h"
 
 #include <QAbstractSpinBox>
@@ -109,7 +110,12 @@ bool KeyRouter::eventFilter(QObject *watched, QEvent *event)
     // Whoever clicks begins something new.
     if (event->type() == QEvent::MouseButtonPress)
         m_burst.clear();
-    return event->type() == QEvent::KeyPress && route(receiver, *static_cast<QKeyEvent *>(event));
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto &key = *static_cast<QKeyEvent *>(event);
+    if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)
+        taborder::renew(m_views);
+    return route(receiver, key) || scroll(receiver, key);
 }
 
 /// Looks at a key where it arrives first, and once more where nobody below has taken it; true when it goes no
@@ -134,6 +140,17 @@ bool KeyRouter::route(QWidget *receiver, const QKeyEvent &event)
     if (isFirst && entersText(receiver))
         noteBurst(receiver, event);
     return false;
+}
+
+/// More may be open than the window holds, also where nothing takes the focus.
+bool KeyRouter::scroll(const QWidget *receiver, const QKeyEvent &event)
+{
+    const bool nobodyTookIt = receiver == receiver->window() || receiver == m_views.rootView();
+    const bool isDown = event.key() == Qt::Key_PageDown;
+    if (!nobodyTookIt || (!isDown && event.key() != Qt::Key_PageUp) || !m_views.scrollView())
+        return false;
+    constexpr double MostOfAPage = 0.9;
+    return m_views.scrollView()->scrollByPages(isDown ? MostOfAPage : -MostOfAPage);
 }
 
 /// Whether the characters before this one went to somebody else, without an end and without a click in
@@ -199,7 +216,8 @@ void KeyRouter::refuseStray()
     m_strayEnds.stop();
     m_burst.clear();
     if (!m_stray.isEmpty())
-        Entries::refuse(std::exchange(m_stray, QString()), QLatin1String(messages::NoFieldWaits));
+        Entries::refuse(
+            {{}, std::exchange(m_stray, QString()), news::Nowhere, QLatin1String(messages::NoFieldWaits)});
 }
 
 } // namespace interactive

@@ -21,7 +21,8 @@ namespace interactive {
 /// press that came after it. A character that no field takes (nothing has the focus, or a control that enters
 /// no text) goes to the field where work waits; where no field waits, the text is refused as a whole, on the
 /// window's status line and in the log. So is a scan whose field went away in the midst of it: no part of it
-/// lands in another field. Thread: the main thread.
+/// lands in another field. Page Up and Page Down scroll the panels where no control takes them, and Tab finds
+/// the controls in the order in which they stand (taborder). Thread: the main thread.
 class KeyRouter : public QObject
 {
     Q_OBJECT
@@ -42,6 +43,7 @@ public:
 private:
     [[nodiscard]] bool isOurs(const QObject *watched) const;
     [[nodiscard]] bool route(QWidget *receiver, const QKeyEvent &event);
+    [[nodiscard]] bool scroll(const QWidget *receiver, const QKeyEvent &event);
     [[nodiscard]] bool continuesElsewhere(const QWidget *receiver) const;
     void noteBurst(QWidget *receiver, const QKeyEvent &event);
     [[nodiscard]] bool takeAsStray(const QKeyEvent &event);

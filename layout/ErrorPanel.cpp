@@ -1,5 +1,6 @@
 #include "layout/ErrorPanel.h"
 
+#include "input/EntryNews.h"
 #include "layout/PanelGeometry.h"
 #include "layout/PanelParts.h"
 #include "layout/PanelPlan.h"
@@ -63,6 +64,7 @@ void ErrorPanel::draw(const QString &message, const platform::Dictionary &config
     auto panel = std::make_unique<platform::View>(
         platform::Rect(0.0, clamped(m_document.bandBegin(group, height)), width, height));
     panel->setIdentifier(identifier);
+    panel->setAccessibleName(QStringLiteral("Error: %1").arg(message));
     m_document.makeRoom(geometry);
     showTitle(message, config::text(config::Title, config), width);
     fill(*panel, message, group > 0);
@@ -70,8 +72,12 @@ void ErrorPanel::draw(const QString &message, const platform::Dictionary &config
     // What is no group has no band that it could be kept in when the window is resized.
     if (group < m_station.groupCount())
         m_document.add(drawn, group, geometry);
+    QAccessibleEvent alert(drawn, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
     m_focus.unhideUI(identifier);
     const platform::TextField *begun = m_focus.begunEntry();
+    KVKExtensionEntryRelay::sharedEntryRelay()->errorShown(
+        {news::placeOf(m_station, identifier.text()), message});
     platform::ScrollView::reveal(begun ? static_cast<const platform::View *>(begun) : drawn);
 }
 
@@ -92,6 +98,7 @@ void ErrorPanel::showTitle(const QString &message, const QString &title, double 
     if (!m_title) {
         m_title = parts::label(frame, platform::Font::boldSystem(FontSize), QString()).release();
         m_title->setPassesClicksThrough(true);
+        m_title->setSpokenRole(QAccessible::Heading);
         m_title->setAutoresizingMask(platform::WidthSizable | platform::MaxXMargin | platform::MinYMargin);
     }
     m_title->setFrame(frame);
@@ -117,6 +124,7 @@ void ErrorPanel::fill(platform::View &panel, const QString &message, bool withSe
         panel, parts::label({16.0, 62.0, size.width(), 46.0}, platform::Font::system(FontSize), message));
     text->setCell(std::make_unique<BelowTitleCell>());
     text->setTextColor(platform::Color::standardRed());
+    text->setSpokenRole(QAccessible::AlertMessage);
     text->setAutoresizingMask(platform::WidthSizable | platform::MinYMargin | platform::HeightSizable);
 
     platform::Button *button =
@@ -126,6 +134,7 @@ void ErrorPanel::fill(platform::View &panel, const QString &message, bool withSe
                                                                     m_confirmation.confirmBtnClicked(sender);
                                                                 }}));
     button->setAutoresizingMask(platform::MaxYMargin);
+    button->setSpokenName(QStringLiteral("OK, error on %1").arg(panel.identifier().text()));
     // "OK" stays at the right edge; its mask alone would leave it outside of a window that gets narrower.
     QObject::connect(&panel, &platform::View::frameChanged, button, [&panel, button] {
         button->setFrameOrigin({panel.frame().width() - OkFromRight, button->frame().y()});

@@ -3,6 +3,7 @@
 #include "layout/Overview.h"
 #include "layout/PanelDrawing.h"
 #include "layout/PanelParts.h"
+#include "layout/SpokenNames.h"
 #include "platform/MainQueue.h"
 #include "presentation/ColorEngine.h"
 #include "presentation/ScrollView.h"
@@ -118,6 +119,7 @@ void PanelBuilder::prepareContainer(PanelDrawing &drawing)
     else
         drawing.container->setIdentifier(slotContainer);
     drawing.container->setFrame(frame);
+    drawing.container->setAccessibleName(QStringLiteral("Group %1").arg(plan.subject.groupName.text()));
     if (plan.isGroupPanel())
         drawGroupHeader(drawing);
     log::debug(messages::PanelPlaced, {selectors::blockName(selectors::DrawUI), plan.columns, frame.y(),
@@ -141,6 +143,7 @@ void PanelBuilder::drawGroupHeader(PanelDrawing &drawing)
     platform::TextField *header =
         parts::add(*drawing.container, parts::label(frame, platform::Font::system(HeaderFontSize),
                                                     plan.subject.groupName.text()));
+    header->setSpokenRole(QAccessible::Heading);
     parts::followWidth(*drawing.container, *header, 0.0, frame.width());
     if (plan.subject.groupNumber == 0)
         return;
@@ -169,7 +172,9 @@ void PanelBuilder::drawSharedInput(PanelDrawing &drawing)
                                    {m_house.controller, m_entries});
     // No call waits behind a message: what is scanned then must not seem to be taken.
     field->setEnabled(!drawing.plan.isInformative());
-    parts::ask(*field, *drawing.plan.rules, drawing.plan.label);
+    const PanelPlan &plan = drawing.plan;
+    parts::ask(*field, *plan.rules, spoken::control(plan.label, spoken::whose(plan.subject)),
+               spoken::askedFor(*plan.rules, plan.label, plan.length));
     drawing.fields.append(field.get());
     parts::add(*drawing.container, std::move(field));
 }
@@ -185,6 +190,8 @@ void PanelBuilder::drawButtonRow(PanelDrawing &drawing)
                                       m_confirmation.confirmBtnClicked(sender);
                                   }});
         button->setAutoresizingMask(platform::MinXMargin | platform::MinYMargin);
+        button->setSpokenName(
+            spoken::control(drawing.plan.buttons.at(i), spoken::whose(drawing.plan.subject)));
         drawing.buttons.append(parts::add(*drawing.container, std::move(button)));
     }
 }

@@ -1,6 +1,7 @@
 #include "layout/PanelDrawing.h"
 
 #include "layout/PanelParts.h"
+#include "presentation/SlotColors.h"
 
 #include "common/Identifiers.h"
 
@@ -9,8 +10,6 @@ namespace interactive {
 namespace {
 
 constexpr double StatusFontSize = 11.0;
-// Dark enough to be read in small type on white.
-constexpr platform::Color StatusColor{0.69, 0.0, 0.13, 1.0};
 
 } // namespace
 
@@ -21,9 +20,10 @@ void PanelDrawing::addStatusLine(platform::View &around)
     statusLine = parts::add(
         around, parts::label(geometry.statusLine(), platform::Font::boldSystem(StatusFontSize), QString()));
     statusLine->setIdentifier(identifiers::named(plan.subject.panelKey.text(), identifiers::StatusLine));
-    statusLine->setTextColor(StatusColor);
+    statusLine->setTextColor(SlotColors::refusalTextColor());
     statusLine->setBackgroundColor(platform::Color::white());
     statusLine->setDrawsBackground(false);
+    statusLine->setSpokenRole(QAccessible::AlertMessage);
     parts::followWidth(around, *statusLine, 0.0, platform::LargestCoordinate);
 }
 

@@ -58,10 +58,11 @@ std::unique_ptr<MouseTrackedTextField> entryField(const platform::Rect &frame,
     return field;
 }
 
-void ask(MouseTrackedTextField &field, const AskRules &rules, const QString &label)
+void ask(MouseTrackedTextField &field, const AskRules &rules, const QString &name, const QString &description)
 {
     field.setPlaceholder(rules.placeholder);
-    field.setSpokenName(label);
+    field.setSpokenName(name);
+    field.setSpokenDescription(description);
     // All labels of a panel have the same choices.
     field.setChoices(rules.entries.isEmpty() ? QStringList() : rules.entries.cbegin()->choices);
 }

@@ -33,8 +33,10 @@ Kind *add(platform::View &around, std::unique_ptr<Kind> view)
 [[nodiscard]] std::unique_ptr<MouseTrackedTextField>
 inputField(const platform::Rect &frame, const platform::Identifier &parentIdentifier, double fontSize);
 
-/// What a panel asks for in a field that takes entries: its placeholder, its choices, and how it is called.
-void ask(MouseTrackedTextField &field, const AskRules &rules, const QString &label);
+/// What a panel asks for in a field that takes entries: its placeholder, its choices, how it is called and
+/// what is said about it.
+void ask(MouseTrackedTextField &field, const AskRules &rules, const QString &name,
+         const QString &description);
 
 /// Where what is entered in a field goes.
 struct EntryAction

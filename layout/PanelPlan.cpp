@@ -19,6 +19,7 @@ PanelPlan made(const PanelRequest &request, quint64 slotCount, PanelSettings &se
     plan.messageFontSize = messageFontSize(config);
     plan.messageColor = config::text(config::MessageColor, config);
     plan.messageAlignment = messageAlignment(config);
+    plan.length = config::integer(config::Length, config);
     plan.columns = columns(config, settings.columns(), slotCount);
     plan.look = settings.takeLook(config);
     settings.setColumns(plan.columns);

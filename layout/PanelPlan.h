@@ -45,6 +45,7 @@ struct PanelPlan
     QString messageColor;
     platform::TextAlignment messageAlignment = platform::TextAlignment::Center;
     quint64 columns = 0;
+    qint64 length = 0; ///< Of an entry; 0 asks for none.
     PanelLook look;
     platform::Array inputs;
     qsizetype switchCount = 0;

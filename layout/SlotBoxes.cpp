@@ -86,6 +86,9 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
     if (plan.look.drawShadow)
         slotBox.box->setShadow(SlotColors::boxShadow());
     slotBox.tile->setSystemIndex(slotBox.systemIndex);
+    slotBox.box->setAccessibleName(
+        QStringLiteral("Slot %1, group %2")
+            .arg(platform::description(slotBox.slot), plan.subject.groupName.text()));
     // A tile keeps what the panel before drew into it.
     for (platform::View *view : slotBox.content->subviews())
         view->removeFromSuperview();
@@ -107,6 +110,7 @@ platform::TextField *SlotBoxes::drawCaption(const PanelDrawing &drawing, const S
                    parts::label(drawing.geometry.caption(), platform::Font::boldSystem(CaptionFontSize),
                                 platform::description(slotBox.slot)));
     caption->setAlignment(platform::TextAlignment::Center);
+    caption->setSpokenRole(QAccessible::Heading);
     caption->setTextColor(textColor(drawing, slotBox));
     // A group panel is headed by its group's name; a slot's panel may stand alone in sight.
     if (!drawing.plan.isGroupPanel() && m_station.groupCount() > 1) {

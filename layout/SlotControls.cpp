@@ -2,6 +2,7 @@
 #include "layout/PanelParts.h"
 #include "layout/SlotBox.h"
 #include "layout/SlotBoxes.h"
+#include "layout/SpokenNames.h"
 #include "platform/Button.h"
 
 #include "common/Identifiers.h"
@@ -15,6 +16,12 @@ namespace {
 constexpr double DisplayFontSize = 12.0;
 constexpr double UnitFontSize = 12.0;
 constexpr double PassShadowRadius = 2.0;
+
+/// The slot's own name, on a group's panel too.
+QString whose(const PanelDrawing &drawing, const SlotBox &slotBox)
+{
+    return spoken::whose(platform::description(slotBox.slot), drawing.plan.subject.groupName.text());
+}
 
 QString withColon(const QString &text)
 {
@@ -44,6 +51,10 @@ void SlotBoxes::drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) 
     field->setBackgroundColor(SlotColors::valueColor(drawing.plan.look));
     field->setIdentifier(identifiers::named(key.text(), platform::description(slotBox.slot)));
     field->setTag(slotBox.tag);
+    // Who has no mouse opens a slot again from here.
+    field->setFocusPolicy(Qt::TabFocus);
+    field->setSpokenName(spoken::control(drawing.plan.label, whose(drawing, slotBox)));
+    field->setSpokenDescription(QStringLiteral("F2 opens an entry again"));
     // What "OK" confirms is shown where it will stand, and is no entry until then.
     field->setPlaceholder(drawing.plan.rules->defaults.value(platform::description(slotBox.slot)));
     drawing.fields.append(field.get());
@@ -63,6 +74,7 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     button->setTag(slotBox.tag);
     button->setBordered(true);
     button->setTitle(QString());
+    button->setSpokenName(spoken::control(QStringLiteral("Use"), whose(drawing, slotBox)));
     button->setButtonType(platform::Button::Type::Switch);
     button->setTarget(m_controller, selectors::SwitchBtnClicked,
                       [this](platform::View *sender) { m_switches.switchBtnClicked(sender); });
@@ -106,7 +118,8 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     if (plan.hasFields()) {
         auto field = parts::entryField(drawing.geometry.entryField(), plan.subject.panelKey, plan.label,
                                        drawing.geometry.fieldFontSize(), {m_controller, m_entries});
-        parts::ask(*field, *plan.rules, plan.label);
+        parts::ask(*field, *plan.rules, spoken::control(plan.label, whose(drawing, slotBox)),
+                   spoken::askedFor(*plan.rules, plan.label, plan.length));
         drawing.fields.append(field.get());
         parts::add(*slotBox.content, std::move(field));
         drawUnit(drawing, slotBox);
@@ -142,6 +155,7 @@ void SlotBoxes::drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox)
             plan::buttonIdentifier(drawing.plan, j), drawing.geometry.slotButtonFontSize(),
             {m_controller, [this](platform::View *sender) { m_confirmation.confirmBtnClicked(sender); }});
         button->setAutoresizingMask(platform::MinYMargin);
+        button->setSpokenName(spoken::control(drawing.plan.buttons.at(j), whose(drawing, slotBox)));
         if (button->identifier().text() == identifiers::Pass) {
             // The button that passes stands out among those that do not.
             button->setShadow(platform::Shadow{platform::Color::systemBlue(), PassShadowRadius, {0.0, 0.0}});

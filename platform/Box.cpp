@@ -12,7 +12,9 @@ constexpr double CornerRadius = 5.0;
 constexpr double MinimumInset = 1.0;
 /// Keeps the line below the text of a header that the frame's top edge reaches into.
 constexpr double TopInset = 5.0;
-const QColor BorderColor(0, 0, 0, 40);
+constexpr int DarkBelow = 128;
+const QColor BorderOnLight(0, 0, 0, 40);
+const QColor BorderOnDark(255, 255, 255, 70);
 
 } // namespace
 
@@ -33,6 +35,18 @@ void Box::setFillColor(const Color &color)
 {
     m_fillColor = color;
     update();
+    tellGroundChanged();
+}
+
+QColor Box::filling() const
+{
+    if (m_fillColor.alpha <= 0.0)
+        return View::filling();
+    // The window's own colour is a light one only where windows are light.
+    const QColor window = palette().color(QPalette::Window);
+    if (m_fillColor == Color::windowBackground() && window.lightness() < DarkBelow)
+        return window;
+    return m_fillColor.toQColor();
 }
 
 void Box::layout()
@@ -54,8 +68,9 @@ void Box::paintEvent(QPaintEvent *event)
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(BorderColor, 1.0));
-        painter.setBrush(m_fillColor.toQColor());
+        const bool isDark = palette().color(QPalette::Window).lightness() < DarkBelow;
+        painter.setPen(QPen(isDark ? BorderOnDark : BorderOnLight, 1.0));
+        painter.setBrush(m_fillColor.alpha > 0.0 ? QBrush(filling()) : QBrush(Qt::NoBrush));
         // Half a pixel inwards, so that a line of one pixel lies on pixels and not between them.
         painter.drawRoundedRect(shadowOutline().adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
     }

@@ -23,6 +23,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void layout() override;
     [[nodiscard]] QRectF shadowOutline() const override;
+    [[nodiscard]] QColor filling() const override;
 
 private:
     View *m_contentView = nullptr;

@@ -1,19 +1,44 @@
 #include "platform/Button.h"
 
+#include "platform/FocusRing.h"
 #include "platform/KeyRouting.h"
+#include "platform/ScrollView.h"
 #include "platform/TextLines.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include <utility>
 
 namespace platform {
 
 namespace {
 
 constexpr int SpaceBesideTitle = 8;
-constexpr int SpaceOfCheckMark = 24;
+constexpr int SpaceOfCheckMark = 24 + static_cast<int>(focusring::Width);
+
+/// Shows by a ring that it has the focus.
+class PushBox : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QPushButton::paintEvent(event);
+        if (!hasFocus())
+            return;
+        QPainter painter(this);
+        focusring::paint(painter, rect());
+    }
+};
 
 /// Takes a press anywhere in its frame, not only on its mark and title; a press on a mixed one sets it on.
 class SwitchBox : public QCheckBox
@@ -23,6 +48,18 @@ public:
 
 protected:
     bool hitButton(const QPoint &position) const override { return rect().contains(position); }
+    /// The mark stands beside the place of the ring, whether that is seen or not: it must not jump.
+    void paintEvent(QPaintEvent *) override
+    {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.rect.setLeft(option.rect.left() + static_cast<int>(focusring::Width));
+        option.state.setFlag(QStyle::State_HasFocus, false);
+        painter.drawControl(QStyle::CE_CheckBox, option);
+        if (hasFocus())
+            focusring::paint(painter, rect());
+    }
     void nextCheckState() override
     {
         const bool wasOn = checkState() == Qt::Checked;
@@ -50,6 +87,9 @@ Button::Button(QWidget *parent)
     : Control(parent)
 {
     keys::watch();
+    m_blanksMeant.setSingleShot(true);
+    m_blanksMeant.setInterval(keys::ScannerGapMilliseconds);
+    connect(&m_blanksMeant, &QTimer::timeout, this, &Button::pressByBlanks);
     makeInner();
 }
 
@@ -71,9 +111,10 @@ void Button::makeInner()
     if (m_type == Type::Switch)
         m_inner = new SwitchBox(this);
     else
-        m_inner = new QPushButton(this);
+        m_inner = new PushBox(this);
     // A click must not take the focus from the field that is being typed into.
     m_inner->setFocusPolicy(Qt::TabFocus);
+    m_inner->setAccessibleName(m_spokenName);
     connect(m_inner, &QAbstractButton::clicked, this, &Button::clicked);
     m_inner->installEventFilter(this);
     showState();
@@ -95,6 +136,8 @@ bool Button::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_inner && event->type() == QEvent::KeyPress)
         return takesKey(*static_cast<QKeyEvent *>(event));
+    if (watched == m_inner && isTabbedTo(*event))
+        ScrollView::reveal(this);
     return Control::eventFilter(watched, event);
 }
 
@@ -103,6 +146,18 @@ bool Button::eventFilter(QObject *watched, QEvent *event)
 bool Button::takesKey(QKeyEvent &event)
 {
     const bool isScanners = keys::isScanners(*this, event);
+    if (event.key() == Qt::Key_Space && !isScanners) {
+        event.accept();
+        if (!event.isAutoRepeat()) {
+            ++m_blanks;
+            m_blanksMeant.start();
+        }
+        return true;
+    }
+    if (m_blanks > 0 && (keys::isText(event) || keys::isReturn(event))) {
+        handBlanksOn(event);
+        return true;
+    }
     if (keys::isReturn(event)) {
         event.accept();
         // A key that is held down presses once, also when the focus has come to this button meanwhile.
@@ -114,12 +169,39 @@ bool Button::takesKey(QKeyEvent &event)
         event.accept();
         return true;
     }
-    const bool worksButton = event.key() == Qt::Key_Space && !isScanners;
-    if (!keys::isText(event) || worksButton)
+    if (!keys::isText(event))
         return false;
     // A character that somebody types while a button has the focus is meant for the field behind it.
     keys::handOn(*this, event);
     return true;
+}
+
+/// Not at the key's release, which goes astray when the focus leaves meanwhile.
+void Button::pressByBlanks()
+{
+    const QPointer<Button> self(this);
+    for (int left = std::exchange(m_blanks, 0); left > 0 && self && isEnabled() && isVisible(); --left)
+        m_inner->click();
+}
+
+/// What came was a scan: the blanks, and the key behind them, belong to an entry.
+void Button::handBlanksOn(QKeyEvent &event)
+{
+    m_blanksMeant.stop();
+    const QPointer<QWidget> top(window());
+    const QPointer<Button> self(this);
+    for (int left = std::exchange(m_blanks, 0); left > 0 && self; --left) {
+        QKeyEvent blank(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+        // Where no field takes it, whoever looks after the window tells the operator so.
+        if (!keys::handOn(*this, blank) && top)
+            QCoreApplication::sendEvent(top, &blank);
+    }
+    event.accept();
+    if (!self || !top)
+        return;
+    QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat());
+    QWidget *focused = top->focusWidget();
+    QCoreApplication::sendEvent(focused && focused != m_inner ? focused : top.data(), &copy);
 }
 
 void Button::showState()
@@ -158,6 +240,12 @@ void Button::showTitle()
     // An ampersand in a title is a character, not the mark of a shortcut.
     m_inner->setText(QString(shown).replace(QLatin1Char('&'), QStringLiteral("&&")));
     setToolTip(shown == m_title ? QString() : TextLines::toolTip(m_title));
+}
+
+void Button::setSpokenName(const QString &name)
+{
+    m_spokenName = name;
+    m_inner->setAccessibleName(name);
 }
 
 void Button::setButtonType(Type type)

@@ -2,6 +2,8 @@
 
 #include "platform/Control.h"
 
+#include <QTimer>
+
 #include <atomic>
 
 class QAbstractButton;
@@ -11,10 +13,12 @@ namespace platform {
 /// A push button, or a check box ("switch"), that sends its action when a person presses and releases it.
 ///
 /// A button never takes the focus by a click, so that the field an operator types into keeps it; Tab reaches
-/// it, and then the space bar and Return work it. Any other character belongs to an entry: it goes along the
-/// next-responder chain to a field (keys::handOn), and so does a scanner's blank; a scanner's Return or Tab
-/// (keys::isScanners) does nothing, so that no scan presses a button. A title that does not fit is elided,
-/// with the whole title as tool tip. Thread: the main thread, except state().
+/// it, shows a ring around it (focusring), and then the space bar and Return work it. Any other character
+/// belongs to an entry: it goes along the next-responder chain to a field (keys::handOn), and so does a
+/// scanner's blank; a scanner's Return or Tab (keys::isScanners) does nothing, so that no scan presses a
+/// button. A blank works the button when the time has passed in which a scanner would have sent the next
+/// character. A title that does not fit is elided, with the whole title as tool tip. Thread: the main thread,
+/// except state().
 class Button : public Control
 {
     Q_OBJECT
@@ -33,6 +37,9 @@ public:
     void setButtonType(Type type);
     [[nodiscard]] BezelStyle bezelStyle() const { return m_bezelStyle; }
     void setBezelStyle(BezelStyle style) { m_bezelStyle = style; }
+    /// How assistive technology calls the button; its title when empty.
+    [[nodiscard]] QString spokenName() const { return m_spokenName; }
+    void setSpokenName(const QString &name);
     [[nodiscard]] bool isBordered() const { return m_bordered; }
     void setBordered(bool bordered);
     /// Thread: any.
@@ -52,6 +59,8 @@ protected:
 private:
     void makeInner();
     bool takesKey(QKeyEvent &event);
+    void pressByBlanks();
+    void handBlanksOn(QKeyEvent &event);
     void clicked();
     void showTitle();
     void showState();
@@ -59,6 +68,9 @@ private:
 
     QAbstractButton *m_inner = nullptr;
     QString m_title;
+    QString m_spokenName;
+    int m_blanks = 0;     ///< How many came that may still turn out to begin a scan.
+    QTimer m_blanksMeant; ///< Runs out when they are no scan's.
     Type m_type = Type::MomentaryPush;
     BezelStyle m_bezelStyle = BezelStyle::Rounded;
     bool m_bordered = true;

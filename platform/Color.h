@@ -32,7 +32,8 @@ struct Color
     }
     [[nodiscard]] static constexpr Color systemYellow() { return {1.0, 204.0 / 255.0, 0.0, 1.0}; }
     [[nodiscard]] static constexpr Color systemBlue() { return {0.0, 122.0 / 255.0, 1.0, 1.0}; }
-    /// The background of a window.
+    /// The background of a window. A box filled with it, and a text in label(), follow the palette where that
+    /// is dark.
     [[nodiscard]] static constexpr Color windowBackground()
     {
         return {236.0 / 255.0, 236.0 / 255.0, 236.0 / 255.0, 1.0};

@@ -1,5 +1,7 @@
 #include "platform/Control.h"
 
+#include <QFocusEvent>
+
 #include <utility>
 
 namespace platform {
@@ -26,6 +28,14 @@ void Control::setFont(const Font &font)
     m_font = font;
     fontChanged();
     update();
+}
+
+bool Control::isTabbedTo(const QEvent &event)
+{
+    if (event.type() != QEvent::FocusIn)
+        return false;
+    const Qt::FocusReason reason = static_cast<const QFocusEvent &>(event).reason();
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
 }
 
 } // namespace platform

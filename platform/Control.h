@@ -34,6 +34,8 @@ public:
 
 protected:
     virtual void fontChanged() {}
+    /// Whether the event tells that Tab, forwards or back, has come to where it is received.
+    [[nodiscard]] static bool isTabbedTo(const QEvent &event);
 
 private:
     QPointer<QObject> m_target;

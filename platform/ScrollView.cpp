@@ -36,6 +36,8 @@ ScrollView::ScrollView(QWidget *parent)
     m_contentView->setAutoresizingMask(WidthSizable | HeightSizable);
     m_vertical->hide();
     m_horizontal->hide();
+    m_vertical->setAccessibleName(QStringLiteral("Scroll up and down"));
+    m_horizontal->setAccessibleName(QStringLiteral("Scroll left and right"));
     connect(m_vertical, &QScrollBar::valueChanged, this, [this](int value) {
         m_offset.setY(value);
         placeDocument();
@@ -105,6 +107,14 @@ void ScrollView::scrollToVisible(const Rect &rect)
     const double low =
         nearest(seen.y(), seen.height(), rect.y(), rect.height(), rect.y() + rect.height() - seen.height());
     scrollToPoint({left, low + seen.height()});
+}
+
+bool ScrollView::scrollByPages(double pages)
+{
+    const Rect seen = documentVisibleRect();
+    const Point before = m_offset;
+    scrollToPoint({seen.x(), seen.y() + seen.height() * (1.0 - pages)});
+    return m_offset != before;
 }
 
 void ScrollView::reveal(const View *view)

@@ -48,6 +48,8 @@ public:
     /// Scrolls as little as needed so that the rectangle of the document (bottom-left origin) can be seen; of
     /// one that is larger than what can be seen, its upper left corner.
     void scrollToVisible(const Rect &rect);
+    /// Scrolls down by so many heights of what can be seen, up where negative; false when nothing moved.
+    bool scrollByPages(double pages);
     /// Scrolls the views that scroll and hold this one in their documents, so that it can be seen; nothing
     /// for a view that is hidden or null.
     static void reveal(const View *view);

@@ -1,9 +1,9 @@
 #include "platform/TextField.h"
 
-#include "platform/AccessibleField.h"
 #include "platform/ChoiceList.h"
 #include "platform/EntryEditor.h"
 #include "platform/KeyRouting.h"
+#include "platform/ScrollView.h"
 #include "platform/TextLines.h"
 
 #include <QGuiApplication>
@@ -30,7 +30,6 @@ TextField::TextField(QWidget *parent)
 {
     m_cell->setFont(font());
     keys::watch();
-    accessible::describeFields();
 }
 
 TextField::TextField(const Rect &frame)
@@ -105,7 +104,7 @@ void TextField::makeEditor()
     connect(m_editor, &QLineEdit::textChanged, this, &TextField::narrowList);
     m_editor->setPlaceholderText(m_placeholder);
     setSpokenName(accessibleName());
-    setSpokenDescription(accessibleDescription());
+    showDescription();
     // Before the editor's own handling: Return and Tab are the field's business.
     m_editor->installEventFilter(this);
     styleEditor();
@@ -198,7 +197,14 @@ bool TextField::eventFilter(QObject *watched, QEvent *event)
     // The field shows by its border that it has the focus.
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
         update();
+    if (isTabbedTo(*event))
+        comeIntoSight();
     return Control::eventFilter(watched, event);
+}
+
+void TextField::comeIntoSight()
+{
+    ScrollView::reveal(this);
 }
 
 /// Return and Tab, before the editor sees them. Nothing may be touched after true: an action may have taken
@@ -319,6 +325,8 @@ bool TextField::event(QEvent *event)
         event->accept();
         return true;
     }
+    if (isTabbedTo(*event))
+        comeIntoSight();
     return Control::event(event);
 }
 

@@ -81,6 +81,8 @@ public:
     /// How assistive technology calls the field, and what it says about it besides; the editor's, too.
     void setSpokenName(const QString &name);
     void setSpokenDescription(const QString &description);
+    /// What is said before the description for as long as it holds; nothing more when empty.
+    void tellAlso(const QString &text);
 
     [[nodiscard]] bool isEditable() const { return m_editor != nullptr; }
     void setEditable(bool editable);
@@ -92,6 +94,13 @@ public:
     void setBackgroundColor(const Color &color);
     [[nodiscard]] Color textColor() const { return m_textColor; }
     void setTextColor(const Color &color);
+    /// The colour that the text is seen in: textColor(), or the nearest one that can be read on
+    /// groundOfText().
+    [[nodiscard]] QColor shownTextColor() const;
+    /// The opaque colour that is seen behind the text.
+    [[nodiscard]] QColor groundOfText() const { return ground(); }
+    /// Whether the whole text of a label can be seen.
+    [[nodiscard]] bool showsWholeText() const;
     [[nodiscard]] TextAlignment alignment() const { return m_alignment; }
     void setAlignment(TextAlignment alignment);
     /// 0: as many lines as fit.
@@ -127,6 +136,10 @@ protected:
     void fontChanged() override;
     void layout() override;
     void wasTakenAway() override;
+    [[nodiscard]] QColor filling() const override;
+    void groundChanged() override;
+    /// Scrolls the field into sight when Tab has come to it.
+    virtual void comeIntoSight();
     /// Whether a press of the mouse is handled by the field editor; a subclass that decides itself says
     /// false.
     [[nodiscard]] virtual bool editorTakesMouse() const { return true; }
@@ -135,6 +148,7 @@ protected:
 
 private:
     void makeEditor();
+    void showDescription();
     void dropEditor();
     void styleEditor();
     void endEntry();
@@ -153,6 +167,7 @@ private:
     [[nodiscard]] ChoiceList *list();
     [[nodiscard]] QString shownText() const;
     [[nodiscard]] QColor colorOfPlaceholder() const;
+    [[nodiscard]] bool showsFocus() const;
     void paintArrow(QPainter &painter) const;
     [[nodiscard]] bool hasFrame() const;
     [[nodiscard]] QRectF toWidget(const Rect &rect) const;
@@ -168,6 +183,8 @@ private:
     QStringList m_choices;
     QPointer<ChoiceList> m_list; ///< From when it was first asked for; its parent is the window.
     QString m_placeholder;
+    QString m_description;
+    QString m_toldAlso;
     RefusalHandler m_refusalHandler;
     /// While the field is red for a refused entry: what it was before.
     std::optional<Color> m_colorBeforeRefusal;

@@ -32,9 +32,23 @@ void TextField::setSpokenName(const QString &name)
 
 void TextField::setSpokenDescription(const QString &description)
 {
-    setAccessibleDescription(description);
+    m_description = description;
+    showDescription();
+}
+
+void TextField::tellAlso(const QString &text)
+{
+    m_toldAlso = text;
+    showDescription();
+}
+
+void TextField::showDescription()
+{
+    const bool isBoth = !m_toldAlso.isEmpty() && !m_description.isEmpty();
+    const QString all = m_toldAlso + (isBoth ? QStringLiteral("; ") : QString()) + m_description;
+    setAccessibleDescription(all);
     if (m_editor)
-        m_editor->setAccessibleDescription(description);
+        m_editor->setAccessibleDescription(all);
 }
 
 bool TextField::isListOpen() const

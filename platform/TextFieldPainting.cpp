@@ -1,4 +1,6 @@
 #include "platform/EntryEditor.h"
+#include "platform/FocusRing.h"
+#include "platform/Readable.h"
 #include "platform/TextField.h"
 #include "platform/TextLines.h"
 
@@ -12,14 +14,14 @@ namespace platform {
 namespace {
 
 constexpr double CornerRadius = 4.0;
-constexpr double DisabledOpacity = 0.5;
 /// Room between the border, or the edge of a label, and the text.
 constexpr double PaddingInFrame = 4.0;
 constexpr double PaddingOfLabel = 2.0;
 /// A line editor without a frame keeps this to its own left and right.
 constexpr double PaddingOfEditor = 2.0;
 const QColor BorderColor(130, 130, 130);
-const QColor FocusColor(0, 95, 204);
+/// Behind white text that is selected, as what was refused is; themes have fainter ones.
+const QColor SelectionColor(0, 84, 166);
 /// Wide enough to be hit.
 constexpr double ArrowWidth = 20.0;
 
@@ -38,29 +40,6 @@ Qt::AlignmentFlag horizontal(TextAlignment alignment)
     return Qt::AlignLeft;
 }
 
-QColor faded(QColor color)
-{
-    color.setAlphaF(static_cast<float>(color.alphaF() * DisabledOpacity));
-    return color;
-}
-
-/// Grey where it can be read, otherwise the colour of the text itself.
-QColor placeholderColor(const QColor &ground, const QColor &text)
-{
-    constexpr int LeastLightness = 190;
-    const QColor grey(90, 90, 90);
-    return qGray(ground.rgb()) >= LeastLightness ? grey : text;
-}
-
-/// A colour as it is seen on the light ground of a panel.
-QColor onWhite(const QColor &color)
-{
-    const auto mixed = [&color](int part) {
-        return static_cast<int>(part * double{color.alphaF()} + 255.0 * (1.0 - double{color.alphaF()}));
-    };
-    return {mixed(color.red()), mixed(color.green()), mixed(color.blue())};
-}
-
 } // namespace
 
 void TextField::styleEditor()
@@ -71,10 +50,12 @@ void TextField::styleEditor()
     QPalette palette = m_editor->palette();
     // The field paints its background itself, also the colour of a refusal.
     palette.setColor(QPalette::Base, Qt::transparent);
-    palette.setColor(QPalette::Text, m_textColor.toQColor());
-    palette.setColor(QPalette::Disabled, QPalette::Text, faded(m_textColor.toQColor()));
-    palette.setColor(QPalette::PlaceholderText, colorOfPlaceholder());
-    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText, faded(colorOfPlaceholder()));
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(group, QPalette::Text, shownTextColor());
+        palette.setColor(group, QPalette::PlaceholderText, colorOfPlaceholder());
+        palette.setColor(group, QPalette::Highlight, SelectionColor);
+        palette.setColor(group, QPalette::HighlightedText, Qt::white);
+    }
     m_editor->setPalette(palette);
     m_editor->setAlignment(horizontal(m_alignment) | Qt::AlignVCenter);
 }
@@ -113,20 +94,42 @@ bool TextField::hasFrame() const
     return m_bordered || m_cell->isBezeled();
 }
 
-/// Background and border; the border of the field that takes the keys stands out.
+bool TextField::showsFocus() const
+{
+    return hasFocus() || (m_editor && m_editor->hasFocus());
+}
+
+QColor TextField::filling() const
+{
+    return m_drawsBackground || m_colorBeforeRefusal ? m_backgroundColor.toQColor() : Control::filling();
+}
+
+void TextField::groundChanged()
+{
+    styleEditor();
+    update();
+}
+
+QColor TextField::shownTextColor() const
+{
+    const QColor seen = readable::text(m_textColor.toQColor(), groundOfText());
+    return isEnabled() ? seen : readable::faint(seen, groundOfText());
+}
+
+/// Background and border; the field that takes the keys has a ring around it.
 void TextField::paintFrame(QPainter &painter) const
 {
-    const bool takesKeys = m_editor && m_editor->hasFocus();
-    const double width = takesKeys ? 2.0 : 1.0;
+    constexpr double width = 1.0;
     const double inset = hasFrame() ? width / 2.0 : 0.0;
     const bool rounded = m_cell->isBezeled() && m_cell->bezelStyle() == TextFieldCell::BezelStyle::Rounded;
     const double radius = rounded ? CornerRadius : 0.0;
     painter.setRenderHint(QPainter::Antialiasing, rounded);
     painter.setBrush(m_drawsBackground || m_colorBeforeRefusal ? QBrush(m_backgroundColor.toQColor())
                                                                : QBrush(Qt::NoBrush));
-    painter.setPen(hasFrame() ? QPen(takesKeys || hasFocus() ? FocusColor : BorderColor, width)
-                              : QPen(Qt::NoPen));
+    painter.setPen(hasFrame() ? QPen(BorderColor, width) : QPen(Qt::NoPen));
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+    if (showsFocus())
+        focusring::paint(painter, rect());
 }
 
 QRectF TextField::arrowArea() const
@@ -141,10 +144,9 @@ void TextField::paintArrow(QPainter &painter) const
     constexpr double HalfWidth = 4.0;
     constexpr double HalfHeight = 2.5;
     const QPointF middle = arrowArea().center();
-    const QColor color = m_textColor.toQColor();
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isEnabled() ? color : faded(color));
+    painter.setBrush(shownTextColor());
     painter.drawPolygon(QPolygonF{middle + QPointF(-HalfWidth, -HalfHeight),
                                   middle + QPointF(HalfWidth, -HalfHeight),
                                   middle + QPointF(0.0, HalfHeight)});
@@ -164,7 +166,7 @@ QString TextField::shownText() const
 
 QColor TextField::colorOfPlaceholder() const
 {
-    return placeholderColor(onWhite(m_backgroundColor.toQColor()), m_textColor.toQColor());
+    return readable::faint(shownTextColor(), groundOfText());
 }
 
 TextLines TextField::textLines() const
@@ -174,8 +176,13 @@ TextLines TextField::textLines() const
 
 void TextField::textChanged()
 {
-    setToolTip(m_editor || textLines().isWhole ? QString() : TextLines::toolTip(shownText()));
+    setToolTip(showsWholeText() ? QString() : TextLines::toolTip(shownText()));
     update();
+}
+
+bool TextField::showsWholeText() const
+{
+    return m_editor || textLines().isWhole;
 }
 
 double TextField::spaceAbove(const TextLines &text, double height) const
@@ -194,8 +201,7 @@ void TextField::paintText(QPainter &painter) const
     const QRectF area = textArea();
     const double top = area.top() + spaceAbove(text, area.height());
     painter.setFont(font().toQFont());
-    const QColor color = m_text.isEmpty() ? colorOfPlaceholder() : m_textColor.toQColor();
-    painter.setPen(isEnabled() ? color : faded(color));
+    painter.setPen(m_text.isEmpty() ? colorOfPlaceholder() : shownTextColor());
     const auto flags =
         static_cast<int>(horizontal(m_alignment) | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip);
     for (qsizetype i = 0; i < text.lines.size(); ++i) {

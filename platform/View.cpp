@@ -1,5 +1,8 @@
 #include "platform/View.h"
 
+#include "platform/AccessibleViews.h"
+#include "platform/Readable.h"
+
 #include <QPainter>
 #include <QResizeEvent>
 
@@ -50,10 +53,12 @@ bool isSame(const Rect &a, const Rect &b)
 
 View::View(QWidget *parent)
     : QWidget(parent)
-{}
+{
+    accessible::describeViews();
+}
 
 View::View(const Rect &frame)
-    : QWidget(nullptr)
+    : View(static_cast<QWidget *>(nullptr))
 {
     setFrame(frame);
 }
@@ -85,6 +90,7 @@ void View::addSubview(View *view)
     view->raise();
     if (!hidden)
         view->show();
+    view->tellGroundChanged();
 }
 
 void View::removeFromSuperview()
@@ -228,6 +234,35 @@ void View::setLayerBackgroundColor(const std::optional<Color> &color)
 {
     m_layerBackgroundColor = color;
     update();
+    tellGroundChanged();
+}
+
+QColor View::filling() const
+{
+    return m_layerBackgroundColor ? m_layerBackgroundColor->toQColor() : QColor();
+}
+
+QColor View::ground() const
+{
+    const View *around = superview();
+    const QColor behind = around ? around->ground() : palette().color(QPalette::Window);
+    const QColor own = filling();
+    return own.isValid() ? readable::over(own, behind) : behind;
+}
+
+void View::tellGroundChanged()
+{
+    groundChanged();
+    for (View *view : subviews())
+        view->tellGroundChanged();
+}
+
+void View::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    // Each view in this one has an event of its own.
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange)
+        groundChanged();
 }
 
 void View::setCornerRadius(double radius)

@@ -4,6 +4,7 @@
 #include "platform/Geometry.h"
 #include "platform/Identifier.h"
 
+#include <QAccessible>
 #include <QPointer>
 #include <QWidget>
 
@@ -106,6 +107,15 @@ public:
     [[nodiscard]] std::optional<Shadow> shadow() const { return m_shadow; }
     void setShadow(const std::optional<Shadow> &shadow);
 
+    /// The opaque colour that is seen behind what stands in this view: its own filling and those of the views
+    /// around it, on the palette's window.
+    [[nodiscard]] QColor ground() const;
+
+    /// What assistive technology takes the view for; NoRole: a group where it has a name, otherwise what only
+    /// arranges others.
+    [[nodiscard]] QAccessible::Role spokenRole() const { return m_spokenRole; }
+    void setSpokenRole(QAccessible::Role role) { m_spokenRole = role; }
+
     // Focus
     /// Asks for the focus; true when the view has it afterwards. A plain view refuses, and so does one that
     /// is disabled, hidden or in no window; the focus then stays where it is.
@@ -135,6 +145,13 @@ protected:
     /// Called after the view, or one around it, was hidden or disabled, or before it is taken out of the
     /// tree.
     virtual void wasTakenAway() {}
+    /// What the view fills itself with, over the ground around it; an invalid colour where with nothing.
+    [[nodiscard]] virtual QColor filling() const;
+    /// Called when the ground behind the view may have another colour.
+    virtual void groundChanged() {}
+    /// Calls that for this view and all in it.
+    void tellGroundChanged();
+    void changeEvent(QEvent *event) override;
     /// What the view's shadow surrounds, in the widget's coordinates (origin at the upper left).
     [[nodiscard]] virtual QRectF shadowOutline() const;
     /// Gives the window's focus to a widget of this view, under the conditions of becomeFirstResponder().
@@ -159,6 +176,7 @@ private:
     bool m_masksToBounds = false;
     bool m_placing = false;
     double m_cornerRadius = 0.0;
+    QAccessible::Role m_spokenRole = QAccessible::NoRole;
     std::optional<Color> m_layerBackgroundColor;
     std::optional<Shadow> m_shadow;
     QPointer<View> m_nextResponder;

@@ -2,6 +2,7 @@
 
 #include "input/Entries.h"
 #include "platform/LogFormat.h"
+#include "plugin/PassNotice.h"
 #include "presentation/MouseTrackedTextField.h"
 #include "presentation/VerticallyCenteredTextFieldCell.h"
 
@@ -52,6 +53,8 @@ MouseTrackedTextField *makeNumberField(double height)
     field->setDrawsBackground(true);
     field->setBackgroundColor(platform::Color::white());
     field->setStringValue(QStringLiteral("0"));
+    field->setSpokenName(QStringLiteral("Loop: number of passes"));
+    field->setSpokenDescription(QStringLiteral("0 turns the loop off"));
     field->setIdentifier(platform::Identifier(keys::Loop));
     return field.release();
 }
@@ -84,8 +87,11 @@ void LoopControls::setupLoopButton(QObject *target)
         root->addSubview(field);
     }
     field->setRefusalHandler([](const platform::TextField *refusing, const platform::RefusedEntry &refused) {
-        Entries::refuse(refused.text,
-                        platform::formatMessage(messages::InField, {refused.why, refusing->identifier()}));
+        const QString name = refusing->identifier().text();
+        Entries::refuse({{{}, {}, name, {}},
+                         refused.text,
+                         news::Unreadable,
+                         platform::formatMessage(messages::InField, {refused.why, refusing->identifier()})});
     });
     m_field = field;
     field->focusTarget()->installEventFilter(this);
@@ -114,6 +120,9 @@ bool LoopControls::eventFilter(QObject *watched, QEvent *event)
 void LoopControls::endEntry(platform::View *sender)
 {
     configLoop(sender);
+    if (m_field)
+        KVKExtensionEntryRelay::sharedEntryRelay()->accepted(
+            {{{}, {}, m_field->identifier().text(), {}}, m_field->stringValue()});
     if (m_field && m_field->isFirstResponder() && !m_focus.goOn())
         m_field->window()->setFocus(Qt::OtherFocusReason);
 }
@@ -132,6 +141,7 @@ void LoopControls::configLoop(platform::View *sender)
     // A text that is no number reads as 0, which turns loop mode off.
     const qint64 maximum = platform::integerValue(text);
     m_records.startLoop(maximum, m_station.groupCount());
+    tellPasses(m_records.loopRecord(), m_station.groupCount());
     log::standard(messages::LoopConfigured, {method, field->identifier(), text});
 }
 

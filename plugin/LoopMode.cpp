@@ -1,5 +1,6 @@
 #include "platform/MainQueue.h"
 #include "plugin/InteractiveView.h"
+#include "plugin/PassNotice.h"
 #include "plugin/Rooms.h"
 
 #include "common/Log.h"
@@ -28,7 +29,11 @@ platform::Value InteractiveView::isLoopFinished(const platform::Value &groupNumb
 {
     log::debug(messages::LoopData,
                {selectors::bracketed(selectors::IsLoopFinished), platform::Value(m_rooms->records.all())});
-    if (!m_rooms->records.finishPass(groupNumber))
+    const bool finished = m_rooms->records.finishPass(groupNumber);
+    // The record is read on the main thread: of two groups that report at once the later one tells of both.
+    platform::MainQueue::sync(
+        [this] { tellPasses(m_rooms->records.loopRecord(), m_rooms->station.groupCount()); });
+    if (!finished)
         return qlonglong{0};
     const platform::Value group =
         elementAt(m_rooms->station.groupNames(), groupNumber, selectors::IsLoopFinished, "group number");

@@ -55,8 +55,8 @@ struct Rooms
     Guidance guidance{views};
     Defaults defaults{records, rules, focus, views};
     AutoConfirm autoConfirm{station, records, rules, checks, focus, views};
-    Entries entries{records,  slotStates, waits, rules,    answers,    checks,
-                    settings, views,      focus, defaults, autoConfirm};
+    Entries entries{station, records,  slotStates, waits, rules,    answers,
+                    checks,  settings, views,      focus, defaults, autoConfirm};
     Confirmation confirmation{station, records, waits,    checks,  settings,
                               views,   focus,   defaults, entries, keys};
     GroupButtons groupButtons{station, slotStates, waits, views, focus};

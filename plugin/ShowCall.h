@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanUIExtension/KVKExtensionEntryRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "platform/Error.h"
 #include "platform/Value.h"
@@ -71,8 +72,12 @@ private:
     void openPanel();
     [[nodiscard]] std::optional<platform::Condition::Time> draw();
     [[nodiscard]] KVKGuidancePointer guidance() const;
-    void clearPanel(bool wasPressed);
-    static void takeAway(Drawn &drawn, bool wasPressed);
+    /// How the wait of a drawn panel ended.
+    using Ended = KVKFinishedPanel::How;
+    [[nodiscard]] static Ended endedBy(Waits::Wake wake);
+    void clearPanel(Ended how);
+    static void takeAway(Drawn &drawn, Ended how);
+    static void tellFinished(const Drawn &drawn, Ended how);
     void storeTimeOver();
     void showProblem(const QString &message);
     void storeInterrupted();

@@ -1,3 +1,4 @@
+#include "input/EntryNews.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/LogFormat.h"
 #include "platform/MainQueue.h"
@@ -76,11 +77,12 @@ bool ShowCall::askOperator()
     } catch (...) {
         // Whatever went wrong, nobody would hear the buttons of a panel whose call has gone. Nobody presses
         // one between the end and the clearing: the keys that such a press holds back would stay so.
-        clearPanel(wait.end() == Waits::Wake::Pressed);
+        const bool wasPressed = wait.end() == Waits::Wake::Pressed;
+        clearPanel(wasPressed ? Ended::Pressed : Ended::Failed);
         m_rooms.records.forget(m_subject.panelKey.text());
         throw;
     }
-    clearPanel(wake == Waits::Wake::Pressed);
+    clearPanel(endedBy(wake));
     if (wake == Waits::Wake::Pressed) {
         m_rooms.records.finish(m_subject.panelKey.text());
         return true;
@@ -154,7 +156,10 @@ void ShowCall::openPanel()
     if (!m_rules->validate)
         return;
     m_rooms.checks.open(m_subject.panelKey.text(), [drawn = m_drawn](bool wasPressed) {
-        MainQueue::async([drawn, wasPressed] { takeAway(*drawn, wasPressed); });
+        MainQueue::async([drawn, wasPressed] {
+            const bool isStopped = !wasPressed && !drawn->isGone && drawn->rooms.waits.isInterrupted();
+            takeAway(*drawn, wasPressed ? Ended::Pressed : isStopped ? Ended::Stopped : Ended::TimedOut);
+        });
     });
 }
 
@@ -183,17 +188,17 @@ KVKGuidancePointer ShowCall::guidance() const
 
 /// Takes the panel away. The keys that followed the press come in only now, when they cannot land in what is
 /// gone.
-void ShowCall::clearPanel(bool wasPressed)
+void ShowCall::clearPanel(Ended how)
 {
     if (m_drawn)
-        MainQueue::sync([&] { takeAway(*m_drawn, wasPressed); });
-    else if (wasPressed)
+        MainQueue::sync([&] { takeAway(*m_drawn, how); });
+    else if (how == Ended::Pressed)
         MainQueue::sync([&] { m_rooms.keys.release(); });
 }
 
 /// Takes the panel away once: the call does, or, while its thread is in the sequence's function, who has
 /// ended its wait. A window must not wait for a function. Thread: the main thread.
-void ShowCall::takeAway(Drawn &drawn, bool wasPressed)
+void ShowCall::takeAway(Drawn &drawn, Ended how)
 {
     // Behind this nothing is touched: the call, and all that its panel belonged to, may have gone.
     if (std::exchange(drawn.isGone, true))
@@ -210,8 +215,33 @@ void ShowCall::takeAway(Drawn &drawn, bool wasPressed)
             subject.systemIndex.toULongLong());
     rooms.focus.panelGone(subject.panelKey);
     rooms.guidance.panelGone(subject.panelKey.text());
-    if (wasPressed)
+    tellFinished(drawn, how);
+    if (how == Ended::Pressed)
         rooms.keys.release();
+}
+
+ShowCall::Ended ShowCall::endedBy(Waits::Wake wake)
+{
+    if (wake == Waits::Wake::Pressed)
+        return Ended::Pressed;
+    return wake == Waits::Wake::TimedOut ? Ended::TimedOut : Ended::Stopped;
+}
+
+/// Requires: the panel's record is still as its end has left it.
+void ShowCall::tellFinished(const Drawn &drawn, Ended how)
+{
+    const QString key = drawn.subject.panelKey.text();
+    KVKFinishedPanel finished{news::placeOf(drawn.rooms.station, key), how, {}};
+    if (how == Ended::Pressed) {
+        const platform::Dictionary record = drawn.rooms.records.record(key).value_or(platform::Dictionary());
+        const platform::Value button = record.value(keys::ClickedButton);
+        // "Cancel" leaves no record.
+        if (button.isValid())
+            finished.button = platform::description(button);
+        else
+            finished.how = Ended::Cancelled;
+    }
+    KVKExtensionEntryRelay::sharedEntryRelay()->finished(finished);
 }
 
 void ShowCall::storeTimeOver()

@@ -1,5 +1,7 @@
 #include "presentation/CollectionViewItemView.h"
 
+#include "platform/Readable.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -18,7 +20,8 @@ void CollectionViewItemView::paintEvent(QPaintEvent *event)
     band.addRect(outer.adjusted(HighlightWidth, HighlightWidth, -HighlightWidth, -HighlightWidth));
     QPainter painter(this);
     painter.setClipPath(band);
-    painter.fillRect(outer, platform::Color::label().toQColor());
+    // The colour of labels is dark where the ground is light.
+    painter.fillRect(outer, platform::readable::text(platform::Color::label().toQColor(), ground()));
 }
 
 } // namespace interactive

@@ -4,6 +4,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/ScrollView.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 
 namespace interactive {
@@ -39,6 +40,21 @@ void MouseTrackedTextField::bringIntoSight(const platform::View *field)
         }
     }
     platform::ScrollView::reveal(field);
+}
+
+void MouseTrackedTextField::comeIntoSight()
+{
+    bringIntoSight(this);
+}
+
+void MouseTrackedTextField::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_F2 || isEditable() || event->isAutoRepeat()) {
+        platform::TextField::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    platform::NotificationCenter::defaultCenter().post(TextFieldMouseDownNotification, this);
 }
 
 void MouseTrackedTextField::mousePressEvent(QMouseEvent *event)

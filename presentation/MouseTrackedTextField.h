@@ -10,7 +10,8 @@ inline const QString TextFieldMouseDownNotification = QStringLiteral("TextFieldM
 
 /// The input field of a slot. It remembers which system and panel it belongs to, and turns every press of the
 /// mouse into a notification: the press neither places the cursor nor takes the focus, the observer decides
-/// what it does. When the field gets the focus it is scrolled into sight.
+/// what it does; F2 in a read-only field does the same. When the field gets the focus it is scrolled into
+/// sight.
 ///
 /// Thread: the main thread.
 class MouseTrackedTextField : public platform::TextField
@@ -34,6 +35,8 @@ public:
 protected:
     bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void comeIntoSight() override;
     [[nodiscard]] bool editorTakesMouse() const override { return false; }
 
 private:

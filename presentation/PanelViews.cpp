@@ -1,9 +1,11 @@
 #include "presentation/PanelViews.h"
 
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/Box.h"
 #include "platform/MainQueue.h"
 #include "presentation/CollectionViewItemView.h"
 #include "presentation/ScrollView.h"
+#include "presentation/SlotColors.h"
 
 #include <QAccessible>
 
@@ -122,23 +124,29 @@ void PanelViews::setStatusLine(const QString &key, platform::TextField *line)
     m_statusLines.insert(key, line);
 }
 
-void PanelViews::tell(const QString &key, const QString &text)
+void PanelViews::tell(const QString &key, const QString &text, Tone tone)
 {
     platform::TextField *field = entryField(key);
     if (field)
-        field->setSpokenDescription(text);
+        field->tellAlso(text);
     platform::TextField *line = m_statusLines.value(key);
     if (line) {
+        const bool isRefusal = tone == Tone::Refusal;
         // On a ground of its own, since the text has to be read on every colour that a system may have.
         line->setDrawsBackground(!text.isEmpty());
+        line->setBackgroundColor(isRefusal ? platform::Color::white() : SlotColors::checkingColor());
+        line->setTextColor(isRefusal ? SlotColors::refusalTextColor() : SlotColors::noteTextColor());
         line->setStringValue(text);
     }
+    if (text.isEmpty() || tone == Tone::Note)
+        return;
     // Who cannot see the line hears of it at once, and again when coming back to the field.
-    QWidget *said = line ? line : field ? field->focusTarget() : nullptr;
-    if (said && !text.isEmpty()) {
+    if (QWidget *said = line ? line : field ? field->focusTarget() : nullptr) {
         QAccessibleEvent alert(said, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
     }
+    if (line && !line->showsWholeText())
+        KVKExtensionStatusRelay::sharedStatusRelay()->showMessage(text);
 }
 
 QString PanelViews::told(const QString &key) const

@@ -59,9 +59,12 @@ public:
 
     /// The line on a panel that tells its operator why an entry was refused; null takes it back.
     void setStatusLine(const QString &panelKey, platform::TextField *line);
+    /// How what is told looks: a refusal asks the operator to do something, a note does not.
+    enum class Tone { Refusal, Note };
     /// Writes into that line, where the panel has one, and has assistive technology say the text with the
-    /// field that takes the entries; an empty text takes both back.
-    void tell(const QString &panelKey, const QString &text);
+    /// field that takes the entries; an empty text takes both back. A text that the line has no room for is
+    /// shown by the host, too.
+    void tell(const QString &panelKey, const QString &text, Tone tone = Tone::Refusal);
     /// What stands there; empty where the panel has no such line.
     [[nodiscard]] QString told(const QString &panelKey) const;
 

@@ -42,6 +42,10 @@ public:
     [[nodiscard]] static platform::Color valueColor(const PanelLook &look);
     /// What lies behind an entry that waits for the verdict of its sequence.
     [[nodiscard]] static constexpr platform::Color checkingColor() { return {0.72, 0.87, 1.0, 1.0}; }
+    /// The texts on a panel's own status line: why an entry was refused, and what needs nothing done. Dark
+    /// enough to be read in small type on white and on checkingColor().
+    [[nodiscard]] static constexpr platform::Color refusalTextColor() { return {0.69, 0.0, 0.13, 1.0}; }
+    [[nodiscard]] static constexpr platform::Color noteTextColor() { return {0.0, 0.2, 0.4, 1.0}; }
 
 private:
     const PanelSettings &m_settings;

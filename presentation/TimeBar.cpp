@@ -1,6 +1,7 @@
 #include "presentation/TimeBar.h"
 
 #include "platform/LogFormat.h"
+#include "platform/Readable.h"
 
 #include <QPainter>
 
@@ -22,7 +23,7 @@ constexpr int Steps = 1000;
 constexpr milliseconds ShortestStep{40};
 /// So that the name, which tells seconds, is not behind by one.
 constexpr milliseconds LongestStep{250};
-constexpr platform::Color TrackColor{0.0, 0.0, 0.0, 0.12};
+constexpr float TrackOpacity = 0.15F;
 constexpr platform::Color LateColor{0.86, 0.08, 0.12, 1.0};
 
 } // namespace
@@ -42,6 +43,7 @@ TimeBar::TimeBar(const platform::Rect &frame, milliseconds limit, std::function<
 {
     m_timer.setInterval(std::clamp(limit / Steps, ShortestStep, LongestStep));
     connect(&m_timer, &QTimer::timeout, this, &TimeBar::follow);
+    setSpokenRole(QAccessible::ProgressBar);
     m_timer.start();
     follow();
 }
@@ -63,11 +65,13 @@ void TimeBar::follow()
 void TimeBar::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), TrackColor.toQColor());
+    QColor track = palette().color(QPalette::WindowText);
+    track.setAlphaF(TrackOpacity);
+    painter.fillRect(rect(), track);
     const platform::Color color = m_look.isLate ? LateColor : platform::Color::systemBlue();
     QRectF left(rect());
     left.setWidth(left.width() * m_look.share);
-    painter.fillRect(left, color.toQColor());
+    painter.fillRect(left, platform::readable::mark(color.toQColor(), ground()));
 }
 
 } // namespace interactive

@@ -41,6 +41,27 @@ const QCommandLineOption
                           "a folder to look for these in first. May be given several times."),
            QStringLiteral("PATH"));
 
+const QCommandLineOption Badge(QStringLiteral("badge"),
+                               QStringLiteral("The operator's badge, which is not asked for then."),
+                               QStringLiteral("TEXT"));
+
+const QCommandLineOption
+    Theme(QStringLiteral("theme"),
+          QStringLiteral("Whether the window is light, dark, or as the desktop is (auto). "
+                         "Otherwise what was chosen in its menu holds."),
+          QStringLiteral("light|dark|auto"));
+
+std::optional<ThemeChoice> themeOf(const QCommandLineParser &parser)
+{
+    if (!parser.isSet(Theme))
+        return std::nullopt;
+    const auto choice = themeFromText(parser.value(Theme));
+    if (!choice)
+        throw StationError(
+            QStringLiteral("--theme: is light, dark or auto, not '%1'").arg(parser.value(Theme)));
+    return choice;
+}
+
 void requireFile(const QString &option, const QString &path)
 {
     if (!QFileInfo(path).isFile())
@@ -65,6 +86,8 @@ CommandLine valuesOf(const QCommandLineParser &parser)
     line.results = parser.value(Results);
     line.log = parser.value(Log);
     line.plugins = parser.values(Plugin);
+    line.badge = parser.value(Badge);
+    line.theme = themeOf(parser);
     line.headless = parser.isSet(Headless);
     return line;
 }
@@ -76,6 +99,8 @@ void check(const CommandLine &line, const QCommandLineParser &parser)
             QStringLiteral("does not take '%1'; see --help").arg(parser.positionalArguments().first()));
     if (line.config.isEmpty())
         throw StationError(QStringLiteral("needs --config FILE; see --help"));
+    if (parser.isSet(Badge) && line.badge.isEmpty())
+        throw StationError(QStringLiteral("--badge: is empty"));
     // A slip in a path is told before anything is loaded or shown.
     requireFile(QStringLiteral("config"), line.config);
     for (const QString &sequence : line.sequences)
@@ -95,7 +120,7 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Runs Lua test sequences for the systems of a station and asks its operator for input."));
-    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin});
+    parser.addOptions({Config, Sequence, OperatorScript, Headless, Results, Log, Plugin, Badge, Theme});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     // Not process(), which ends the program by itself, with a status of its own.

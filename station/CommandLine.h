@@ -1,5 +1,7 @@
 #pragma once
 
+#include "station/window/Theme.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,7 +18,9 @@ struct CommandLine
     QString results;
     QString log;
     QStringList
-        plugins; ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
+        plugins;   ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
+    QString badge; ///< The operator's; empty when none was given.
+    std::optional<ThemeChoice> theme;
     bool headless = false;
 };
 

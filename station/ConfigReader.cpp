@@ -1,5 +1,6 @@
 #include "station/ConfigTable.h"
 #include "station/Palette.h"
+#include "station/PersonConfig.h"
 #include "station/StationConfig.h"
 #include "station/StationError.h"
 #include "station/results/Outbox.h"
@@ -137,7 +138,9 @@ void readStation(StationConfig &config, const ConfigTable &table, const QDir &fo
 {
     table.allowOnly({QStringLiteral("name"), QStringLiteral("groups"), QStringLiteral("slots"),
                      QStringLiteral("custom_row_color"), QStringLiteral("locale"), QStringLiteral("images"),
-                     QStringLiteral("system_groups"), QStringLiteral("system_slots")});
+                     QStringLiteral("system_groups"), QStringLiteral("system_slots"),
+                     QStringLiteral("sounds"), QStringLiteral("volume"), QStringLiteral("ask_operator"),
+                     QStringLiteral("badge_pattern")});
     config.name = table.text("name").value_or(QStringLiteral("Station"));
     config.customRowColor = table.truth("custom_row_color").value_or(false);
     config.locale = localeOf(table);
@@ -293,12 +296,13 @@ StationConfig readStationConfig(const QString &path, SequenceNeed need)
     const QDir folder = QFileInfo(path).absoluteDir();
     const ConfigTable root(content, path, QString());
     root.allowOnly({QStringLiteral("station"), QStringLiteral("system"), QStringLiteral("sequence"),
-                    QStringLiteral("plugins"), QStringLiteral("results")});
+                    QStringLiteral("plugins"), QStringLiteral("scanner"), QStringLiteral("results")});
     StationConfig config;
     const auto station = root.table("station");
     if (!station)
         root.failMissing("station");
     readStation(config, *station, folder);
+    readPerson(config, root, *station);
     for (int i = 0; i < config.systemGroups.size(); ++i)
         config.colors.insert(i, defaultColors(i));
     QList<int> seen;

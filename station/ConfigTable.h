@@ -20,6 +20,8 @@ public:
     ConfigTable(const toml::table &table, QString file, QString prefix);
 
     [[nodiscard]] bool has(const char *key) const { return m_table.contains(key); }
+    /// Whether there is a text under the key.
+    [[nodiscard]] bool isText(const char *key) const { return m_table[key].is_string(); }
     /// Refuses every key that is not named.
     void allowOnly(const QStringList &keys) const;
 

@@ -3,6 +3,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
+#include "kovan/KovanUIExtension/KVKExtensionVersion.h"
 #include "station/StationError.h"
 
 #include <QDir>
@@ -19,15 +20,16 @@ namespace {
     throw StationError(QStringLiteral("plug-in %1: %2").arg(path, why));
 }
 
-/// Looks at what the library says of itself, before any of its code runs.
-void checkMetaData(const QPluginLoader &loader, const QString &path)
+/// The interface that the library was built with, which it says of itself before any of its code runs.
+QString interfaceOf(const QPluginLoader &loader, const QString &path)
 {
     const QString found = loader.metaData().value(QStringLiteral("IID")).toString();
     const QString wanted = QStringLiteral(KVKExtensionInteractiveView_iid);
     if (found.isEmpty())
         refuse(path, QStringLiteral("is not a plug-in"));
-    if (found != wanted)
+    if (!KVKInterfaceFits(found, wanted))
         refuse(path, QStringLiteral("offers the interface %1, this station needs %2").arg(found, wanted));
+    return found;
 }
 
 /// What a plug-in answers. Nothing that it throws comes through, of whatever type.
@@ -62,10 +64,10 @@ LoadedPlugin::LoadedPlugin(const QString &path)
     , m_path(path)
     , m_name(QFileInfo(path).completeBaseName())
 {
-    checkMetaData(*m_loader, path);
+    const QString offered = interfaceOf(*m_loader, path);
     QObject *instance = makeInstance(*m_loader, path);
     m_root.object = instance;
-    m_extension = qobject_cast<KVKExtensionInteractiveView *>(instance);
+    m_extension = KVKExtensionOf(instance, offered);
     m_interruption = qobject_cast<KVKExtensionInterruption *>(instance);
     m_controller = qobject_cast<platform::ViewController *>(instance);
     if (!m_extension)

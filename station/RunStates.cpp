@@ -41,10 +41,10 @@ int badness(KVKLuaOutcome outcome)
 
 } // namespace
 
-RunStates::RunStates(const QList<QList<int>> &sequences)
+RunStates::RunStates(const QList<QList<int>> &sequences, const QStringList &scripts)
 {
-    for (const QList<int> &systems : sequences)
-        m_sequences.append({systems, {}, false, {}});
+    for (qsizetype i = 0; i < sequences.size(); ++i)
+        m_sequences.append({sequences.at(i), scripts.value(i), {}, false, {}});
 }
 
 void RunStates::waits(int sequence, const KVKCallWait &wait)
@@ -75,13 +75,40 @@ RunStates::Shown RunStates::of(int system) const
             worst = &sequence.end;
     }
     if (!waitsFor.isEmpty())
-        return {SystemState::Waiting, waitsFor};
+        return {SystemState::Waiting, waitsFor, scriptsOf(system)};
     if (runs)
-        return {SystemState::Running, {}};
+        return {SystemState::Running, {}, scriptsOf(system)};
     if (!worst)
         return {};
     // Why a sequence was stopped or failed is no news; where it went wrong is.
-    return {stateOf(worst->outcome), worst->outcome == KVKLuaOutcome::Erred ? worst->message : QString()};
+    return {stateOf(worst->outcome), worst->outcome == KVKLuaOutcome::Erred ? worst->message : QString(),
+            scriptsOf(system)};
+}
+
+QString RunStates::scriptsOf(int system) const
+{
+    QStringList running;
+    QStringList all;
+    for (const Sequence &sequence : m_sequences) {
+        if (!sequence.systems.contains(system))
+            continue;
+        all.append(sequence.script);
+        if (!sequence.hasEnded)
+            running.append(sequence.script);
+    }
+    QStringList &shown = running.isEmpty() ? all : running;
+    shown.removeDuplicates();
+    return shown.join(QStringLiteral(", "));
+}
+
+RunStates::Progress RunStates::progress() const
+{
+    QMap<int, bool> isDone;
+    for (const Sequence &sequence : m_sequences) {
+        for (const int system : sequence.systems)
+            isDone[system] = isDone.value(system, true) && sequence.hasEnded;
+    }
+    return {static_cast<int>(isDone.values().count(true)), static_cast<int>(isDone.size())};
 }
 
 QList<quint64> RunStates::framed() const

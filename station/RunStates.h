@@ -6,7 +6,7 @@
 
 #include <QList>
 #include <QMap>
-#include <QString>
+#include <QStringList>
 
 namespace station {
 
@@ -21,14 +21,15 @@ public:
     struct Shown
     {
         SystemState state = SystemState::Idle;
-        QString text; ///< More than the state's own word; empty where that says it all.
+        QString text;         ///< More than the state's own word; empty where that says it all.
+        QString scripts = {}; ///< Those that run; where none does any more, those that ran.
 
         bool operator==(const Shown &) const = default;
     };
 
     RunStates() = default;
-    /// A run that begins; element i are the systems that sequence i speaks for.
-    explicit RunStates(const QList<QList<int>> &sequences);
+    /// A run that begins; element i are the systems that sequence i speaks for, and its script's name.
+    explicit RunStates(const QList<QList<int>> &sequences, const QStringList &scripts = {});
 
     /// What a sequence's call waits for from now on; nothing when `wait.what` is empty.
     void waits(int sequence, const KVKCallWait &wait);
@@ -37,6 +38,15 @@ public:
     [[nodiscard]] const QList<int> &systemsOf(int sequence) const { return m_sequences.at(sequence).systems; }
     /// A system that no sequence speaks for is idle.
     [[nodiscard]] Shown of(int system) const;
+    /// Of the systems that a sequence speaks for, how many are done: all their sequences have ended.
+    struct Progress
+    {
+        int done = 0;
+        int all = 0;
+
+        bool operator==(const Progress &) const = default;
+    };
+    [[nodiscard]] Progress progress() const;
     /// The systems whose rows are to be framed, since their operator is waited for: as often as calls do.
     [[nodiscard]] QList<quint64> framed() const;
 
@@ -44,10 +54,13 @@ private:
     struct Sequence
     {
         QList<int> systems;
+        QString script;
         KVKCallWait wait;
         bool hasEnded = false;
         KVKLuaEnd end;
     };
+
+    [[nodiscard]] QString scriptsOf(int system) const;
 
     QList<Sequence> m_sequences;
 };

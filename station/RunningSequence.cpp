@@ -3,6 +3,7 @@
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "platform/MainQueue.h"
+#include "station/AnswerText.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -17,6 +18,9 @@ std::atomic<quint64> lastCallNumber{0};
 
 /// The sequence whose call runs on this thread.
 thread_local RunningSequence *inCall = nullptr;
+
+/// The sequence whose thread this is.
+thread_local const RunningSequence *ofThread = nullptr;
 
 platform::Dictionary groupGlobals(int groupNumber, const QString &group)
 {
@@ -100,6 +104,16 @@ QString RunningSequence::folderOfCall()
     return inCall ? QFileInfo(inCall->m_plan.script).absolutePath() : QString();
 }
 
+QList<int> RunningSequence::systemsOfThread()
+{
+    return ofThread ? ofThread->m_plan.systems : QList<int>();
+}
+
+void RunningSequence::sequenceBegins()
+{
+    ofThread = this;
+}
+
 void RunningSequence::sequenceCalls(const QString &)
 {
     // A number of its own for each call of the process: whoever looks twice sees whether it is still the same
@@ -118,6 +132,19 @@ void RunningSequence::sequenceCalled(const KVKLuaCall &call)
     m_call = 0;
     // One that was refused before it began took no time.
     m_results.writeCall(m_plan.owner, call, std::exchange(m_callStart, {}).value_or(CallStart()));
+    if (isShown(call))
+        tellAnswer(call);
+}
+
+void RunningSequence::tellAnswer(const KVKLuaCall &call)
+{
+    // A copy that shares nothing: the sequence may go on with what it was given.
+    const KVKLuaCall own{call.name, platform::ownCopy(call.arguments).toList(),
+                         platform::ownCopy(call.result), call.error};
+    platform::MainQueue::async([this, own, alive = std::weak_ptr<bool>(m_alive)] {
+        if (!alive.expired())
+            m_listener.answered(own);
+    });
 }
 
 void RunningSequence::sequenceWaits(const KVKLuaWait &wait)

@@ -24,6 +24,8 @@ public:
         /// What its call waits for from now on; an empty `what` when it waits no longer.
         std::function<void(const KVKCallWait &wait)> waits;
         std::function<void(const KVKLuaEnd &end)> ended;
+        /// A call that shows something to the operator has ended.
+        std::function<void(const KVKLuaCall &call)> answered;
     };
 
     struct Plan
@@ -52,6 +54,8 @@ public:
     void requestStop() { m_sequence.requestStop(); }
 
     [[nodiscard]] QString name() const { return m_plan.owner.name(); }
+    /// The script's file name.
+    [[nodiscard]] QString script() const { return m_plan.owner.sequence; }
     [[nodiscard]] const QList<int> &systems() const { return m_plan.systems; }
     /// How it ended; nothing while it runs. Main thread.
     [[nodiscard]] const std::optional<KVKLuaEnd> &end() const { return m_end; }
@@ -65,13 +69,17 @@ public:
     static void callWaits(const KVKCallWait &wait);
     /// The folder of the sequence whose call runs on the calling thread; empty elsewhere.
     [[nodiscard]] static QString folderOfCall();
+    /// The systems of the sequence whose thread this is; none elsewhere.
+    [[nodiscard]] static QList<int> systemsOfThread();
 
 private:
+    void sequenceBegins() override;
     void sequenceCalls(const QString &name) override;
     void sequenceCalled(const KVKLuaCall &call) override;
     void sequenceWaits(const KVKLuaWait &wait) override;
     void sequenceEnded(const KVKLuaEnd &end) override;
     void tellWait(const KVKCallWait &wait);
+    void tellAnswer(const KVKLuaCall &call);
 
     Plan m_plan;
     Results &m_results;

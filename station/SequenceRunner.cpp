@@ -29,7 +29,7 @@ SequenceRunner::~SequenceRunner()
     platform::MainQueue::drainUntil([this] { return m_running == 0; });
 }
 
-void SequenceRunner::start()
+void SequenceRunner::start(const QString &operatorBadge)
 {
     if (isRunning())
         return;
@@ -42,6 +42,8 @@ void SequenceRunner::start()
     for (RunningSequence::Plan plan : plans) {
         for (auto constant = m_constants.cbegin(); constant != m_constants.cend(); ++constant)
             plan.globals.insert(constant.key(), constant.value());
+        if (!operatorBadge.isEmpty())
+            plan.globals.insert(QStringLiteral("operatorBadge"), operatorBadge);
         const std::size_t number = m_sequences.size();
         m_sequences.push_back(
             std::make_unique<RunningSequence>(plan, m_functions, RunningSequence::Place{run, number},
@@ -72,7 +74,8 @@ void SequenceRunner::stop()
 RunningSequence::Listener SequenceRunner::listenerOf(int sequence)
 {
     return {[this, sequence](const KVKCallWait &wait) { Q_EMIT sequenceWaits(sequence, wait); },
-            [this, sequence](const KVKLuaEnd &end) { ended(sequence, end); }};
+            [this, sequence](const KVKLuaEnd &end) { ended(sequence, end); },
+            [this, sequence](const KVKLuaCall &call) { Q_EMIT sequenceAnswered(sequence, call); }};
 }
 
 QList<QList<int>> SequenceRunner::systemsOfSequences() const
@@ -81,6 +84,14 @@ QList<QList<int>> SequenceRunner::systemsOfSequences() const
     for (const auto &sequence : m_sequences)
         systems.append(sequence->systems());
     return systems;
+}
+
+QStringList SequenceRunner::scriptsOfSequences() const
+{
+    QStringList scripts;
+    for (const auto &sequence : m_sequences)
+        scripts.append(sequence->script());
+    return scripts;
 }
 
 QList<quint64> SequenceRunner::callsUnderWay() const

@@ -26,8 +26,9 @@ public:
     /// Stops what runs, and serves the main queue until it has ended.
     ~SequenceRunner() override;
 
-    /// Starts a run. Nothing happens when one is under way.
-    void start();
+    /// Starts a run, whose sequences find the operator's badge in the global `operatorBadge` unless it is
+    /// empty. Nothing happens when one is under way.
+    void start(const QString &operatorBadge = {});
     /// Ends the run: the scripts at their next instruction, waiting calls through the plug-ins.
     void stop();
     [[nodiscard]] bool isRunning() const { return m_running > 0; }
@@ -39,6 +40,8 @@ public:
     [[nodiscard]] bool ranNothing() const { return m_ranNothing; }
     /// The systems that each sequence of the last run speaks for.
     [[nodiscard]] QList<QList<int>> systemsOfSequences() const;
+    /// The file name of each one's script.
+    [[nodiscard]] QStringList scriptsOfSequences() const;
     /// The calls of plug-ins that the sequences that still run are inside of, by number; none when one of
     /// them is outside. One that waits for other sequences, for as long as they take, is left out. The same
     /// answer twice means that each is still in the same call.
@@ -50,6 +53,8 @@ signals:
     void started();
     /// What a sequence's call waits for from now on (see KVKCallWait); the number counts from 0 in each run.
     void sequenceWaits(int sequence, const KVKCallWait &wait);
+    /// What the operator has answered to a call of a sequence, or why there is no answer.
+    void sequenceAnswered(int sequence, const KVKLuaCall &call);
     /// Sent for each sequence, and not once more for the same run.
     void sequenceEnded(int sequence, const KVKLuaEnd &end);
     /// Sent when the last one has ended.

@@ -6,8 +6,8 @@
 #include "station/StationError.h"
 #include "station/StopSignal.h"
 #include "station/Version.h"
-#include "station/instruction/PaneMemory.h"
 #include "station/results/OutboxLabel.h"
+#include "station/window/MemoryFile.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -76,8 +76,10 @@ Station::~Station()
     // The operator and the sequences go first: they use everything else. The plug-ins go before the window
     // that shows their views, and while the main queue serves: a confirmation of theirs may be under way.
     m_operator.reset();
+    m_board.reset();
     m_runner.reset();
     m_plugins.clear();
+    m_senses.reset();
     m_window.reset();
     KVKColorEngine::setProviders(nullptr, nullptr);
 }
@@ -135,8 +137,13 @@ void Station::makeWindow()
         m_window->setStandsOnNoScreen();
         m_window->resize(HeadlessSize);
     } else {
-        m_window->rememberIn(PaneMemory::usualFile());
+        m_window->rememberIn(MemoryFile::usualFile());
     }
+    const bool hasPerson = !m_commandLine.headless && m_commandLine.operatorScript.isEmpty();
+    m_senses = std::make_unique<Senses>(m_config, *m_window, m_commandLine.badge, hasPerson);
+    if (m_commandLine.theme)
+        m_window->setTheme(*m_commandLine.theme, StationWindow::Keep::No);
+    m_window->setLogOwners(&RunningSequence::systemsOfThread);
 }
 
 void Station::makeRunner()
@@ -157,7 +164,8 @@ void Station::makeOperator()
     if (m_commandLine.operatorScript.isEmpty())
         return;
     const LoadedPlugin &plugin = m_plugins.front();
-    const OperatorStage stage{m_window.get(), plugin.view(), plugin.extension()->pluginContext()};
+    const OperatorStage stage{m_window.get(), plugin.view(), plugin.extension()->pluginContext(),
+                              m_config.scanner};
     m_operatorDone = false;
     m_operator = std::make_unique<OperatorScript>(
         m_commandLine.operatorScript, stage,
@@ -168,8 +176,7 @@ void Station::connectRun()
 {
     connect(m_window.get(), &StationWindow::runRequested, this, &Station::startRun);
     connect(m_window.get(), &StationWindow::stopRequested, this, &Station::stopRun);
-    connect(m_runner.get(), &SequenceRunner::sequenceWaits, this, &Station::sequenceWaits);
-    connect(m_runner.get(), &SequenceRunner::sequenceEnded, this, &Station::sequenceEnded);
+    m_board = std::make_unique<RunBoard>(m_config, *m_runner, *m_window);
     // Queued, so that the last sequence is not taken away inside its own report.
     connect(m_runner.get(), &SequenceRunner::allEnded, this, &Station::runEnded, Qt::QueuedConnection);
     m_idleWait.setInterval(BetweenIdleLooks);
@@ -203,13 +210,14 @@ bool Station::endsByItself() const
 
 void Station::startRun()
 {
+    if (!m_senses->mayRun())
+        return;
+    m_senses->setRunning(true);
     m_window->setRunning(true);
     m_window->setStatus(QStringLiteral("Running"));
-    m_results.beginRun(m_config.name, m_commandLine.config);
-    m_runner->start();
-    m_states = RunStates(m_runner->systemsOfSequences());
-    for (const SystemRow &row : m_config.systems())
-        showStates({row.index});
+    m_results.beginRun(m_config.name, m_commandLine.config, m_senses->badge());
+    m_runner->start(m_senses->badge());
+    m_board->begin();
 }
 
 void Station::stopRun()
@@ -247,38 +255,6 @@ void Station::endOperator()
     }
 }
 
-void Station::sequenceWaits(int sequence, const KVKCallWait &wait)
-{
-    m_states.waits(sequence, wait);
-    showStates(m_states.systemsOf(sequence));
-    showFrames();
-}
-
-void Station::sequenceEnded(int sequence, const KVKLuaEnd &end)
-{
-    m_states.ended(sequence, end);
-    showStates(m_states.systemsOf(sequence));
-    showFrames();
-}
-
-void Station::showStates(const QList<int> &systems)
-{
-    for (const int system : systems) {
-        const RunStates::Shown shown = m_states.of(system);
-        m_window->setSystemState(system, shown.state, shown.text);
-    }
-}
-
-void Station::showFrames()
-{
-    const QList<quint64> framed = m_states.framed();
-    // The new ones first: a row that stays framed does not flicker.
-    for (const quint64 system : framed)
-        m_window->highlightSystem(system, true);
-    for (const quint64 system : std::exchange(m_framed, framed))
-        m_window->highlightSystem(system, false);
-}
-
 void Station::runEnded()
 {
     m_stuck.stop();
@@ -291,6 +267,7 @@ void Station::runEnded()
                                                   : QStringLiteral("Not all passed"));
     }
     m_window->setRunning(false);
+    m_senses->setRunning(false);
     endWhenDone();
 }
 

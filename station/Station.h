@@ -4,7 +4,8 @@
 #include "station/IdleWatch.h"
 #include "station/LogFile.h"
 #include "station/PluginHost.h"
-#include "station/RunStates.h"
+#include "station/RunBoard.h"
+#include "station/Senses.h"
 #include "station/SequenceRunner.h"
 #include "station/StationConfig.h"
 #include "station/operator/OperatorScript.h"
@@ -49,10 +50,6 @@ private:
     void stopRun();
     void endNow();
     void endOperator();
-    void sequenceWaits(int sequence, const KVKCallWait &wait);
-    void sequenceEnded(int sequence, const KVKLuaEnd &end);
-    void showStates(const QList<int> &systems);
-    void showFrames();
     void runEnded();
     void operatorEnded(bool ok, const QString &message);
     void endWhenDone();
@@ -69,6 +66,8 @@ private:
     std::list<LoadedPlugin> m_plugins;
     std::unique_ptr<SequenceRunner> m_runner;
     std::unique_ptr<StationWindow> m_window;
+    std::unique_ptr<Senses> m_senses;
+    std::unique_ptr<RunBoard> m_board;
     std::unique_ptr<OperatorScript> m_operator;
     QTimer m_idleWait; ///< Looks whether sequences wait for an operator that is not there or not any more.
     QTimer m_stuck;    ///< Looks whether all sequences that were stopped have ended.
@@ -76,8 +75,6 @@ private:
     std::optional<std::chrono::steady_clock::time_point> m_endLimit; ///< Set once the program is to end.
     bool m_operatorDone = true;
     bool m_operatorFailed = false;
-    RunStates m_states;
-    QList<quint64> m_framed; ///< The systems that m_states has put a frame around.
     IdleWatch m_idleWatch;
 };
 

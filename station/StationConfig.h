@@ -1,6 +1,9 @@
 #pragma once
 
 #include "platform/Color.h"
+#include "station/badge/BadgeRule.h"
+#include "station/scanner/ScannerSettings.h"
+#include "station/sound/SoundSettings.h"
 #include "station/window/SystemRow.h"
 
 #include <QList>
@@ -43,6 +46,9 @@ struct StationConfig
     QString resultsDatabase;  ///< Absolute path or a server's address; empty where there is none.
     QString resultsOutbox;    ///< Absolute path.
     QStringList plugins;      ///< Absolute paths, or bare names.
+    SoundSettings sounds;
+    ScannerSettings scanner;
+    BadgeRule badge;
 
     /// The distinct groups, in order.
     [[nodiscard]] QStringList groups() const;

@@ -6,6 +6,7 @@
 #include "station/StationError.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QTextStream>
 
 #include <csignal>
@@ -57,6 +58,9 @@ int runStation(const station::CommandLine &line, int argc, char **argv)
     station::routeQtMessages();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("station"));
+    // The desktop entry, which gives the window its name and picture in a desktop's lists.
+    QApplication::setDesktopFileName(QStringLiteral("interactive-station"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("interactive-station")));
     QApplication::setStyle(QStringLiteral("fusion"));
     platform::MainQueue::attach();
     struct Detach

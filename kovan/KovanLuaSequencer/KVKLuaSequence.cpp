@@ -88,6 +88,7 @@ void KVKLuaSequence::start()
     try {
         // The thread holds what it uses: an observer may let go of the sequence while it is told of the end.
         m_run->thread = std::thread([shared = m_run] {
+            shared->observer.sequenceBegins();
             const KVKLuaEnd end = run(shared->description.scriptPath, shared->scope);
             shared->leave();
             tellEnd(shared->observer, end);

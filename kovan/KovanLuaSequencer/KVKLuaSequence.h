@@ -52,6 +52,8 @@ class KVKLuaSequenceObserver
 public:
     virtual ~KVKLuaSequenceObserver() = default;
 
+    /// The first word: the thread that calls is the sequence's until its end.
+    virtual void sequenceBegins() {}
     /// A call of a plug-in's function begins.
     virtual void sequenceCalls(const QString &name) = 0;
     /// It has ended, or was refused before it began.

@@ -47,6 +47,12 @@ void KVKExtensionStatusRelay::showMessage(const QString &message)
         handler(message);
 }
 
+void KVKExtensionStatusRelay::showPasses(qint64 maximum, const QList<qint64> &finished)
+{
+    if (const PassHandler handler = m_passHandler)
+        handler(maximum, finished);
+}
+
 void KVKExtensionStatusRelay::setWaitHandler(WaitHandler handler)
 {
     const std::lock_guard lock(m_waitMutex);
@@ -56,4 +62,9 @@ void KVKExtensionStatusRelay::setWaitHandler(WaitHandler handler)
 void KVKExtensionStatusRelay::setMessageHandler(MessageHandler handler)
 {
     m_messageHandler = std::move(handler);
+}
+
+void KVKExtensionStatusRelay::setPassHandler(PassHandler handler)
+{
+    m_passHandler = std::move(handler);
 }

@@ -17,7 +17,7 @@ struct KVKCallWait
 };
 
 /// Passes what plug-ins have to say about the station's status on to the host: which rows of the status table
-/// are to be highlighted, what a call waits for, and lines for the operator.
+/// are to be highlighted, what a call waits for, lines for the operator, and how far a loop is.
 ///
 /// Thread: the main thread, except where stated.
 class KVKExtensionStatusRelay
@@ -29,6 +29,8 @@ public:
     using WaitHandler = std::function<void(const KVKCallWait &wait)>;
     /// Receives a line for the operator.
     using MessageHandler = std::function<void(const QString &message)>;
+    /// Receives how many passes there are to be, and how many each group has finished, in the groups' order.
+    using PassHandler = std::function<void(qint64 maximum, const QList<qint64> &finished)>;
 
     [[nodiscard]] static KVKExtensionStatusRelay *sharedStatusRelay();
 
@@ -39,18 +41,23 @@ public:
     void callWaits(const KVKCallWait &wait);
     /// Asks the host to show a line to the operator, in its status bar or where it has one.
     void showMessage(const QString &message);
+    /// Tells how many passes the station is to run (below 2: no loop), and how many of them each group has
+    /// finished; whenever either changes.
+    void showPasses(qint64 maximum, const QList<qint64> &finished);
 
     /// Host: sets who follows the requests; an empty one drops them.
     void setHandler(Handler handler);
     /// Thread: any; a call under way may still be told to the former one.
     void setWaitHandler(WaitHandler handler);
     void setMessageHandler(MessageHandler handler);
+    void setPassHandler(PassHandler handler);
 
 private:
     void pass(quint64 systemIndex, bool highlighted) const;
 
     Handler m_handler;
     MessageHandler m_messageHandler;
+    PassHandler m_passHandler;
     std::mutex m_waitMutex;
     WaitHandler m_waitHandler;
 };

@@ -1,15 +1,10 @@
 #include "station/instruction/PaneMemory.h"
 
-#include <QDir>
-#include <QSettings>
-#include <QStandardPaths>
-#include <QVariant>
-
 namespace station {
 namespace {
 
-constexpr char WidthKey[] = "instruction/width";
-constexpr char FoldedKey[] = "instruction/folded";
+const QString WidthKey = QStringLiteral("instruction/width");
+const QString FoldedKey = QStringLiteral("instruction/folded");
 /// No screen is wider; a file may have been written by something else.
 constexpr int LargestWidth = 10'000;
 
@@ -17,15 +12,12 @@ constexpr int LargestWidth = 10'000;
 
 PaneMemory::PaneMemory(const QString &file)
     : m_file(file)
+    , m_folded(m_file.value(FoldedKey).toBool())
 {
-    if (m_file.isEmpty())
-        return;
-    const QSettings settings(m_file, QSettings::IniFormat);
     bool isNumber = false;
-    const int width = settings.value(QLatin1String(WidthKey)).toInt(&isNumber);
+    const int width = m_file.value(WidthKey).toInt(&isNumber);
     if (isNumber)
         m_width = qBound(LeastWidth, width, LargestWidth);
-    m_folded = settings.value(QLatin1String(FoldedKey)).toBool();
 }
 
 void PaneMemory::setWidth(int width)
@@ -34,7 +26,7 @@ void PaneMemory::setWidth(int width)
     if (bounded == m_width)
         return;
     m_width = bounded;
-    write(WidthKey, m_width);
+    m_file.keep(WidthKey, m_width);
 }
 
 void PaneMemory::setFolded(bool folded)
@@ -42,20 +34,7 @@ void PaneMemory::setFolded(bool folded)
     if (folded == m_folded)
         return;
     m_folded = folded;
-    write(FoldedKey, m_folded);
-}
-
-QString PaneMemory::usualFile()
-{
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return folder.isEmpty() ? QString()
-                            : QDir(folder).filePath(QStringLiteral("interactive-station/window.ini"));
-}
-
-void PaneMemory::write(const char *key, const QVariant &value) const
-{
-    if (!m_file.isEmpty())
-        QSettings(m_file, QSettings::IniFormat).setValue(QLatin1String(key), value);
+    m_file.keep(FoldedKey, m_folded);
 }
 
 } // namespace station

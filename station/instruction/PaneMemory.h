@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QString>
+#include "station/window/MemoryFile.h"
 
 namespace station {
 
-/// What a person has chosen for the instruction pane, kept in a file from one start of the station to the
-/// next.
+/// What a person has chosen for the instruction pane.
 ///
-/// Thread: the main thread. Errors: a file that cannot be read or written, or holds something else, counts as
-/// nothing that was chosen.
+/// Thread: the main thread.
 class PaneMemory
 {
 public:
@@ -24,13 +22,8 @@ public:
     [[nodiscard]] bool isFolded() const { return m_folded; }
     void setFolded(bool folded);
 
-    /// The file beside the user's other configurations.
-    [[nodiscard]] static QString usualFile();
-
 private:
-    void write(const char *key, const QVariant &value) const;
-
-    QString m_file;
+    MemoryFile m_file;
     int m_width = UsualWidth;
     bool m_folded = false;
 };

@@ -2,6 +2,7 @@
 
 #include "station/window/WindowLook.h"
 
+#include <QPainter>
 #include <QPixmap>
 
 namespace station {
@@ -11,14 +12,6 @@ constexpr int WarningPixels = 14;
 /// Of the longest edge of what is shown: memory that a zoom may take.
 constexpr int LongestShown = 4096;
 
-/// Amber under dark letters, as a line for the operator.
-QPalette warningPalette(QPalette palette)
-{
-    palette.setColor(QPalette::Window, QColor(255, 213, 79));
-    palette.setColor(QPalette::WindowText, QColor(20, 20, 24));
-    return palette;
-}
-
 } // namespace
 
 PictureLabel::PictureLabel(QWidget *parent)
@@ -27,7 +20,7 @@ PictureLabel::PictureLabel(QWidget *parent)
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     setFont(windowFont(WarningPixels));
-    setPalette(warningPalette(palette()));
+    setPalette(messagePalette(palette()));
     // Not that of what it lies on.
     setBackgroundRole(QPalette::Window);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -67,8 +60,12 @@ void PictureLabel::fit(int width, double zoom)
         return;
     m_shownSize = size;
     const double ratio = devicePixelRatioF();
-    QPixmap pixmap = QPixmap::fromImage(m_picture.image.scaled(
-        (QSizeF(size) * ratio).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    const QImage scaled = m_picture.image.scaled((QSizeF(size) * ratio).toSize(), Qt::IgnoreAspectRatio,
+                                                 Qt::SmoothTransformation);
+    QPixmap pixmap(scaled.size());
+    // Black lines on nothing are drawn for paper, and could not be seen on a dark pane.
+    pixmap.fill(Qt::white);
+    QPainter(&pixmap).drawImage(0, 0, scaled);
     pixmap.setDevicePixelRatio(ratio);
     setPixmap(pixmap);
     setFixedSize(size);

@@ -49,4 +49,10 @@ QList<KeyStroke> keyStrokes(const QString &text)
     return strokes;
 }
 
+KeyStroke keyStroke(Qt::Key key)
+{
+    const QString text = key == Qt::Key_Tab ? QStringLiteral("\t") : QStringLiteral("\r");
+    return {key, key == Qt::Key_Enter ? Qt::KeypadModifier : Qt::NoModifier, text};
+}
+
 } // namespace station

@@ -21,4 +21,7 @@ struct KeyStroke
 /// an upper-case letter is pressed with Shift, and any other character is a key that yields it.
 [[nodiscard]] QList<KeyStroke> keyStrokes(const QString &text);
 
+/// One of the keys that end a line or a field: Qt::Key_Return, Qt::Key_Tab, or Qt::Key_Enter of the keypad.
+[[nodiscard]] KeyStroke keyStroke(Qt::Key key);
+
 } // namespace station

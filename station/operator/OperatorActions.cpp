@@ -1,6 +1,7 @@
 #include "station/operator/OperatorActions.h"
 
 #include "platform/MainQueue.h"
+#include "station/operator/KeyStrokes.h"
 #include "station/operator/OperatorFailure.h"
 #include "station/operator/OperatorHands.h"
 #include "station/operator/ViewTree.h"
@@ -95,6 +96,15 @@ void OperatorActions::type(const QString &text)
 {
     takeWindow();
     MainQueue::sync([&] { OperatorHands(window()).type(text); });
+}
+
+void OperatorActions::scan(const QString &text)
+{
+    takeWindow();
+    const ScannerSettings &scanner = m_stage.scanner;
+    QList<KeyStroke> strokes = keyStrokes(scanner.prefix + text + scanner.suffix);
+    strokes.append(keyStroke(scanner.terminators.first()));
+    MainQueue::sync([&] { OperatorHands(window()).press(strokes); });
 }
 
 void OperatorActions::clickNow(const ClickTarget &target)

@@ -28,6 +28,8 @@ public:
     void waitForPanel(const QString &key, double seconds);
     void waitForPanelGone(const QString &key, double seconds);
     void type(const QString &text);
+    /// What the station's scanner sends when it has read the text.
+    void scan(const QString &text);
     void click(const ClickTarget &target);
     /// The tree below the plug-in's view, or below the first view with the identifier; nothing when there is
     /// none.

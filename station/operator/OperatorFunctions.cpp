@@ -37,7 +37,7 @@ int type(lua_State *state)
 
 int scan(lua_State *state)
 {
-    actionsOf(state).type(LuaArguments(state, "operator.scan").text(1, "text") + QLatin1Char('\n'));
+    actionsOf(state).scan(LuaArguments(state, "operator.scan").text(1, "text"));
     return 0;
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/ScrollView.h"
 #include "platform/View.h"
-#include "station/operator/KeyStrokes.h"
 #include "station/operator/OperatorFailure.h"
 #include "station/operator/ViewTree.h"
 
@@ -113,12 +112,12 @@ bool OperatorHands::takeWindow()
     return false;
 }
 
-void OperatorHands::type(const QString &text)
+void OperatorHands::press(const QList<KeyStroke> &strokes)
 {
     // To the window, as the window system does it: what is in the way of a key is then in its way here, too.
     // Watched, since a key may close it.
     const QPointer<QWindow> window = m_window->windowHandle();
-    for (const KeyStroke &stroke : keyStrokes(text)) {
+    for (const KeyStroke &stroke : strokes) {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             if (!window)
                 throw OperatorFailure(QStringLiteral("the station window went while keys were typed"));

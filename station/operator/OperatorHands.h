@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "station/operator/KeyStrokes.h"
 
 class QPoint;
 class QWidget;
@@ -23,7 +23,9 @@ public:
     /// Whether the window is the active one; asks for it when it is not.
     [[nodiscard]] bool takeWindow();
     /// Presses and releases the keys that enter the text, one straight after the other.
-    void type(const QString &text);
+    void type(const QString &text) { press(keyStrokes(text)); }
+    /// Presses and releases the keys, one straight after the other.
+    void press(const QList<KeyStroke> &strokes);
     /// Scrolls the view into sight when need be, and presses and releases the mouse's left button on its
     /// centre. Errors: the view is hidden, disabled, outside the window or covered (by what, the text says).
     void click(platform::View *view);

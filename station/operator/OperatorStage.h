@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/View.h"
+#include "station/scanner/ScannerSettings.h"
 
 #include <QPointer>
 
@@ -15,6 +16,8 @@ struct OperatorStage
     QPointer<platform::View> root;
     /// The plug-in's context, whose properties a script may ask for.
     QPointer<QObject> context;
+    /// What the operator's scanner sends.
+    ScannerSettings scanner = {};
 };
 
 } // namespace station

@@ -1,110 +1,47 @@
 #include "station/window/LogPane.h"
 
 #include "platform/MainQueue.h"
-#include "station/window/LineBreaks.h"
+#include "station/window/ErrorButton.h"
+#include "station/window/LogView.h"
+#include "station/window/WindowLook.h"
 
-#include <QFontDatabase>
-#include <QScrollBar>
-#include <QTextBlock>
-#include <QTime>
+#include <QComboBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QVBoxLayout>
 
-#include <deque>
-#include <mutex>
+#include <utility>
 
 namespace station {
 namespace {
 
 /// Lines that come in a burst are laid out once, and nobody sees the delay.
 constexpr int FlushMilliseconds = 30;
-constexpr int TextPixels = 12;
-/// A whole dictionary in one line would make the pane's layout slow and tell nobody more.
-constexpr int MaximumLineLength = 1000;
-
-QTextCharFormat formatOf(KVKLogLevel level)
-{
-    QTextCharFormat format;
-    switch (level) {
-    case KVKLogLevel::Debug:
-        format.setForeground(QColor(105, 105, 112));
-        break;
-    case KVKLogLevel::Error:
-        format.setForeground(QColor(190, 0, 20));
-        format.setFontWeight(QFont::Bold);
-        break;
-    case KVKLogLevel::Default:
-        format.setForeground(QColor(20, 20, 24));
-        break;
-    }
-    return format;
-}
-
-/// One log line is one line of the pane, whatever it holds.
-QString oneLine(const QString &message)
-{
-    const QString text =
-        message.size() > MaximumLineLength ? message.left(MaximumLineLength) + QChar(0x2026) : message;
-    return withoutLineBreaks(text, QString(QChar(0x23ce)));
-}
+constexpr int Letters = 13;
+constexpr int LineHeight = 30;
+constexpr int Margin = 4;
+constexpr int TextWidth = 150;
 
 } // namespace
 
-struct LogPane::Entry
-{
-    KVKLogLevel level;
-    QTime time;
-    QString text;
-};
-
-/// What was logged and is not in the pane yet. Thread: any.
-class LogPane::Backlog
-{
-public:
-    /// True when the pane has to be told that there is something.
-    bool add(Entry entry)
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_lines.push_back(std::move(entry));
-        if (m_lines.size() > static_cast<std::size_t>(MaximumLines)) {
-            m_lines.pop_front();
-            ++m_leftOut;
-        }
-        // Told once until the lines are fetched, however many come.
-        return !std::exchange(m_told, true);
-    }
-
-    /// Takes the oldest lines and how many were left out before them; `more` tells whether lines remain.
-    QList<Entry> take(qsizetype &leftOut, bool &more)
-    {
-        const std::scoped_lock lock(m_mutex);
-        QList<Entry> lines;
-        // A share at a time: keys and paint have their turn in between.
-        while (!m_lines.empty() && lines.size() < LinesAtOnce) {
-            lines.append(std::move(m_lines.front()));
-            m_lines.pop_front();
-        }
-        leftOut = std::exchange(m_leftOut, 0);
-        more = !m_lines.empty();
-        m_told = more;
-        return lines;
-    }
-
-private:
-    std::mutex m_mutex;
-    std::deque<Entry> m_lines;
-    qsizetype m_leftOut = 0;
-    bool m_told = false;
-};
-
-LogPane::LogPane(QWidget *parent)
-    : QPlainTextEdit(parent)
-    , m_backlog(std::make_shared<Backlog>())
+LogPane::LogPane(const QList<SystemRow> &systems, QWidget *parent)
+    : QWidget(parent)
+    , m_backlog(std::make_shared<LogBacklog>(MaximumLines, LinesAtOnce))
     , m_self(this)
 {
-    setLook();
+    setAccessibleName(QStringLiteral("Log"));
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    makeLine(systems);
+    m_view = new LogView(MaximumLines);
+    column->addWidget(m_view, 1);
+    setTabOrder(m_text, m_view);
+    setFolded(true);
     m_flushTimer.setSingleShot(true);
-    m_flushTimer.setInterval(FlushMilliseconds);
     connect(&m_flushTimer, &QTimer::timeout, this, &LogPane::flush);
-    followNewest();
     m_sink = KVKLogGetProxy()->addSink([this](const KVKLogProxy::Line &line) { take(line); });
 }
 
@@ -113,79 +50,176 @@ LogPane::~LogPane()
     KVKLogGetProxy()->removeSink(m_sink);
 }
 
-void LogPane::setLook()
+void LogPane::makeLine(const QList<SystemRow> &systems)
 {
-    QFont text = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    text.setPixelSize(TextPixels);
-    setFont(text);
-    setReadOnly(true);
-    setAccessibleName(QStringLiteral("Log"));
-    setUndoRedoEnabled(false);
-    setLineWrapMode(QPlainTextEdit::NoWrap);
-    setMaximumBlockCount(MaximumLines);
-    setFrameShape(QFrame::NoFrame);
-    // A click into the log must not take the focus from the field that is being scanned into.
-    setFocusPolicy(Qt::NoFocus);
+    auto *line = new QWidget;
+    line->setFixedHeight(LineHeight);
+    auto *row = new QHBoxLayout(line);
+    row->setContentsMargins(Margin, 0, Margin, 0);
+    row->setSpacing(Margin);
+    m_fold = new QToolButton;
+    m_fold->setObjectName(QStringLiteral("foldLog"));
+    m_fold->setFont(windowFont(Letters));
+    m_fold->setAutoRaise(true);
+    // A click must not take the focus from the field that is being scanned into.
+    m_fold->setFocusPolicy(Qt::TabFocus);
+    connect(m_fold, &QToolButton::clicked, this, [this] { setFolded(!m_folded); });
+    m_errors = new ErrorButton;
+    connect(m_errors, &ErrorButton::clicked, this, &LogPane::acknowledge);
+    makeFilters(systems);
+    row->addWidget(m_fold);
+    row->addWidget(m_errors, 1);
+    row->addStretch(0);
+    row->addWidget(m_filters);
+    layout()->addWidget(line);
 }
 
-/// The bar's range changes when lines come, and once more when a long one brings the other scroll bar, which
-/// takes a line of the pane's height: the pane follows whichever it is, until the reader moves the bar.
-void LogPane::followNewest()
+void LogPane::makeFilters(const QList<SystemRow> &systems)
 {
-    QScrollBar *bar = verticalScrollBar();
-    connect(bar, &QScrollBar::valueChanged, this,
-            [this, bar](int value) { m_follows = value == bar->maximum(); });
-    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int newest) {
-        if (m_follows)
-            bar->setValue(newest);
-    });
+    m_filters = new QWidget;
+    auto *row = new QHBoxLayout(m_filters);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Margin);
+    m_level = new QComboBox;
+    m_level->addItem(QStringLiteral("All levels"), static_cast<int>(KVKLogLevel::Debug));
+    m_level->addItem(QStringLiteral("Without debug"), static_cast<int>(KVKLogLevel::Default));
+    m_level->addItem(QStringLiteral("Errors"), static_cast<int>(KVKLogLevel::Error));
+    m_system = new QComboBox;
+    m_system->addItem(QStringLiteral("All systems"), LogFilter::AllSystems);
+    for (const SystemRow &system : systems)
+        m_system->addItem(
+            QStringLiteral("System %1 (%2 %3)").arg(system.index).arg(system.group, system.slotName),
+            system.index);
+    m_text = new QLineEdit;
+    m_text->setPlaceholderText(QStringLiteral("Text to look for"));
+    m_text->setClearButtonEnabled(true);
+    m_text->setFixedWidth(TextWidth);
+    m_level->setAccessibleName(QStringLiteral("Level of the log's lines"));
+    m_system->setAccessibleName(QStringLiteral("System of the log's lines"));
+    m_text->setAccessibleName(QStringLiteral("Text in the log's lines"));
+    for (QComboBox *box : {m_level, m_system}) {
+        box->setFocusPolicy(Qt::TabFocus);
+        connect(box, &QComboBox::currentIndexChanged, this, &LogPane::applyFilter);
+    }
+    connect(m_text, &QLineEdit::textChanged, this, &LogPane::applyFilter);
+    for (QWidget *widget : {static_cast<QWidget *>(m_level), static_cast<QWidget *>(m_system),
+                            static_cast<QWidget *>(m_text)}) {
+        widget->setFont(windowFont(Letters));
+        row->addWidget(widget);
+    }
 }
 
-QSize LogPane::sizeHint() const
+void LogPane::setFolded(bool folded)
 {
-    return {600, 130};
+    const bool isNew = std::exchange(m_folded, folded) != folded;
+    m_fold->setText(folded ? QStringLiteral("\u25b8 Log") : QStringLiteral("\u25be Log"));
+    const QString name = folded ? QStringLiteral("Show the log") : QStringLiteral("Fold the log");
+    m_fold->setAccessibleName(name);
+    m_fold->setToolTip(name + QStringLiteral(" (Ctrl+L)"));
+    m_filters->setVisible(!folded);
+    m_view->setVisible(!folded);
+    setMinimumHeight(folded ? LineHeight : LineHeight + m_view->minimumSizeHint().height());
+    setMaximumHeight(folded ? LineHeight : QWIDGETSIZE_MAX);
+    if (isNew)
+        Q_EMIT foldChanged(folded);
 }
 
-QSize LogPane::minimumSizeHint() const
+int LogPane::foldedHeight() const
 {
-    return {200, 60};
+    return LineHeight;
+}
+
+void LogPane::forgetErrors()
+{
+    m_backlog->forgetErrors();
+    m_errors->forget();
+}
+
+/// Whoever wants to know more of an error finds it in the lines.
+void LogPane::acknowledge()
+{
+    m_errors->forget();
+    setFolded(false);
+}
+
+void LogPane::applyFilter()
+{
+    const LogFilter filter{static_cast<KVKLogLevel>(m_level->currentData().toInt()),
+                           m_system->currentData().toInt(), m_text->text()};
+    if (std::exchange(m_filter, filter) != filter)
+        writeAnew();
+}
+
+void LogPane::writeAnew()
+{
+    m_view->empty();
+    m_toWrite.clear();
+    for (const LogLine &line : m_kept) {
+        if (m_filter.passes(line))
+            m_toWrite.push_back(line);
+    }
+    flush();
+}
+
+void LogPane::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    // Lines have the colours of the palette that they were written in.
+    if (event->type() == QEvent::PaletteChange && m_view)
+        QMetaObject::invokeMethod(this, &LogPane::writeAnew, Qt::QueuedConnection);
 }
 
 void LogPane::take(const KVKLogProxy::Line &line)
 {
-    if (!m_backlog->add({line.level, QTime::currentTime(), oneLine(line.message)}))
+    if (!m_backlog->add(line.level, line.message))
         return;
     platform::MainQueue::async([pane = m_self] {
         if (pane)
-            pane->m_flushTimer.start();
+            pane->m_flushTimer.start(FlushMilliseconds);
     });
 }
 
-void LogPane::flush()
+void LogPane::keep(LogLine line)
 {
-    qsizetype leftOut = 0;
-    bool more = false;
-    const QList<Entry> lines = m_backlog->take(leftOut, more);
-    write(lines, leftOut);
-    if (more)
-        m_flushTimer.start();
+    m_kept.push_back(std::move(line));
+    if (m_kept.size() > static_cast<std::size_t>(MaximumLines))
+        m_kept.pop_front();
 }
 
-void LogPane::write(const QList<Entry> &lines, qsizetype leftOut)
+/// What the view has to show anew goes before what is new.
+void LogPane::flush()
 {
-    QTextCursor cursor(document());
-    cursor.movePosition(QTextCursor::End);
-    cursor.beginEditBlock();
-    const auto writeLine = [&](KVKLogLevel level, const QString &text) {
-        if (!document()->isEmpty())
-            cursor.insertBlock();
-        cursor.insertText(text, formatOf(level));
-    };
-    if (leftOut > 0)
-        writeLine(KVKLogLevel::Default, QStringLiteral("… %1 lines left out here …").arg(leftOut));
-    for (const Entry &line : lines)
-        writeLine(line.level, line.time.toString(QStringLiteral("HH:mm:ss.zzz  ")) + line.text);
-    cursor.endEditBlock();
+    if (m_toWrite.empty()) {
+        takeShare();
+        return;
+    }
+    QList<LogLine> lines;
+    while (!m_toWrite.empty() && lines.size() < LinesAtOnce) {
+        lines.append(std::move(m_toWrite.front()));
+        m_toWrite.pop_front();
+    }
+    m_view->write(lines);
+    m_flushTimer.start(m_toWrite.empty() ? FlushMilliseconds : 0);
+}
+
+void LogPane::takeShare()
+{
+    LogBacklog::Share share = m_backlog->take();
+    m_errors->add(share.errors, share.newestError);
+    if (share.leftOut > 0)
+        share.lines.prepend({KVKLogLevel::Default,
+                             {},
+                             QStringLiteral("\u2026 %1 lines left out here \u2026").arg(share.leftOut),
+                             {}});
+    QList<LogLine> seen;
+    for (const LogLine &line : std::as_const(share.lines)) {
+        keep(line);
+        if (m_filter.passes(line))
+            seen.append(line);
+    }
+    m_view->write(seen);
+    if (share.more)
+        m_flushTimer.start(FlushMilliseconds);
 }
 
 } // namespace station

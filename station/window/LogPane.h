@@ -1,23 +1,33 @@
 #pragma once
 
-#include "kovan/KovanLogging/KVKLogging.h"
+#include "station/window/LogBacklog.h"
+#include "station/window/LogLine.h"
+#include "station/window/SystemRow.h"
 
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QTimer>
+#include <QWidget>
 
+#include <deque>
 #include <memory>
+
+class QComboBox;
+class QLineEdit;
+class QToolButton;
 
 namespace station {
 
-/// The last lines of the log proxy, coloured by level, the newest below and in sight, unless the reader has
-/// scrolled away from it.
+class ErrorButton;
+class LogView;
+
+/// The last lines of the log proxy, which can be filtered by level, system and text, and folded to one line;
+/// that line shows the errors until somebody has acknowledged them or the next run begins.
 ///
 /// Lines are collected on the threads that log and put into the pane some at a time, so that the window stays
 /// responsive however much is logged; lines that would have scrolled out of the pane before they were seen
-/// are left out, with a line that says how many. Thread: the main thread; lines come from any. Requires:
-/// platform::MainQueue is attached.
-class LogPane : public QPlainTextEdit
+/// are left out, with a line that says how many. Filters choose among the lines that the pane keeps. Thread:
+/// the main thread; lines come from any. Requires: platform::MainQueue is attached.
+class LogPane : public QWidget
 {
     Q_OBJECT
 public:
@@ -25,27 +35,61 @@ public:
     static constexpr int MaximumLines = 3000;
     static constexpr int LinesAtOnce = 300;
 
-    explicit LogPane(QWidget *parent = nullptr);
+    explicit LogPane(const QList<SystemRow> &systems = {}, QWidget *parent = nullptr);
     ~LogPane() override;
 
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override;
+    /// What tells the systems that a logging thread works for.
+    void setOwners(LogBacklog::Owners owners) { m_backlog->setOwners(std::move(owners)); }
+    /// The errors so far are those of an earlier run.
+    void forgetErrors();
+
+    [[nodiscard]] bool isFolded() const { return m_folded; }
+    void setFolded(bool folded);
+    /// The height of the one line that is left when it is folded.
+    [[nodiscard]] int foldedHeight() const;
+    [[nodiscard]] const LogFilter &filter() const { return m_filter; }
+
+    [[nodiscard]] LogView *view() const { return m_view; }
+    [[nodiscard]] ErrorButton *errorButton() const { return m_errors; }
+    [[nodiscard]] QToolButton *foldButton() const { return m_fold; }
+    [[nodiscard]] QComboBox *levelBox() const { return m_level; }
+    [[nodiscard]] QComboBox *systemBox() const { return m_system; }
+    [[nodiscard]] QLineEdit *textField() const { return m_text; }
+
+signals:
+    /// Somebody has folded or unfolded it.
+    void foldChanged(bool folded);
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
-    class Backlog;
-    struct Entry;
-
-    void setLook();
-    void followNewest();
+    void makeLine(const QList<SystemRow> &systems);
+    void makeFilters(const QList<SystemRow> &systems);
+    void acknowledge();
+    void applyFilter();
+    void writeAnew();
     void take(const KVKLogProxy::Line &line);
     void flush();
-    void write(const QList<Entry> &lines, qsizetype leftOut);
+    void takeShare();
+    void keep(LogLine line);
 
-    std::shared_ptr<Backlog> m_backlog;
+    std::shared_ptr<LogBacklog> m_backlog;
     QPointer<LogPane> m_self; ///< Made here once; the logging threads copy it.
+    std::deque<LogLine> m_kept;
+    std::deque<LogLine> m_toWrite; ///< Kept ones that the view has to show anew.
+    LogFilter m_filter;
     QTimer m_flushTimer;
-    bool m_follows = true; ///< Whether the newest line is kept in sight.
+    bool m_folded = true;
     KVKLogProxy::SinkId m_sink = 0;
+
+    LogView *m_view = nullptr;
+    QToolButton *m_fold = nullptr;
+    ErrorButton *m_errors = nullptr;
+    QWidget *m_filters = nullptr;
+    QComboBox *m_level = nullptr;
+    QComboBox *m_system = nullptr;
+    QLineEdit *m_text = nullptr;
 };
 
 } // namespace station

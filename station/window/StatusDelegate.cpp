@@ -2,81 +2,113 @@
 
 #include "station/window/BadgeText.h"
 #include "station/window/Contrast.h"
+#include "station/window/StateSign.h"
 #include "station/window/StatusModel.h"
 
 #include <QBrush>
+#include <QFontInfo>
 #include <QPainter>
 
 namespace station {
 namespace {
 
 constexpr int FrameWidth = 3;
-constexpr int TextMargin = 4;
-constexpr QMargins AroundBadge{4, 5, 6, 6};
-constexpr QMargins InBadge{7, 0, 5, 0};
-constexpr int AboveAndBelowBadgeText = 3;
-constexpr int BesideBadgeText = AroundBadge.left() + AroundBadge.right() + InBadge.left() + InBadge.right();
+constexpr int TextMargin = 6;
+constexpr QMargins AroundBadge{4, 3, 6, 4};
+constexpr QMargins InBadge{8, 1, 8, 1};
+constexpr int AfterSign = 7;
+constexpr double SmallLetters = 0.8;
+constexpr double SignPerLetter = 0.8;
 constexpr int LeastTextWidth = 20;
+/// More than a cell can show: a longer text is not measured to its end.
+constexpr int MostCharacters = 500;
 
-QFont bold(QFont font)
+int signSize(const QFont &font)
 {
-    font.setBold(true);
-    return font;
+    return static_cast<int>(QFontInfo(font).pixelSize() * SignPerLetter);
 }
 
-QFont cellFont(const QStyleOptionViewItem &option, bool bold)
+/// What stands beside the badge's texts.
+int besideBadgeText()
 {
-    QFont font = option.font;
-    font.setBold(bold);
-    return font;
+    return AroundBadge.left() + AroundBadge.right() + InBadge.left() + InBadge.right();
 }
 
-/// The row's colour as it is seen: a translucent one lies on white.
-QColor rowColor(const QModelIndex &index)
+/// Of what the state is about, below its word.
+QFont aboutFont(const QFont &viewFont)
 {
-    const QVariant background = index.data(Qt::BackgroundRole);
-    if (!background.isValid())
-        return Qt::white;
-    const QColor color = background.value<QBrush>().color();
-    const auto onWhite = [alpha = color.alphaF()](float part) { return part * alpha + 1.0F - alpha; };
-    return QColor::fromRgbF(onWhite(color.redF()), onWhite(color.greenF()), onWhite(color.blueF()));
+    return StatusDelegate::cellFont(viewFont, StatusModel::AboutColumn);
 }
 
-void paintBackground(QPainter *painter, const QRect &rect, const QModelIndex &index)
+QString oneLine(QString text)
 {
-    painter->fillRect(rect, rowColor(index));
-    painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), QColor(0, 0, 0, 40));
+    if (text.size() > MostCharacters)
+        text = text.left(MostCharacters) + QChar(0x2026);
+    return text.replace(QLatin1Char('\n'), QLatin1Char(' '));
 }
 
-void paintText(QPainter *painter, const QRect &rect, const QColor &color, const QString &text, int alignment)
+void paintBackground(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index)
 {
+    const QColor base = option.palette.color(QPalette::Base);
+    painter->fillRect(option.rect, StatusDelegate::rowColor(index, base));
+    QColor line = option.palette.color(QPalette::Text);
+    line.setAlpha(40);
+    painter->fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1), line);
+}
+
+void paintText(QPainter *painter, const QRect &rect, const QModelIndex &index, const QColor &color)
+{
+    const bool isShort =
+        index.column() < StatusModel::StateColumn || index.column() == StatusModel::TimeColumn;
     painter->setPen(color);
-    const QString shown = painter->fontMetrics().elidedText(text, Qt::ElideRight, rect.width());
-    painter->drawText(rect, alignment | Qt::AlignVCenter, shown);
-}
-
-void paintBadge(QPainter *painter, const QRect &rect, const QModelIndex &index)
-{
-    const auto state = static_cast<SystemState>(index.data(StatusModel::StateRole).toInt());
-    const QRect badge = rect.marginsRemoved(AroundBadge);
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(QColor(255, 255, 255, 150), 1.0));
-    painter->setBrush(StatusDelegate::badgeColor(state));
-    painter->drawRoundedRect(badge, 5.0, 5.0);
-    painter->setPen(StatusDelegate::badgeTextColor());
-    BadgeText(index.data().toString(), painter->font()).draw(painter, badge.marginsRemoved(InBadge));
+    const BadgeText wrapped(index.data().toString(), painter->font());
+    // What a state is about makes its row as high as it needs; an answer takes the lines that there are.
+    if (index.column() == StatusModel::AboutColumn ||
+        (index.column() == StatusModel::AnswerColumn && wrapped.heightFor(rect.width()) <= rect.height())) {
+        wrapped.draw(painter, rect);
+        return;
+    }
+    const QString shown =
+        painter->fontMetrics().elidedText(oneLine(index.data().toString()), Qt::ElideRight, rect.width());
+    painter->drawText(rect, (isShort ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter, shown);
 }
 
 /// The frame runs along the whole row; each cell paints its piece of it.
-void paintFrame(QPainter *painter, const QRect &rect, const QModelIndex &index)
+void paintFrame(QPainter *painter, const QRect &rect, bool isFirst, bool isLast)
 {
     const QColor color = StatusDelegate::highlightColor();
     painter->fillRect(QRect(rect.left(), rect.top(), rect.width(), FrameWidth), color);
     painter->fillRect(QRect(rect.left(), rect.bottom() - FrameWidth + 1, rect.width(), FrameWidth), color);
-    if (index.column() == StatusModel::IndexColumn)
+    if (isFirst)
         painter->fillRect(QRect(rect.left(), rect.top(), 2 * FrameWidth, rect.height()), color);
-    if (index.column() == StatusModel::StateColumn)
+    if (isLast)
         painter->fillRect(QRect(rect.right() - FrameWidth + 1, rect.top(), FrameWidth, rect.height()), color);
+}
+
+/// Sign and word in one line, and below it what the state is about where the cell says all.
+void paintBadge(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index,
+                const QString &about)
+{
+    const auto state = static_cast<SystemState>(index.data(StatusModel::StateRole).toInt());
+    const QRect badge = option.rect.marginsRemoved(AroundBadge);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(QColor(255, 255, 255, 150), 1.0));
+    painter->setBrush(StatusDelegate::badgeColor(state));
+    painter->drawRoundedRect(badge, 5.0, 5.0);
+    QRect word = badge.marginsRemoved(InBadge);
+    if (!about.isEmpty())
+        word.setHeight(QFontMetrics(painter->font()).height());
+    const int size = signSize(painter->font());
+    const QRectF sign(word.left(), word.center().y() - size / 2.0 + 1.0, size, size);
+    painter->fillPath(stateSign(state, sign), StatusDelegate::badgeTextColor());
+    painter->setPen(StatusDelegate::badgeTextColor());
+    painter->drawText(word.adjusted(size + AfterSign, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                      index.data().toString());
+    if (about.isEmpty())
+        return;
+    QRect below = badge.marginsRemoved(InBadge);
+    below.setTop(word.bottom() + 1);
+    BadgeText(about, aboutFont(option.font)).draw(painter, below);
 }
 
 } // namespace
@@ -111,25 +143,72 @@ QColor StatusDelegate::badgeTextColor()
     return Qt::white;
 }
 
-QColor StatusDelegate::textColor(const QModelIndex &index)
+QColor StatusDelegate::rowColor(const QModelIndex &index, const QColor &base)
+{
+    const QVariant background = index.data(Qt::BackgroundRole);
+    if (!background.isValid())
+        return base;
+    // A translucent colour lies on the table's own.
+    const QColor color = background.value<QBrush>().color();
+    const auto onBase = [alpha = color.alphaF()](float part, float below) {
+        return part * alpha + below * (1.0F - alpha);
+    };
+    return QColor::fromRgbF(onBase(color.redF(), base.redF()), onBase(color.greenF(), base.greenF()),
+                            onBase(color.blueF(), base.blueF()));
+}
+
+QColor StatusDelegate::textColor(const QModelIndex &index, const QColor &base, const QColor &text)
 {
     const QVariant foreground = index.data(Qt::ForegroundRole);
-    QColor wanted = foreground.isValid() ? foreground.value<QBrush>().color() : QColor(Qt::black);
+    QColor wanted = foreground.isValid() ? foreground.value<QBrush>().color() : text;
     // Contrast is reckoned with the colour as it is seen; a translucent one would be seen as another.
     wanted.setAlpha(255);
-    return readableOn(rowColor(index), wanted);
+    return readableOn(rowColor(index, base), wanted);
 }
 
-int StatusDelegate::badgeHeight(const QString &text, const QFont &font, int columnWidth)
+QFont StatusDelegate::cellFont(const QFont &viewFont, int column, bool highlighted)
 {
-    const int above = AroundBadge.top() + AroundBadge.bottom() + AboveAndBelowBadgeText;
-    return BadgeText(text, bold(font)).heightFor(qMax(columnWidth - BesideBadgeText, LeastTextWidth)) + above;
+    QFont font = viewFont;
+    const bool isLarge = column == StatusModel::SlotColumn || column == StatusModel::StateColumn;
+    font.setBold(highlighted || isLarge);
+    if (!isLarge)
+        font.setPixelSize(static_cast<int>(QFontInfo(viewFont).pixelSize() * SmallLetters));
+    return font;
 }
 
-int StatusDelegate::badgeWidth(const QString &text, const QFont &font, BadgeLines lines)
+int StatusDelegate::badgeWidth(const QFont &viewFont)
 {
-    const BadgeText badge(text, bold(font));
-    return (lines == BadgeLines::One ? badge.width() : badge.widthOfTwoLines()) + BesideBadgeText;
+    const QFont font = cellFont(viewFont, StatusModel::StateColumn);
+    const QFontMetrics metrics(font);
+    int widest = 0;
+    for (const SystemState state :
+         {SystemState::Idle, SystemState::Running, SystemState::Waiting, SystemState::Passed,
+          SystemState::Failed, SystemState::Erred, SystemState::Stopped})
+        widest = qMax(widest, metrics.horizontalAdvance(stateText(state)));
+    return widest + signSize(font) + AfterSign + besideBadgeText();
+}
+
+int StatusDelegate::badgeHeight(const QString &about, const QFont &viewFont, int columnWidth)
+{
+    const int around = AroundBadge.top() + AroundBadge.bottom() + InBadge.top() + InBadge.bottom();
+    const int word = QFontMetrics(cellFont(viewFont, StatusModel::StateColumn)).height();
+    if (about.isEmpty())
+        return word + around;
+    const int width = qMax(columnWidth - besideBadgeText(), LeastTextWidth);
+    return word + BadgeText(about, aboutFont(viewFont)).heightFor(width) + around + 1;
+}
+
+int StatusDelegate::textWidth(const QString &text, const QFont &viewFont, int column)
+{
+    // In bold, as in a row that is highlighted.
+    return QFontMetrics(cellFont(viewFont, column, true)).horizontalAdvance(oneLine(text)) + 2 * TextMargin +
+           1;
+}
+
+int StatusDelegate::textHeight(const QString &text, const QFont &viewFont, int column, int columnWidth)
+{
+    const int width = qMax(columnWidth - 2 * TextMargin, LeastTextWidth);
+    return BadgeText(text, cellFont(viewFont, column)).heightFor(width) + 2 * FrameWidth + 2;
 }
 
 void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -137,16 +216,18 @@ void StatusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
 {
     painter->save();
     const bool highlighted = index.data(StatusModel::HighlightRole).toBool();
-    painter->setFont(cellFont(option, highlighted || index.column() == StatusModel::StateColumn));
-    paintBackground(painter, option.rect, index);
+    painter->setFont(cellFont(option.font, index.column(), highlighted));
+    paintBackground(painter, option, index);
     if (index.column() == StatusModel::StateColumn) {
-        paintBadge(painter, option.rect, index);
+        const QModelIndex about = index.siblingAtColumn(StatusModel::AboutColumn);
+        paintBadge(painter, option, index, m_stateSaysAll ? about.data().toString() : QString());
     } else {
-        paintText(painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), textColor(index),
-                  index.data().toString(), Qt::AlignHCenter);
+        paintText(
+            painter, option.rect.adjusted(TextMargin, 0, -TextMargin, 0), index,
+            textColor(index, option.palette.color(QPalette::Base), option.palette.color(QPalette::Text)));
     }
     if (highlighted)
-        paintFrame(painter, option.rect, index);
+        paintFrame(painter, option.rect, index.column() == m_firstColumn, index.column() == m_lastColumn);
     painter->restore();
 }
 

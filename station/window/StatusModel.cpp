@@ -3,10 +3,13 @@
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "station/window/PlainToolTip.h"
+#include "station/window/TimeText.h"
 
 #include <QBrush>
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace station {
 namespace {
@@ -30,7 +33,9 @@ StatusModel::StatusModel(const QList<SystemRow> &systems, QObject *parent)
     : QAbstractTableModel(parent)
 {
     for (const SystemRow &system : systems)
-        m_rows.append({system, SystemState::Idle, {}, 0});
+        m_rows.append({system, SystemState::Idle, {}, {}, {}, {}, 0});
+    m_tick.setInterval(std::chrono::seconds(1));
+    connect(&m_tick, &QTimer::timeout, this, &StatusModel::showTimes);
 }
 
 int StatusModel::rowOf(qint64 systemIndex) const
@@ -45,11 +50,52 @@ int StatusModel::rowOf(qint64 systemIndex) const
 void StatusModel::setState(int systemIndex, SystemState state, const QString &about)
 {
     const int row = rowOf(systemIndex);
-    if (row < 0)
+    if (row < 0 || (m_rows[row].state == state && m_rows[row].about == about))
         return;
     m_rows[row].state = state;
     m_rows[row].about = about;
-    rowChanged(row);
+    m_rows[row].since = m_clock();
+    changed(row, 0, ColumnCount - 1);
+}
+
+void StatusModel::setSequence(int systemIndex, const QString &scripts)
+{
+    const int row = rowOf(systemIndex);
+    if (row < 0 || m_rows[row].sequence == scripts)
+        return;
+    m_rows[row].sequence = scripts;
+    changed(row, SequenceColumn, SequenceColumn);
+}
+
+void StatusModel::setAnswer(int systemIndex, const QString &answer)
+{
+    const int row = rowOf(systemIndex);
+    if (row < 0 || m_rows[row].answer == answer)
+        return;
+    m_rows[row].answer = answer;
+    changed(row, AnswerColumn, AnswerColumn);
+}
+
+void StatusModel::setRunning(bool running)
+{
+    if (std::exchange(m_running, running) == running)
+        return;
+    if (running) {
+        m_hasRun = true;
+        for (Row &row : m_rows)
+            row.since = m_clock();
+        m_tick.start();
+    } else {
+        m_end = m_clock();
+        m_tick.stop();
+    }
+    showTimes();
+}
+
+void StatusModel::showTimes()
+{
+    if (!m_rows.isEmpty())
+        Q_EMIT dataChanged(index(0, TimeColumn), index(rowCount() - 1, TimeColumn));
 }
 
 void StatusModel::setHighlighted(quint64 systemIndex, bool highlighted)
@@ -61,12 +107,12 @@ void StatusModel::setHighlighted(quint64 systemIndex, bool highlighted)
         return;
     int &highlights = m_rows[row].highlights;
     highlights = highlighted ? highlights + 1 : qMax(0, highlights - 1);
-    rowChanged(row);
+    changed(row, 0, ColumnCount - 1);
 }
 
-void StatusModel::rowChanged(int row)
+void StatusModel::changed(int row, int firstColumn, int lastColumn)
 {
-    Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    Q_EMIT dataChanged(index(row, firstColumn), index(row, lastColumn));
 }
 
 int StatusModel::rowCount(const QModelIndex &parent) const
@@ -79,7 +125,16 @@ int StatusModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : static_cast<int>(ColumnCount);
 }
 
-QString StatusModel::textOf(const Row &row, int column)
+/// A system that nothing runs for has no time.
+QString StatusModel::timeOf(const Row &row) const
+{
+    if (!m_hasRun || row.state == SystemState::Idle)
+        return {};
+    const auto until = m_running ? m_clock() : std::max(m_end, row.since);
+    return timeText(std::chrono::duration_cast<std::chrono::seconds>(until - row.since));
+}
+
+QString StatusModel::textOf(const Row &row, int column) const
 {
     switch (column) {
     case IndexColumn:
@@ -88,8 +143,16 @@ QString StatusModel::textOf(const Row &row, int column)
         return row.system.group;
     case SlotColumn:
         return row.system.slotName;
+    case AboutColumn:
+        return row.about;
+    case TimeColumn:
+        return timeOf(row);
+    case AnswerColumn:
+        return row.answer;
+    case SequenceColumn:
+        return row.sequence;
     default:
-        return stateText(row.state, row.about);
+        return stateText(row.state);
     }
 }
 
@@ -102,7 +165,11 @@ QVariant StatusModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return textOf(row, index.column());
     case Qt::ToolTipRole:
-        return plainToolTip(textOf(row, index.column()));
+        // The state's column says all of it where there is no room for another.
+        return plainToolTip(index.column() == StateColumn ? stateText(row.state, row.about)
+                                                          : textOf(row, index.column()));
+    case WholeStateRole:
+        return stateText(row.state, row.about);
     case Qt::BackgroundRole:
     case Qt::ForegroundRole:
         return systemColor(row.system.index, role);
@@ -126,6 +193,14 @@ QVariant StatusModel::headerData(int section, Qt::Orientation orientation, int r
         return QStringLiteral("Group");
     case SlotColumn:
         return QStringLiteral("Slot");
+    case AboutColumn:
+        return QStringLiteral("Waits for / why");
+    case TimeColumn:
+        return QStringLiteral("Time");
+    case AnswerColumn:
+        return QStringLiteral("Last answer");
+    case SequenceColumn:
+        return QStringLiteral("Sequence");
     default:
         return QStringLiteral("State");
     }

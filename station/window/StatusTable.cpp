@@ -1,94 +1,269 @@
 #include "station/window/StatusTable.h"
 
+#include <QAction>
 #include <QHeaderView>
+#include <QMenu>
 #include <QScrollBar>
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <utility>
 
 namespace station {
 namespace {
 
-constexpr int RowHeight = 36;
-constexpr int TextPixels = 16;
-constexpr int ColumnPadding = 4;
-constexpr int WidestColumn = 140;
-constexpr int WidestMinimum = 320;
+/// Of slot and state, the largest first.
+constexpr std::array<int, 4> Letters{26, 23, 20, 18};
+constexpr int HeaderPixels = 12;
+constexpr int LeastRowHeight = 36;
+constexpr double RowPerLetter = 1.9;
+constexpr int WidestName = 140;
+constexpr int WidestMinimum = 330;
+constexpr int LeastColumn = 20;
 constexpr int VisibleRows = 8;
-/// The longest state of a run in which all goes well: rows keep their height while it comes and goes.
-const QString LongestState = stateText(SystemState::Waiting, QStringLiteral("the operator"));
+/// The longest wait of a run in which all goes well: rows keep their height while it comes and goes.
+const QString LongestWait = QStringLiteral("the operator");
+/// What an answer and a script's name usually take.
+const QString UsualAnswer = QStringLiteral("SN26000001 \u00b7 OK");
+const QString UsualScript = QStringLiteral("sequence.lua");
+const QString FewLetters = QStringLiteral("SN260001");
+const QString LongestUsualTime = QStringLiteral("88:88");
+
+QFont withPixels(QFont font, int pixels)
+{
+    font.setPixelSize(pixels);
+    return font;
+}
+
+int leastOf(const QList<ColumnWish> &wishes)
+{
+    return std::accumulate(wishes.cbegin(), wishes.cend(), 0,
+                           [](int sum, const ColumnWish &wish) { return sum + wish.least; });
+}
 
 } // namespace
 
 StatusTable::StatusTable(const QList<SystemRow> &systems, QWidget *parent)
     : QTableView(parent)
     , m_model(new StatusModel(systems, this))
+    , m_delegate(new StatusDelegate(this))
 {
     setModel(m_model);
-    setItemDelegate(new StatusDelegate(this));
+    setItemDelegate(m_delegate);
     setAccessibleName(QStringLiteral("Systems"));
     setLook();
-    connect(m_model, &StatusModel::dataChanged, this,
-            [this](const QModelIndex &first, const QModelIndex &last) { fitRows(first.row(), last.row()); });
+    follow();
 }
 
 void StatusTable::setLook()
 {
-    QFont text = font();
-    text.setPixelSize(TextPixels);
-    setFont(text);
-    setFocusPolicy(Qt::NoFocus);
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setFocusPolicy(Qt::TabFocus);
+    setTabKeyNavigation(false);
     setShowGrid(false);
+    setWordWrap(false);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
-    verticalHeader()->setDefaultSectionSize(RowHeight);
-    verticalHeader()->setMinimumSectionSize(RowHeight);
-    horizontalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
-    horizontalHeader()->setMinimumSectionSize(40);
-    resizeColumnsToContents();
-    for (int column = 0; column < StatusModel::StateColumn; ++column)
-        setColumnWidth(column, qMin(columnWidth(column) + ColumnPadding, WidestColumn));
-    fitState();
+    QHeaderView *header = horizontalHeader();
+    header->setFont(withPixels(font(), HeaderPixels));
+    header->setSectionsClickable(false);
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignCenter);
+    header->setMinimumSectionSize(LeastColumn);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    setLetters(Letters.back());
+}
+
+void StatusTable::follow()
+{
+    connect(m_model, &StatusModel::dataChanged, this,
+            [this](const QModelIndex &first, const QModelIndex &last) {
+                // Times change each second, and no row for them.
+                if (first.column() <= StatusModel::AboutColumn)
+                    fitRows(first.row(), last.row());
+            });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int column, int, int width) { columnResized(column, width); });
+    connect(horizontalHeader(), &QWidget::customContextMenuRequested, this, &StatusTable::showColumnMenu);
+}
+
+void StatusTable::rememberIn(const QString &file)
+{
+    m_columns = ColumnMemory(file);
+    share();
+}
+
+void StatusTable::columnResized(int column, int width)
+{
+    if (m_isSharing || width == 0)
+        return;
+    m_columns.setWidth(static_cast<StatusModel::Column>(column), width);
+    share();
+}
+
+void StatusTable::fillColumnMenu(QMenu *menu)
+{
+    menu->clear();
+    for (int number = 0; number < StatusModel::ColumnCount; ++number) {
+        const auto column = static_cast<StatusModel::Column>(number);
+        QAction *action =
+            menu->addAction(m_model->headerData(number, Qt::Horizontal, Qt::DisplayRole).toString());
+        action->setCheckable(true);
+        action->setChecked(!m_columns.isHidden(column));
+        action->setEnabled(ColumnMemory::canBeHidden(column));
+        connect(action, &QAction::toggled, this, [this, column](bool shown) {
+            m_columns.setHidden(column, !shown);
+            share();
+        });
+    }
+    menu->addSeparator();
+    connect(menu->addAction(QStringLiteral("Usual columns")), &QAction::triggered, this, [this] {
+        m_columns.clear();
+        share();
+    });
+}
+
+void StatusTable::showColumnMenu(const QPoint &position)
+{
+    QMenu menu(this);
+    fillColumnMenu(&menu);
+    menu.exec(horizontalHeader()->mapToGlobal(position));
+}
+
+int StatusTable::letters() const
+{
+    return font().pixelSize();
+}
+
+void StatusTable::setLetters(int pixels)
+{
+    const QFont wanted = withPixels(font(), pixels);
+    if (wanted != font())
+        setFont(wanted);
+}
+
+int StatusTable::widestText(StatusModel::Column column, const QFont &font) const
+{
+    int widest = 0;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        widest = qMax(widest,
+                      StatusDelegate::textWidth(m_model->index(row, column).data().toString(), font, column));
+    return qMin(widest, WidestName);
+}
+
+ColumnWish StatusTable::wishOf(StatusModel::Column column, const QFont &font) const
+{
+    const int header = horizontalHeader()->sectionSizeHint(column);
+    const auto widthOf = [&](const QString &text) {
+        return qMax(header, StatusDelegate::textWidth(text, font, column));
+    };
+    const int few = widthOf(FewLetters);
+    const int names = qMax(header, widestText(column, font));
+    switch (column) {
+    case StatusModel::AnswerColumn:
+        return {widthOf(UsualAnswer), few, 1, 3, true};
+    case StatusModel::SequenceColumn:
+        return {widthOf(UsualScript), few, 2, 1, false};
+    case StatusModel::AboutColumn:
+        // Nothing is lost when it goes: the state says it then.
+        return {widthOf(LongestWait), widthOf(LongestWait), 0, 2, true};
+    case StatusModel::StateColumn:
+        return {StatusDelegate::badgeWidth(font), StatusDelegate::badgeWidth(font), 0, 0, true};
+    case StatusModel::TimeColumn:
+        return {widthOf(LongestUsualTime), widthOf(LongestUsualTime), 0, 5, false};
+    case StatusModel::IndexColumn:
+        return {names, names, 0, 4, false};
+    default:
+        return {names, names, 0, 0, false};
+    }
+}
+
+QList<ColumnWish> StatusTable::wishes(const QFont &font) const
+{
+    QList<ColumnWish> all;
+    for (int number = 0; number < StatusModel::ColumnCount; ++number) {
+        const auto column = static_cast<StatusModel::Column>(number);
+        if (m_columns.isHidden(column))
+            all.append(ColumnWish{});
+        else if (const int chosen = m_columns.width(column); chosen > 0)
+            all.append({chosen, chosen, 0, 0, false});
+        else
+            all.append(wishOf(column, font));
+    }
+    return all;
+}
+
+/// A row with nothing longer than usual in it.
+int StatusTable::rowHeightFor(const QFont &font, int stateWidth, bool stateSaysAll) const
+{
+    return std::max({LeastRowHeight, static_cast<int>(font.pixelSize() * RowPerLetter),
+                     StatusDelegate::badgeHeight(stateSaysAll ? LongestWait : QString(), font, stateWidth)});
+}
+
+/// As large as all rows have room for below one another and the columns side by side: letters that can be
+/// read from afar are worth more than a column of their own for what the state can say as well.
+int StatusTable::lettersThatFit() const
+{
+    for (const int pixels : Letters) {
+        const QFont font = withPixels(this->font(), pixels);
+        QList<ColumnWish> needed = wishes(font);
+        needed[StatusModel::AboutColumn] = needed[StatusModel::SequenceColumn] = ColumnWish{};
+        const int height =
+            rowHeightFor(font, needed[StatusModel::StateColumn].wanted, true) * m_model->rowCount();
+        if (leastOf(needed) <= viewport()->width() && height <= viewport()->height())
+            return pixels;
+    }
+    return Letters.back();
 }
 
 void StatusTable::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
-    fitState();
+    share();
 }
 
-/// The state's column takes what the others leave, and where that is too little the table is scrolled.
-void StatusTable::fitState()
+void StatusTable::share()
 {
-    const int left = viewport()->width() - columnsWidth(0);
-    setColumnWidth(StatusModel::StateColumn, qMax(left, stateWidth(StatusDelegate::BadgeLines::Two)));
+    if (std::exchange(m_isSharing, true))
+        return;
+    setLetters(lettersThatFit());
+    const QList<int> widths = fitColumns(wishes(font()), viewport()->width());
+    int first = -1;
+    int last = 0;
+    for (int column = 0; column < widths.size(); ++column) {
+        setColumnHidden(column, widths[column] == 0);
+        if (widths[column] == 0)
+            continue;
+        setColumnWidth(column, widths[column]);
+        first = first < 0 ? column : first;
+        last = column;
+    }
+    m_delegate->setEdges(first, last);
+    m_delegate->setStateSaysAll(widths[StatusModel::AboutColumn] == 0);
+    m_isSharing = false;
     fitRows(0, m_model->rowCount() - 1);
+    viewport()->update();
 }
 
 /// A text that does not fit into its column gets a higher row.
 void StatusTable::fitRows(int first, int last)
 {
-    const int width = columnWidth(StatusModel::StateColumn);
-    const int least = qMax(RowHeight, StatusDelegate::badgeHeight(LongestState, font(), width));
+    const int stateWidth = columnWidth(StatusModel::StateColumn);
+    const int aboutWidth = columnWidth(StatusModel::AboutColumn);
+    const int usual = rowHeightFor(font(), stateWidth, m_delegate->stateSaysAll());
     for (int row = first; row <= last; ++row) {
-        const QString text = m_model->index(row, StatusModel::StateColumn).data().toString();
-        setRowHeight(row, qMax(least, StatusDelegate::badgeHeight(text, font(), width)));
+        const QString about = m_model->index(row, StatusModel::AboutColumn).data().toString();
+        const int needed =
+            m_delegate->stateSaysAll()
+                ? StatusDelegate::badgeHeight(about, font(), stateWidth)
+                : StatusDelegate::textHeight(about, font(), StatusModel::AboutColumn, aboutWidth);
+        if (const int height = qMax(usual, needed); rowHeight(row) != height)
+            setRowHeight(row, height);
     }
-}
-
-int StatusTable::stateWidth(StatusDelegate::BadgeLines lines) const
-{
-    return StatusDelegate::badgeWidth(LongestState, font(), lines);
-}
-
-int StatusTable::columnsWidth(int stateWidth) const
-{
-    int width = stateWidth;
-    for (int column = 0; column < StatusModel::StateColumn; ++column)
-        width += columnWidth(column);
-    return width;
 }
 
 /// What the scroll bar takes where not all rows can be expected to be seen.
@@ -99,14 +274,19 @@ int StatusTable::barWidth() const
 
 QSize StatusTable::sizeHint() const
 {
-    return {columnsWidth(stateWidth(StatusDelegate::BadgeLines::One)) + barWidth(),
-            horizontalHeader()->height() + VisibleRows * RowHeight};
+    const QList<ColumnWish> all = wishes(withPixels(font(), Letters.back()));
+    const int width = std::accumulate(all.cbegin(), all.cend(), 0,
+                                      [](int sum, const ColumnWish &wish) { return sum + wish.wanted; });
+    return {width + barWidth(), horizontalHeader()->height() + VisibleRows * LeastRowHeight};
 }
 
 QSize StatusTable::minimumSizeHint() const
 {
-    return {qMin(columnsWidth(stateWidth(StatusDelegate::BadgeLines::Two)) + barWidth(), WidestMinimum),
-            horizontalHeader()->height() + RowHeight};
+    QList<ColumnWish> all = wishes(withPixels(font(), Letters.back()));
+    for (const auto column :
+         {StatusModel::AboutColumn, StatusModel::AnswerColumn, StatusModel::SequenceColumn})
+        all[column] = {};
+    return {qMin(leastOf(all) + barWidth(), WidestMinimum), horizontalHeader()->height() + LeastRowHeight};
 }
 
 } // namespace station

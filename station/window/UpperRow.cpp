@@ -23,10 +23,18 @@ UpperRow::UpperRow(QWidget *table, ViewArea *views, InstructionPane *instruction
 
 void UpperRow::moved(int handle)
 {
-    if (handle == 1)
-        m_sharedByHand = true;
-    else
+    if (handle == 1) {
+        m_chosenTable = m_table->width();
+        Q_EMIT tableWidthChosen(m_chosenTable);
+    } else {
         m_instructions->setChosenWidth(m_instructions->width());
+    }
+    shareNow();
+}
+
+void UpperRow::setChosenTableWidth(int width)
+{
+    m_chosenTable = width;
     shareNow();
 }
 
@@ -72,13 +80,6 @@ void UpperRow::placeInstructions()
     shareNow();
 }
 
-void UpperRow::share()
-{
-    // What a person has shared keeps its shares, in the splitter's own way.
-    if (!m_sharedByHand || m_instructions->isVisibleTo(this))
-        shareNow();
-}
-
 void UpperRow::shareNow()
 {
     const bool hasPane = m_instructions->isVisibleTo(this);
@@ -86,9 +87,10 @@ void UpperRow::shareNow()
     const int withoutPane = whole - (hasPane ? widened() : 0);
     // With what the tabs have around them.
     const int wanted = qMax(m_wanted, m_views->widget()->minimumSizeHint().width());
-    const int table = m_sharedByHand ? m_table->width()
-                                     : qBound(m_table->minimumSizeHint().width(), withoutPane - wanted,
-                                              m_table->sizeHint().width());
+    const int least = m_table->minimumSizeHint().width();
+    const int most = qMax(least, withoutPane - m_views->minimumSizeHint().width());
+    const int table = m_chosenTable > 0 ? qBound(least, m_chosenTable, most)
+                                        : qBound(least, withoutPane - wanted, m_table->sizeHint().width());
     if (!hasPane) {
         setSizes({table, whole - table, 0});
         m_views->hold({});

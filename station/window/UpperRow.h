@@ -21,8 +21,18 @@ public:
     void setWantedWidth(int width) { m_wanted = width; }
     /// Whether the window may become wider than its screen, since nobody looks at it there.
     void setStandsOnNoScreen() { m_isOnScreen = false; }
-    /// Shares the width, unless a person has done so.
-    void share();
+    /// Shares the width. The table keeps what a person has given it, as far as the views have the room that
+    /// they cannot do without.
+    void share() { shareNow(); }
+    /// What a person has given the table; 0 where nobody has moved the bar.
+    [[nodiscard]] int chosenTableWidth() const { return m_chosenTable; }
+    void setChosenTableWidth(int width);
+    /// By how much the window is wider for the instructions' sake.
+    [[nodiscard]] int widened() const;
+
+signals:
+    /// A person has moved the bar beside the table.
+    void tableWidthChosen(int width);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -31,7 +41,6 @@ private:
     void moved(int handle);
     void placeInstructions();
     [[nodiscard]] int roomFor(int width) const;
-    [[nodiscard]] int widened() const;
     void widen(int pixels);
     void shareNow();
 
@@ -42,7 +51,7 @@ private:
     int m_widenedBy = 0; ///< What the window was widened by for the pane.
     int m_widenedTo = 0; ///< How wide it was then: a person may have resized it since.
     bool m_isOnScreen = true;
-    bool m_sharedByHand = false;
+    int m_chosenTable = 0;
 };
 
 } // namespace station

@@ -22,7 +22,7 @@ TEST(PanelRecords, ARecordBeginsWithItsLengthAloneWhateverWasThere)
     records.start("0", 4, question);
     EXPECT_EQ(records.record("0"), (Dictionary{{"length", 4}}));
     records.store("0", "SN", "new");
-    records.press("0", "Pass");
+    EXPECT_TRUE(records.press("0", "Pass", records.asking("0")));
     EXPECT_EQ(records.record("0"), (Dictionary{{"length", 4}, {"SN", "new"}, {"clickedButton", "Pass"}}));
     records.finish("0");
     EXPECT_EQ(records.record("0"), (Dictionary{{"SN", "new"}, {"clickedButton", "Pass"}}));
@@ -33,11 +33,34 @@ TEST(PanelRecords, ClearingKeepsTheLengthOrNothing)
     PanelRecords records;
     records.start("0", 4, question);
     records.store("0", "SN", "A");
-    records.clear("0");
+    EXPECT_TRUE(records.clear("0", records.asking("0")));
     EXPECT_EQ(records.record("0"), (Dictionary{{"length", 4}}));
     records.finish("0");
-    records.clear("0");
+    EXPECT_TRUE(records.clear("0", records.asking("0")));
     EXPECT_FALSE(records.contains("0"));
+}
+
+TEST(PanelRecords, WhatAPressWritesDoesNotComeIntoTheRecordOfALaterAsking)
+{
+    PanelRecords records;
+    records.start("0", 4, question);
+    const quint64 former = records.asking("0");
+    records.forget("0");
+    EXPECT_FALSE(records.press("0", "Pass", former));
+    EXPECT_FALSE(records.contains("0"));
+    records.start("0", 4, question);
+    records.store("0", "SN", "A");
+    EXPECT_FALSE(records.press("0", "Pass", former));
+    EXPECT_FALSE(records.clear("0", former));
+    EXPECT_FALSE(records.forget("0", former));
+    EXPECT_EQ(records.record("0"), (Dictionary{{"length", 4}, {"SN", "A"}}));
+}
+
+TEST(PanelRecords, APanelThatNobodyAskedForNotesItsButton)
+{
+    PanelRecords records;
+    EXPECT_TRUE(records.press("0", "Pass", records.asking("0")));
+    EXPECT_EQ(records.record("0"), (Dictionary{{"clickedButton", "Pass"}}));
 }
 
 TEST(PanelRecords, DiscardingTellsWhetherThereWasAnEntry)
@@ -55,7 +78,7 @@ TEST(PanelRecords, FinishingWhatIsNotThereMakesNothing)
 {
     PanelRecords records;
     records.finish("0");
-    records.clear("0");
+    EXPECT_TRUE(records.clear("0", records.asking("0")));
     records.forget("0");
     EXPECT_EQ(records.all(), Dictionary());
 }

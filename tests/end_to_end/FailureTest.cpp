@@ -96,6 +96,7 @@ TEST_P(RefusedPlugin, IsToldInOneLineWithItsPath)
 
 INSTANTIATE_TEST_SUITE_P(Ways, RefusedPlugin,
                          ::testing::Values(WrongPlugin{"WrongVersion", "InteractiveView/9.0"},
+                                           WrongPlugin{"NewerInterface", "InteractiveView/1.9999"},
                                            WrongPlugin{"ThrowsWhileLoading", "no licence for this station"},
                                            WrongPlugin{"ThrowsNumber", "an exception of an unknown type"},
                                            WrongPlugin{"MissingFunction", "measure"},

@@ -69,6 +69,60 @@ TEST(Status, ASystemRunsUntilTheLastOfItsSequencesHasEnded)
     EXPECT_EQ(station.status(), 1);
 }
 
+TEST(Status, ARowTellsScriptAnswerAndTimeOfItsSystem)
+{
+    StationRun station;
+    withTells(station).slotNames({"S1", "S2"}).sequence("group", R"(
+        showView(1, { input = { "SN" }, button = { "Cancel", "OK" } })
+        cells(1)
+        cells(0)
+        showGroupView(0, { input = { "S1" }, switch = { "S1" } })
+        cells(0)
+    )");
+    station.operatorDoes(R"(
+        operator.waitForPanel("1", 30)
+        operator.click("1-SN")
+        operator.scan("SN260001")
+        operator.click({ panel = "1", title = "OK" })
+        operator.waitForPanel("G1", 30)
+        operator.click({ panel = "G1", title = "OK" })
+    )");
+    station.run();
+    const QList<QJsonObject> calls = station.calls("cells", "G1");
+    ASSERT_EQ(calls.size(), 3) << station.everything().toStdString();
+    const QJsonObject asked = calls.at(0).value("result").toObject();
+    EXPECT_EQ(asked.value("Slot").toString(), "S2");
+    EXPECT_EQ(asked.value("State").toString(), "Running");
+    EXPECT_EQ(asked.value("Last answer").toString(), QStringLiteral("SN260001 · Pass"));
+    EXPECT_TRUE(asked.value("Sequence").toString().endsWith(".lua"));
+    EXPECT_TRUE(asked.value("Time").toString().startsWith("0:"))
+        << asked.value("Time").toString().toStdString();
+    EXPECT_EQ(calls.at(1).value("result").toObject().value("Last answer").toString(), "");
+    EXPECT_TRUE(calls.at(2).value("result").toObject().value("Last answer").toString().startsWith("Error "));
+}
+
+TEST(Status, TheProgressCountsSystemsAndPasses)
+{
+    StationRun station;
+    withTells(station).slotNames({"S1", "S2"}).perSystem("return true");
+    station.perStation(QStringLiteral(R"(
+        local function endedCount()
+            local file, count = assert(io.open("%1")), 0
+            for line in file:lines() do count = count + (line:find('"outcome"', 1, true) and 1 or 0) end
+            file:close()
+            return count
+        end
+        while endedCount() < 2 do sleep(0.01) end
+        setLoop(3)
+        isLoopFinished(0)
+        progress()
+    )")
+                           .arg(station.path("results.jsonl")));
+    station.passes();
+    // The station's own sequence speaks for all systems, and is not over.
+    EXPECT_EQ(station.answer("progress", "").toString(), QStringLiteral("0 of 2 systems done · pass 2 of 3"));
+}
+
 TEST(Status, ALineForTheOperatorIsShownInTheStatusBar)
 {
     StationRun station;

@@ -98,8 +98,8 @@ protected:
     interactive::KeyRouter keys{views, focus};
     interactive::Defaults defaults{records, rules, focus, views};
     interactive::AutoConfirm autoConfirm{station, records, rules, checks, focus, views};
-    interactive::Entries entries{records,  slotStates, waits, rules,    answers,    checks,
-                                 settings, views,      focus, defaults, autoConfirm};
+    interactive::Entries entries{station, records,  slotStates, waits, rules,    answers,
+                                 checks,  settings, views,      focus, defaults, autoConfirm};
     interactive::Confirmation confirmation{station, records, waits,    checks,  settings,
                                            views,   focus,   defaults, entries, keys};
 };

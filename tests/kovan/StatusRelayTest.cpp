@@ -72,4 +72,19 @@ TEST(StatusRelay, PassesALineForTheOperator)
     EXPECT_EQ(line, QStringLiteral("Scan refused"));
 }
 
+TEST(StatusRelay, PassesHowFarALoopIs)
+{
+    KVKExtensionStatusRelay relay;
+    relay.showPasses(3, {0});
+    qint64 passes = 0;
+    QList<qint64> counts;
+    relay.setPassHandler([&](qint64 maximum, const QList<qint64> &finished) {
+        passes = maximum;
+        counts = finished;
+    });
+    relay.showPasses(3, {1, 2});
+    EXPECT_EQ(passes, 3);
+    EXPECT_EQ(counts, (QList<qint64>{1, 2}));
+}
+
 } // namespace

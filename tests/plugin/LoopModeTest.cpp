@@ -1,3 +1,4 @@
+#include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
 
@@ -47,6 +48,24 @@ TEST_F(LoopModeTest, WithoutALoopAGroupIsFinishedAtOnceAndItsAnswersGo)
     answerGroup(1, {"S1"}, {"B"});
     EXPECT_EQ(isLoopFinished(0), Value(1));
     EXPECT_EQ(plugin().savedData(), (Dictionary{{"G2", Dictionary{{"S1", "B"}, {"clickedButton", "Pass"}}}}));
+}
+
+TEST_F(LoopModeTest, TheHostIsToldOfEachPass)
+{
+    QStringList told;
+    KVKExtensionStatusRelay *relay = KVKExtensionStatusRelay::sharedStatusRelay();
+    relay->setPassHandler([&](qint64 maximum, const QList<qint64> &finished) {
+        QStringList counts;
+        for (const qint64 count : finished)
+            counts.append(QString::number(count));
+        told.append(QStringLiteral("%1: %2").arg(maximum).arg(counts.join(' ')));
+    });
+    setLoop(2);
+    isLoopFinished(1);
+    isLoopFinished(0);
+    isLoopFinished(1);
+    relay->setPassHandler({});
+    EXPECT_EQ(told, (QStringList{"2: 0 0", "2: 0 1", "2: 1 1", "2: 1 2"}));
 }
 
 TEST_F(LoopModeTest, ThreePassesAreTwoMoreAndThenTheEnd)

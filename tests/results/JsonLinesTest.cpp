@@ -236,6 +236,23 @@ TEST_F(JsonLinesTest, ARunBeginsWithALineOfItsOwnThatItsOtherLinesReferTo)
     EXPECT_EQ(lines.at(3).value("run"), lines.at(2).value("run"));
 }
 
+TEST_F(JsonLinesTest, ARunsLineAndEachAnswerSayWhoGaveIt)
+{
+    Results results({path(), {}}, false);
+    results.beginRun("Line 3", m_files.path("station.toml"), "4711");
+    results.writeCall(ofSystem, answered(1));
+    results.writeEnd(ofSystem, {});
+    results.beginRun("Line 3", m_files.path("station.toml"), {});
+    results.writeCall(ofSystem, answered(1));
+    const QList<QJsonObject> lines = written();
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_EQ(lines.at(0).value("operator"), QJsonValue("4711"));
+    EXPECT_EQ(lines.at(1).value("operator"), QJsonValue("4711"));
+    EXPECT_FALSE(lines.at(2).contains("operator")) << "an end is nobody's answer";
+    EXPECT_FALSE(lines.at(3).contains("operator"));
+    EXPECT_FALSE(lines.at(4).contains("operator"));
+}
+
 TEST_F(JsonLinesTest, ASecondWriterIsRefusedAsLongAsThereIsAFirst)
 {
     std::optional<Results> first;

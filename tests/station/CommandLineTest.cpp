@@ -179,4 +179,20 @@ TEST_F(CommandLineTest, HelpIsGivenHoweverIncompleteTheRest)
     EXPECT_NE(testing::internal::GetCapturedStdout(), "");
 }
 
+TEST_F(CommandLineTest, ABadgeIsATextThatIsNotEmpty)
+{
+    EXPECT_EQ(readBesideConfig({}).badge, "");
+    EXPECT_EQ(readBesideConfig({"--badge", "B 4711"}).badge, "B 4711");
+    EXPECT_EQ(refusalBesideConfig({"--badge", ""}), "--badge: is empty");
+}
+
+TEST_F(CommandLineTest, TheThemeIsOneOfThreeOrLeftOpen)
+{
+    EXPECT_EQ(readBesideConfig({}).theme, std::nullopt);
+    EXPECT_EQ(readBesideConfig({"--theme", "dark"}).theme, station::ThemeChoice::Dark);
+    EXPECT_EQ(readBesideConfig({"--theme", "light"}).theme, station::ThemeChoice::Light);
+    EXPECT_EQ(readBesideConfig({"--theme", "auto"}).theme, station::ThemeChoice::Auto);
+    EXPECT_EQ(refusalBesideConfig({"--theme", "pink"}), "--theme: is light, dark or auto, not 'pink'");
+}
+
 } // namespace

@@ -191,4 +191,35 @@ TEST_F(ConfigTest, TheStationMayBeWrittenInOneLine)
     EXPECT_EQ(mapping(read("station = { groups = ['G'], slots = ['S'] }\n")), QStringList{"G/S"});
 }
 
+TEST_F(ConfigTest, NothingIsHeardAndNobodyAskedUnlessItIsSaid)
+{
+    const StationConfig config = read(TwoByTwo);
+    EXPECT_FALSE(config.sounds.areOn);
+    EXPECT_EQ(config.sounds.volume, 50);
+    EXPECT_FALSE(config.badge.isAsked);
+    EXPECT_TRUE(config.scanner.isPlain());
+}
+
+TEST_F(ConfigTest, SaysWhatThePersonHearsAndGives)
+{
+    const StationConfig config =
+        read(QByteArray(TwoByTwo) +
+             "sounds = true\nvolume = 100\nask_operator = true\nbadge_pattern = 'B[0-9]+'\n"
+             "[scanner]\nprefix = \"\\u0002\"\nsuffix = \"\\u0003\"\nterminator = ['tab', 'enter']\n");
+    EXPECT_TRUE(config.sounds.areOn);
+    EXPECT_EQ(config.sounds.volume, 100);
+    EXPECT_TRUE(config.badge.isAsked);
+    EXPECT_EQ(config.badge.pattern, "B[0-9]+");
+    EXPECT_EQ(config.scanner.prefix, "\x02");
+    EXPECT_EQ(config.scanner.suffix, "\x03");
+    EXPECT_EQ(config.scanner.terminators, (QList<Qt::Key>{Qt::Key_Tab, Qt::Key_Enter}));
+    EXPECT_FALSE(config.scanner.isPlain());
+}
+
+TEST_F(ConfigTest, ATerminatorMayBeWrittenAlone)
+{
+    EXPECT_EQ(read(QByteArray(TwoByTwo) + "[scanner]\nterminator = 'enter'\n").scanner.terminators,
+              QList<Qt::Key>{Qt::Key_Enter});
+}
+
 } // namespace

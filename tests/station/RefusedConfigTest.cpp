@@ -49,21 +49,21 @@ INSTANTIATE_TEST_SUITE_P(
     Keys, RefusedConfigTest,
     ::testing::Values(
         Wrong{"UnknownTable", good + "[stations]\nname = 'A'\n",
-              "4: key 'stations': is not known here (known: station, system, sequence, plugins, "
+              "4: key 'stations': is not known here (known: station, system, sequence, plugins, scanner, "
               "results)"},
         Wrong{"UnknownKey", "colour = 1\n" + good,
-              "1: key 'colour': is not known here (known: station, system, sequence, plugins, "
+              "1: key 'colour': is not known here (known: station, system, sequence, plugins, scanner, "
               "results)"},
         Wrong{"UnknownKeyOfTheStation", good + "colour = 1\n",
               "4: key 'station.colour': is not known here (known: name, groups, slots, custom_row_color, "
-              "locale, images, system_groups, system_slots)"},
+              "locale, images, system_groups, system_slots, sounds, volume, ask_operator, badge_pattern)"},
         Wrong{"UnknownKeyOfASystem", good + "[[system]]\nindex = 0\n\nforeground = 'red'\n",
               "7: key 'system.foreground': is not known here (known: index, background, text)"},
         Wrong{"UnknownKeyOfASequence", good + "[[sequence]]\nfile = 'a.lua'\n",
               "5: key 'sequence.file': is not known here (known: script, per)"},
         Wrong{"KeysAreCaseSensitive", "[station]\nGroups = ['G']\nslots = ['S']\n",
               "2: key 'station.Groups': is not known here (known: name, groups, slots, custom_row_color, "
-              "locale, images, system_groups, system_slots)"},
+              "locale, images, system_groups, system_slots, sounds, volume, ask_operator, badge_pattern)"},
         Wrong{"Empty", "", "1: key 'station': is missing"},
         Wrong{"NoStation", "\nplugins = ['A']\n", "1: key 'station': is missing"},
         Wrong{"NoGroups", "\n[station]\nslots = ['S']\n", "2: key 'station.groups': is missing"},
@@ -140,7 +140,7 @@ INSTANTIATE_TEST_SUITE_P(
               "2: key 'station.groups': '%1-%5' holds a '-'"},
         Wrong{"KeyThatLooksLikeAPlaceholder", good + "'%5' = 1\n",
               "4: key 'station.%5': is not known here (known: name, groups, slots, custom_row_color, "
-              "locale, images, system_groups, system_slots)"},
+              "locale, images, system_groups, system_slots, sounds, volume, ask_operator, badge_pattern)"},
         Wrong{"GroupNamedAsTheFirstSystem", "[station]\ngroups = ['0']\nslots = ['S']\n",
               "2: key 'station.groups': '0' is the number of a system"},
         Wrong{"GroupNamedAsTheLastSystem", "[station]\ngroups = ['G', '3']\nslots = ['S', 'T']\n",
@@ -267,5 +267,34 @@ TEST(UnreadableConfig, IsToldWithItsPath)
               files.path("none.toml") + ": No such file or directory");
     EXPECT_TRUE(refusalOfConfig(files.folder()).startsWith(files.folder() + ": "));
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Person, RefusedConfigTest,
+    ::testing::Values(
+        Wrong{"SoundsThatAreNoTruth", good + "sounds = 1\n",
+              "4: key 'station.sounds': must be true or false"},
+        Wrong{"TooLoud", good + "sounds = true\nvolume = 101\n",
+              "5: key 'station.volume': must be from 0 to 100, not 101"},
+        Wrong{"LessThanSilent", good + "volume = -1\n",
+              "4: key 'station.volume': must be from 0 to 100, not -1"},
+        Wrong{"APartOfAVolume", good + "volume = 0.5\n", "4: key 'station.volume': must be a whole number"},
+        Wrong{"ABadgeWithoutAForm", good + "badge_pattern = 'B[0-9'\n",
+              "4: key 'station.badge_pattern': is no regular expression: missing terminating ] for character "
+              "class at character 6"},
+        Wrong{"UnknownKeyOfTheScanner", good + "[scanner]\nend = 'tab'\n",
+              "5: key 'scanner.end': is not known here (known: prefix, suffix, terminator)"},
+        Wrong{"UnknownTerminator", good + "[scanner]\nterminator = 'space'\n",
+              "5: key 'scanner.terminator': must be \"return\", \"tab\" or \"enter\", not \"space\""},
+        Wrong{"NoTerminator", good + "[scanner]\nterminator = []\n",
+              "5: key 'scanner.terminator': names no key"},
+        Wrong{"ATerminatorThatIsNoText", good + "[scanner]\nterminator = 9\n",
+              "5: key 'scanner.terminator': must be a list of texts"},
+        Wrong{"APrefixThatIsAKey", good + "[scanner]\nprefix = \"A\\t\"\n",
+              "5: key 'scanner.prefix': holds a line end, a tabulator, backspace or delete, which are keys"},
+        Wrong{"ASuffixThatIsNoText", good + "[scanner]\nsuffix = 3\n",
+              "5: key 'scanner.suffix': must be a text"},
+        Wrong{"AScannerThatIsNoTable", "scanner = 'tab'\n" + good,
+              "1: key 'scanner': must be a table, [scanner]"}),
+    nameOf);
 
 } // namespace

@@ -48,6 +48,32 @@ TEST(RunStates, ASystemRunsUntilTheLastOfItsSequencesHasEnded)
     EXPECT_EQ(shown(states, 1), "Running");
 }
 
+TEST(RunStates, ASystemIsDoneWithTheLastOfItsSequences)
+{
+    using Progress = RunStates::Progress;
+    EXPECT_EQ(RunStates().progress(), (Progress{0, 0}));
+    RunStates states = runOf({{0}, {1}, {0, 1}, {}});
+    EXPECT_EQ(states.progress(), (Progress{0, 2}));
+    states.ended(0, end(Passed));
+    states.ended(1, end(Failed));
+    EXPECT_EQ(states.progress(), (Progress{0, 2}));
+    states.ended(2, end(Passed));
+    EXPECT_EQ(states.progress(), (Progress{2, 2}));
+}
+
+TEST(RunStates, NamesTheScriptsThatRunAndAfterThemThoseThatRan)
+{
+    RunStates states({{0}, {0}, {0, 1}}, {"ask.lua", "check.lua", "ask.lua"});
+    EXPECT_EQ(states.of(0).scripts, "ask.lua, check.lua");
+    states.ended(1, end(Passed));
+    EXPECT_EQ(states.of(0).scripts, "ask.lua");
+    EXPECT_EQ(states.of(1).scripts, "ask.lua");
+    states.ended(0, end(Passed));
+    states.ended(2, end(Passed));
+    EXPECT_EQ(states.of(0).scripts, "ask.lua, check.lua");
+    EXPECT_EQ(states.of(2).scripts, "");
+}
+
 TEST(RunStates, TheWorstEndIsShownInWhicheverOrderTheyCome)
 {
     const struct

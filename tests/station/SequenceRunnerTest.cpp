@@ -1,8 +1,12 @@
 #include "station/SequenceRunner.h"
 
+#include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "tests/station/StationFiles.h"
 #include "tests/support/Wait.h"
+
+#include <algorithm>
+#include <mutex>
 
 using station::Results;
 using station::SequenceKind;
@@ -143,6 +147,31 @@ TEST_F(SequenceRunnerTest, ANewRunHasNothingOfTheFormer)
         finish(*runner);
     }
     EXPECT_EQ(m_ends, QList<KVKLuaOutcome>(6, KVKLuaOutcome::Passed));
+}
+
+TEST_F(SequenceRunnerTest, WhatASequenceLogsIsAboutItsSystems)
+{
+    StationConfig config;
+    config.systemGroups = {"G1", "G1", "G2"};
+    config.systemSlots = {"S1", "S2", "S1"};
+    const QString script = m_files.write("log.lua", "log(slotName or groupName)");
+    config.sequences = {{script, SequenceKind::System}, {script, SequenceKind::Group}};
+    SequenceRunner runner(config, {}, {}, {}, m_results);
+    std::mutex mutex;
+    QMap<QString, QList<QList<int>>> about;
+    const auto sink = KVKLogGetProxy()->addSink([&](const KVKLogProxy::Line &line) {
+        const std::scoped_lock lock(mutex);
+        about[line.message].append(station::RunningSequence::systemsOfThread());
+    });
+    runner.start();
+    finish(runner);
+    KVKLogGetProxy()->proxyLogMessage(KVKLogLevel::Default, "nobody", {});
+    KVKLogGetProxy()->removeSink(sink);
+    std::sort(about["S1"].begin(), about["S1"].end());
+    EXPECT_EQ(about.value("S1"), (QList<QList<int>>{{0}, {2}}));
+    EXPECT_EQ(about.value("S2"), (QList<QList<int>>{{1}}));
+    EXPECT_EQ(about.value("G1"), (QList<QList<int>>{{0, 1}}));
+    EXPECT_EQ(about.value("nobody"), (QList<QList<int>>{{}}));
 }
 
 } // namespace

@@ -1,13 +1,21 @@
 #include "station/window/LogPane.h"
 
 #include "platform/MainQueue.h"
+#include "station/window/Contrast.h"
+#include "station/window/ErrorButton.h"
+#include "station/window/LogView.h"
+#include "station/window/WindowLook.h"
 #include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 
+#include <QComboBox>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTime>
+#include <QTimer>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -30,19 +38,41 @@ protected:
 
     [[nodiscard]] QString line(int number) const
     {
-        return pane.document()->findBlockByNumber(number).text().mid(TimeLength);
+        return pane.view()->document()->findBlockByNumber(number).text().mid(TimeLength);
     }
-    [[nodiscard]] QString lastLine() const { return pane.document()->lastBlock().text().mid(TimeLength); }
+    [[nodiscard]] QString lastLine() const
+    {
+        return pane.view()->document()->lastBlock().text().mid(TimeLength);
+    }
     [[nodiscard]] bool waitForLast(const QString &text) const
     {
         return waitUntil([&] { return lastLine() == text; });
     }
     [[nodiscard]] QTextCharFormat formatOf(int number) const
     {
-        return pane.document()->findBlockByNumber(number).begin().fragment().charFormat();
+        return pane.view()->document()->findBlockByNumber(number).begin().fragment().charFormat();
     }
 
-    LogPane pane;
+    /// As large as the lines are to have it.
+    void unfold(const QSize &lines)
+    {
+        pane.setFolded(false);
+        pane.resize(lines + QSize(0, pane.foldedHeight()));
+        pane.show();
+    }
+    [[nodiscard]] QStringList lines() const
+    {
+        QStringList all = pane.view()->toPlainText().split('\n');
+        for (QString &each : all)
+            each = each.mid(TimeLength);
+        return all;
+    }
+    [[nodiscard]] bool waitForLines(const QStringList &wanted) const
+    {
+        return waitUntil([&] { return lines() == wanted; });
+    }
+
+    LogPane pane{{{0, "G1", "S1"}, {3, "G1", "S4"}}};
 };
 
 } // namespace
@@ -53,8 +83,9 @@ TEST_F(LogPaneTest, ShowsTheLinesInOrderWithTheirTimes)
     log("two");
     ASSERT_TRUE(waitForLast("two"));
     EXPECT_EQ(line(0), "one");
-    EXPECT_EQ(pane.document()->blockCount(), 2);
-    EXPECT_TRUE(QTime::fromString(pane.document()->firstBlock().text().left(12), "HH:mm:ss.zzz").isValid());
+    EXPECT_EQ(pane.view()->document()->blockCount(), 2);
+    EXPECT_TRUE(
+        QTime::fromString(pane.view()->document()->firstBlock().text().left(12), "HH:mm:ss.zzz").isValid());
 }
 
 TEST_F(LogPaneTest, ShowsLinesOfOtherThreads)
@@ -83,7 +114,7 @@ TEST_F(LogPaneTest, KeepsALineOfSeveralLinesInOne)
 {
     log("a\nb");
     ASSERT_TRUE(waitForLast(QStringLiteral("a⏎b")));
-    EXPECT_EQ(pane.document()->blockCount(), 1);
+    EXPECT_EQ(pane.view()->document()->blockCount(), 1);
 }
 
 TEST_F(LogPaneTest, KeepsAMessageInOneEntryWhateverItsLineBreaksAre)
@@ -95,22 +126,21 @@ TEST_F(LogPaneTest, KeepsAMessageInOneEntryWhateverItsLineBreaksAre)
     log("a\r\nb\r\n\r\n");
     log("end");
     ASSERT_TRUE(waitForLast("end"));
-    EXPECT_EQ(pane.document()->blockCount(), 11);
+    EXPECT_EQ(pane.view()->document()->blockCount(), 11);
     for (int number = 0; number < 10; ++number)
         EXPECT_EQ(line(number), QStringLiteral("a⏎b")) << number;
 }
 
 TEST_F(LogPaneTest, FollowsTheLatestLineWhenALongOneBringsTheOtherScrollBar)
 {
-    pane.resize(400, 100);
-    pane.show();
+    unfold({400, 100});
     for (int number = 0; number < 20; ++number)
         log(QString::number(number));
     ASSERT_TRUE(waitForLast("19"));
-    ASSERT_FALSE(pane.horizontalScrollBar()->isVisible());
-    const QScrollBar *bar = pane.verticalScrollBar();
+    ASSERT_FALSE(pane.view()->horizontalScrollBar()->isVisible());
+    const QScrollBar *bar = pane.view()->verticalScrollBar();
     log(QString(300, 'x'));
-    ASSERT_TRUE(waitUntil([this] { return pane.horizontalScrollBar()->isVisible(); }));
+    ASSERT_TRUE(waitUntil([this] { return pane.view()->horizontalScrollBar()->isVisible(); }));
     EXPECT_EQ(bar->value(), bar->maximum());
     log("later");
     ASSERT_TRUE(waitForLast("later"));
@@ -119,13 +149,12 @@ TEST_F(LogPaneTest, FollowsTheLatestLineWhenALongOneBringsTheOtherScrollBar)
 
 TEST_F(LogPaneTest, FollowsTheLatestLineWhenThePaneGetsSmaller)
 {
-    pane.resize(400, 200);
-    pane.show();
+    unfold({400, 200});
     for (int number = 0; number < 50; ++number)
         log(QString::number(number));
     ASSERT_TRUE(waitForLast("49"));
-    pane.resize(400, 90);
-    const QScrollBar *bar = pane.verticalScrollBar();
+    pane.resize(400, 130);
+    const QScrollBar *bar = pane.view()->verticalScrollBar();
     EXPECT_EQ(bar->value(), bar->maximum());
 }
 
@@ -137,7 +166,7 @@ TEST_F(LogPaneTest, KeepsOnlyTheLastLines)
     log("a");
     log("b");
     ASSERT_TRUE(waitForLast("b"));
-    EXPECT_EQ(pane.document()->blockCount(), LogPane::MaximumLines);
+    EXPECT_EQ(pane.view()->document()->blockCount(), LogPane::MaximumLines);
     EXPECT_EQ(line(0), "2");
 }
 
@@ -145,8 +174,8 @@ TEST_F(LogPaneTest, LeavesOutWhatNobodyCouldHaveSeenAndSaysSo)
 {
     for (int number = 0; number < LogPane::MaximumLines + 5; ++number)
         log(QString::number(number));
-    ASSERT_TRUE(waitUntil([this] { return pane.document()->blockCount() > 1; }));
-    EXPECT_EQ(pane.document()->firstBlock().text(), QStringLiteral("… 5 lines left out here …"));
+    ASSERT_TRUE(waitUntil([this] { return pane.view()->document()->blockCount() > 1; }));
+    EXPECT_EQ(pane.view()->document()->firstBlock().text(), QStringLiteral("… 5 lines left out here …"));
     EXPECT_EQ(line(1), "5");
 }
 
@@ -154,7 +183,7 @@ TEST_F(LogPaneTest, TakesNoMoreThanAFewHundredLinesInOneGo)
 {
     int most = 0;
     int before = 0;
-    QObject::connect(pane.document(), &QTextDocument::blockCountChanged, [&](int count) {
+    QObject::connect(pane.view()->document(), &QTextDocument::blockCountChanged, [&](int count) {
         most = std::max(most, count - before);
         before = count;
     });
@@ -172,31 +201,173 @@ TEST_F(LogPaneTest, ServesOtherEventsWhileLinesPourIn)
             log("flood");
     });
     int turns = 0;
-    EXPECT_TRUE(
-        waitUntil([&] { return ++turns > 3 && pane.document()->blockCount() > LogPane::LinesAtOnce; }));
+    EXPECT_TRUE(waitUntil(
+        [&] { return ++turns > 3 && pane.view()->document()->blockCount() > LogPane::LinesAtOnce; }));
     enough = true;
     flood.join();
 }
 
 TEST_F(LogPaneTest, FollowsTheLatestLineUnlessTheReaderHasScrolledAway)
 {
-    pane.resize(400, 100);
-    pane.show();
+    unfold({400, 100});
     for (int number = 0; number < 50; ++number)
         log(QString::number(number));
     ASSERT_TRUE(waitForLast("49"));
-    const QScrollBar *bar = pane.verticalScrollBar();
+    const QScrollBar *bar = pane.view()->verticalScrollBar();
     ASSERT_GT(bar->maximum(), 0);
     EXPECT_EQ(bar->value(), bar->maximum());
-    pane.verticalScrollBar()->setValue(7);
+    pane.view()->verticalScrollBar()->setValue(7);
     log("later");
     ASSERT_TRUE(waitForLast("later"));
     EXPECT_EQ(bar->value(), 7);
 }
 
-TEST_F(LogPaneTest, NeverTakesTheFocus)
+TEST_F(LogPaneTest, AClickOnItTakesTheFocusFromNobodyExceptInItsTextField)
 {
-    EXPECT_EQ(pane.focusPolicy(), Qt::NoFocus);
+    for (const QWidget *widget : pane.findChildren<QWidget *>()) {
+        // A list that has dropped down has the keys to itself.
+        if (widget != pane.textField() && widget->window() == &pane) {
+            EXPECT_NE(widget->focusPolicy() & Qt::ClickFocus, Qt::ClickFocus)
+                << widget->metaObject()->className();
+        }
+    }
+}
+
+TEST_F(LogPaneTest, IsFoldedToOneLineUntilSomebodyUnfoldsIt)
+{
+    pane.show();
+    EXPECT_TRUE(pane.isFolded());
+    EXPECT_FALSE(pane.view()->isVisible());
+    EXPECT_LE(pane.maximumHeight(), 40);
+    pane.foldButton()->click();
+    EXPECT_TRUE(pane.view()->isVisible());
+    EXPECT_TRUE(pane.textField()->isVisible());
+    pane.foldButton()->click();
+    EXPECT_FALSE(pane.view()->isVisible());
+}
+
+TEST_F(LogPaneTest, ItsLineCountsTheErrorsAndShowsTheNewestUntilItIsClicked)
+{
+    testsupport::expectError("one");
+    testsupport::expectError("two");
+    pane.show();
+    EXPECT_FALSE(pane.errorButton()->isVisible());
+    log("one", KVKLogLevel::Error);
+    ASSERT_TRUE(waitUntil([this] { return pane.errorButton()->isVisible(); }));
+    EXPECT_EQ(pane.errorButton()->wholeText(), QStringLiteral("1 error · one"));
+    log("two", KVKLogLevel::Error);
+    ASSERT_TRUE(waitUntil([this] { return pane.errorButton()->errors() == 2; }));
+    EXPECT_EQ(pane.errorButton()->wholeText(), QStringLiteral("2 errors · two"));
+    EXPECT_TRUE(pane.isFolded());
+    pane.errorButton()->click();
+    EXPECT_FALSE(pane.isFolded());
+    EXPECT_FALSE(pane.errorButton()->isVisible());
+}
+
+TEST_F(LogPaneTest, AnErrorCountsAlthoughItsLineIsLeftOut)
+{
+    testsupport::expectError("lost");
+    log("lost", KVKLogLevel::Error);
+    for (int number = 0; number < LogPane::MaximumLines + 5; ++number)
+        log(QString::number(number));
+    ASSERT_TRUE(waitForLast(QString::number(LogPane::MaximumLines + 4)));
+    EXPECT_EQ(pane.errorButton()->wholeText(), QStringLiteral("1 error · lost"));
+}
+
+TEST_F(LogPaneTest, ErrorsOfTheRunBeforeAreForgottenEvenOnesThatItHasNotShown)
+{
+    testsupport::expectError("before");
+    log("before", KVKLogLevel::Error);
+    pane.forgetErrors();
+    log("after");
+    ASSERT_TRUE(waitForLast("after"));
+    EXPECT_EQ(pane.errorButton()->errors(), 0);
+}
+
+TEST_F(LogPaneTest, LevelSystemAndTextChooseTogetherAmongTheLinesThatItKeeps)
+{
+    testsupport::expectError("Unit A");
+    testsupport::expectError("unit b");
+    QList<int> owners;
+    pane.setOwners([&] { return owners; });
+    log("unit of nobody");
+    owners = {3};
+    log("unit a");
+    log("details of unit a", KVKLogLevel::Debug);
+    log("Unit A", KVKLogLevel::Error);
+    owners = {0};
+    log("unit b", KVKLogLevel::Error);
+    ASSERT_TRUE(waitForLast("unit b"));
+    pane.systemBox()->setCurrentIndex(2);
+    ASSERT_EQ(pane.filter().system, 3);
+    EXPECT_TRUE(waitForLines({"unit a", "details of unit a", "Unit A"}));
+    pane.levelBox()->setCurrentIndex(1);
+    EXPECT_TRUE(waitForLines({"unit a", "Unit A"}));
+    pane.levelBox()->setCurrentIndex(2);
+    EXPECT_TRUE(waitForLines({"Unit A"}));
+    pane.textField()->setText("NIT a");
+    EXPECT_TRUE(waitForLines({"Unit A"}));
+    pane.textField()->setText("b");
+    EXPECT_TRUE(waitForLines({""}));
+    pane.systemBox()->setCurrentIndex(0);
+    EXPECT_TRUE(waitForLines({"unit b"}));
+    pane.textField()->clear();
+    pane.levelBox()->setCurrentIndex(0);
+    EXPECT_TRUE(waitForLines({"unit of nobody", "unit a", "details of unit a", "Unit A", "unit b"}));
+}
+
+TEST_F(LogPaneTest, AFilterChangedInAFloodLosesAndDoublesNoLine)
+{
+    pane.textField()->setText("2");
+    for (int number = 0; number < 2000; ++number)
+        log(QString::number(number));
+    // In the midst: some lines are in the pane, others not yet.
+    ASSERT_TRUE(waitUntil([this] { return pane.view()->document()->blockCount() > 1; }));
+    pane.textField()->setText("9");
+    pane.setFolded(false);
+    pane.textField()->clear();
+    ASSERT_TRUE(waitForLast("1999"));
+    const QStringList shown = lines();
+    ASSERT_EQ(shown.size(), 2000);
+    for (int number = 0; number < 2000; ++number)
+        ASSERT_EQ(shown.at(number), QString::number(number));
+}
+
+TEST_F(LogPaneTest, AHundredThousandLinesLeaveTheLastOnesAndTheEventLoopATurnInBetween)
+{
+    int turns = 0;
+    QTimer turn;
+    QObject::connect(&turn, &QTimer::timeout, [&] { ++turns; });
+    turn.start(0);
+    unfold({400, 200});
+    std::thread flood([] {
+        for (int number = 0; number < 100'000; ++number)
+            log(QString::number(number));
+    });
+    EXPECT_TRUE(waitForLast("99999"));
+    flood.join();
+    EXPECT_EQ(pane.view()->document()->blockCount(), LogPane::MaximumLines);
+    EXPECT_GT(turns, LogPane::MaximumLines / LogPane::LinesAtOnce);
+}
+
+TEST_F(LogPaneTest, LinesThatStandThereTakeTheColoursOfAnotherTheme)
+{
+    testsupport::expectError("wrong");
+    log("plain");
+    log("details", KVKLogLevel::Debug);
+    log("wrong", KVKLogLevel::Error);
+    ASSERT_TRUE(waitForLast("wrong"));
+    for (const bool dark : {true, false}) {
+        const QPalette palette = station::windowPalette(dark);
+        pane.setPalette(palette);
+        EXPECT_TRUE(waitUntil([&] {
+            return pane.view()->document()->blockCount() == 3 &&
+                   formatOf(0).foreground().color() == palette.color(QPalette::Text);
+        }));
+        for (int number = 0; number < 3; ++number)
+            EXPECT_GE(station::contrast(formatOf(number).foreground().color(), palette.color(QPalette::Base)),
+                      station::ReadableContrast);
+    }
 }
 
 TEST(LogPaneEnd, LinesAfterItsEndAreNobodysBusiness)

@@ -2,13 +2,17 @@
 
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/View.h"
+#include "station/window/ErrorButton.h"
 #include "station/window/LogPane.h"
+#include "station/window/RunProgress.h"
 #include "station/window/StatusTable.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 
 #include <QAccessible>
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -21,6 +25,8 @@
 
 using platform::Rect;
 using platform::View;
+using station::ErrorButton;
+using station::RunProgress;
 using station::StationWindow;
 using station::StatusModel;
 using station::SystemState;
@@ -54,11 +60,11 @@ TEST_F(StationWindowTest, GivesThePluginsViewItsSizeWhereThereIsTheRoom)
     auto *view = new View(Rect(0, 0, 1000, 700));
     window.addPluginView("Interactive", view, {1000, 700});
     show();
-    window.resize(1290, 850);
+    window.resize(1340, 850);
     EXPECT_GE(view->frame().width(), 1000.0);
     EXPECT_GE(view->frame().height(), 700.0);
     // What is more goes to the table first, then to the view.
-    window.resize(1440, 900);
+    window.resize(2000, 900);
     EXPECT_GE(window.statusTable()->width(), window.statusTable()->sizeHint().width());
     EXPECT_GT(view->frame().width(), 1000.0);
 }
@@ -327,6 +333,10 @@ TEST_F(StationWindowTest, ShowsAStatusAndTheStateOfASystem)
     window.setSystemState(1, SystemState::Passed);
     EXPECT_EQ(window.status(), "4 of 8 passed");
     EXPECT_EQ(window.statusTable()->model()->index(1, StatusModel::StateColumn).data(), "Passed");
+    window.setSystemSequence(1, "ask.lua");
+    window.setSystemAnswer(1, "SN1");
+    EXPECT_EQ(window.statusTable()->model()->index(1, StatusModel::SequenceColumn).data(), "ask.lua");
+    EXPECT_EQ(window.statusTable()->model()->index(1, StatusModel::AnswerColumn).data(), "SN1");
 }
 
 TEST_F(StationWindowTest, ALongStatusDoesNotWidenTheWindow)
@@ -336,15 +346,67 @@ TEST_F(StationWindowTest, ALongStatusDoesNotWidenTheWindow)
     EXPECT_EQ(window.minimumSizeHint().width(), width);
 }
 
-TEST_F(StationWindowTest, NothingAroundThePluginsViewTakesTheFocus)
+TEST_F(StationWindowTest, AClickAroundThePluginsViewTakesTheFocusFromNobody)
 {
     auto *view = new View(Rect(0, 0, 100, 100));
     window.addPluginView("Interactive", view, {100, 100});
     for (const QWidget *widget : window.findChildren<QWidget *>()) {
-        if (widget == view || !widget->isVisibleTo(&window))
+        // Whoever looks for a text in the log has to type it.
+        if (widget == view || widget == window.logPane()->textField() || widget->window() != &window)
             continue;
-        EXPECT_EQ(widget->focusPolicy() & Qt::TabFocus, 0) << widget->metaObject()->className();
         EXPECT_NE(widget->focusPolicy() & Qt::ClickFocus, Qt::ClickFocus)
             << widget->metaObject()->className();
     }
+}
+
+TEST_F(StationWindowTest, RunIsRunAgainAfterARunAndTheTooltipsTellTheKeys)
+{
+    EXPECT_EQ(window.runAction()->text(), "Run");
+    EXPECT_EQ(window.runAction()->toolTip(), "Run (F5)");
+    EXPECT_EQ(window.stopAction()->toolTip(), "Stop (Shift+F5)");
+    window.setRunning(true);
+    window.setRunning(false);
+    EXPECT_EQ(window.runAction()->text(), "Run again");
+    EXPECT_EQ(window.runAction()->toolTip(), "Run again (F5)");
+}
+
+TEST_F(StationWindowTest, TellsHowManySystemsAreDoneAndWhichPassALoopIsIn)
+{
+    KVKExtensionStatusRelay *relay = KVKExtensionStatusRelay::sharedStatusRelay();
+    const RunProgress &progress = *window.progress();
+    EXPECT_EQ(progress.text(), "");
+    window.setRunning(true);
+    window.setProgress(7, 12);
+    EXPECT_EQ(progress.text(), "7 of 12 systems done");
+    EXPECT_EQ(progress.value(), 7);
+    EXPECT_EQ(progress.maximum(), 12);
+    relay->showPasses(3, {1, 1});
+    EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · pass 2 of 3"));
+    relay->showPasses(3, {0, 2});
+    EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · passes 1–3 of 3"));
+    relay->showPasses(3, {3, 4});
+    EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · pass 3 of 3"));
+    window.setRunning(false);
+    window.setRunning(true);
+    EXPECT_EQ(progress.text(), "0 of 12 systems done");
+    relay->showPasses(1, {0, 0});
+    EXPECT_EQ(progress.text(), "0 of 12 systems done");
+    EXPECT_EQ(progress.accessibleName(), "Progress: 0 of 12 systems done");
+}
+
+TEST_F(StationWindowTest, PassesThatWereAskedForBeforeARunCountInIt)
+{
+    KVKExtensionStatusRelay::sharedStatusRelay()->showPasses(3, {0, 0});
+    window.setRunning(true);
+    EXPECT_EQ(window.progress()->text(), "pass 1 of 3");
+}
+
+TEST_F(StationWindowTest, ErrorsOfTheRunBeforeGoWithTheNextOne)
+{
+    testsupport::expectError("wrong");
+    KVKLogGetProxy()->proxyLogMessage(KVKLogLevel::Error, "wrong", {});
+    ErrorButton &errors = *window.logPane()->errorButton();
+    ASSERT_TRUE(waitUntil([&] { return errors.errors() == 1; }));
+    window.setRunning(true);
+    EXPECT_EQ(errors.errors(), 0);
 }

@@ -3,11 +3,21 @@
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "station/window/BadgeText.h"
+#include "station/window/ColumnFit.h"
 #include "station/window/Contrast.h"
+#include "station/window/StateSign.h"
 #include "station/window/StatusDelegate.h"
+#include "station/window/TimeText.h"
+#include "station/window/WindowLook.h"
 
+#include <QAction>
+#include <QHeaderView>
 #include <QImage>
+#include <QMenu>
+#include <QPainter>
 #include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTextDocumentFragment>
 
 #include <gtest/gtest.h>
@@ -23,6 +33,9 @@ using station::SystemState;
 
 namespace {
 
+constexpr SystemState AllStates[] = {SystemState::Idle,   SystemState::Running, SystemState::Waiting,
+                                     SystemState::Passed, SystemState::Failed,  SystemState::Erred,
+                                     SystemState::Stopped};
 const Color blue{0.2, 0.4, 0.8, 1.0};
 const Color yellow{1.0, 1.0, 0.0, 1.0};
 
@@ -79,7 +92,9 @@ TEST_F(StatusTableTest, ShowsTheStateAndWhatIsSaidAboutIt)
     table.statusModel()->setState(1, SystemState::Running, {});
     table.statusModel()->setState(2, SystemState::Failed, "wrong unit");
     EXPECT_EQ(cell(1, StatusModel::StateColumn), "Running");
-    EXPECT_EQ(cell(2, StatusModel::StateColumn), "Failed: wrong unit");
+    EXPECT_EQ(cell(2, StatusModel::StateColumn), "Failed");
+    EXPECT_EQ(cell(2, StatusModel::AboutColumn), "wrong unit");
+    EXPECT_EQ(cell(2, 0, StatusModel::WholeStateRole), "Failed: wrong unit");
     EXPECT_EQ(cell(2, StatusModel::StateColumn, Qt::ToolTipRole), "Failed: wrong unit");
     EXPECT_EQ(cell(3, StatusModel::StateColumn), "Idle");
 }
@@ -130,7 +145,8 @@ TEST_F(StatusTableTest, PaintsEveryRowWhiteWhereTheStationHasNoRowColours)
 TEST_F(StatusTableTest, PaintsTheStateAsABadgeOfItsColour)
 {
     table.statusModel()->setState(0, SystemState::Passed, {});
-    const QPoint rightOfText = rectOf(0, StatusModel::StateColumn).center() + QPoint(30, 0);
+    const QPoint rightOfText(rectOf(0, StatusModel::StateColumn).right() - 12,
+                             rectOf(0, StatusModel::StateColumn).center().y());
     EXPECT_EQ(picture().pixelColor(rightOfText), StatusDelegate::badgeColor(SystemState::Passed));
 }
 
@@ -177,14 +193,164 @@ TEST_F(StatusTableTest, IgnoresASystemThatItDoesNotHave)
     }
 }
 
-TEST_F(StatusTableTest, AsksForTheWidthAtWhichEveryUsualStateTakesOneLine)
+TEST_F(StatusTableTest, AsksForTheWidthAtWhichAllColumnsHaveTheirUsualTextsInOneLine)
 {
-    table.resize(table.sizeHint().width(), 300);
     table.statusModel()->setState(0, SystemState::Waiting, "the operator");
-    EXPECT_LE(rectOf(0, StatusModel::StateColumn).right(), table.viewport()->rect().right());
+    table.statusModel()->setAnswer(0, QStringLiteral("SN26000001 · OK"));
+    table.statusModel()->setSequence(0, "sequence.lua");
+    table.resize(table.sizeHint().width(), 160);
+    for (int column = 0; column < StatusModel::ColumnCount; ++column) {
+        EXPECT_FALSE(table.isColumnHidden(column)) << column;
+        EXPECT_GE(table.columnWidth(column),
+                  StatusDelegate::textWidth(cell(0, column).toString(), table.font(), column))
+            << column;
+    }
     EXPECT_EQ(rectOf(0, StatusModel::StateColumn).height(), rectOf(1, StatusModel::StateColumn).height());
-    const BadgeText text(cell(0, StatusModel::StateColumn).toString(), boldFont());
-    EXPECT_LE(text.width(), rectOf(0, StatusModel::StateColumn).width());
+    EXPECT_EQ(table.horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(StatusTableTest, ColumnsGiveWayInTheirOrderAndTheStateSaysWhatTheyDid)
+{
+    const int whole = table.sizeHint().width();
+    table.resize(whole - 10, 160);
+    EXPECT_FALSE(table.isColumnHidden(StatusModel::SequenceColumn));
+    const QList<int> order{StatusModel::SequenceColumn, StatusModel::AboutColumn, StatusModel::AnswerColumn};
+    QList<int> gone;
+    for (int width = whole; width >= table.minimumSizeHint().width(); --width) {
+        table.resize(width, 160);
+        for (const int column : order) {
+            if (table.isColumnHidden(column) && !gone.contains(column))
+                gone.append(column);
+        }
+        EXPECT_EQ(table.horizontalScrollBar()->maximum(), 0) << width;
+    }
+    EXPECT_EQ(gone, order);
+    // What has gone is told where it has gone to.
+    const int before = rectOf(0, StatusModel::StateColumn).height();
+    table.statusModel()->setState(0, SystemState::Erred, "a reason that takes more lines than one or two");
+    EXPECT_GT(rectOf(0, StatusModel::StateColumn).height(), before);
+}
+
+TEST_F(StatusTableTest, LettersAreLargeWhereThereIsRoomAndSmallerWhereThereIsNot)
+{
+    table.resize(table.sizeHint().width() + 200, 600);
+    EXPECT_EQ(table.letters(), 26);
+    table.resize(table.width(), 4 * 36 + 30);
+    EXPECT_EQ(table.letters(), 18);
+    table.resize(table.minimumSizeHint().width(), 600);
+    EXPECT_EQ(table.letters(), 18);
+}
+
+TEST_F(StatusTableTest, AColumnThatAPersonHidesOrResizesStaysSoTheNextTime)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("window.ini");
+    const auto entry = [](StatusTable &shown, int column) {
+        auto *menu = new QMenu(&shown);
+        shown.fillColumnMenu(menu);
+        return menu->actions().at(column);
+    };
+    table.rememberIn(file);
+    table.resize(900, 300);
+    entry(table, StatusModel::GroupColumn)->trigger();
+    EXPECT_TRUE(table.isColumnHidden(StatusModel::GroupColumn));
+    EXPECT_FALSE(entry(table, StatusModel::StateColumn)->isEnabled());
+    table.horizontalHeader()->resizeSection(StatusModel::SlotColumn, 123);
+    StatusTable next({{0, "G1", "S1"}});
+    next.rememberIn(file);
+    next.resize(900, 300);
+    next.show();
+    EXPECT_TRUE(next.isColumnHidden(StatusModel::GroupColumn));
+    EXPECT_EQ(next.columnWidth(StatusModel::SlotColumn), 123);
+    EXPECT_FALSE(entry(next, StatusModel::GroupColumn)->isChecked());
+    entry(next, StatusModel::ColumnCount + 1)->trigger();
+    EXPECT_FALSE(next.isColumnHidden(StatusModel::GroupColumn));
+    EXPECT_NE(next.columnWidth(StatusModel::SlotColumn), 123);
+}
+
+TEST_F(StatusTableTest, CountsTheTimeInAStateWhileSequencesRun)
+{
+    std::chrono::steady_clock::time_point now{};
+    StatusModel *model = table.statusModel();
+    model->setClock([&] { return now; });
+    const auto time = [&](int row) { return cell(row, StatusModel::TimeColumn).toString(); };
+    EXPECT_FALSE(model->tick().isActive());
+    EXPECT_EQ(time(0), "");
+    model->setRunning(true);
+    EXPECT_TRUE(model->tick().isActive());
+    EXPECT_EQ(model->tick().interval(), 1000);
+    model->setState(0, SystemState::Running, {});
+    now += std::chrono::seconds(67);
+    EXPECT_EQ(time(0), "1:07");
+    model->setState(0, SystemState::Running, {});
+    EXPECT_EQ(time(0), "1:07") << "it is the same state";
+    model->setState(0, SystemState::Waiting, "the operator");
+    EXPECT_EQ(time(0), "0:00");
+    now += std::chrono::hours(1);
+    model->setRunning(false);
+    now += std::chrono::hours(1);
+    EXPECT_EQ(time(0), "1:00:00") << "nothing runs any more";
+    EXPECT_FALSE(model->tick().isActive());
+    EXPECT_EQ(time(1), "") << "nothing has run for it";
+    model->setRunning(true);
+    EXPECT_EQ(time(0), "0:00");
+}
+
+TEST_F(StatusTableTest, ATickTellsOfTheTimesAndOfNothingElse)
+{
+    const QSignalSpy changes(table.model(), &QAbstractItemModel::dataChanged);
+    table.statusModel()->setRunning(true);
+    ASSERT_EQ(changes.count(), 1);
+    const auto first = changes.first().at(0).toModelIndex();
+    const auto last = changes.first().at(1).toModelIndex();
+    EXPECT_EQ(first, table.model()->index(0, StatusModel::TimeColumn));
+    EXPECT_EQ(last, table.model()->index(3, StatusModel::TimeColumn));
+}
+
+TEST_F(StatusTableTest, EveryStateHasASignOfItsOwn)
+{
+    QList<QImage> signs;
+    for (const SystemState state : AllStates) {
+        QImage image(24, 24, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter(&image).fillPath(stateSign(state, image.rect()), Qt::black);
+        EXPECT_FALSE(signs.contains(image)) << stateText(state).toStdString();
+        signs.append(image);
+    }
+}
+
+TEST_F(StatusTableTest, InTheDarkARowWithoutColoursIsDarkAndCanBeRead)
+{
+    const QPalette dark = station::windowPalette(true);
+    table.setPalette(dark);
+    EXPECT_EQ(picture().pixelColor(rectOf(0, StatusModel::GroupColumn).topLeft() + QPoint(2, 2)),
+              dark.color(QPalette::Base));
+    const QColor text = StatusDelegate::textColor(table.model()->index(0, 0), dark.color(QPalette::Base),
+                                                  dark.color(QPalette::Text));
+    EXPECT_GE(contrast(text, dark.color(QPalette::Base)), station::ReadableContrast);
+    EXPECT_EQ(picture().pixelColor(rectOf(1, StatusModel::GroupColumn).topLeft() + QPoint(2, 2)),
+              blue.toQColor());
+}
+
+TEST(TimeText, CountsAsAClockDoes)
+{
+    const std::pair<int, const char *> cases[] = {{-1, "0:00"},      {0, "0:00"},           {7, "0:07"},
+                                                  {60, "1:00"},      {3599, "59:59"},       {3600, "1:00:00"},
+                                                  {3661, "1:01:01"}, {360'000, "100:00:00"}};
+    for (const auto &[seconds, text] : cases)
+        EXPECT_EQ(station::timeText(std::chrono::seconds(seconds)), text);
+}
+
+TEST(ColumnFit, NarrowsInOneOrderAndLeavesOutInAnother)
+{
+    const QList<station::ColumnWish> wishes{
+        {50, 50, 0, 0, false}, {100, 60, 1, 2, true}, {80, 40, 2, 1, false}};
+    const std::pair<int, QList<int>> cases[] = {
+        {300, {50, 170, 80}}, {230, {50, 100, 80}}, {210, {50, 80, 80}},
+        {160, {50, 60, 50}},  {150, {50, 60, 40}},  {149, {50, 99, 0}},
+        {110, {50, 60, 0}},   {109, {50, 0, 0}},    {10, {50, 0, 0}}};
+    for (const auto &[room, widths] : cases)
+        EXPECT_EQ(fitColumns(wishes, room), widths) << room;
 }
 
 TEST_F(StatusTableTest, RowsKeepTheirHeightWhileUsualStatesComeAndGo)
@@ -246,14 +412,12 @@ TEST_F(StatusTableTest, LongNamesLeaveTheStateReachable)
     wide.horizontalScrollBar()->setValue(wide.horizontalScrollBar()->maximum());
     const QRect state = wide.visualRect(wide.model()->index(0, StatusModel::StateColumn));
     EXPECT_LE(state.right(), wide.viewport()->rect().right());
-    EXPECT_LE(wide.minimumSizeHint().width(), 320);
+    EXPECT_LE(wide.minimumSizeHint().width(), 330);
 }
 
 TEST_F(StatusTableTest, EveryBadgesTextCanBeRead)
 {
-    for (const SystemState state :
-         {SystemState::Idle, SystemState::Running, SystemState::Waiting, SystemState::Passed,
-          SystemState::Failed, SystemState::Erred, SystemState::Stopped}) {
+    for (const SystemState state : AllStates) {
         EXPECT_GE(contrast(StatusDelegate::badgeColor(state), StatusDelegate::badgeTextColor()),
                   station::ReadableContrast)
             << stateText(state).toStdString();

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMainWindow>
+#include <QProgressBar>
 #include <QStatusBar>
 #include <QTableView>
 
@@ -27,6 +28,9 @@ public:
              platform::Array{__kviGetSelectorLabel("rowsWhileWaiting:error:"),
                              __kviArgTypeLabel(KVKArgType::NSDictionary)}},
             {QStringLiteral("rows"), platform::Array{__kviGetSelectorLabel("rows:")}},
+            {QStringLiteral("cells"),
+             platform::Array{__kviGetSelectorLabel("cells:error:"), __kviArgTypeLabel(KVKArgType::NSNumber)}},
+            {QStringLiteral("progress"), platform::Array{__kviGetSelectorLabel("progress:")}},
             {QStringLiteral("bar"), platform::Array{__kviGetSelectorLabel("bar:")}},
             {QStringLiteral("barAfterSaying"), platform::Array{__kviGetSelectorLabel("barAfterSaying:error:"),
                                                                __kviArgTypeLabel(KVKArgType::NSDictionary)}},
@@ -54,13 +58,32 @@ public:
             platform::Array found;
             const auto *model = window()->findChild<QTableView *>()->model();
             for (int row = 0; row < model->rowCount(); ++row) {
-                const QModelIndex state = model->index(row, model->columnCount() - 1);
-                const bool framed = state.data(Qt::UserRole + 1).toBool();
-                const QString text = state.data().toString();
+                const QModelIndex first = model->index(row, 0);
+                const bool framed = first.data(Qt::UserRole + 1).toBool();
+                const QString text = first.data(Qt::UserRole + 2).toString();
                 found.append(framed ? QLatin1Char('[') + text + QLatin1Char(']') : text);
             }
             return found;
         });
+    }
+
+    /// The texts of a row, by the titles of their columns.
+    Q_INVOKABLE platform::Value cells(const platform::Value &row, platform::Error *)
+    {
+        return platform::MainQueue::sync([number = row.toInt()] {
+            platform::Dictionary found;
+            const auto *model = window()->findChild<QTableView *>()->model();
+            for (int column = 0; column < model->columnCount(); ++column)
+                found.insert(model->headerData(column, Qt::Horizontal).toString(),
+                             model->index(number, column).data());
+            return found;
+        });
+    }
+
+    /// What is written on the progress bar.
+    Q_INVOKABLE platform::Value progress(platform::Error *)
+    {
+        return platform::MainQueue::sync([] { return window()->findChild<QProgressBar *>()->text(); });
     }
 
     /// The line in the status bar.

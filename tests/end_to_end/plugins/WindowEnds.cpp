@@ -37,7 +37,7 @@ public:
     {
         platform::MainQueue::async([this] {
             QToolButton *stop = button("Stop");
-            QToolButton *run = button("Run");
+            QToolButton *run = button("Run again");
             if (!stop || !run)
                 return;
             constexpr int OnceAndLater = Qt::QueuedConnection | Qt::SingleShotConnection;

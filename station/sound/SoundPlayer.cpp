@@ -1,0 +1,47 @@
+#include "station/sound/SoundPlayer.h"
+
+#include "station/sound/SoundDevice.h"
+#include "station/sound/SoundFile.h"
+
+#include <chrono>
+
+namespace station {
+
+namespace {
+
+/// A sound server that does not answer must not keep the program from ending.
+constexpr std::chrono::milliseconds LongestWaitAtTheEnd{500};
+
+} // namespace
+
+SoundPlayer::SoundPlayer(int volume)
+    : m_thread(std::make_unique<QThread>())
+    , m_device(std::make_shared<SoundDevice>(volume))
+{
+    m_length.setSingleShot(true);
+    m_length.setTimerType(Qt::PreciseTimer);
+    connect(&m_length, &QTimer::timeout, this, &SoundSink::ended);
+    m_thread->setObjectName(QStringLiteral("sounds"));
+    m_device->moveToThread(m_thread.get());
+    m_thread->start(QThread::LowPriority);
+    // In the background, so that the first sound is not late.
+    m_device->prepare();
+}
+
+SoundPlayer::~SoundPlayer()
+{
+    m_device->close();
+    if (m_thread->wait(QDeadlineTimer(LongestWaitAtTheEnd)))
+        return;
+    // The thread is inside the server's library, which the process takes along when it ends.
+    static_cast<void>(m_thread.release());
+    static_cast<void>(new std::shared_ptr<SoundDevice>(m_device));
+}
+
+void SoundPlayer::play(Sound sound)
+{
+    m_device->play(sound);
+    m_length.start(SoundFile::of(sound).length());
+}
+
+} // namespace station

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "station/window/LogLine.h"
+
+#include <deque>
+#include <functional>
+#include <mutex>
+
+namespace station {
+
+/// What was logged and is not in the pane yet. No error is lost on the way, though its line may be.
+///
+/// Thread: any.
+class LogBacklog
+{
+public:
+    /// Tells the systems that the calling thread works for.
+    using Owners = std::function<QList<int>()>;
+
+    LogBacklog(qsizetype mostKept, qsizetype mostAtOnce);
+
+    void setOwners(Owners owners);
+    /// True when somebody has to be told that there is something.
+    [[nodiscard]] bool add(KVKLogLevel level, const QString &message);
+
+    /// What is there, the oldest first.
+    struct Share
+    {
+        QList<LogLine> lines;
+        qsizetype leftOut = 0; ///< Lines before these that nobody could have seen.
+        bool more = false;     ///< Whether lines remain.
+        int errors = 0;        ///< How many have been logged since the last share.
+        QString newestError;
+    };
+    [[nodiscard]] Share take();
+    /// Forgets the errors that no share has told of.
+    void forgetErrors();
+
+private:
+    const qsizetype m_mostKept;
+    const qsizetype m_mostAtOnce;
+    std::mutex m_mutex;
+    Owners m_owners;
+    std::deque<LogLine> m_lines;
+    qsizetype m_leftOut = 0;
+    int m_errors = 0;
+    QString m_newestError;
+    bool m_told = false;
+};
+
+} // namespace station

@@ -1,1 +1,0 @@
-return square(SEVEN) == 49 and showView(systemIndex, { button = { "No", "Yes" } }) == true
