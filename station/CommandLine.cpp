@@ -30,7 +30,8 @@ const QCommandLineOption
                             "is printed, and the station ends with them."));
 const QCommandLineOption
     Results(QStringLiteral("results"),
-            QStringLiteral("Where each call and each end of a sequence is written (JSON lines)."),
+            QStringLiteral("Where each call and each end of a sequence is written (a database when it "
+                           "ends with .sqlite, otherwise JSON lines)."),
             QStringLiteral("FILE"));
 const QCommandLineOption Record(
     QStringLiteral("record"),

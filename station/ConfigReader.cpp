@@ -4,6 +4,9 @@
 #include "station/Refusals.h"
 #include "station/StationConfig.h"
 #include "station/StationError.h"
+#include "station/results/Outbox.h"
+#include "station/results/ServerAddress.h"
+#include "station/results/SqliteFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -258,6 +261,38 @@ QStringList readPlugins(const ConfigTable &table, const QDir &folder)
     return paths;
 }
 
+/// Read here to be refused with its line; the refusal holds nothing of the address.
+void readServer(const ConfigTable &table, const QString &address)
+{
+    try {
+        static_cast<void>(ServerAddress(address));
+    } catch (const StationError &problem) {
+        table.fail("database", problem.text());
+    }
+}
+
+void readResults(StationConfig &config, const ConfigTable &table, const QDir &folder)
+{
+    table.allowOnly({QStringLiteral("database"), QStringLiteral("outbox")});
+    const auto database = table.text("database");
+    if (!database)
+        table.failMissing("database");
+    const auto outbox = table.text("outbox");
+    if (isServerAddress(*database)) {
+        readServer(table, *database);
+        config.resultsDatabase = *database;
+        if (outbox)
+            config.resultsOutbox = QDir::cleanPath(folder.absoluteFilePath(*outbox));
+        return;
+    }
+    if (!isSqlitePath(*database))
+        table.fail("database", QStringLiteral("must be a file whose name ends with \".sqlite\", or "
+                                              "\"postgresql://host/database\""));
+    if (outbox)
+        table.fail("outbox", QStringLiteral("is for a results server, and database is none"));
+    config.resultsDatabase = QDir::cleanPath(folder.absoluteFilePath(*database));
+}
+
 toml::table parse(const QString &path)
 {
     QFile file(path);
@@ -284,7 +319,7 @@ StationConfig read(const QString &path, SequenceNeed need, const Refusals &refus
     const QDir folder = QFileInfo(path).absoluteDir();
     const ConfigTable root(content, path, QString());
     root.allowOnly({QStringLiteral("station"), QStringLiteral("system"), QStringLiteral("sequence"),
-                    QStringLiteral("plugins"), QStringLiteral("scanner")},
+                    QStringLiteral("plugins"), QStringLiteral("scanner"), QStringLiteral("results")},
                    refusals);
     StationConfig config;
     refusals.attempt([&] {
@@ -313,6 +348,12 @@ StationConfig read(const QString &path, SequenceNeed need, const Refusals &refus
         });
     });
     refusals.attempt([&] { config.plugins = readPlugins(root, folder); });
+    refusals.attempt([&] {
+        if (const auto results = root.table("results"))
+            readResults(config, *results, folder);
+    });
+    if (config.resultsOutbox.isEmpty())
+        config.resultsOutbox = usualOutbox(path);
     refusals.attempt([&] {
         if (namesNone && need == SequenceNeed::AtLeastOne)
             root.fail("sequence", QStringLiteral("is missing; there is nothing to run"));

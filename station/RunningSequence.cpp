@@ -34,6 +34,8 @@ RunningSequence::Plan planForSystem(const QString &script, const StationConfig &
     RunningSequence::Plan plan;
     plan.script = script;
     plan.owner = {QFileInfo(script).fileName(), static_cast<qlonglong>(system), {}};
+    plan.owner.groupName = group;
+    plan.owner.slotNames = {config.systemSlots.at(system)};
     plan.group = group;
     plan.systems = {system};
     plan.globals = groupGlobals(static_cast<int>(config.groups().indexOf(group)), group);
@@ -48,10 +50,13 @@ RunningSequence::Plan planForGroup(const QString &script, const StationConfig &c
     RunningSequence::Plan plan;
     plan.script = script;
     plan.owner = {QFileInfo(script).fileName(), {}, group};
+    plan.owner.groupName = group;
     plan.group = group;
     for (int system = 0; system < config.systemGroups.size(); ++system) {
-        if (config.systemGroups.at(system) == group)
-            plan.systems.append(system);
+        if (config.systemGroups.at(system) != group)
+            continue;
+        plan.systems.append(system);
+        plan.owner.slotNames.append(config.systemSlots.at(system));
     }
     plan.globals = groupGlobals(groupNumber, group);
     return plan;
@@ -64,13 +69,14 @@ RunningSequence::Plan planForStation(const QString &script, const StationConfig 
     plan.owner = {QFileInfo(script).fileName(), {}, {}};
     for (int system = 0; system < config.systemGroups.size(); ++system)
         plan.systems.append(system);
+    plan.owner.slotNames = config.systemSlots;
     return plan;
 }
 
 } // namespace
 
 RunningSequence::RunningSequence(const Plan &plan, const std::vector<KVKBoundFunction> &functions,
-                                 Place place, ResultsFile &results, Listener listener)
+                                 Place place, Results &results, Listener listener)
     : m_plan(plan)
     , m_results(results)
     , m_listener(std::move(listener))
@@ -79,6 +85,13 @@ RunningSequence::RunningSequence(const Plan &plan, const std::vector<KVKBoundFun
 {}
 
 RunningSequence::~RunningSequence() = default;
+
+void RunningSequence::start()
+{
+    // Before its first call can be told.
+    m_results.beginSequence(m_plan.owner);
+    m_sequence.start();
+}
 
 void RunningSequence::callWaits(const KVKCallWait &wait)
 {
@@ -107,6 +120,7 @@ void RunningSequence::sequenceCalls(const QString &)
     // one that goes on.
     m_call = ++lastCallNumber;
     inCall = this;
+    m_callStart.emplace();
 }
 
 void RunningSequence::sequenceCalled(const KVKLuaCall &call)
@@ -116,7 +130,8 @@ void RunningSequence::sequenceCalled(const KVKLuaCall &call)
     if (m_waits)
         tellWait({});
     m_call = 0;
-    m_results.writeCall(m_plan.owner, call);
+    // One that was refused before it began took no time.
+    m_results.writeCall(m_plan.owner, call, std::exchange(m_callStart, {}).value_or(CallStart()));
     if (isShown(call))
         tellAnswer(call);
 }
@@ -187,6 +202,8 @@ QList<RunningSequence::Plan> planSequences(const StationConfig &config)
             break;
         }
     }
+    for (qsizetype i = 0; i < plans.size(); ++i)
+        plans[i].owner.number = static_cast<int>(i);
     return plans;
 }
 

@@ -3,8 +3,8 @@
 #include "kovan/KovanLuaSequencer/KVKLuaRun.h"
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
-#include "station/ResultsFile.h"
 #include "station/StationConfig.h"
+#include "station/results/Results.h"
 
 #include <atomic>
 #include <functional>
@@ -46,11 +46,11 @@ public:
     };
 
     RunningSequence(const Plan &plan, const std::vector<KVKBoundFunction> &functions, Place place,
-                    ResultsFile &results, Listener listener);
+                    Results &results, Listener listener);
     /// Requires: the sequence was not started, or has ended.
     ~RunningSequence() override;
 
-    void start() { m_sequence.start(); }
+    void start();
     void requestStop() { m_sequence.requestStop(); }
 
     [[nodiscard]] QString name() const { return m_plan.owner.name(); }
@@ -82,11 +82,12 @@ private:
     void tellAnswer(const KVKLuaCall &call);
 
     Plan m_plan;
-    ResultsFile &m_results;
+    Results &m_results;
     Listener m_listener;
     std::atomic<quint64> m_call{0};
     std::atomic<bool> m_waitsForOthers{false};
-    bool m_waits = false; ///< Whether the listener knows of a wait. The sequence's thread.
+    bool m_waits = false;                 ///< Whether the listener knows of a wait. The sequence's thread.
+    std::optional<CallStart> m_callStart; ///< Of the call that it is inside of. The sequence's thread.
     std::optional<KVKLuaEnd> m_end;
     std::shared_ptr<bool> m_alive; ///< Expires with this, for jobs that arrive too late.
     KVKLuaSequence m_sequence;

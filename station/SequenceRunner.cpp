@@ -9,7 +9,7 @@ namespace station {
 
 SequenceRunner::SequenceRunner(const StationConfig &config, std::vector<KVKBoundFunction> functions,
                                platform::Dictionary constants,
-                               QList<KVKExtensionInterruption *> interruptions, ResultsFile &results)
+                               QList<KVKExtensionInterruption *> interruptions, Results &results)
     : m_config(config)
     , m_functions(std::move(functions))
     , m_constants(std::move(constants))

@@ -14,7 +14,7 @@ namespace station {
 
 /// Runs the sequences of a station, all at once, and tells how they end.
 ///
-/// Thread: the main thread, which it never blocks while sequences run. Ownership: refers to the results file
+/// Thread: the main thread, which it never blocks while sequences run. Ownership: refers to the results
 /// and the interruptions.
 class SequenceRunner : public QObject
 {
@@ -22,7 +22,7 @@ class SequenceRunner : public QObject
 public:
     SequenceRunner(const StationConfig &config, std::vector<KVKBoundFunction> functions,
                    platform::Dictionary constants, QList<KVKExtensionInterruption *> interruptions,
-                   ResultsFile &results);
+                   Results &results);
     /// Stops what runs, and serves the main queue until it has ended.
     ~SequenceRunner() override;
 
@@ -68,7 +68,7 @@ private:
     std::vector<KVKBoundFunction> m_functions;
     platform::Dictionary m_constants;
     QList<KVKExtensionInterruption *> m_interruptions;
-    ResultsFile &m_results;
+    Results &m_results;
     std::vector<std::unique_ptr<RunningSequence>> m_sequences;
     int m_running = 0;
     bool m_allPassed = true;

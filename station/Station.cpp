@@ -5,9 +5,11 @@
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "station/StationError.h"
 #include "station/StopSignal.h"
+#include "station/results/OutboxLabel.h"
 #include "station/window/MemoryFile.h"
 
 #include <QApplication>
+#include <QStatusBar>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -56,7 +58,8 @@ Station::Station(const CommandLine &commandLine)
     : m_commandLine(commandLine)
     , m_config(configurationFor(commandLine))
     , m_log(commandLine.log)
-    , m_results(commandLine.results, commandLine.headless || !commandLine.operatorScript.isEmpty())
+    , m_results({commandLine.results, m_config.resultsDatabase, m_config.resultsOutbox},
+                commandLine.headless || !commandLine.operatorScript.isEmpty())
     , m_recording(commandLine.record)
 {
     serveConfiguration();
@@ -112,6 +115,7 @@ void Station::makeWindow()
     }
     m_recording.start(m_config.name, *m_window, m_plugins.front().view());
     m_window->setImageFolders(m_config.imageFolders);
+    m_window->statusBar()->addPermanentWidget(new OutboxLabel(m_results));
     if (m_commandLine.headless) {
         m_window->setStandsOnNoScreen();
         m_window->resize(HeadlessSize);

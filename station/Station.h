@@ -4,13 +4,13 @@
 #include "station/IdleWatch.h"
 #include "station/LogFile.h"
 #include "station/PluginHost.h"
-#include "station/ResultsFile.h"
 #include "station/RunBoard.h"
 #include "station/Senses.h"
 #include "station/SequenceRunner.h"
 #include "station/StationConfig.h"
 #include "station/operator/OperatorScript.h"
 #include "station/record/Recording.h"
+#include "station/results/Results.h"
 #include "station/window/StationWindow.h"
 
 #include <QObject>
@@ -63,7 +63,7 @@ private:
     CommandLine m_commandLine;
     StationConfig m_config;
     LogFile m_log;
-    ResultsFile m_results;
+    Results m_results;
     Recording m_recording;
     std::list<LoadedPlugin> m_plugins;
     std::unique_ptr<SequenceRunner> m_runner;

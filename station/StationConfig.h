@@ -43,6 +43,8 @@ struct StationConfig
     QMap<int, SystemColors> colors;       ///< Every system has an entry.
     QList<SequenceEntry> sequences;
     QStringList imageFolders; ///< Absolute paths: where pictures may lie besides a sequence's folder.
+    QString resultsDatabase;  ///< Absolute path or a server's address; empty where there is none.
+    QString resultsOutbox;    ///< Absolute path.
     QStringList plugins;      ///< Absolute paths, or bare names.
     SoundSettings sounds;
     ScannerSettings scanner;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "station/AppendedFile.h"
+#include "station/results/AppendedFile.h"
 #include "station/record/Recorder.h"
 
 #include <memory>

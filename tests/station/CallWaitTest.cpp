@@ -4,6 +4,8 @@
 #include "tests/station/StationFiles.h"
 #include "tests/support/Wait.h"
 
+#include <QRegularExpression>
+
 #include <atomic>
 #include <semaphore>
 #include <thread>
@@ -73,7 +75,7 @@ protected:
     }
 
     testsupport::StationFiles m_files;
-    station::ResultsFile m_results{QString(), false};
+    station::Results m_results{{}, false};
     Waiting m_plugin;
     QStringList m_waits;
     QList<QList<quint64>> m_systems;

@@ -52,6 +52,19 @@ TEST_F(ConfigTest, FoldersOfImagesAreSeenFromTheFile)
     EXPECT_EQ(read(TwoByTwo).imageFolders, QStringList());
 }
 
+TEST_F(ConfigTest, ResultsGoToAFileBesideTheConfigurationOrToAServer)
+{
+    const StationConfig file = read(TwoByTwo + QByteArray("[results]\ndatabase = 'a/../r.sqlite'\n"));
+    EXPECT_EQ(file.resultsDatabase, m_files.path("r.sqlite"));
+    const StationConfig server =
+        read(TwoByTwo + QByteArray("[results]\ndatabase = 'postgresql://hall/x'\noutbox = 'o.sqlite'\n"));
+    EXPECT_EQ(server.resultsDatabase, "postgresql://hall/x");
+    EXPECT_EQ(server.resultsOutbox, m_files.path("o.sqlite"));
+    const StationConfig usual = read(TwoByTwo + QByteArray("[results]\ndatabase = 'postgresql://hall/x'\n"));
+    EXPECT_TRUE(usual.resultsOutbox.contains("/interactive-station/outbox-"));
+    EXPECT_EQ(read(TwoByTwo).resultsDatabase, QString());
+}
+
 TEST_F(ConfigTest, AMappingMayBeLaidOutByHand)
 {
     const StationConfig config =

@@ -10,7 +10,7 @@
 #include <mutex>
 #include <QFile>
 
-using station::ResultsFile;
+using station::Results;
 using station::SequenceKind;
 using station::SequenceRunner;
 using station::StationConfig;
@@ -54,7 +54,7 @@ protected:
     }
 
     testsupport::StationFiles m_files;
-    ResultsFile m_results{QString(), false};
+    Results m_results{{}, false};
     Asked m_asked;
     QList<KVKLuaOutcome> m_ends;
     int m_runs = 0;

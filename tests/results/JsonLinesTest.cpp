@@ -1,14 +1,13 @@
-#include "station/ResultsFile.h"
-
+#include "station/results/Results.h"
+#include "tests/results/FileSizeLimit.h"
 #include "tests/station/StationFiles.h"
 
 #include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
-#include <csignal>
 #include <optional>
-#include <sys/resource.h>
 #include <thread>
 #include <vector>
 
@@ -17,7 +16,7 @@ using platform::Dictionary;
 using platform::Error;
 using platform::Value;
 using station::ResultOwner;
-using station::ResultsFile;
+using station::Results;
 
 namespace {
 
@@ -30,7 +29,7 @@ KVKLuaCall answered(const Value &result)
     return {"showView", {}, result, std::nullopt};
 }
 
-class ResultsFileTest : public ::testing::Test
+class JsonLinesTest : public ::testing::Test
 {
 protected:
     QString path() const { return m_files.path("results.jsonl"); }
@@ -52,7 +51,7 @@ protected:
     }
     QByteArray lineOfResult(const Value &result) const
     {
-        ResultsFile results(path(), false);
+        Results results({path(), {}}, false);
         results.writeCall(ofSystem, answered(result));
         return QJsonDocument(QJsonObject{{"result", written().constLast().value("result")}})
             .toJson(QJsonDocument::Compact);
@@ -61,39 +60,39 @@ protected:
     testsupport::StationFiles m_files;
 };
 
-TEST_F(ResultsFileTest, ACallIsAnObjectInALine)
+TEST_F(JsonLinesTest, ACallIsAnObjectInALine)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeCall(ofSystem, {"showView", {3, "x"}, Dictionary{{"SN", "A1"}}, std::nullopt});
     EXPECT_EQ(onlyLine(),
               R"({"call":"showView","error":null,"result":{"SN":"A1"},"sequence":"ask.lua","system":3})");
 }
 
-TEST_F(ResultsFileTest, ACallOfAGroupsSequenceNamesTheGroup)
+TEST_F(JsonLinesTest, ACallOfAGroupsSequenceNamesTheGroup)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeCall(ofGroup, answered(true));
     EXPECT_EQ(onlyLine(),
               R"({"call":"showView","error":null,"group":"G1","result":true,"sequence":"ask.lua"})");
 }
 
-TEST_F(ResultsFileTest, ACallOfTheStationsSequenceNamesNeither)
+TEST_F(JsonLinesTest, ACallOfTheStationsSequenceNamesNeither)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeCall(ofStation, answered({}));
     EXPECT_EQ(onlyLine(), R"({"call":"showView","error":null,"result":null,"sequence":"ask.lua"})");
 }
 
-TEST_F(ResultsFileTest, AnErrorIsWrittenWithDomainCodeAndMessage)
+TEST_F(JsonLinesTest, AnErrorIsWrittenWithDomainCodeAndMessage)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeCall(ofStation, {"getData", {}, {}, Error{"SomeDomain", 201, "not \"found\""}});
     EXPECT_EQ(
         onlyLine(),
         R"({"call":"getData","error":{"code":201,"domain":"SomeDomain","message":"not \"found\""},"result":null,"sequence":"ask.lua"})");
 }
 
-TEST_F(ResultsFileTest, AnEndIsWrittenWithOutcomeValueAndMessage)
+TEST_F(JsonLinesTest, AnEndIsWrittenWithOutcomeValueAndMessage)
 {
     const std::pair<KVKLuaOutcome, QByteArray> cases[] = {{KVKLuaOutcome::Passed, "passed"},
                                                           {KVKLuaOutcome::Failed, "failed"},
@@ -101,28 +100,28 @@ TEST_F(ResultsFileTest, AnEndIsWrittenWithOutcomeValueAndMessage)
                                                           {KVKLuaOutcome::Stopped, "stopped"}};
     for (const auto &[outcome, word] : cases) {
         QFile::remove(path());
-        ResultsFile results(path(), false);
+        Results results({path(), {}}, false);
         results.writeEnd(ofSystem, {outcome, 7, "ask.lua:1: why"});
         EXPECT_EQ(onlyLine(), R"({"message":"ask.lua:1: why","outcome":")" + word +
                                   R"(","sequence":"ask.lua","system":3,"value":7})");
     }
 }
 
-TEST_F(ResultsFileTest, AnEndWithoutValueAndMessageHasThemEmpty)
+TEST_F(JsonLinesTest, AnEndWithoutValueAndMessageHasThemEmpty)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeEnd(ofGroup, {});
     EXPECT_EQ(onlyLine(),
               R"({"group":"G1","message":"","outcome":"passed","sequence":"ask.lua","value":null})");
 }
 
-TEST_F(ResultsFileTest, TheTimeIsThatOfTheWritingInUniversalTime)
+TEST_F(JsonLinesTest, TheTimeIsThatOfTheWritingInUniversalTime)
 {
     const auto toTheMillisecond = [] {
         return QDateTime::fromMSecsSinceEpoch(QDateTime::currentMSecsSinceEpoch(), Qt::UTC);
     };
     const QDateTime before = toTheMillisecond();
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeEnd(ofSystem, {});
     const QString text = written().value(0).value("time").toString();
     EXPECT_TRUE(text.endsWith('Z')) << text.toStdString();
@@ -131,7 +130,7 @@ TEST_F(ResultsFileTest, TheTimeIsThatOfTheWritingInUniversalTime)
     EXPECT_LE(time, toTheMillisecond());
 }
 
-TEST_F(ResultsFileTest, ValuesKeepTheirKinds)
+TEST_F(JsonLinesTest, ValuesKeepTheirKinds)
 {
     EXPECT_EQ(lineOfResult(true), R"({"result":true})");
     EXPECT_EQ(lineOfResult(false), R"({"result":false})");
@@ -144,16 +143,16 @@ TEST_F(ResultsFileTest, ValuesKeepTheirKinds)
     EXPECT_EQ(lineOfResult(Dictionary{{"a", Dictionary{{"b", Array{1}}}}}), R"({"result":{"a":{"b":[1]}}})");
 }
 
-TEST_F(ResultsFileTest, LargeWholeNumbersAreExact)
+TEST_F(JsonLinesTest, LargeWholeNumbersAreExact)
 {
     EXPECT_EQ(lineOfResult(qlonglong{9007199254740993}), R"({"result":9007199254740993})");
     EXPECT_EQ(lineOfResult(std::numeric_limits<qlonglong>::min()), R"({"result":-9223372036854775808})");
 }
 
-TEST_F(ResultsFileTest, WhateverAnOperatorTypesStaysInOneLine)
+TEST_F(JsonLinesTest, WhateverAnOperatorTypesStaysInOneLine)
 {
     const QString nasty = QString::fromUtf8("a\"b\\c\nd\re\tf</g>\u2028 ü 槽 😀") + QChar(0) + QChar(0x1b);
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeCall({nasty, {}, nasty}, {nasty, {}, Dictionary{{nasty, nasty}}, std::nullopt});
     const QList<QJsonObject> objects = written();
     ASSERT_EQ(objects.size(), 1);
@@ -163,29 +162,29 @@ TEST_F(ResultsFileTest, WhateverAnOperatorTypesStaysInOneLine)
     EXPECT_EQ(objects.at(0).value("result").toObject().value(nasty).toString(), nasty);
 }
 
-TEST_F(ResultsFileTest, TextThatIsNoUnicodeIsEscapedAndComesBackWhole)
+TEST_F(JsonLinesTest, TextThatIsNoUnicodeIsEscapedAndComesBackWhole)
 {
     const QString halves = QString("a") + QChar(0xd83d) + "b" + QChar(0xde00) + QChar(0xde00) + QChar(0xd83d);
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeCall(ofSystem, answered(Dictionary{{halves, halves}}));
     EXPECT_EQ(written().value(0).value("result").toObject().value(halves).toString(), halves);
     EXPECT_TRUE(m_files.read("results.jsonl").contains(R"("a\ud83db\ude00\ude00\ud83d")"));
 }
 
-TEST_F(ResultsFileTest, ALongTextIsWrittenWhole)
+TEST_F(JsonLinesTest, ALongTextIsWrittenWhole)
 {
     QString text(3'000'000, QChar(0x69fd));
     text[0] = 'a';
     text[text.size() - 1] = QChar(0);
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeCall(ofSystem, answered(text));
     ASSERT_EQ(written().size(), 1);
     EXPECT_TRUE(written().at(0).value("result").toString() == text);
 }
 
-TEST_F(ResultsFileTest, EachLineIsThereAtOnce)
+TEST_F(JsonLinesTest, EachLineIsThereAtOnce)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     EXPECT_EQ(written().size(), 0);
     results.writeCall(ofSystem, answered(1));
     EXPECT_EQ(written().size(), 1);
@@ -193,20 +192,20 @@ TEST_F(ResultsFileTest, EachLineIsThereAtOnce)
     EXPECT_EQ(written().size(), 2);
 }
 
-TEST_F(ResultsFileTest, WhatIsThereStaysAndIsWrittenBehind)
+TEST_F(JsonLinesTest, WhatIsThereStaysAndIsWrittenBehind)
 {
     m_files.write("results.jsonl", "{\"earlier\":1}\n");
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeEnd(ofSystem, {});
     ASSERT_EQ(written().size(), 2);
     EXPECT_EQ(written().at(0), (QJsonObject{{"earlier", 1}}));
     EXPECT_EQ(written().at(1).value("system"), QJsonValue(3));
 }
 
-TEST_F(ResultsFileTest, ALineThatACrashHasTornIsEndedBeforeTheNextOne)
+TEST_F(JsonLinesTest, ALineThatACrashHasTornIsEndedBeforeTheNextOne)
 {
     m_files.write("results.jsonl", "{\"earlier\":1}\n{\"torn\":");
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     EXPECT_EQ(m_files.read("results.jsonl"), "{\"earlier\":1}\n{\"torn\":");
     results.writeEnd(ofSystem, {});
     results.writeEnd(ofSystem, {});
@@ -217,9 +216,9 @@ TEST_F(ResultsFileTest, ALineThatACrashHasTornIsEndedBeforeTheNextOne)
     EXPECT_EQ(written().at(3).value("system"), QJsonValue(3));
 }
 
-TEST_F(ResultsFileTest, ARunBeginsWithALineOfItsOwnThatItsOtherLinesReferTo)
+TEST_F(JsonLinesTest, ARunBeginsWithALineOfItsOwnThatItsOtherLinesReferTo)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.beginRun("Line 3", m_files.path("sub/../station.toml"));
     results.writeEnd(ofSystem, {});
     results.beginRun("Line 3", m_files.path("station.toml"));
@@ -237,9 +236,9 @@ TEST_F(ResultsFileTest, ARunBeginsWithALineOfItsOwnThatItsOtherLinesReferTo)
     EXPECT_EQ(lines.at(3).value("run"), lines.at(2).value("run"));
 }
 
-TEST_F(ResultsFileTest, ARunsLineAndEachAnswerSayWhoGaveIt)
+TEST_F(JsonLinesTest, ARunsLineAndEachAnswerSayWhoGaveIt)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.beginRun("Line 3", m_files.path("station.toml"), "4711");
     results.writeCall(ofSystem, answered(1));
     results.writeEnd(ofSystem, {});
@@ -254,33 +253,35 @@ TEST_F(ResultsFileTest, ARunsLineAndEachAnswerSayWhoGaveIt)
     EXPECT_FALSE(lines.at(4).contains("operator"));
 }
 
-TEST_F(ResultsFileTest, ASecondWriterIsRefusedAsLongAsThereIsAFirst)
+TEST_F(JsonLinesTest, ASecondWriterIsRefusedAsLongAsThereIsAFirst)
 {
-    std::optional<ResultsFile> first;
-    first.emplace(path(), false);
-    EXPECT_EQ(testsupport::refusalOf([this] { const ResultsFile second(path(), false); }),
+    std::optional<Results> first;
+    first.emplace(station::ResultsTargets{path(), {}}, false);
+    EXPECT_EQ(testsupport::refusalOf([this] {
+                  const Results second({path(), {}}, false);
+              }),
               "--results: " + path() + ": another station writes to it");
     first->writeEnd(ofSystem, {});
     EXPECT_FALSE(first->hasFailed());
     first.reset();
-    const ResultsFile third(path(), false);
+    const Results third({path(), {}}, false);
     EXPECT_EQ(written().size(), 1);
 }
 
-TEST_F(ResultsFileTest, ADeviceMayHaveSeveralWriters)
+TEST_F(JsonLinesTest, ADeviceMayHaveSeveralWriters)
 {
-    ResultsFile first("/dev/null", false);
-    ResultsFile second("/dev/null", false);
+    Results first({"/dev/null", {}}, false);
+    Results second({"/dev/null", {}}, false);
     first.writeEnd(ofSystem, {});
     second.writeEnd(ofSystem, {});
     EXPECT_FALSE(first.hasFailed());
     EXPECT_FALSE(second.hasFailed());
 }
 
-TEST_F(ResultsFileTest, AFileThatHasBeenRemovedIsToldOnce)
+TEST_F(JsonLinesTest, AFileThatHasBeenRemovedIsToldOnce)
 {
     testing::internal::CaptureStderr();
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeEnd(ofSystem, {});
     EXPECT_FALSE(results.hasFailed());
     ASSERT_TRUE(QFile::remove(path()));
@@ -292,10 +293,10 @@ TEST_F(ResultsFileTest, AFileThatHasBeenRemovedIsToldOnce)
     EXPECT_FALSE(QFile::exists(path()));
 }
 
-TEST_F(ResultsFileTest, AFileThatHasBeenReplacedIsToldAndLeftAlone)
+TEST_F(JsonLinesTest, AFileThatHasBeenReplacedIsToldAndLeftAlone)
 {
     testing::internal::CaptureStderr();
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     ASSERT_TRUE(QFile::rename(path(), m_files.path("moved.jsonl")));
     m_files.write("results.jsonl", "another's\n");
     results.writeEnd(ofSystem, {});
@@ -305,9 +306,9 @@ TEST_F(ResultsFileTest, AFileThatHasBeenReplacedIsToldAndLeftAlone)
     EXPECT_EQ(m_files.read("results.jsonl"), "another's\n");
 }
 
-TEST_F(ResultsFileTest, LinesOfManySequencesDoNotMix)
+TEST_F(JsonLinesTest, LinesOfManySequencesDoNotMix)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 8; ++thread) {
         threads.emplace_back([&results, thread] {
@@ -328,19 +329,21 @@ TEST_F(ResultsFileTest, LinesOfManySequencesDoNotMix)
         EXPECT_EQ(count, 50);
 }
 
-TEST_F(ResultsFileTest, AFileThatCannotBeWrittenIsRefusedWithItsPath)
+TEST_F(JsonLinesTest, AFileThatCannotBeWrittenIsRefusedWithItsPath)
 {
-    EXPECT_EQ(testsupport::refusalOf([] { const ResultsFile results("/nowhere/r.jsonl", false); }),
+    EXPECT_EQ(testsupport::refusalOf([] {
+                  const Results results({"/nowhere/r.jsonl", {}}, false);
+              }),
               "--results: /nowhere/r.jsonl: No such file or directory");
     EXPECT_TRUE(testsupport::refusalOf([this] {
-                    const ResultsFile results(m_files.folder(), false);
+                    const Results results({m_files.folder(), {}}, false);
                 }).startsWith("--results: " + m_files.folder() + ": "));
 }
 
-TEST_F(ResultsFileTest, AFullDiskIsToldOnceAndRemembered)
+TEST_F(JsonLinesTest, AFullDiskIsToldOnceAndRemembered)
 {
     testing::internal::CaptureStderr();
-    ResultsFile results("/dev/full", false);
+    Results results({"/dev/full", {}}, false);
     EXPECT_FALSE(results.hasFailed());
     results.writeCall(ofSystem, answered(1));
     EXPECT_TRUE(results.hasFailed());
@@ -350,45 +353,21 @@ TEST_F(ResultsFileTest, AFullDiskIsToldOnceAndRemembered)
     EXPECT_TRUE(results.hasFailed());
 }
 
-TEST_F(ResultsFileTest, AFullDiskIsNamedForALongLineToo)
+TEST_F(JsonLinesTest, AFullDiskIsNamedForALongLineToo)
 {
     testing::internal::CaptureStderr();
-    ResultsFile results("/dev/full", false);
+    Results results({"/dev/full", {}}, false);
     results.writeCall(ofSystem, answered(QString(200'000, 'a')));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "station: results are lost: /dev/full: No space left on device\n");
 }
 
-/// Lets no file of this process grow beyond a size, as a full disk does, and puts the limit back.
-class FileSizeLimit
+TEST_F(JsonLinesTest, ALineThatIsWrittenInPartIsLostByNameAndEndedBeforeTheNextOne)
 {
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &m_before), 0);
-        const rlimit limit{bytes, m_before.rlim_max};
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    void (*m_handler)(int);
-    rlimit m_before = {};
-};
-
-TEST_F(ResultsFileTest, ALineThatIsWrittenInPartIsLostByNameAndEndedBeforeTheNextOne)
-{
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     testing::internal::CaptureStderr();
     {
-        const FileSizeLimit limit(1000);
+        const testsupport::FileSizeLimit limit(1000);
         results.writeCall(ofSystem, answered(QString(2000, 'a')));
     }
     results.writeEnd(ofGroup, {});
@@ -400,18 +379,18 @@ TEST_F(ResultsFileTest, ALineThatIsWrittenInPartIsLostByNameAndEndedBeforeTheNex
     EXPECT_EQ(written().at(1).value("group").toString(), "G1");
 }
 
-TEST_F(ResultsFileTest, WithoutAPathNothingIsWrittenAndNothingFails)
+TEST_F(JsonLinesTest, WithoutAPathNothingIsWrittenAndNothingFails)
 {
-    ResultsFile results(QString(), false);
+    Results results({QString(), {}}, false);
     testing::internal::CaptureStdout();
     results.writeCall(ofSystem, answered(1));
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_FALSE(results.hasFailed());
 }
 
-TEST_F(ResultsFileTest, AnswersArePrintedForPeopleWhereThatIsWanted)
+TEST_F(JsonLinesTest, AnswersArePrintedForPeopleWhereThatIsWanted)
 {
-    ResultsFile results(QString(), true);
+    Results results({QString(), {}}, true);
     testing::internal::CaptureStdout();
     results.writeCall(ofSystem, answered(Dictionary{{"SN", "A1"}}));
     results.writeCall(ofGroup, answered(true));
@@ -427,9 +406,9 @@ TEST_F(ResultsFileTest, AnswersArePrintedForPeopleWhereThatIsWanted)
                                                       "group G1: erred, ask.lua:1: why\n");
 }
 
-TEST_F(ResultsFileTest, SystemZeroIsASystemLikeAnyOther)
+TEST_F(JsonLinesTest, SystemZeroIsASystemLikeAnyOther)
 {
-    ResultsFile results(path(), false);
+    Results results({path(), {}}, false);
     results.writeEnd({"ask.lua", 0, {}}, {});
     EXPECT_EQ(written().value(0).value("system"), QJsonValue(0));
     EXPECT_EQ((ResultOwner{"ask.lua", 0, {}}.name()), "system 0");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "station/results/LockedFile.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -18,37 +20,16 @@ public:
     /// another one has it open too.
     explicit AppendedFile(const QString &path);
 
-    [[nodiscard]] const QString &path() const { return m_path; }
+    [[nodiscard]] const QString &path() const { return m_file.path(); }
     /// Adds the line and its end. Returns why it is lost to whoever reads the file; nothing when it is there.
     [[nodiscard]] QString append(const QByteArray &line);
 
 private:
-    void lock();
     [[nodiscard]] bool endsWithinLine() const;
     [[nodiscard]] QString write(const QByteArray &bytes);
-    /// Why the path does not lead to the open file any more; nothing when it does.
-    [[nodiscard]] QString lossOfPath() const;
 
-    /// An open file; closed with it.
-    class Descriptor
-    {
-    public:
-        explicit Descriptor(int number)
-            : m_number(number)
-        {}
-        ~Descriptor();
-        Descriptor(const Descriptor &) = delete;
-        Descriptor &operator=(const Descriptor &) = delete;
-        [[nodiscard]] int number() const { return m_number; }
-
-    private:
-        int m_number;
-    };
-
-    QString m_path;
-    Descriptor m_file;
-    bool m_isRegular = false;
-    bool m_withinLine = false;
+    LockedFile m_file;
+    bool m_withinLine;
 };
 
 } // namespace station

@@ -1,0 +1,31 @@
+#include "station/results/OutboxLabel.h"
+
+#include "platform/MainQueue.h"
+#include "station/results/Results.h"
+
+#include <QPointer>
+
+namespace station {
+
+OutboxLabel::OutboxLabel(Results &results)
+{
+    setObjectName(QStringLiteral("outbox"));
+    // What a server says is no markup.
+    setTextFormat(Qt::PlainText);
+    setVisible(false);
+    results.onWaiting([label = QPointer<OutboxLabel>(this)](const QString &text, const QString &trouble) {
+        platform::MainQueue::async([label, text, trouble] {
+            if (label)
+                label->showText(text, trouble);
+        });
+    });
+}
+
+void OutboxLabel::showText(const QString &text, const QString &trouble)
+{
+    setText(text);
+    setToolTip(trouble.toHtmlEscaped());
+    setVisible(!text.isEmpty());
+}
+
+} // namespace station
