@@ -10,6 +10,7 @@
 #include "station/StationConfig.h"
 #include "station/operator/OperatorScript.h"
 #include "station/record/Recording.h"
+#include "station/results/RefusalNotes.h"
 #include "station/results/Results.h"
 #include "station/window/StationWindow.h"
 
@@ -64,6 +65,7 @@ private:
     StationConfig m_config;
     LogFile m_log;
     Results m_results;
+    RefusalNotes m_refusalNotes{m_results};
     Recording m_recording;
     std::list<LoadedPlugin> m_plugins;
     std::unique_ptr<SequenceRunner> m_runner;

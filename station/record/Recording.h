@@ -1,7 +1,7 @@
 #pragma once
 
-#include "station/results/AppendedFile.h"
 #include "station/record/Recorder.h"
+#include "station/results/AppendedFile.h"
 
 #include <memory>
 #include <optional>

@@ -160,6 +160,8 @@ ResultRows rowsOf(const SequenceDone &sequence)
     row.values.insert(QStringLiteral("outcome"), outcomeText(sequence.end.outcome));
     row.values.insert(QStringLiteral("value"), jsonText(sequence.end.value));
     row.values.insert(QStringLiteral("message"), storableText(sequence.end.message));
+    if (!sequence.end.traceback.isEmpty())
+        row.values.insert(QStringLiteral("traceback"), storableText(sequence.end.traceback));
     return {row};
 }
 

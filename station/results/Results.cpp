@@ -133,6 +133,9 @@ void Results::writeRefusal(const RefusedEntry &entry)
     EntryRefused refused{{}, entry, 0, {}, now()};
     {
         const std::lock_guard lock(m_mutex);
+        // What is scanned before the first run belongs to no answer that could be wanted.
+        if (m_run.isEmpty())
+            return;
         refused.run = m_run;
         refused.operatorBadge = m_operator;
         refused.number = ++m_refusals;

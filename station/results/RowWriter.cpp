@@ -35,9 +35,9 @@ const Statement &statementOf(const QString &kind)
         {QStringLiteral("sequence"),
          insertion(QStringLiteral("sequences"), names("run sequence script system group_name slot started"))},
         {QStringLiteral("end"),
-         {QStringLiteral("UPDATE sequences SET ended = ?, outcome = ?, value = ?, message = ?"
-                         " WHERE run = ? AND sequence = ?"),
-          names("ended outcome value message run sequence")}},
+         {QStringLiteral("UPDATE sequences SET ended = ?, outcome = ?, value = ?, message = ?,"
+                         " traceback = ? WHERE run = ? AND sequence = ?"),
+          names("ended outcome value message traceback run sequence")}},
         {QStringLiteral("call"),
          insertion(QStringLiteral("calls"),
                    names("run sequence call function started ended milliseconds operator result"

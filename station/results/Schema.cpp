@@ -26,6 +26,7 @@ const QStringList FirstTables{
                    " PRIMARY KEY (run, sequence, call, position))")};
 
 const QStringList OperatorsAndRefusals{
+    QStringLiteral("ALTER TABLE sequences ADD COLUMN traceback TEXT"),
     QStringLiteral("ALTER TABLE runs ADD COLUMN operator TEXT"),
     QStringLiteral("ALTER TABLE calls ADD COLUMN operator TEXT"),
     QStringLiteral("CREATE TABLE refusals (run TEXT NOT NULL, refusal BIGINT NOT NULL,"

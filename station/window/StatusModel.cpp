@@ -164,6 +164,9 @@ QVariant StatusModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return textOf(row, index.column());
+    case Qt::AccessibleTextRole:
+        // An empty cell has nothing to be called by.
+        return textOf(row, index.column()).isEmpty() ? QStringLiteral("none") : textOf(row, index.column());
     case Qt::ToolTipRole:
         // The state's column says all of it where there is no room for another.
         return plainToolTip(index.column() == StateColumn ? stateText(row.state, row.about)

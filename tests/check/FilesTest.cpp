@@ -35,6 +35,9 @@ TEST_F(Files, EveryExampleIsClean)
                          QDirIterator::Subdirectories);
     while (folders.hasNext()) {
         const QString config = folders.next();
+        // Its plug-in is built against what is installed, and it is looked at there.
+        if (config.contains(QStringLiteral("/examples/plugin/")))
+            continue;
         const QString operators = QFileInfo(config).absoluteDir().filePath(QStringLiteral("operator.lua"));
         EXPECT_EQ(linesOf({config}, QFileInfo::exists(operators) ? QStringList{operators} : QStringList()),
                   QStringList())

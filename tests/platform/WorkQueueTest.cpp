@@ -75,8 +75,10 @@ TEST(WorkQueue, WhatAJobHoldsGoesBeforeTheNextJobAndMaySubmitOne)
         order.push_back(1);
         submit(3);
     });
-    queue.async([kept = std::move(held)] {});
+    std::promise<void> second;
+    queue.async([kept = std::move(held), isThere = second.get_future().share()] { isThere.wait(); });
     submit(2);
+    second.set_value();
     last.get_future().wait();
     EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
 }

@@ -65,9 +65,9 @@ TEST_F(SqliteResultsTest, ASequenceIsThereFromItsBeginAndGetsItsEnd)
 {
     EXPECT_EQ(rows("SELECT sequence, script, system, group_name, slot, outcome, ended FROM sequences"),
               (QStringList{"0|ask.lua|3|G1|S4|-|-", "1|both.lua|-|G1|-|-|-"}));
-    m_results->writeEnd(ofSystem, {KVKLuaOutcome::Erred, 7, "ask.lua:1: why"});
-    EXPECT_EQ(rows("SELECT sequence, outcome, value, message, ended >= started FROM sequences"),
-              (QStringList{"0|erred|7|ask.lua:1: why|1", "1|-|-|-|-"}));
+    m_results->writeEnd(ofSystem, {KVKLuaOutcome::Erred, 7, "ask.lua:1: why", "ask.lua:1: in main chunk"});
+    EXPECT_EQ(rows("SELECT sequence, outcome, value, message, traceback, ended >= started FROM sequences"),
+              (QStringList{"0|erred|7|ask.lua:1: why|ask.lua:1: in main chunk|1", "1|-|-|-|-|-"}));
 }
 
 TEST_F(SqliteResultsTest, ACallHasItsAnswerItsButtonItsOperatorAndItsTimes)

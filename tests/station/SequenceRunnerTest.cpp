@@ -6,9 +6,10 @@
 #include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 
+#include <QFile>
+
 #include <algorithm>
 #include <mutex>
-#include <QFile>
 
 using station::Results;
 using station::SequenceKind;
