@@ -4,6 +4,7 @@
 #include "station/QtMessages.h"
 #include "station/Station.h"
 #include "station/StationError.h"
+#include "station/report/ReportCommand.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -70,14 +71,28 @@ int runStation(const station::CommandLine &line, int argc, char **argv)
     return station::Station(line).run();
 }
 
+int reportOnResults(const QStringList &arguments, int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    return station::runReport(arguments);
+}
+
+int runProgram(int argc, char **argv)
+{
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (arguments.value(1) == QLatin1String("report"))
+        return reportOnResults(arguments.mid(1), argc, argv);
+    const auto line = station::readCommandLine(arguments);
+    return line ? runStation(*line, argc, argv) : EXIT_SUCCESS;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     try {
         standAlone();
-        const auto line = station::readCommandLine(argumentsOf(argc, argv));
-        return line ? runStation(*line, argc, argv) : EXIT_SUCCESS;
+        return runProgram(argc, argv);
     } catch (...) {
         QTextStream(stderr) << "station: " << KVKTextOfException(std::current_exception()) << Qt::endl;
         return CannotStart;
