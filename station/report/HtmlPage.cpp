@@ -12,6 +12,7 @@ namespace station::report {
 namespace {
 
 constexpr qsizetype LatestRuns = 100;
+constexpr qsizetype ShortText = 24;
 
 /// The cell of a plot in a row of a table; empty for a table without.
 using PlotOfRow = std::function<QString(qsizetype row)>;
@@ -40,7 +41,8 @@ QString kindOfCell(const ReportColumn &column, const QVariant &cell)
                     QStringLiteral("stopped"), QStringLiteral("open")}
             .contains(cell.toString()))
         return QStringLiteral("outcome ") + cell.toString();
-    return column.kind == CellKind::Text ? QStringLiteral("text") : QString();
+    // What is short stays in one line; a long entry without blanks must not make the table wide.
+    return cell.toString().size() > ShortText ? QStringLiteral("long") : QString();
 }
 
 bool isOfUnit(const ReportTable &table, const QVariantList &row)

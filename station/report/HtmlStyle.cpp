@@ -23,7 +23,7 @@ body {
   margin: 0; padding: 2rem 1.25rem 3rem; background: var(--page); color: var(--text);
   font: 15px/1.5 system-ui, "DejaVu Sans", sans-serif; font-variant-numeric: tabular-nums;
 }
-main, header, footer { max-width: 64rem; margin: 0 auto; }
+main, header, footer { max-width: 70rem; margin: 0 auto; }
 h1 { margin: 0; font-size: 1.75rem; line-height: 1.25; overflow-wrap: anywhere; }
 h2 { margin: 0 0 .75rem; font-size: 1.1rem; overflow-wrap: anywhere; }
 p { margin: 0; }
@@ -40,14 +40,14 @@ section {
 .tiles dt { color: var(--quiet); font-size: .8125rem; }
 .tiles dd { margin: 0; font-size: 1.5rem; font-weight: 600; line-height: 1.3; white-space: nowrap; }
 .wide { overflow-x: auto; }
-table { width: 100%; border-collapse: collapse; }
-th, td { padding: .375rem .625rem; border-bottom: 1px solid var(--line); text-align: left; white-space: nowrap; }
+table { width: 100%; border-collapse: collapse; font-size: .9375rem; }
+th, td { padding: .375rem .5rem; border-bottom: 1px solid var(--line); text-align: left; white-space: nowrap; }
 tr > :first-child { padding-left: 0; }
 tr > :last-child { padding-right: 0; }
 tbody tr:last-child > * { border-bottom: 0; }
 th { color: var(--quiet); font-size: .8125rem; font-weight: 600; }
 td { unicode-bidi: isolate; }
-td.text { max-width: 22rem; overflow-wrap: anywhere; white-space: pre-wrap; }
+td.long { min-width: 14rem; overflow-wrap: anywhere; white-space: pre-wrap; }
 .number { text-align: right; }
 td.plot { width: 70%; min-width: 7rem; }
 td.outcome { font-weight: 600; }
@@ -76,12 +76,15 @@ i.stopped { background: var(--stopped); } i.open { background: var(--open); }
   .tiles dd { font-size: 1.25rem; }
 }
 @media print {
-  body { padding: 0; background: none; font-size: 10px; print-color-adjust: exact; -webkit-print-color-adjust: exact; }
+  html { font-size: 10px; }
+  body { padding: 0; background: none; font-size: 1rem; print-color-adjust: exact; -webkit-print-color-adjust: exact; }
   section, .tiles div { border-radius: 0; border-color: #bbb; }
   h2, .legend { break-after: avoid; }
   tr, .course, .tiles { break-inside: avoid; }
+  .tiles { grid-template-columns: repeat(6, 1fr); }
   .wide { overflow: visible; }
-  th, td { padding: .2rem .4rem; white-space: normal; }
+  th, td { padding: .2rem .4rem; }
+  td.long { min-width: 8rem; }
 }
 )css";
 

@@ -14,9 +14,9 @@ ReportColumn column(const char *name, const char *heading, CellKind kind)
     return {QString::fromLatin1(name), QString::fromLatin1(heading), kind};
 }
 
-ReportColumn forPrograms(const char *name)
+ReportColumn forPrograms(const char *name, CellKind kind = CellKind::Text)
 {
-    return {QString::fromLatin1(name), QString::fromLatin1(name), CellKind::Text, true};
+    return {QString::fromLatin1(name), QString::fromLatin1(name), kind, true};
 }
 
 const QList<ReportColumn> OutcomeColumns{
@@ -70,7 +70,7 @@ ReportTable runsTable(const Figures &figures)
     ReportTable table{QStringLiteral("runs"),
                       QStringLiteral("Runs"),
                       {},
-                      {column("started", "Started", CellKind::Time), column("ended", "Ended", CellKind::Time),
+                      {column("started", "Started", CellKind::Time), forPrograms("ended", CellKind::Time),
                        text("station", "Station"), text("operator", "Operator"),
                        column("systems", "Systems", CellKind::Count), text("outcome", "Outcome")},
                       {}};
