@@ -309,9 +309,10 @@ TEST_F(FiguresReaderTest, AHundredThousandAnswersAreRead)
               {"BEGIN",
                numbers.arg(999) + "INSERT INTO runs (run, station, configuration, started)"
                                   " SELECT 'r' || i, 'Line 3', '/', '2026-11-20T08:00:00.000Z' FROM n",
-               numbers.arg(9'999) + "INSERT INTO sequences (run, sequence, script, system, group_name, slot,"
-                                    " started, outcome) SELECT 'r' || (i / 10), i % 10, 'a.lua', i % 10, 'G1',"
-                                    " 'S' || (i % 10), '', 'passed' FROM n",
+               numbers.arg(9'999) +
+                   "INSERT INTO sequences (run, sequence, script, system, group_name, slot,"
+                   " started, outcome) SELECT 'r' || (i / 10), i % 10, 'a.lua', i % 10, 'G1',"
+                   " 'S' || (i % 10), '', 'passed' FROM n",
                numbers.arg(99'999) + "INSERT INTO calls (run, sequence, call, function, started, ended,"
                                      " milliseconds, result) SELECT 'r' || (i / 100), i / 10 % 10, i % 10,"
                                      " 'showView', '', '', i, '' FROM n",
