@@ -90,7 +90,7 @@ TEST(MeetingTest, AStationThatComesAndGoesIsReadAtOneMoment)
     const QString path = files.path("results.sqlite");
     fill(path);
     BriefStation station(path);
-    for (int round = 0; round < 30; ++round) {
+    for (int round = 0; round < 15; ++round) {
         station.begin();
         const Figures figures = readFigures(path, {});
         station.waitForEnd();
