@@ -13,6 +13,7 @@ namespace {
 
 constexpr qsizetype LatestRuns = 100;
 constexpr qsizetype ShortText = 24;
+const QString Long = QStringLiteral("long");
 
 /// The cell of a plot in a row of a table; empty for a table without.
 using PlotOfRow = std::function<QString(qsizetype row)>;
@@ -42,7 +43,7 @@ QString kindOfCell(const ReportColumn &column, const QVariant &cell)
             .contains(cell.toString()))
         return QStringLiteral("outcome ") + cell.toString();
     // What is short stays in one line; a long entry without blanks must not make the table wide.
-    return cell.toString().size() > ShortText ? QStringLiteral("long") : QString();
+    return cell.toString().size() > ShortText ? Long : QString();
 }
 
 bool isOfUnit(const ReportTable &table, const QVariantList &row)
@@ -100,7 +101,9 @@ private:
                 text += element("td", m_plot(row), QStringLiteral("plot"));
             const ReportColumn &column = m_table.columns.at(m_shown.at(place));
             const QVariant &cell = m_table.rows.at(row).at(m_shown.at(place));
-            text += element("td", escaped(shownCell(column.kind, cell)), kindOfCell(column, cell));
+            const QString kind = kindOfCell(column, cell);
+            const QString content = escaped(shownCell(column.kind, cell));
+            text += element("td", kind == Long ? element("div", content) : content, kind);
         }
         return text;
     }

@@ -25,7 +25,7 @@ body {
 }
 main, header, footer { max-width: 70rem; margin: 0 auto; }
 h1 { margin: 0; font-size: 1.75rem; line-height: 1.25; overflow-wrap: anywhere; }
-h2 { margin: 0 0 .75rem; font-size: 1.1rem; overflow-wrap: anywhere; }
+h2 { margin: 0 0 .75rem; max-height: 6em; overflow-y: auto; font-size: 1.1rem; overflow-wrap: anywhere; }
 p { margin: 0; }
 .under, .note, footer { color: var(--quiet); font-size: .875rem; }
 .under { margin-top: .25rem; overflow-wrap: anywhere; }
@@ -46,10 +46,11 @@ tr > :first-child { padding-left: 0; }
 tr > :last-child { padding-right: 0; }
 tbody tr:last-child > * { border-bottom: 0; }
 th { color: var(--quiet); font-size: .8125rem; font-weight: 600; }
-td { unicode-bidi: isolate; }
+td { unicode-bidi: isolate; vertical-align: top; }
 td.long { min-width: 14rem; overflow-wrap: anywhere; white-space: pre-wrap; }
+td.long div { max-height: 9em; overflow-y: auto; }
 .number { text-align: right; }
-td.plot { width: 70%; min-width: 7rem; }
+td.plot { vertical-align: middle; width: 70%; min-width: 7rem; }
 td.outcome { font-weight: 600; }
 td.passed { color: color-mix(in srgb, var(--passed) 82%, var(--text)); }
 td.failed { color: var(--failed); }
@@ -85,6 +86,7 @@ i.stopped { background: var(--stopped); } i.open { background: var(--open); }
   .wide { overflow: visible; }
   th, td { padding: .2rem .4rem; }
   td.long { min-width: 8rem; }
+  td.long div, h2 { max-height: none; }
 }
 )css";
 
