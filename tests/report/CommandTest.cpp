@@ -1,7 +1,9 @@
+#include "station/report/ReportTable.h"
 #include "tests/report/ExampleResults.h"
 #include "tests/report/ReportRun.h"
 
 #include <QDir>
+#include <QFile>
 
 using platform::Dictionary;
 using testsupport::ExampleResults;
@@ -41,6 +43,30 @@ TEST_F(CommandTest, TheReportIsPrintedWhereThereIsNoDisplay)
     EXPECT_EQ(run.errors, "");
     EXPECT_TRUE(run.output.startsWith("Report of " + m_path.toUtf8() + "\n1 runs, 1 sequences, 1 answers;"))
         << run.output.toStdString();
+}
+
+TEST_F(CommandTest, AnotherProgramWritesMeanwhileAndGoesOn)
+{
+    ExampleResults results(m_path);
+    for (int run = 1; run <= 3; ++run) {
+        results.run(QString::number(run), "2026-11-20T09:00:00.000Z");
+        results.system(0);
+        results.answers(Dictionary{{"SN", "A1"}}, 1500);
+        const QByteArray head =
+            QByteArray::number(run + 1) + " runs, " + QByteArray::number(run + 1) + " sequences";
+        EXPECT_TRUE(ReportRun({m_path}).output.contains(head)) << run;
+    }
+    results.close();
+    EXPECT_EQ(QDir(m_files.folder()).entryList(QDir::Files), QStringList{"results.sqlite"});
+}
+
+TEST_F(CommandTest, ThePageOfTheDocumentsNamesEveryTable)
+{
+    QFile page(DOCS_PATH "/reports.md");
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    const QByteArray text = page.readAll();
+    for (const QString &name : station::report::tableNames())
+        EXPECT_TRUE(text.contains("\n| `" + name.toUtf8() + "` | ")) << name.toStdString();
 }
 
 TEST_F(CommandTest, OneTableIsPrintedWhole)
