@@ -136,7 +136,12 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
     if (parser.isSet(help)) {
         QTextStream(stdout)
             << parser.helpText()
-            << "\nExit status: 0 every sequence passed, 1 one did not, 2 the station could not start.\n";
+            << "\nOther commands, each with a --help of its own:\n"
+               "  station check FILE...         looks for mistakes in configurations and scripts, and runs "
+               "nothing\n"
+               "  station new DIR               writes a small station that runs\n"
+               "  station report FILE.sqlite    says what results hold, as text, CSV or HTML\n"
+               "\nExit status: 0 every sequence passed, 1 one did not, 2 the station could not start.\n";
         return std::nullopt;
     }
     if (parser.isSet(version)) {

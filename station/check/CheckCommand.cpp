@@ -39,8 +39,9 @@ std::optional<CheckRequest> requestOf(const QStringList &arguments)
         throw StationError(QStringLiteral("check: %1; see station check --help").arg(parser.errorText()));
     }
     if (parser.isSet(help)) {
-        QTextStream(stdout) << parser.helpText().replace(QStringLiteral("Usage: check"),
-                                                         QStringLiteral("Usage: station check"))
+        // The first line names this program by its path.
+        const QString text = parser.helpText();
+        QTextStream(stdout) << "Usage: station check [options] FILE..." << text.mid(text.indexOf('\n'))
                             << Statuses;
         return std::nullopt;
     }

@@ -39,9 +39,9 @@ std::optional<QString> folderOf(const QStringList &arguments)
     if (!parser.parse(arguments))
         throw StationError(QStringLiteral("new: %1; see station new --help").arg(parser.errorText()));
     if (parser.isSet(help)) {
-        QTextStream(stdout) << parser.helpText().replace(QStringLiteral("Usage: new"),
-                                                         QStringLiteral("Usage: station new"))
-                            << Help;
+        // The first line names this program by its path.
+        const QString text = parser.helpText();
+        QTextStream(stdout) << "Usage: station new [options] DIR" << text.mid(text.indexOf('\n')) << Help;
         return std::nullopt;
     }
     if (parser.positionalArguments().size() != 1 || parser.positionalArguments().constFirst().isEmpty())
