@@ -11,8 +11,8 @@
 
 namespace {
 
-/// The environment of every test: no display, one style, one font, one locale and time zone, a home of its own,
-/// and nobody's results server.
+/// The environment of every test: no display, one style, one font, one locale and time zone, a home of its
+/// own, and nobody's results server.
 void pinEnvironment(const QTemporaryDir &home)
 {
     const QByteArray path = home.path().toUtf8();
