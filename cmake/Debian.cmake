@@ -52,8 +52,11 @@ are in the package interactive-station.")
 
 set(CPACK_DEBIAN_STATION_PACKAGE_NAME interactive-station)
 set(CPACK_DEBIAN_STATION_PACKAGE_SECTION electronics)
-set(CPACK_DEBIAN_STATION_PACKAGE_DEPENDS "${library_package} (${same_version})")
-set(CPACK_DEBIAN_STATION_PACKAGE_RECOMMENDS "qt6-wayland")
+# Qt loads its database drivers by name, so that no library tells of them. Its plug-ins for sound, for SVG, for X11 and
+# for no display at all come with the libraries that the program is linked to.
+set(CPACK_DEBIAN_STATION_PACKAGE_DEPENDS "${library_package} (${same_version}), libqt6sql6-sqlite, libqt6sql6-psql")
+# Sounds are heard where one of these servers runs; a desktop has one.
+set(CPACK_DEBIAN_STATION_PACKAGE_RECOMMENDS "qt6-wayland, pipewire-pulse | pulseaudio")
 set(CPACK_COMPONENT_STATION_DESCRIPTION "operator input for multi-position test stations
 A test station tests many units at once, each position driven by a Lua
 sequence of its own. When a sequence needs a person, to scan a serial number,

@@ -25,8 +25,10 @@ usage() {
 mkdir -p build/logs 2>/dev/null || stop "cannot write to $root/build; to whom does it belong?"
 
 # ccache and Qt want a home folder, and Qt a locale in UTF-8; neither is certain where nobody logs in.
-export HOME=${HOME:-$root/build/home}
-mkdir -p "$HOME" 2>/dev/null || true
+if ! mkdir -p "${HOME:-}" 2>/dev/null || [ ! -w "$HOME" ]; then
+    export HOME=$root/build/home
+    mkdir -p "$HOME"
+fi
 if [ "$(locale charmap 2>/dev/null)" != UTF-8 ]; then
     export LC_ALL=C.UTF-8
 fi

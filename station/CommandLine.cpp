@@ -56,6 +56,9 @@ const QCommandLineOption
                          "Otherwise what was chosen in its menu holds."),
           QStringLiteral("light|dark|auto"));
 
+constexpr char Usage[] = "Usage: station --config FILE [options]\n"
+                         "       station check|new|report ...; each tells more with --help";
+
 std::optional<ThemeChoice> themeOf(const QCommandLineParser &parser)
 {
     if (!parser.isSet(Theme))
@@ -128,20 +131,20 @@ std::optional<CommandLine> readCommandLine(const QStringList &arguments)
         "Runs Lua test sequences for the systems of a station and asks its operator for input."));
     parser.addOptions(
         {Config, Sequence, OperatorScript, Headless, Results, Record, Log, Plugin, Badge, Theme});
-    const QCommandLineOption help = parser.addHelpOption();
+    // Not the parser's own, which speaks of Qt as well.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Says how it is used."));
+    parser.addOption(help);
     const QCommandLineOption version = parser.addVersionOption();
     // Not process(), which ends the program by itself, with a status of its own.
     if (!parser.parse(arguments))
         throw StationError(complaint(parser) + QStringLiteral("; see --help"));
     if (parser.isSet(help)) {
+        // The parser takes a name from an application, and there is none yet.
+        const QString text = parser.helpText();
         QTextStream(stdout)
-            << parser.helpText()
-            << "\nOther commands, each with a --help of its own:\n"
-               "  station check FILE...         looks for mistakes in configurations and scripts, and runs "
-               "nothing\n"
-               "  station new DIR               writes a small station that runs\n"
-               "  station report FILE.sqlite    says what results hold, as text, CSV or HTML\n"
-               "\nExit status: 0 every sequence passed, 1 one did not, 2 the station could not start.\n";
+            << Usage << text.mid(text.indexOf(QLatin1Char('\n')))
+            << "\nExit status: 0 every sequence passed, 1 one did not, 2 the station could not start.\n";
         return std::nullopt;
     }
     if (parser.isSet(version)) {

@@ -29,8 +29,10 @@ std::optional<CheckRequest> requestOf(const QStringList &arguments)
                                     QStringLiteral("A plug-in's library, instead of those of the "
                                                    "configuration, or a folder to look for these in first."),
                                     QStringLiteral("PATH"));
-    parser.addOptions({operatorScript, plugin});
-    const QCommandLineOption help = parser.addHelpOption();
+    // Not the parser's own, which speaks of Qt as well.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Says how it is used."));
+    parser.addOptions({operatorScript, plugin, help});
     parser.addPositionalArgument(QStringLiteral("file"),
                                  QStringLiteral("Configurations (TOML), sequences and operator scripts "
                                                 "(*.lua)."),
@@ -39,7 +41,7 @@ std::optional<CheckRequest> requestOf(const QStringList &arguments)
         throw StationError(QStringLiteral("check: %1; see station check --help").arg(parser.errorText()));
     }
     if (parser.isSet(help)) {
-        // The first line names this program by its path.
+        // The parser takes the program's path for the command's name.
         const QString text = parser.helpText();
         QTextStream(stdout) << "Usage: station check [options] FILE..." << text.mid(text.indexOf('\n'))
                             << Statuses;

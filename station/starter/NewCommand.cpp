@@ -32,16 +32,19 @@ std::optional<QString> folderOf(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Writes a small station that runs: %1.").arg(Files.join(QStringLiteral(", "))));
-    const QCommandLineOption help = parser.addHelpOption();
+    // Not the parser's own, which speaks of Qt as well.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Says how it is used."));
+    parser.addOption(help);
     parser.addPositionalArgument(QStringLiteral("dir"),
                                  QStringLiteral("The folder; it is made when it is not there."),
                                  QStringLiteral("DIR"));
     if (!parser.parse(arguments))
         throw StationError(QStringLiteral("new: %1; see station new --help").arg(parser.errorText()));
     if (parser.isSet(help)) {
-        // The first line names this program by its path.
+        // The parser takes a name from an application, and there is none here.
         const QString text = parser.helpText();
-        QTextStream(stdout) << "Usage: station new [options] DIR" << text.mid(text.indexOf('\n')) << Help;
+        QTextStream(stdout) << "Usage: station new DIR" << text.mid(text.indexOf('\n')) << Help;
         return std::nullopt;
     }
     if (parser.positionalArguments().size() != 1 || parser.positionalArguments().constFirst().isEmpty())

@@ -116,6 +116,12 @@ class Packages(unittest.TestCase):
         for name in (STATION, LIBRARIES):
             for wanted in ("libqt6widgets6 (>=", "liblua5.4-0 (>=", "libc6 (>="):
                 self.assertIn(wanted, field(name, "Depends"))
+        # Nothing that is linked names the drivers; without them no result gets into a database.
+        depends = field(STATION, "Depends").split(", ")
+        self.assertLessEqual({"libqt6sql6-sqlite", "libqt6sql6-psql"}, set(depends))
+        # What brings Qt's plug-ins for sound, for SVG, for X11 and for no display.
+        for wanted in ("libqt6multimedia6", "libqt6svg6", "libqt6gui6"):
+            self.assertIn(wanted, [name.partition(" ")[0] for name in depends])
         version = field(LIBRARIES, "Version")
         for name in (STATION, DEVELOPMENT):
             self.assertIn(f"{LIBRARIES} (= {version})", field(name, "Depends"))
@@ -159,6 +165,15 @@ class Packages(unittest.TestCase):
             self.assertIn(f"       {option.replace('<', '').replace('>', '')}", text)
         for name in ("station", "interactive-station"):
             self.assertIn(name, text)
+
+    def test_the_man_page_names_the_commands_that_there_are(self):
+        page = UNPACKED / "usr/share/man/man1/station.1.gz"
+        text = self.succeeds(run("man", "-l", page, MANWIDTH="100", MANPAGER="cat", LC_ALL="C.UTF-8"))
+        commands = re.findall(r"^ {7}station ([a-z]+) .*(?:FILE|DIR)", text[: text.index("DESCRIPTION")], re.MULTILINE)
+        self.assertEqual(commands, ["check", "new", "report"])
+        for command in commands:
+            told = self.succeeds(run(UNPACKED / "usr/bin/station", command, "--help"))
+            self.assertIn(f"Usage: station {command} ", told)
 
     def test_the_desktop_entry_is_valid_and_starts_what_is_installed(self):
         entry = UNPACKED / f"usr/share/applications/{STATION}.desktop"
@@ -224,6 +239,16 @@ class Packages(unittest.TestCase):
         done = run(BUILT / "host/host", newer, "none.lua")
         self.assertEqual(done.returncode, 2)
         self.assertRegex(done.stdout, r"offers the interface '\S+/1\.9999', this host needs \S+/1\.0\n")
+
+    def test_the_example_of_the_small_plugin_is_clean(self):
+        # What it calls is known from the plug-in alone.
+        example = PREFIX / f"share/{STATION}/examples/plugin"
+        files = [example / "station.toml", example / "operator.lua"]
+        station = PREFIX / "bin/station"
+        self.assertEqual(self.succeeds(run(station, "check", *files, "--plugin", BUILT / "plugin")), "")
+        done = run(station, "check", *files, "--plugin", PREFIX / LIBDIR / STATION / "libInteractiveView.so")
+        self.assertEqual(done.returncode, 1)
+        self.assertRegex(done.stdout, r"sequence.lua:\d+:\d+: 'lamp' is not defined")
 
     def test_the_station_runs_the_small_plugin_beside_its_own(self):
         example = PREFIX / f"share/{STATION}/examples/plugin"

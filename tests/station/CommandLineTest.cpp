@@ -160,6 +160,9 @@ TEST_F(CommandLineTest, HelpIsPrintedAndNothingElseDone)
              {"--config <FILE>", "--sequence <FILE>", "--operator <FILE>", "--headless", "--results <FILE>",
               "--record <FILE>", "--log <FILE>", "--plugin <PATH>", "--version"})
             EXPECT_TRUE(help.contains(named)) << named.toStdString();
+        EXPECT_TRUE(
+            help.startsWith("Usage: station --config FILE [options]\n       station check|new|report "))
+            << help.toStdString();
         EXPECT_TRUE(help.endsWith(
             "\nExit status: 0 every sequence passed, 1 one did not, 2 the station could not start.\n"))
             << help.toStdString();

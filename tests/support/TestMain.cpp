@@ -4,14 +4,15 @@
 #include <QApplication>
 #include <QFont>
 #include <QLocale>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-/// The environment of every test: no display, one style, one font, one locale and time zone, and a home of
-/// its own.
+/// The environment of every test: no display, one style, one font, one locale and time zone, a home of its
+/// own, and nobody's results server.
 void pinEnvironment(const QTemporaryDir &home)
 {
     const QByteArray path = home.path().toUtf8();
@@ -22,6 +23,11 @@ void pinEnvironment(const QTemporaryDir &home)
     qputenv("HOME", path);
     qputenv("XDG_CONFIG_HOME", path);
     qputenv("XDG_RUNTIME_DIR", path);
+    qunsetenv("XDG_STATE_HOME");
+    for (const QString &name : QProcessEnvironment::systemEnvironment().keys()) {
+        if (name.startsWith(QLatin1String("PG")))
+            qunsetenv(name.toUtf8().constData());
+    }
 }
 
 } // namespace
