@@ -65,6 +65,8 @@ void StatusTable::setLook()
     setShowGrid(false);
     setWordWrap(false);
     setFrameShape(QFrame::NoFrame);
+    // What no row stands on is not to be looked at.
+    viewport()->setBackgroundRole(QPalette::Window);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
