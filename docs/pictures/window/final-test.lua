@@ -3,7 +3,7 @@ local answer = showView(systemIndex, {
     input = { "SN" },
     pattern = "SN26[0-9]{5}",
     unique = "run",
-    hint = "SN26 and five digits",
+    hint = "SN26 and 5 digits",
     button = { "Cancel", "OK" },
     backgroundAlpha = 0.7,
 })
