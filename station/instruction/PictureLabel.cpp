@@ -61,7 +61,7 @@ void PictureLabel::fit(int width, double zoom)
     m_shownSize = size;
     const double ratio = devicePixelRatioF();
     QImage scaled = m_picture.image.scaled((QSizeF(size) * ratio).toSize(), Qt::IgnoreAspectRatio,
-                                                 Qt::SmoothTransformation);
+                                           Qt::SmoothTransformation);
     // It keeps the ratio of what it was made from, by which it would be drawn smaller than the pixels it has.
     scaled.setDevicePixelRatio(1.0);
     QPixmap pixmap(scaled.size());

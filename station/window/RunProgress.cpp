@@ -97,7 +97,8 @@ QSize RunProgress::minimumSizeHint() const
     return {LeastWidth, Height};
 }
 
-/// The bar runs below the text and not behind it: half a digit on each of two colours could not be read from afar.
+/// The bar runs below the text and not behind it: half a digit on each of two colours could not be read from
+/// afar.
 void RunProgress::paintEvent(QPaintEvent *)
 {
     if (text().isEmpty())
