@@ -5,6 +5,7 @@
 #include "station/Station.h"
 #include "station/StationError.h"
 #include "station/check/CheckCommand.h"
+#include "station/report/ReportCommand.h"
 #include "station/starter/NewCommand.h"
 
 #include <QApplication>
@@ -81,13 +82,22 @@ int checkFilesOnly(const QStringList &arguments, int argc, char **argv)
     return station::runCheck(arguments);
 }
 
+int reportOnResults(const QStringList &arguments, int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    return station::runReport(arguments);
+}
+
 int runProgram(int argc, char **argv)
 {
     const QStringList arguments = argumentsOf(argc, argv);
-    if (arguments.value(1) == QLatin1String("check"))
+    const QString command = arguments.value(1);
+    if (command == QLatin1String("check"))
         return checkFilesOnly(arguments.mid(1), argc, argv);
-    if (arguments.value(1) == QLatin1String("new"))
+    if (command == QLatin1String("new"))
         return station::runNew(arguments.mid(1));
+    if (command == QLatin1String("report"))
+        return reportOnResults(arguments.mid(1), argc, argv);
     const auto line = station::readCommandLine(arguments);
     return line ? runStation(*line, argc, argv) : EXIT_SUCCESS;
 }

@@ -4,8 +4,6 @@ namespace station::schema {
 
 namespace {
 
-/// Tells results from other SQLite files, for programs such as file(1) too: "KVRS".
-constexpr int ApplicationId = 0x4b565253;
 /// The advisory lock that stations take one after another: any number that nobody else uses.
 const QString Lock = QStringLiteral("SELECT pg_advisory_xact_lock(5428126943715087955)");
 
@@ -32,15 +30,6 @@ const QStringList OperatorsAndRefusals{
     QStringLiteral("CREATE TABLE refusals (run TEXT NOT NULL, refusal BIGINT NOT NULL,"
                    " refused TIMETYPE NOT NULL, kind TEXT NOT NULL, text TEXT NOT NULL, system BIGINT,"
                    " group_name TEXT, slot TEXT, operator TEXT, PRIMARY KEY (run, refusal))")};
-
-void refuseNewer(int version)
-{
-    if (version > Version) {
-        throw SqlError(QStringLiteral("the results are of version %1, and this station knows up to %2")
-                           .arg(version)
-                           .arg(Version));
-    }
-}
 
 void climb(SqlConnection &connection, Dialect dialect, int version)
 {
@@ -95,6 +84,15 @@ void prepareServer(SqlConnection &connection)
 }
 
 } // namespace
+
+void refuseNewer(int version)
+{
+    if (version > Version) {
+        throw SqlError(QStringLiteral("the results are of version %1, and this station knows up to %2")
+                           .arg(version)
+                           .arg(Version));
+    }
+}
 
 QStringList stepTo(int version, Dialect dialect)
 {
