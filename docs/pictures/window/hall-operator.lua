@@ -6,7 +6,7 @@ for index = 0, 95 do
         operator.waitForPanel(tostring(index), scene.limit)
     end
 end
-operator.sleep(4.5)
+operator.sleep(4.0)
 operator.fill("0-SN", "SN2600411")
 operator.click("0-SN")
 scene.take()

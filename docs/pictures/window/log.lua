@@ -6,7 +6,7 @@ for index = 0, 7 do
 end
 operator.sleep(1)
 operator.type("\12")
-operator.sleep(2.3)
+operator.sleep(2.6)
 local function enter(at, index, serial)
     scene.clock(at)
     operator.enter(index .. "-SN", serial)
