@@ -1,5 +1,5 @@
--- What is to be looked at stands beside the panels; the window has its size before the first panel opens.
-sleep(0.5)
+-- What is to be looked at stands beside the panels, which open one after the other, in a window that has its size.
+sleep(0.5 + 0.4 * systemIndex)
 local answer = showView(systemIndex, {
     input = { "SN" },
     length = 9,
