@@ -132,9 +132,9 @@ void PanelViews::tell(const QString &key, const QString &text, Tone tone)
     platform::TextField *line = m_statusLines.value(key);
     if (line) {
         const bool isRefusal = tone == Tone::Refusal;
-        // On a ground of its own, since the text has to be read on every colour that a system may have.
-        line->setDrawsBackground(!text.isEmpty());
-        line->setBackgroundColor(isRefusal ? platform::Color::white() : SlotColors::checkingColor());
+        // What is being checked is no refusal, whichever colour the system has: it has a ground of its own.
+        line->setDrawsBackground(!isRefusal && !text.isEmpty());
+        line->setBackgroundColor(SlotColors::checkingColor());
         line->setTextColor(isRefusal ? SlotColors::refusalTextColor() : SlotColors::noteTextColor());
         line->setStringValue(text);
     }

@@ -18,6 +18,13 @@ namespace station {
 
 namespace {
 
+/// Of the library's file what its author has chosen: "libLamps.so" is "Lamps".
+QString nameOf(const QString &path)
+{
+    const QString file = QFileInfo(path).completeBaseName();
+    return file.startsWith(QLatin1String("lib")) ? file.mid(3) : file;
+}
+
 [[noreturn]] void refuse(const QString &path, const QString &why)
 {
     throw StationError(QStringLiteral("plug-in %1: %2").arg(path, why));
@@ -65,7 +72,7 @@ QObject *makeInstance(QPluginLoader &loader, const QString &path)
 LoadedPlugin::LoadedPlugin(const QString &path)
     : m_loader(std::make_unique<QPluginLoader>(path))
     , m_path(path)
-    , m_name(QFileInfo(path).completeBaseName())
+    , m_name(nameOf(path))
 {
     const QString offered = interfaceOf(*m_loader, path);
     QObject *instance = makeInstance(*m_loader, path);

@@ -32,6 +32,7 @@ public:
     LoadedPlugin(const LoadedPlugin &) = delete;
     LoadedPlugin &operator=(const LoadedPlugin &) = delete;
 
+    /// As a person calls it: without what a library's file has around it.
     [[nodiscard]] QString name() const { return m_name; }
     [[nodiscard]] QString path() const { return m_path; }
     [[nodiscard]] KVKExtensionInteractiveView *extension() const { return m_extension; }

@@ -19,6 +19,33 @@ local function waitUntilRead()
 end
 
 return {
+    -- Pictures of the whole window come before the first refusal, which its log tells.
+    -- The list lies over the window, so all of it is shown.
+    { name = "choices", call = "showView", close = "Cancel", whole = true,
+      config = { input = { "Colour" }, choices = { "Red", "Dark red", "Green", "Blue" },
+                 button = { "Cancel", "OK" } },
+      act = function()
+          operator.type("re")
+          operator.sleep(0.5)
+      end,
+      -- Escape folds the list, which lies over the buttons.
+      after = function()
+          operator.type("\27")
+          operator.sleep(0.5)
+      end },
+    { name = "image", call = "showView", close = "Cancel", whole = true,
+      config = { input = { "SN" }, image = "label.svg", button = { "Cancel", "OK" } }, act = waitUntilRead },
+    { name = "instruction", call = "showView", close = "Cancel", whole = true,
+      config = { input = { "SN" }, button = { "Cancel", "OK" }, instruction = [[
+# Before the test
+
+1. Put the unit in **with the label upwards**.
+2. Scan the *bar code* below its name.
+
+| lamp | means |
+|---|---|
+| green | ready |
+| red | call the line's lead |]] } },
     { name = "message-group", call = "showGroupView", config = { message = "Please wait until the oven is warm" } },
     -- The message stays up until the next panel of its group, which has the same key.
     { name = "button-group", call = "showGroupView", close = "Off", config = { button = { "Red", "Green", "Off" } },
@@ -82,34 +109,8 @@ return {
     { name = "default", call = "showGroupView", close = "Cancel",
       config = { input = slots, label = "Rev", default = { S1 = "A4", S2 = "A5" } },
       act = function() operator.scan("B1") end },
-    -- The list lies over the window, so all of it is shown.
-    { name = "choices", call = "showView", close = "Cancel", whole = true,
-      config = { input = { "Colour" }, choices = { "Red", "Dark red", "Green", "Blue" },
-                 button = { "Cancel", "OK" } },
-      act = function()
-          operator.type("re")
-          operator.sleep(0.5)
-      end,
-      -- Escape folds the list, which lies over the buttons.
-      after = function()
-          operator.type("\27")
-          operator.sleep(0.5)
-      end },
     { name = "autoConfirm", call = "showGroupView", close = "Cancel", config = { input = slots, autoConfirm = true },
       act = function() operator.scan("SN26001") end },
-    { name = "image", call = "showView", close = "Cancel", whole = true,
-      config = { input = { "SN" }, image = "label.svg", button = { "Cancel", "OK" } }, act = waitUntilRead },
-    { name = "instruction", call = "showView", close = "Cancel", whole = true,
-      config = { input = { "SN" }, button = { "Cancel", "OK" }, instruction = [[
-# Before the test
-
-1. Put the unit in **with the label upwards**.
-2. Scan the *bar code* below its name.
-
-| lamp | means |
-|---|---|
-| green | ready |
-| red | call the line's lead |]] } },
     { name = "title", call = "showGroupView", close = "OK",
       config = { title = "Second scan", input = { "S9" }, column = 2 } },
 }

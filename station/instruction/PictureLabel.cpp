@@ -60,8 +60,10 @@ void PictureLabel::fit(int width, double zoom)
         return;
     m_shownSize = size;
     const double ratio = devicePixelRatioF();
-    const QImage scaled = m_picture.image.scaled((QSizeF(size) * ratio).toSize(), Qt::IgnoreAspectRatio,
-                                                 Qt::SmoothTransformation);
+    QImage scaled = m_picture.image.scaled((QSizeF(size) * ratio).toSize(), Qt::IgnoreAspectRatio,
+                                           Qt::SmoothTransformation);
+    // It keeps the ratio of what it was made from, by which it would be drawn smaller than the pixels it has.
+    scaled.setDevicePixelRatio(1.0);
     QPixmap pixmap(scaled.size());
     // Black lines on nothing are drawn for paper, and could not be seen on a dark pane.
     pixmap.fill(Qt::white);

@@ -12,6 +12,11 @@ OutboxLabel::OutboxLabel(Results &results)
     setObjectName(QStringLiteral("outbox"));
     // What a server says is no markup.
     setTextFormat(Qt::PlainText);
+    // As large as what is read beside it, and clear of the window's edge.
+    QFont letters = font();
+    letters.setPixelSize(14);
+    setFont(letters);
+    setContentsMargins(10, 0, 10, 0);
     setVisible(false);
     results.onWaiting([label = QPointer<OutboxLabel>(this)](const QString &text, const QString &trouble) {
         platform::MainQueue::async([label, text, trouble] {

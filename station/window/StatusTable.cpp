@@ -21,6 +21,7 @@ constexpr double RowPerLetter = 1.9;
 constexpr int WidestName = 140;
 constexpr int WidestMinimum = 330;
 constexpr int LeastColumn = 20;
+constexpr int FirstCellMargin = 8;
 constexpr int VisibleRows = 8;
 /// The longest wait of a run in which all goes well: rows keep their height while it comes and goes.
 const QString LongestWait = QStringLiteral("the operator");
@@ -65,6 +66,8 @@ void StatusTable::setLook()
     setShowGrid(false);
     setWordWrap(false);
     setFrameShape(QFrame::NoFrame);
+    // What no row stands on is not to be looked at.
+    viewport()->setBackgroundRole(QPalette::Window);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
@@ -176,7 +179,8 @@ ColumnWish StatusTable::wishOf(StatusModel::Column column, const QFont &font) co
     case StatusModel::TimeColumn:
         return {widthOf(LongestUsualTime), widthOf(LongestUsualTime), 0, 5, false};
     case StatusModel::IndexColumn:
-        return {names, names, 0, 4, false};
+        // The frame of a row is twice as wide before its first cell.
+        return {names + FirstCellMargin, names + FirstCellMargin, 0, 4, false};
     default:
         return {names, names, 0, 0, false};
     }

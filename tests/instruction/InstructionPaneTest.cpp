@@ -95,6 +95,18 @@ TEST_F(InstructionPaneTest, APictureIsAsWideAsThePane)
     EXPECT_TRUE(waitUntil([&] { return pane.picture()->width() == width + 100; }));
 }
 
+/// A drawing is kept with more pixels than it has points.
+TEST_F(InstructionPaneTest, ADrawingFillsItsPlace)
+{
+    files.write("red.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='200' height='100'>"
+                           "<rect width='200' height='100' fill='#ff0000'/></svg>");
+    shown("red.svg");
+    ASSERT_TRUE(waitUntil([&] { return hasPicture(); }));
+    const QImage image = pane.picture()->pixmap().toImage();
+    EXPECT_EQ(pane.picture()->size(), QSize(200, 100));
+    EXPECT_EQ(image.pixelColor(image.width() - 5, image.height() - 5), QColor(Qt::red));
+}
+
 TEST_F(InstructionPaneTest, ASmallPictureKeepsItsSize)
 {
     files.draw("small.png", {32, 16});

@@ -249,6 +249,18 @@ TEST_F(PanelContrast, WhatIsBeingCheckedLooksDifferentFromARefusal)
     expectReadable();
 }
 
+TEST_F(PanelContrast, ARefusalStandsOnTheColourOfItsSystem)
+{
+    useTheme(true);
+    open({"", false, {{"input", Array{"SN"}}, {"length", 4}, {"hint", "four characters"}}});
+    expectError("Invalid input");
+    scan("A1");
+    const TextField *line = field("0-StatusLine");
+    ASSERT_FALSE(line->stringValue().isEmpty());
+    EXPECT_FALSE(line->drawsBackground());
+    expectReadable();
+}
+
 TEST_F(PanelContrast, AReasonThatIsCutCanBeReadInFull)
 {
     const QString why = QString("the board came from a lot that was called back ").repeated(4).trimmed();

@@ -29,7 +29,7 @@ QString refusalOfLoading(const QString &path)
 TEST(PluginLoading, TheRealPluginIsLoadedWithAllThatItOffers)
 {
     const LoadedPlugin plugin(PLUGIN_PATH);
-    EXPECT_EQ(plugin.name(), "libInteractiveView");
+    EXPECT_EQ(plugin.name(), "InteractiveView");
     EXPECT_NE(plugin.extension(), nullptr);
     EXPECT_NE(plugin.interruption(), nullptr);
     ASSERT_NE(plugin.view(), nullptr);

@@ -119,6 +119,13 @@ TEST_F(StatusTableTest, ANewStateReplacesTheTextOfTheFormerOne)
     EXPECT_EQ(cell(2, StatusModel::StateColumn), "Running");
 }
 
+TEST_F(StatusTableTest, WhereThereIsNoRowThereIsNothingToLookAt)
+{
+    const QImage whole = picture();
+    EXPECT_EQ(whole.pixelColor(whole.width() / 2, whole.height() - 5),
+              table.palette().color(QPalette::Window));
+}
+
 TEST_F(StatusTableTest, PaintsARowInItsSystemsColours)
 {
     EXPECT_EQ(cell(1, StatusModel::GroupColumn, Qt::BackgroundRole).value<QBrush>().color(), blue.toQColor());
