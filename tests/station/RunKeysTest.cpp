@@ -119,8 +119,6 @@ TEST_F(RunKeysTest, RunRightBehindTheRunsEndRunsOnceMore)
                              window,
                              [this] {
                                  pressRun();
-                                 pressRun();
-                                 pressStop();
                                  pressStop();
                              },
                              Qt::QueuedConnection);
