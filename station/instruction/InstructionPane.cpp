@@ -85,7 +85,7 @@ QToolButton *InstructionPane::makeButton(const QString &sign, const QString &nam
     button->setFont(windowFont(16));
     button->setMinimumSize(26, 26);
     // A click must not take the focus from the field that is being scanned into.
-    button->setFocusPolicy(Qt::NoFocus);
+    button->setFocusPolicy(Qt::TabFocus);
     return button;
 }
 
@@ -93,7 +93,9 @@ void InstructionPane::makeBody()
 {
     m_scroll = new QScrollArea(this);
     m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setFocusPolicy(Qt::TabFocus);
+    nameScrollBars(*m_scroll);
+    m_scroll->setAccessibleName(QStringLiteral("Instructions"));
     m_scroll->setWidgetResizable(true);
     auto *body = new QWidget;
     body->setBackgroundRole(QPalette::Base);
@@ -116,6 +118,14 @@ void InstructionPane::rememberIn(const QString &file)
     m_memory = PaneMemory(file);
     showFold();
     Q_EMIT roomChanged();
+}
+
+QWidgetList InstructionPane::controls() const
+{
+    QWidgetList all(m_zoomButtons.cbegin(), m_zoomButtons.cend());
+    all.append(m_fold);
+    all.append(m_scroll);
+    return all;
 }
 
 int InstructionPane::wantedWidth() const

@@ -56,6 +56,8 @@ public:
     /// 1 shows a picture as wide as the pane; the factor is kept within limits.
     void setZoom(double zoom);
 
+    /// What Tab goes through, in that order; the last is what is scrolled.
+    [[nodiscard]] QWidgetList controls() const;
     [[nodiscard]] PictureLabel *picture() const { return m_picture; }
     [[nodiscard]] InstructionText *text() const { return m_text; }
     [[nodiscard]] QString caption() const;

@@ -1,5 +1,6 @@
 #include "station/window/ControlFocus.h"
 
+#include "platform/KeyRouting.h"
 #include "station/window/WindowLook.h"
 
 #include <QAbstractButton>
@@ -7,6 +8,7 @@
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 
 #include <algorithm>
@@ -52,6 +54,7 @@ ControlFocus::ControlFocus(QWidget *window)
     , m_window(window)
     , m_ring(new Ring(window))
 {
+    platform::keys::watch();
     // On the application: the Tab goes to whoever has the focus before it moves on.
     QApplication::instance()->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { placeRing(now); });
@@ -59,9 +62,22 @@ ControlFocus::ControlFocus(QWidget *window)
 
 void ControlFocus::add(QWidget *control, Stands where)
 {
-    m_controls.append(control);
-    if (where == Stands::AfterViews)
-        m_after.append(control);
+    m_controls.append({control, where, false});
+}
+
+void ControlFocus::addTool(const QWidget &tool)
+{
+    for (QWidget *widget : tool.findChildren<QWidget *>()) {
+        if (widget->focusPolicy() & Qt::TabFocus)
+            m_controls.append({widget, Stands::ToolBar, qobject_cast<QLineEdit *>(widget) != nullptr});
+    }
+}
+
+const ControlFocus::Control *ControlFocus::controlOf(const QObject *widget) const
+{
+    const auto found = std::find_if(m_controls.cbegin(), m_controls.cend(),
+                                    [widget](const Control &each) { return each.widget == widget; });
+    return found == m_controls.cend() ? nullptr : &*found;
 }
 
 /// All that Tab reaches. The toolkit's own order is that in which widgets were made: a panel that opens late
@@ -74,33 +90,36 @@ QWidgetList ControlFocus::stops() const
             !widget->focusProxy())
             all.append(widget);
     };
-    for (const auto &control : m_controls) {
-        if (!m_after.contains(control))
-            addStop(control);
-    }
+    const auto addAll = [&](Stands where) {
+        for (const Control &control : m_controls) {
+            if (control.stands == where)
+                addStop(control.widget);
+        }
+    };
+    addAll(Stands::ToolBar);
+    addAll(Stands::BeforeViews);
     for (QWidget *widget = m_window->nextInFocusChain(); widget != m_window;
          widget = widget->nextInFocusChain()) {
-        if (!m_controls.contains(widget) && widget->window() == m_window)
+        if (!controlOf(widget) && widget->window() == m_window)
             addStop(widget);
     }
-    for (const auto &control : m_after)
-        addStop(control);
+    addAll(Stands::AfterViews);
     return all;
 }
 
-bool ControlFocus::goOn(bool forward)
+void ControlFocus::goOn(bool forward)
 {
-    if (!m_isTab)
-        return false;
-    const QWidgetList all = stops();
-    if (all.isEmpty())
-        return false;
+    const QWidgetList all = m_isTab ? stops() : QWidgetList();
+    if (all.isEmpty()) {
+        // The one that had the focus goes or was disabled: a scan must not find the next one in its place.
+        leave();
+        return;
+    }
     const auto count = all.size();
     const auto at = all.indexOf(m_window->focusWidget());
     const auto before = at < 0 ? (forward ? count - 1 : 0) : at;
     all[(before + (forward ? 1 : count - 1)) % count]->setFocus(forward ? Qt::TabFocusReason
                                                                         : Qt::BacktabFocusReason);
-    return true;
 }
 
 void ControlFocus::followTab(const QObject *watched, const QEvent *event)
@@ -119,53 +138,66 @@ void ControlFocus::followTab(const QObject *watched, const QEvent *event)
 bool ControlFocus::eventFilter(QObject *watched, QEvent *event)
 {
     followTab(watched, event);
-    auto *control = qobject_cast<QWidget *>(watched);
-    if (!control || !m_controls.contains(control))
-        return false;
+    const Control *control = watched->isWidgetType() ? controlOf(watched) : nullptr;
+    return control && takesEvent(*control, event);
+}
+
+bool ControlFocus::takesEvent(const Control &control, QEvent *event)
+{
     switch (event->type()) {
     case QEvent::FocusIn:
         if (isWanted(control, static_cast<QFocusEvent *>(event)->reason())) {
-            m_chosen = control;
+            m_chosen = control.widget;
             return false;
         }
-        m_window->setFocus(Qt::OtherFocusReason);
+        leave();
         return true;
     case QEvent::FocusOut:
         if (static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
             m_chosen = nullptr;
         return false;
     case QEvent::KeyPress:
-        return keyPressed(control, static_cast<QKeyEvent *>(event)->key());
+        return keyPressed(control, *static_cast<QKeyEvent *>(event));
     case QEvent::Resize:
     case QEvent::Move:
-        if (control->hasFocus())
-            placeRing(control);
+        if (control.widget->hasFocus())
+            placeRing(control.widget);
         return false;
     default:
         return false;
     }
 }
 
-bool ControlFocus::isWanted(const QWidget *control, Qt::FocusReason reason) const
+bool ControlFocus::isWanted(const Control &control, Qt::FocusReason reason) const
 {
     if (reason == Qt::ActiveWindowFocusReason)
-        return m_chosen == control;
+        return control.takesKeys || m_chosen == control.widget;
     return !isByTab(reason) || m_isTab;
 }
 
-bool ControlFocus::keyPressed(QWidget *control, int key)
+bool ControlFocus::keyPressed(const Control &control, const QKeyEvent &event)
 {
+    const int key = event.key();
+    if (control.takesKeys)
+        return false;
     if (key == Qt::Key_Escape) {
         leave();
         return true;
     }
-    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+    auto *button = qobject_cast<QAbstractButton *>(control.widget);
+    auto *box = qobject_cast<QComboBox *>(control.widget);
+    // What a scanner sends presses nothing, whether or not a plug-in's field has taken the text.
+    const bool isReturn = platform::keys::isReturn(event);
+    if ((button || box) && (isReturn || key == Qt::Key_Space) &&
+        platform::keys::isScanners(*control.widget, event))
+        return true;
+    if (!isReturn)
         return false;
-    if (auto *button = qobject_cast<QAbstractButton *>(control)) {
+    if (button) {
         button->click();
         return true;
     }
-    if (auto *box = qobject_cast<QComboBox *>(control)) {
+    if (box) {
         box->showPopup();
         return true;
     }
@@ -181,8 +213,7 @@ void ControlFocus::leave()
 
 void ControlFocus::placeRing(const QWidget *focused)
 {
-    const bool isOurs = focused && std::any_of(m_controls.cbegin(), m_controls.cend(),
-                                               [&](const auto &control) { return control == focused; });
+    const bool isOurs = focused && controlOf(focused);
     m_ring->setVisible(isOurs);
     if (!isOurs)
         return;

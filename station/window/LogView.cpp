@@ -43,6 +43,7 @@ void LogView::setLook()
     setReadOnly(true);
     setTabChangesFocus(true);
     setAccessibleName(QStringLiteral("Lines of the log"));
+    nameScrollBars(*this);
     setUndoRedoEnabled(false);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setFrameShape(QFrame::NoFrame);

@@ -117,7 +117,7 @@ void StationWindow::makeToolBar(const QString &stationName)
         // A click must not take the focus from the field that is being scanned into.
         button->setFocusPolicy(Qt::TabFocus);
         button->setMinimumSize(92, 38);
-        m_focus->add(button, ControlFocus::Stands::BeforeViews);
+        m_focus->add(button, ControlFocus::Stands::ToolBar);
     }
     m_status = statusLabel();
     bar->addWidget(m_status);
@@ -153,6 +153,9 @@ void StationWindow::connectMenus()
 void StationWindow::chooseFocusControls()
 {
     m_focus->add(m_table, ControlFocus::Stands::BeforeViews);
+    m_focus->add(m_views->tabBar(), ControlFocus::Stands::BeforeViews);
+    for (QWidget *control : m_instructions->controls())
+        m_focus->add(control, ControlFocus::Stands::AfterViews);
     for (QWidget *control :
          {static_cast<QWidget *>(m_log->foldButton()), static_cast<QWidget *>(m_log->errorButton()),
           static_cast<QWidget *>(m_log->levelBox()), static_cast<QWidget *>(m_log->systemBox()),
@@ -176,8 +179,9 @@ void StationWindow::makePanes(const QList<SystemRow> &systems)
     m_views = new QTabWidget;
     m_views->setTabBarAutoHide(true);
     m_views->setDocumentMode(true);
-    m_views->tabBar()->setFocusPolicy(Qt::NoFocus);
+    // The tabs first hand their policy on to the bar.
     m_views->setFocusPolicy(Qt::NoFocus);
+    m_views->tabBar()->setFocusPolicy(Qt::TabFocus);
     m_log = new LogPane(systems);
     m_instructions = new InstructionPane;
 
@@ -249,6 +253,7 @@ void StationWindow::addPluginView(const QString &name, platform::View *view, con
 void StationWindow::addTool(QWidget *tool)
 {
     findChild<QToolBar *>()->addWidget(tool);
+    m_focus->addTool(*tool);
 }
 
 void StationWindow::setImageFolders(const QStringList &folders)
@@ -327,7 +332,8 @@ bool StationWindow::event(QEvent *event)
 
 bool StationWindow::focusNextPrevChild(bool next)
 {
-    return m_focus->goOn(next) || QMainWindow::focusNextPrevChild(next);
+    m_focus->goOn(next);
+    return true;
 }
 
 void StationWindow::showAbout()

@@ -1,5 +1,7 @@
 #include "station/window/StatusTable.h"
 
+#include "station/window/WindowLook.h"
+
 #include <QAction>
 #include <QHeaderView>
 #include <QMenu>
@@ -62,6 +64,7 @@ void StatusTable::setLook()
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setFocusPolicy(Qt::TabFocus);
+    nameScrollBars(*this);
     setTabKeyNavigation(false);
     setShowGrid(false);
     setWordWrap(false);

@@ -1,5 +1,7 @@
 #include "station/window/ViewArea.h"
 
+#include "station/window/WindowLook.h"
+
 #include <QApplication>
 
 #include <utility>
@@ -17,6 +19,7 @@ ViewArea::ViewArea(QWidget *views)
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
     setWidgetResizable(true);
+    nameScrollBars(*this);
     setWidget(views);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
         if (!m_held.isEmpty() && now && widget()->isAncestorOf(now))
@@ -26,7 +29,9 @@ ViewArea::ViewArea(QWidget *views)
 
 void ViewArea::hold(const QSize &size)
 {
-    m_held = size.isEmpty() ? QSize(0, 0) : size;
+    // What is held may be smaller than the views can be: a minimum that was set goes before the one they
+    // need.
+    m_held = size.isEmpty() ? QSize(0, 0) : size.expandedTo(widget()->minimumSizeHint());
     if (!m_isFrozen)
         widget()->setMinimumSize(m_held);
     updateGeometry();

@@ -4,9 +4,11 @@
 #include "station/window/ElidedLabel.h"
 #include "station/window/Theme.h"
 
+#include <QAbstractScrollArea>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QScrollBar>
 
 namespace station {
 namespace {
@@ -166,6 +168,12 @@ ElidedLabel *messageLabel()
     // The panes keep their height when a line comes and goes, in the midst of somebody's click.
     label->setFixedHeight(28);
     return label;
+}
+
+void nameScrollBars(const QAbstractScrollArea &area)
+{
+    area.verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll up and down"));
+    area.horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll left and right"));
 }
 
 } // namespace station

@@ -7,6 +7,8 @@
 #include <QPalette>
 #include <QString>
 
+class QAbstractScrollArea;
+
 namespace station {
 
 class ElidedLabel;
@@ -33,5 +35,7 @@ class ElidedLabel;
 [[nodiscard]] ElidedLabel *titleLabel(const QString &text);
 [[nodiscard]] ElidedLabel *statusLabel();
 [[nodiscard]] ElidedLabel *messageLabel();
+/// Gives an area's bars the names that a screen reader says, the same as those of the panels.
+void nameScrollBars(const QAbstractScrollArea &area);
 
 } // namespace station

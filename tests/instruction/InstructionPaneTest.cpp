@@ -353,10 +353,13 @@ TEST_F(InstructionPaneTest, AWarningCanBeReadAsWell)
     EXPECT_EQ(pane.picture()->accessibleName(), "Warning: none.png: there is no such file");
 }
 
-TEST_F(InstructionPaneTest, NothingInItTakesTheFocus)
+TEST_F(InstructionPaneTest, NoClickInItTakesTheFocusAndTabReachesWhatCanBeUsed)
 {
-    for (const QWidget *widget : pane.findChildren<QWidget *>())
-        EXPECT_EQ(widget->focusPolicy(), Qt::NoFocus) << widget->metaObject()->className();
+    const QWidgetList controls = pane.controls();
+    EXPECT_EQ(controls.size(), 5);
+    for (QWidget *widget : pane.findChildren<QWidget *>())
+        EXPECT_EQ(widget->focusPolicy(), controls.contains(widget) ? Qt::TabFocus : Qt::NoFocus)
+            << widget->metaObject()->className();
 }
 
 } // namespace

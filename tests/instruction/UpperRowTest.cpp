@@ -166,6 +166,20 @@ TEST_F(UpperRowTest, AFieldThatTakesTheFocusComesIntoSight)
     EXPECT_FALSE(field->visibleRegion().isEmpty());
 }
 
+TEST_F(UpperRowTest, TheViewIsScrolledAndNotMadeNarrowerThanItCanBeWhereTheWindowIsNarrow)
+{
+    open();
+    for (const int width : {880, 700, 620, 560}) {
+        window.resize(width, 640);
+        settle();
+        EXPECT_GE(area().widget()->width(), view->mapTo(area().widget(), view->rect().bottomRight()).x() + 1)
+            << "what lies outside of the tabs cannot be scrolled to, at " << width;
+        EXPECT_GE(view->width(), 600) << width;
+        const int hidden = area().widget()->width() - area().viewport()->width();
+        EXPECT_EQ(area().horizontalScrollBar()->maximum(), qMax(0, hidden)) << width;
+    }
+}
+
 TEST_F(UpperRowTest, FitsASmallScreenWithThePane)
 {
     window.resize(200, 200);

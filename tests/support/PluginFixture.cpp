@@ -155,15 +155,21 @@ void PluginFixture::start()
         return;
     configureHost();
     m_plugin = std::make_unique<InteractiveView>();
-    m_window = std::make_unique<QWidget>();
-    m_window->resize(station.windowSize);
-    auto *layout = new QVBoxLayout(m_window.get());
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_plugin->view());
+    m_window = makeWindow();
     m_window->show();
     m_window->activateWindow();
     ASSERT_TRUE(waitUntil([this] { return m_window->isActiveWindow() && m_window->isVisible(); }))
         << "the window was not shown";
+}
+
+std::unique_ptr<QWidget> PluginFixture::makeWindow()
+{
+    auto window = std::make_unique<QWidget>();
+    window->resize(station.windowSize);
+    auto *layout = new QVBoxLayout(window.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_plugin->view());
+    return window;
 }
 
 InteractiveView &PluginFixture::plugin()

@@ -67,6 +67,8 @@ protected:
     /// Makes the controller and shows its view in the active window. Called by every verb that needs it.
     void start();
     interactive::InteractiveView &plugin();
+    /// A window with the plug-in's view in it. Called once, by start().
+    virtual std::unique_ptr<QWidget> makeWindow();
     /// What the plug-in is made of.
     interactive::Rooms &rooms();
     /// Whose panel a show call with these numbers draws.

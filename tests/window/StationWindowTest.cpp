@@ -346,10 +346,16 @@ TEST_F(StationWindowTest, ALongStatusDoesNotWidenTheWindow)
     EXPECT_EQ(window.minimumSizeHint().width(), width);
 }
 
-TEST_F(StationWindowTest, AClickAroundThePluginsViewTakesTheFocusFromNobody)
+/// With Tab a person gets to all of it: see WindowKeysTest.
+TEST_F(StationWindowTest, NothingAroundThePluginsViewTakesTheFocusByAClickOrByItself)
 {
     auto *view = new View(Rect(0, 0, 100, 100));
     window.addPluginView("Interactive", view, {100, 100});
+    window.logPane()->setFolded(false);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(testsupport::waitUntil([this] { return window.isActiveWindow(); }));
+    EXPECT_TRUE(!window.focusWidget() || window.focusWidget() == &window);
     for (const QWidget *widget : window.findChildren<QWidget *>()) {
         // Whoever looks for a text in the log has to type it.
         if (widget == view || widget == window.logPane()->textField() || widget->window() != &window)

@@ -7,6 +7,7 @@
 #include "station/window/StatusTable.h"
 #include "station/window/WindowMenus.h"
 #include "tests/support/LogTrap.h"
+#include "tests/support/ManualKeyClock.h"
 #include "tests/support/Wait.h"
 
 #include <QAction>
@@ -184,6 +185,24 @@ TEST_F(WindowKeysTest, ReturnPressesTheButtonThatHasTheFocus)
     ASSERT_EQ(focused(), button(window.runAction()));
     press(Qt::Key_Return);
     EXPECT_EQ(runs.count(), 1);
+}
+
+TEST_F(WindowKeysTest, AScanPressesNoButtonAlsoWhereNobodyTakesIt)
+{
+    testsupport::ManualKeyClock clock;
+    for (QAction *action : {window.runAction(), window.stopAction()}) {
+        window.setRunning(action == window.stopAction());
+        window.setFocus();
+        clock.pause();
+        press(Qt::Key_Tab);
+        ASSERT_EQ(focused(), button(action));
+        for (const int each : {Qt::Key_A, Qt::Key_Space, Qt::Key_1, Qt::Key_Return})
+            press(each);
+        EXPECT_EQ(runs.count() + stops.count(), 0);
+    }
+    clock.pause();
+    press(Qt::Key_Return);
+    EXPECT_EQ(stops.count(), 1) << "a person has pressed it";
 }
 
 TEST_F(WindowKeysTest, TheErrorLineUnfoldsTheLogWithReturn)
