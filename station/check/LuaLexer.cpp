@@ -195,7 +195,7 @@ LuaToken LuaLexer::readNumber()
         advance(2);
     bool isWhole = true;
     while (isHex(at()) || at() == '.' || at() == 'p' || at() == 'P' || at() == '+' || at() == '-') {
-        const char before = m_script.at(m_at - 1);
+        const char before = m_at > start ? m_script.at(m_at - 1) : '\0';
         const bool signFits = isHexadecimal ? before == 'p' || before == 'P' : before == 'e' || before == 'E';
         if ((at() == '+' || at() == '-') && (!signFits || m_at == start))
             break;

@@ -5,6 +5,8 @@
 #include <QAudioDevice>
 #include <QAudioSink>
 #include <QBuffer>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QMediaDevices>
 #include <QThread>
 
@@ -26,58 +28,85 @@ QAudioFormat formatOf(const SoundFile &file)
     return format;
 }
 
+QEvent::Type ordersType()
+{
+    static const int type = QEvent::registerEventType();
+    return static_cast<QEvent::Type>(type);
+}
+
 } // namespace
 
 SoundDevice::SoundDevice(int volume)
     : m_volume(volume)
 {}
 
-SoundDevice::~SoundDevice() = default;
+SoundDevice::~SoundDevice()
+{
+    // The device's thread, which has ended, held it last: what it has let go is seen to be gone.
+    const std::lock_guard lock(m_mutex);
+}
 
 void SoundDevice::prepare()
 {
-    QMetaObject::invokeMethod(
-        this, [this] { static_cast<void>(made()); }, Qt::QueuedConnection);
+    order([](Orders &orders) { orders.prepare = true; });
 }
 
 void SoundDevice::play(Sound sound)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_wanted = Wanted{sound, Clock::now()};
-    }
-    QMetaObject::invokeMethod(
-        this, [this] { playWanted(); }, Qt::QueuedConnection);
+    order([sound](Orders &orders) { orders.wanted = Wanted{sound, Clock::now()}; });
 }
 
 void SoundDevice::close()
 {
+    order([](Orders &orders) {
+        orders.wanted.reset();
+        orders.close = true;
+    });
+}
+
+/// The event says only that there is something: what it is goes from thread to thread under the lock.
+template <class Change>
+void SoundDevice::order(Change change)
+{
     {
         const std::lock_guard lock(m_mutex);
-        m_wanted.reset();
+        change(m_orders);
     }
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_sink.reset();
-            m_samples.reset();
-            QThread::currentThread()->quit();
-        },
-        Qt::QueuedConnection);
+    QCoreApplication::postEvent(this, new QEvent(ordersType()));
 }
 
-std::optional<SoundDevice::Wanted> SoundDevice::takeWanted()
+bool SoundDevice::event(QEvent *event)
+{
+    if (event->type() != ordersType())
+        return QObject::event(event);
+    serve();
+    return true;
+}
+
+/// Each order posts an event; the first of a burst takes all, and leaves nothing for the others.
+void SoundDevice::serve()
+{
+    Orders orders;
+    {
+        const std::lock_guard lock(m_mutex);
+        orders = std::exchange(m_orders, {});
+    }
+    if (orders.close) {
+        letGo();
+        QThread::currentThread()->quit();
+        return;
+    }
+    if (orders.prepare)
+        static_cast<void>(made());
+    if (orders.wanted && Clock::now() - orders.wanted->since <= LatestStart)
+        start(orders.wanted->sound);
+}
+
+void SoundDevice::letGo()
 {
     const std::lock_guard lock(m_mutex);
-    return std::exchange(m_wanted, std::nullopt);
-}
-
-void SoundDevice::playWanted()
-{
-    // Each request posts a job; the first of a burst takes the newest, and leaves nothing for the others.
-    const std::optional<Wanted> wanted = takeWanted();
-    if (wanted && Clock::now() - wanted->since <= LatestStart)
-        start(wanted->sound);
+    m_sink.reset();
+    m_samples.reset();
 }
 
 /// On the device as it is now: a headset may have been plugged in since the last sound.

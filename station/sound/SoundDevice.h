@@ -32,6 +32,9 @@ public:
     /// Lets the device go, and ends the thread's event loop.
     void close();
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
     using Clock = std::chrono::steady_clock;
     struct Wanted
@@ -40,14 +43,24 @@ private:
         Clock::time_point since;
     };
 
-    void playWanted();
-    [[nodiscard]] std::optional<Wanted> takeWanted();
+    /// What was asked for since the thread looked last.
+    struct Orders
+    {
+        bool prepare = false;
+        bool close = false;
+        std::optional<Wanted> wanted;
+    };
+
+    template <class Change>
+    void order(Change change);
+    void serve();
+    void letGo();
     void start(Sound sound);
     [[nodiscard]] std::unique_ptr<QAudioSink> made() const;
 
     int m_volume;
     std::mutex m_mutex;
-    std::optional<Wanted> m_wanted; ///< Guarded by m_mutex.
+    Orders m_orders; ///< Guarded by m_mutex.
     // The device's thread.
     std::unique_ptr<QBuffer> m_samples; ///< Before the sink, which reads them as long as it lives.
     std::unique_ptr<QAudioSink> m_sink;

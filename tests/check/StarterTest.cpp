@@ -22,7 +22,12 @@ TEST_F(Starter, WritesAStationThatIsCleanAndRuns)
     const QString folder = files.path("a/new/station");
     EXPECT_EQ(stationNew({folder}).first, 0);
     EXPECT_EQ(QDir(folder).entryList(QDir::Files, QDir::Name), Written);
-    EXPECT_EQ(linesOf({folder + "/station.toml", folder + "/operator.lua"}), QStringList());
+    QProcess check;
+    check.start(QStringLiteral(STATION_PATH), {"check", folder + "/station.toml", "--operator",
+                                               folder + "/operator.lua", "--plugin", PLUGIN_PATH});
+    EXPECT_TRUE(check.waitForFinished(100'000));
+    EXPECT_EQ(check.exitCode(), 0);
+    EXPECT_EQ(check.readAllStandardOutput() + check.readAllStandardError(), "");
     QProcess run;
     run.start(QStringLiteral(STATION_PATH),
               {"--config", folder + "/station.toml", "--operator", folder + "/operator.lua", "--headless",
