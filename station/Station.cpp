@@ -276,7 +276,8 @@ void Station::operatorEnded(bool ok, const QString &message)
 
 void Station::endWhenDone()
 {
-    if (endsByItself() && m_operatorDone && !m_runner->isRunning())
+    // Not before the end of the run has been told: to quit closes the window, and that would be a Stop.
+    if (endsByItself() && m_operatorDone && !m_runner->isRunning() && !m_window->isRunning())
         QApplication::quit();
 }
 
