@@ -77,6 +77,7 @@ Station::~Station()
     m_operator.reset();
     m_board.reset();
     m_runner.reset();
+    m_recording.end();
     m_plugins.clear();
     m_senses.reset();
     m_window.reset();

@@ -27,6 +27,8 @@ public:
     void runEnds();
     /// Whether a line was lost, which was reported on the standard error output. No further one is written:
     /// a script with a gap would do something else.
+    /// Sees nothing more. Called before the window goes: what is left of its views then is no view.
+    void end() { m_recorder.reset(); }
     [[nodiscard]] bool hasFailed() const { return m_failed; }
 
 private:
