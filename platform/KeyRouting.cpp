@@ -47,17 +47,7 @@ std::optional<char16_t> controlOf(const QKeyEvent &event)
     const QString text = event.text();
     if (text.isEmpty() || text.front().category() != QChar::Other_Control || text.front() == GroupSeparator)
         return std::nullopt;
-    switch (event.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-    case Qt::Key_Backspace:
-    case Qt::Key_Delete:
-        return std::nullopt;
-    default:
-        return text.front().unicode();
-    }
+    return keys::worksAsKey(event) ? std::nullopt : std::optional(text.front().unicode());
 }
 
 /// A key that writes a control character and means a command when a person types it.
@@ -151,6 +141,21 @@ TextField *focusedField(const View &view)
 }
 
 } // namespace
+
+bool worksAsKey(const QKeyEvent &event)
+{
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete:
+        return true;
+    default:
+        return false;
+    }
+}
 
 bool isReturn(const QKeyEvent &event)
 {

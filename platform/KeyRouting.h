@@ -25,6 +25,8 @@ inline constexpr qint64 ScannerGapMilliseconds = 50;
 inline constexpr char16_t GroupSeparator = 0x1d;
 
 [[nodiscard]] bool isReturn(const QKeyEvent &event);
+/// Writes a control character and means something else by it: Return, Enter, Tab, Backspace, Delete.
+[[nodiscard]] bool worksAsKey(const QKeyEvent &event);
 /// Tab forwards, without Control or Alt.
 [[nodiscard]] bool isTab(const QKeyEvent &event);
 /// Writes a character: one that can be printed, typed without Control (together with Alt it is how many

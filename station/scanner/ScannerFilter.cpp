@@ -3,6 +3,7 @@
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanUIExtension/KVKExtensionEntryRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
+#include "platform/KeyRouting.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -33,29 +34,13 @@ bool isModifier(int key)
     }
 }
 
-/// Keys that write a control character and mean something else by it.
-bool worksAsKey(int key)
-{
-    switch (key) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-    case Qt::Key_Backspace:
-    case Qt::Key_Delete:
-        return true;
-    default:
-        return false;
-    }
-}
-
 /// What the key writes. STX may come as the text U+0002, as Control and B with that text, or without a text
 /// or with the letter's.
 QString writtenBy(const QKeyEvent &key)
 {
     constexpr int FirstOfControl = 0x40;
     constexpr int LastOfControl = 0x5f;
-    if (worksAsKey(key.key()))
+    if (platform::keys::worksAsKey(key))
         return {};
     const bool hasControl = key.modifiers().testFlag(Qt::ControlModifier);
     const bool hasAlt = key.modifiers().testFlag(Qt::AltModifier);
@@ -247,7 +232,7 @@ bool ScannerFilter::takesRefused(const QKeyEvent &key, const QString &text)
     keepRelease(key);
     m_refused += text;
     m_refusedEnds.start();
-    if (worksAsKey(key.key()))
+    if (platform::keys::worksAsKey(key))
         refuse();
     return true;
 }

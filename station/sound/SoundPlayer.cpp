@@ -4,6 +4,7 @@
 #include "station/sound/SoundFile.h"
 
 #include <chrono>
+#include <vector>
 
 namespace station {
 
@@ -34,8 +35,14 @@ SoundPlayer::~SoundPlayer()
     if (m_thread->wait(QDeadlineTimer(LongestWaitAtTheEnd)))
         return;
     // The thread is inside the server's library, which the process takes along when it ends.
-    static_cast<void>(m_thread.release());
-    static_cast<void>(new std::shared_ptr<SoundDevice>(m_device));
+    // Both stay where they can be seen, since they are neither lost nor anybody's any more.
+    struct Left
+    {
+        QThread *thread;
+        std::shared_ptr<SoundDevice> device;
+    };
+    static auto &left = *new std::vector<Left>;
+    left.push_back({m_thread.release(), m_device});
 }
 
 void SoundPlayer::play(Sound sound)

@@ -384,11 +384,13 @@ void StationWindow::highlightSystem(quint64 systemIndex, bool highlighted)
 void StationWindow::setRunning(bool running)
 {
     const bool begins = running && !m_running;
+    m_hasRun = m_hasRun || (m_running && !running);
     m_running = running;
     m_stopping = false;
     if (begins) {
-        m_hasRun = true;
         m_log->forgetErrors();
+        // What was refused before would be taken for this run's.
+        showMessage(QString());
         m_progress->begin();
     }
     m_table->statusModel()->setRunning(running);

@@ -9,17 +9,12 @@
 #include <gtest/gtest.h>
 
 using testsupport::matchesIn;
+using testsupport::sorted;
 using testsupport::sourceText;
 
 namespace {
 
 const QString File = QStringLiteral("docs/definitions.lua");
-
-QStringList sorted(QStringList texts)
-{
-    texts.sort();
-    return texts;
-}
 
 /// A function of the file, with the annotations that stand right above it.
 struct Defined

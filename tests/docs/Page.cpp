@@ -39,4 +39,10 @@ QStringList matchesIn(const QString &path, const QString &pattern)
     return found;
 }
 
+QStringList sorted(QStringList texts)
+{
+    texts.sort();
+    return texts;
+}
+
 } // namespace testsupport

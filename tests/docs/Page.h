@@ -22,5 +22,6 @@ struct PageExample
 [[nodiscard]] std::vector<PageExample> examplesOf(const QString &path);
 /// What the pattern's first group matches in a file, in order.
 [[nodiscard]] QStringList matchesIn(const QString &path, const QString &pattern);
+[[nodiscard]] QStringList sorted(QStringList texts);
 
 } // namespace testsupport

@@ -6,17 +6,12 @@
 #include <gtest/gtest.h>
 
 using testsupport::matchesIn;
+using testsupport::sorted;
 using testsupport::sourceText;
 
 namespace {
 
 const QString page = QStringLiteral("docs/sequences.md");
-
-QStringList sorted(QStringList texts)
-{
-    texts.sort();
-    return texts;
-}
 
 QStringList configurationRows()
 {

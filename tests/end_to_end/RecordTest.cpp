@@ -1,4 +1,5 @@
 #include "tests/end_to_end/StationRun.h"
+#include "tests/support/Wait.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -80,6 +81,22 @@ Furnish oneSystem(const QString &lua)
 }
 
 } // namespace
+
+/// Starts a station that records, and returns when its operator has scanned 4711. Returns the recording's
+/// path.
+QString startAndScan(StationRun &run)
+{
+    const QString path = run.path("record.lua");
+    run.perSystem("return showView(systemIndex, { input = { 'SN' } }) ~= nil")
+        .operatorDoes("operator.waitForPanel('0', 20) operator.scan('4711')\n"
+                      "operator.screenshot('" +
+                      run.path("typed.png") + "') operator.sleep(1000)")
+        .argument("--record")
+        .argument(path)
+        .start();
+    EXPECT_TRUE(testsupport::waitUntil([&] { return QFile::exists(run.path("typed.png")); }));
+    return path;
+}
 
 TEST(Record, WritesAReadableScript)
 {
@@ -278,16 +295,7 @@ TEST(Record, OfAPressThatIsRefusedAndTheEntryStraightBehindIt)
 TEST(Record, EndsWithStopWhenTheStationIsEndedFromOutside)
 {
     StationRun run;
-    const QString path = run.path("record.lua");
-    run.perSystem("return showView(systemIndex, { input = { 'SN' } }) ~= nil")
-        .operatorDoes("operator.waitForPanel('0', 20) operator.scan('4711')\n"
-                      "operator.screenshot('" +
-                      run.path("typed.png") + "') operator.sleep(1000)")
-        .argument("--record")
-        .argument(path)
-        .start();
-    while (!QFile::exists(run.path("typed.png")) && !run.process().waitForFinished(10)) {
-    }
+    const QString path = startAndScan(run);
     run.process().terminate();
     run.finish();
     EXPECT_TRUE(contentOf(path).endsWith("operator.enter(\"0-SN\", \"4711\")\noperator.stop()\n"))
@@ -341,16 +349,7 @@ TEST(Record, GoesOnWithoutTheFileWhenTheDiskIsFull)
 TEST(Record, HoldsWhatWasDoneWhenTheStationIsKilled)
 {
     StationRun run;
-    const QString path = run.path("record.lua");
-    run.perSystem("return showView(systemIndex, { input = { 'SN' } }) ~= nil")
-        .operatorDoes("operator.waitForPanel('0', 20) operator.scan('4711')\n"
-                      "operator.screenshot('" +
-                      run.path("typed.png") + "') operator.sleep(1000)")
-        .argument("--record")
-        .argument(path)
-        .start();
-    while (!QFile::exists(run.path("typed.png")) && !run.process().waitForFinished(10)) {
-    }
+    const QString path = startAndScan(run);
     run.process().kill();
     run.process().waitForFinished();
     EXPECT_TRUE(contentOf(path).endsWith("operator.enter(\"0-SN\", \"4711\")\n"))

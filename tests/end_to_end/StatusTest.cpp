@@ -23,6 +23,21 @@ QStringList texts(const QJsonValue &array)
     return found;
 }
 
+/// Lua for the station's own sequence: goes on when the results tell that both others have ended.
+QString whenBothHaveEnded(const StationRun &station)
+{
+    return QStringLiteral(R"(
+        local function endedCount()
+            local file, count = assert(io.open("%1")), 0
+            for line in file:lines() do count = count + (line:find('"outcome"', 1, true) and 1 or 0) end
+            file:close()
+            return count
+        end
+        while endedCount() < 2 do sleep(0.01) end
+    )")
+        .arg(station.path("results.jsonl"));
+}
+
 TEST(Status, ACallThatWaitsForItsTurnShowsSoInItsSystemsRow)
 {
     StationRun station;
@@ -52,18 +67,7 @@ TEST(Status, ASystemRunsUntilTheLastOfItsSequencesHasEnded)
 {
     StationRun station;
     withTells(station).slotNames({"S1", "S2"}).perSystem("return systemIndex == 1");
-    // The station's own sequence looks when the results tell that both others have ended.
-    station.perStation(QStringLiteral(R"(
-        local function endedCount()
-            local file, count = assert(io.open("%1")), 0
-            for line in file:lines() do count = count + (line:find('"outcome"', 1, true) and 1 or 0) end
-            file:close()
-            return count
-        end
-        while endedCount() < 2 do sleep(0.01) end
-        rows()
-    )")
-                           .arg(station.path("results.jsonl")));
+    station.perStation(whenBothHaveEnded(station) + "rows()");
     station.run();
     EXPECT_EQ(texts(station.answer("rows", "")), (QStringList(2, "Running")));
     EXPECT_EQ(station.status(), 1);
@@ -105,19 +109,11 @@ TEST(Status, TheProgressCountsSystemsAndPasses)
 {
     StationRun station;
     withTells(station).slotNames({"S1", "S2"}).perSystem("return true");
-    station.perStation(QStringLiteral(R"(
-        local function endedCount()
-            local file, count = assert(io.open("%1")), 0
-            for line in file:lines() do count = count + (line:find('"outcome"', 1, true) and 1 or 0) end
-            file:close()
-            return count
-        end
-        while endedCount() < 2 do sleep(0.01) end
+    station.perStation(whenBothHaveEnded(station) + R"(
         setLoop(3)
         isLoopFinished(0)
         progress()
-    )")
-                           .arg(station.path("results.jsonl")));
+    )");
     station.passes();
     // The station's own sequence speaks for all systems, and is not over.
     EXPECT_EQ(station.answer("progress", "").toString(), QStringLiteral("0 of 2 systems done · pass 2 of 3"));

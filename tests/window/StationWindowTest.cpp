@@ -365,12 +365,23 @@ TEST_F(StationWindowTest, NothingAroundThePluginsViewTakesTheFocusByAClickOrByIt
     }
 }
 
+TEST_F(StationWindowTest, WhatWasRefusedBeforeARunIsNotSaidOfIt)
+{
+    window.showMessage("Entry refused: SN000099 (no field waits for it)");
+    window.setRunning(true);
+    EXPECT_EQ(window.message(), "");
+    window.showMessage("Entry refused: SN000098 (no field waits for it)");
+    window.setRunning(true);
+    EXPECT_EQ(window.message(), "Entry refused: SN000098 (no field waits for it)");
+}
+
 TEST_F(StationWindowTest, RunIsRunAgainAfterARunAndTheTooltipsTellTheKeys)
 {
     EXPECT_EQ(window.runAction()->text(), "Run");
     EXPECT_EQ(window.runAction()->toolTip(), "Run (F5)");
     EXPECT_EQ(window.stopAction()->toolTip(), "Stop (Shift+F5)");
     window.setRunning(true);
+    EXPECT_EQ(window.runAction()->text(), "Run");
     window.setRunning(false);
     EXPECT_EQ(window.runAction()->text(), "Run again");
     EXPECT_EQ(window.runAction()->toolTip(), "Run again (F5)");
