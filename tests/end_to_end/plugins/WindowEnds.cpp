@@ -37,7 +37,7 @@ public:
     {
         platform::MainQueue::async([this] {
             QToolButton *stop = button("Stop");
-            QToolButton *run = button("Run again");
+            QToolButton *run = button("Run");
             if (!stop || !run)
                 return;
             constexpr int OnceAndLater = Qt::QueuedConnection | Qt::SingleShotConnection;
@@ -61,11 +61,12 @@ public:
     }
 
 private:
+    /// The button whose text begins so: "Run" is "Run again" after the first run.
     static QToolButton *button(const char *text)
     {
         for (QWidget *window : QApplication::topLevelWidgets()) {
             for (QToolButton *found : window->findChildren<QToolButton *>()) {
-                if (found->text() == QLatin1String(text))
+                if (found->text().startsWith(QLatin1String(text)))
                     return found;
             }
         }
