@@ -81,27 +81,48 @@ TEST(Turns, WhoLeavesTheQueueLetsTheNextOneMoveUp)
     EXPECT_TRUE(later.hasCome());
 }
 
-TEST(Turns, AnInterruptionEndsEveryWaitAndThoseThatBeginLater)
+TEST(Turns, AnInterruptionEndsWhatQueuesAlreadyAndWhatBeginsLater)
 {
     Turns turns;
     const Turn shown(turns, band, "G1", Room::Alone);
-    std::atomic<int> interrupted{0};
-    const auto waits = [&] {
-        Turn turn(turns, band, "0", Room::Shared);
-        if (turn.wait() == Turns::Wake::Interrupted)
-            ++interrupted;
-    };
-    std::vector<std::thread> threads;
-    threads.emplace_back(waits);
-    threads.emplace_back(waits);
+    Turn queues(turns, band, "0", Room::Shared);
     turns.interrupt();
-    threads.emplace_back(waits);
-    for (std::thread &thread : threads)
-        thread.join();
-    EXPECT_EQ(interrupted, 3);
+    EXPECT_FALSE(queues.hasCome());
+    EXPECT_EQ(queues.wait(), Turns::Wake::Interrupted);
+    Turn later(turns, "G2", "G2", Room::Alone);
+    EXPECT_EQ(later.wait(), Turns::Wake::Interrupted);
     turns.accept();
-    const Turn next(turns, "G2", "G2", Room::Alone);
-    EXPECT_TRUE(next.hasCome());
+    EXPECT_EQ(queues.wait(), Turns::Wake::Interrupted) << "what was interrupted stays so";
+    const Turn next(turns, "G2", "0", Room::Shared);
+    EXPECT_FALSE(next.hasCome()) << "the interrupted turn is still in the queue";
+    const Turn free(turns, "G3", "0", Room::Shared);
+    EXPECT_TRUE(free.hasCome());
+}
+
+TEST(Turns, AnInterruptionWakesWhoIsAsleep)
+{
+    // Often enough for some of the threads to have fallen asleep before.
+    for (int round = 0; round < 50; ++round) {
+        Turns turns;
+        const Turn shown(turns, band, "G1", Room::Alone);
+        std::atomic<int> begun{0};
+        std::atomic<int> interrupted{0};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 2; ++i) {
+            threads.emplace_back([&] {
+                Turn turn(turns, band, "0", Room::Shared);
+                ++begun;
+                if (turn.wait() == Turns::Wake::Interrupted)
+                    ++interrupted;
+            });
+        }
+        while (begun < 2)
+            std::this_thread::yield();
+        turns.interrupt();
+        for (std::thread &thread : threads)
+            thread.join();
+        EXPECT_EQ(interrupted, 2);
+    }
 }
 
 TEST(Turns, ManyThreadsHaveTheBandAloneOneAfterAnother)

@@ -42,7 +42,7 @@ void SequenceRun::stop()
 void SequenceRun::waitFor(const std::function<bool()> &condition, const char *what)
 {
     std::unique_lock lock(m_mutex);
-    EXPECT_TRUE(m_changed.wait_for(lock, std::chrono::seconds(60), condition)) << "in vain: " << what;
+    EXPECT_TRUE(m_changed.wait_for(lock, std::chrono::seconds(200), condition)) << "in vain: " << what;
 }
 
 KVKLuaEnd SequenceRun::end()

@@ -8,6 +8,6 @@ namespace testsupport {
 /// Serves the event loop, deferred deletions included, until the condition holds; false when it does not
 /// within the limit. Thread: the main thread.
 [[nodiscard]] bool waitUntil(const std::function<bool()> &condition,
-                             std::chrono::seconds limit = std::chrono::seconds(20));
+                             std::chrono::seconds limit = std::chrono::seconds(120));
 
 } // namespace testsupport
