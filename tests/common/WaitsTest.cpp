@@ -6,11 +6,13 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <thread>
 #include <vector>
 
+using interactive::Turns;
 using interactive::Waits;
 using platform::Condition;
 using platform::Identifier;
@@ -92,6 +94,35 @@ TEST(Waits, AnInterruptionEndsTheWaitsAndIsRemembered)
     EXPECT_TRUE(waits.isInterrupted());
     waits.accept();
     EXPECT_FALSE(waits.isInterrupted());
+}
+
+TEST(Waits, AnInterruptionEndsTheQueueingToo)
+{
+    Waits waits;
+    const Turns::Turn shown(waits.turns(), "G1", "G1", Turns::Room::Alone);
+    Turns::Turn queues(waits.turns(), "G1", "0", Turns::Room::Shared);
+    waits.interrupt();
+    EXPECT_EQ(queues.wait(), Turns::Wake::Interrupted);
+    waits.accept();
+    Turns::Turn next(waits.turns(), "G2", "4", Turns::Room::Shared);
+    EXPECT_EQ(next.wait(), Turns::Wake::Granted);
+}
+
+TEST(Waits, AWaitWhoseTimeHasComeIsEndedWhileItsCallWorks)
+{
+    Waits waits;
+    const Identifier key = waits.panelKey("0");
+    waits.makeCondition(key);
+    EXPECT_FALSE(waits.endOverdue("0")) << "nobody waits";
+    Waits::Wait wait(waits, key, Waits::Purpose::Answer);
+    wait.setLimit(std::chrono::steady_clock::now() + std::chrono::hours(1));
+    EXPECT_FALSE(waits.endOverdue("0")) << "not yet";
+    const Waits::Press press = waits.press(key);
+    wait.setLimit(std::chrono::steady_clock::now());
+    EXPECT_TRUE(waits.endOverdue("0"));
+    EXPECT_FALSE(press.end());
+    EXPECT_EQ(wait.wait(), Waits::Wake::TimedOut);
+    EXPECT_FALSE(waits.endOverdue("of nobody"));
 }
 
 TEST(Waits, TwoFirstCallsForAPanelAtTheSameMomentGetOneCondition)
