@@ -1,13 +1,54 @@
 #include "station/results/ResultsSink.h"
 
+#include "kovan/KovanLogging/KVKLogging.h"
+
 #include <QTextStream>
 
 namespace station {
 
+namespace {
+
+void say(const QString &text)
+{
+    QTextStream(stderr) << "station: " << text << Qt::endl;
+    KVKLogEvent(KVKLogLevel::Error, "%@", {text});
+}
+
+} // namespace
+
+ResultsSink::Unwritten ResultsSink::unwritten() const
+{
+    const std::lock_guard lock(m_unwrittenMutex);
+    return m_unwritten;
+}
+
+void ResultsSink::tellUnwritten(const QString &name, qsizetype count, const QString &why)
+{
+    const QString trouble = count > 0 ? QStringLiteral("%1: %2").arg(name, why) : QString();
+    Unwritten before;
+    {
+        const std::lock_guard lock(m_unwrittenMutex);
+        before = std::exchange(m_unwritten, Unwritten{count, trouble});
+    }
+    if (count == before.count && trouble == before.why)
+        return;
+    if (count > 0 && before.count == 0)
+        say(QStringLiteral("results cannot be written: ") + trouble);
+    else if (count == 0)
+        KVKLogEvent(KVKLogLevel::Default, "results are written again: %@", {name});
+    if (m_listener)
+        m_listener();
+}
+
+void ResultsSink::noteKept(const QString &name, const QString &event)
+{
+    KVKLogEvent(KVKLogLevel::Error, "not yet in %@: %@", {name, event});
+}
+
 void ResultsSink::lose(const QString &name, const QString &why)
 {
     if (!m_failed.exchange(true))
-        QTextStream(stderr) << "station: results are lost: " << name << ": " << why << Qt::endl;
+        say(QStringLiteral("results are lost: %1: %2").arg(name, why));
 }
 
 } // namespace station
