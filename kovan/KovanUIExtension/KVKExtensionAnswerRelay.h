@@ -23,8 +23,7 @@ struct KVKGivenAnswer
 class KVKExtensionAnswerRelay
 {
 public:
-    /// Receives the answer. The call goes on when it returns; it must not throw, nor wait for the main thread
-    /// or an operator.
+    /// Receives the answer. The call goes on when it returns; it must not throw, nor wait for an operator.
     using Handler = std::function<void(const KVKGivenAnswer &answer)>;
 
     [[nodiscard]] static KVKExtensionAnswerRelay *sharedAnswerRelay();
