@@ -5,9 +5,10 @@
 
 #include <QTextStream>
 
-#include <mutex>
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
+
+#include <mutex>
 
 namespace station {
 

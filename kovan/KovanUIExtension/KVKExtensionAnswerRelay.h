@@ -15,9 +15,9 @@ struct KVKGivenAnswer
     std::optional<platform::Error> error;
 };
 
-/// Passes an answer on to the host before the operator sees that it was accepted: while its panel still stands,
-/// so that a host that makes answers safe has done so when the panel goes. A call whose answer was not told,
-/// since no panel was answered, returns what it returns all the same.
+/// Passes an answer on to the host before the operator sees that it was accepted: while its panel still
+/// stands, so that a host that makes answers safe has done so when the panel goes. A call whose answer was
+/// not told, since no panel was answered, returns what it returns all the same.
 ///
 /// Thread: any; told on the thread of the call that returns the answer.
 class KVKExtensionAnswerRelay

@@ -80,7 +80,7 @@ bool AppendedFile::wasCut()
     const qint64 size = m_file.size();
     const bool isShorter = m_file.isRegular() && size < m_size;
     if (isShorter)
-        m_withinLine = false;
+        m_withinLine = endsWithinLine();
     m_size = size;
     return isShorter;
 }

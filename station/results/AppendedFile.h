@@ -10,9 +10,9 @@ namespace station {
 
 /// A file that one program at a time adds lines to: what is in it stays, and it is locked against others.
 ///
-/// A line that cannot be written whole is taken back. One that a program has left unfinished, since it crashed,
-/// is ended before the next one, so that it spoils itself alone. Pipes and devices are neither locked nor
-/// looked after.
+/// A line that cannot be written whole is taken back. One that a program has left unfinished, since it
+/// crashed, is ended before the next one, so that it spoils itself alone. Pipes and devices are neither
+/// locked nor looked after.
 ///
 /// Thread: one at a time.
 class AppendedFile

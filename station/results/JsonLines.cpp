@@ -142,13 +142,12 @@ QString JsonLines::findFile()
             KVKLogEvent(KVKLogLevel::Default, "results go on in a new file: %@: %@", {m_file->path(), gone});
         return why;
     } catch (const StationError &problem) {
-        const QString path = m_file->path() + QStringLiteral(": ");
-        return problem.text().startsWith(path) ? problem.text().mid(path.size()) : problem.text();
+        return problem.text();
     }
 }
 
-/// A file that was moved has kept what it held. Otherwise the new one gets what it lacks, however often this is
-/// begun.
+/// A file that was moved has kept what it held. Otherwise the new one gets what it lacks, however often this
+/// is begun.
 QString JsonLines::moveTo(std::unique_ptr<AppendedFile> next)
 {
     if (m_file->isUnlinked()) {

@@ -13,9 +13,9 @@ namespace station {
 
 /// Results as JSON lines: an object a line, written through at once, behind what the file holds.
 ///
-/// It has a line for each run, each call and each end of a sequence; no other event. A file that was removed is
-/// made anew with all that it held, one that was replaced gets what it lacks of that; one that was moved stays
-/// as it is, and results go on in a new one.
+/// It has a line for each run, each call and each end of a sequence; no other event. A file that was removed
+/// is made anew with all that it held, one that was replaced gets what it lacks of that; one that was moved
+/// stays as it is, and results go on in a new one.
 class JsonLines : public ResultsSink
 {
 public:

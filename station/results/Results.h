@@ -65,7 +65,7 @@ private:
     QString m_outboxTrouble;
 
     std::vector<std::unique_ptr<ResultsSink>> m_sinks; ///< They use what stands above until they go.
-    OutboxState *m_waiting = nullptr; ///< The server's, which is among the sinks.
+    OutboxState *m_waiting = nullptr;                  ///< The server's, which is among the sinks.
     bool m_prints;
     std::mutex m_printing; ///< So that lines of two sequences are not mixed.
 

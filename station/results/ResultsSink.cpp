@@ -4,6 +4,8 @@
 
 #include <QTextStream>
 
+#include <utility>
+
 namespace station {
 
 namespace {
@@ -12,6 +14,13 @@ void say(const QString &text)
 {
     QTextStream(stderr) << "station: " << text << Qt::endl;
     KVKLogEvent(KVKLogLevel::Error, "%@", {text});
+}
+
+/// What refuses a file names it, too.
+QString named(const QString &name, const QString &why)
+{
+    const QString beginning = name + QStringLiteral(": ");
+    return why.startsWith(beginning) ? why : beginning + why;
 }
 
 } // namespace
@@ -24,7 +33,7 @@ ResultsSink::Unwritten ResultsSink::unwritten() const
 
 void ResultsSink::tellUnwritten(const QString &name, qsizetype count, const QString &why)
 {
-    const QString trouble = count > 0 ? QStringLiteral("%1: %2").arg(name, why) : QString();
+    const QString trouble = count > 0 ? named(name, why) : QString();
     Unwritten before;
     {
         const std::lock_guard lock(m_unwrittenMutex);
@@ -48,7 +57,7 @@ void ResultsSink::noteKept(const QString &name, const QString &event)
 void ResultsSink::lose(const QString &name, const QString &why)
 {
     if (!m_failed.exchange(true))
-        say(QStringLiteral("results are lost: %1: %2").arg(name, why));
+        say(QStringLiteral("results are lost: ") + named(name, why));
 }
 
 } // namespace station

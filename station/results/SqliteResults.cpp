@@ -128,8 +128,7 @@ void SqliteResults::finishLog()
 {
     if (!m_connection)
         return;
-    const bool isBusy =
-        m_connection->value(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")).toInt() != 0;
+    const bool isBusy = m_connection->value(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")).toInt() != 0;
     // Rows that are copied are read with their log.
     if (isBusy && !m_file->isUnlinked())
         throw SqlError(QStringLiteral("the file has been moved while somebody reads it"));
@@ -144,8 +143,8 @@ void SqliteResults::copyTo(const QString &path, const QStringList &tables, const
     const Attached attached(*m_connection);
     SqlTransaction transaction(*m_connection, QStringLiteral("BEGIN"));
     for (const QString &table : tables) {
-        m_connection->run(
-            QStringLiteral("INSERT OR REPLACE INTO next.%1 SELECT * FROM main.%1 WHERE %2").arg(table, which));
+        m_connection->run(QStringLiteral("INSERT OR REPLACE INTO next.%1 SELECT * FROM main.%1 WHERE %2")
+                              .arg(table, which));
     }
     transaction.commit();
 }

@@ -46,7 +46,8 @@ QStringList answersInLines(const QString &path)
     for (const QByteArray &line : file.readAll().split('\n')) {
         const QJsonDocument read = QJsonDocument::fromJson(line);
         EXPECT_TRUE(line.isEmpty() || read.isObject()) << line.toStdString();
-        const QString answer = read.object().value(QStringLiteral("result")).toObject().value("SN").toString();
+        const QString answer =
+            read.object().value(QStringLiteral("result")).toObject().value("SN").toString();
         if (!answer.isEmpty())
             answers.append(answer);
     }
@@ -77,8 +78,9 @@ AnsweredRun::AnsweredRun(const QString &results)
 {
     perSystem(Asks.arg(All));
     QString answers = Answers;
-    operatorDoes(answers.replace("%1", QString::number(All)).replace("%2", path({})).replace(
-        "%3", QString::number(Rest)));
+    operatorDoes(answers.replace("%1", QString::number(All))
+                     .replace("%2", path({}))
+                     .replace("%3", QString::number(Rest)));
     argument("--results").argument(resultsPath()).argument("--log").argument("/dev/null");
     // A write beyond a limit is an error of the write, as on a full disk.
     process().setChildProcessModifier([] { std::signal(SIGXFSZ, SIG_IGN); });

@@ -34,7 +34,8 @@ TEST(ChangedFiles, AreReadAtTheirStartAndNotDuringARun)
 TEST(ChangedFiles, ASequenceThatHasChangedIsReadAnewByTheNextRun)
 {
     StationRun run;
-    run.perSystem("return true").operatorDoes(QStringLiteral(R"(
+    run.perSystem("return true")
+        .operatorDoes(QStringLiteral(R"(
 operator.waitForRunEnd(60)
 local file = assert(io.open("%1", "w"))
 file:write("}{")
@@ -44,7 +45,7 @@ operator.waitForRunEnd(60)
 os.remove("%1")
 operator.run()
 operator.waitForRunEnd(60))")
-                                                .arg(run.path("sequence1.lua")));
+                          .arg(run.path("sequence1.lua")));
     run.run();
     QStringList outcomes;
     for (const QJsonObject &line : run.results()) {

@@ -72,8 +72,9 @@ TEST_P(ResultsFaultTest, WhatIsLostAtTheEndIsToldAndStandsInTheLog)
     m_run.finish();
     EXPECT_EQ(m_run.status(), 1);
     const QString why = m_run.resultsPath() + ": Is a directory\n";
-    EXPECT_EQ(m_run.errors(),
-              "station: results cannot be written: " + why + "station: results are lost: " + why);
+    EXPECT_EQ(
+        m_run.errors().toStdString(),
+        ("station: results cannot be written: " + why + "station: results are lost: " + why).toStdString());
     for (const QString &answer : AnsweredRun::answersUpTo(AnsweredRun::All).mid(AnsweredRun::Rest)) {
         EXPECT_EQ(m_run.log().split('\n').filter("not yet in ").filter('"' + answer + '"').size(), 1)
             << answer.toStdString();
@@ -136,8 +137,7 @@ TEST_P(ResultsFaultTest, AnOlderCopyInTheFilesPlaceGetsWhatItLacks)
     endsWithEveryAnswer();
 }
 
-INSTANTIATE_TEST_SUITE_P(InEachForm, ResultsFaultTest,
-                         ::testing::Values("results.jsonl", "results.sqlite"),
+INSTANTIATE_TEST_SUITE_P(InEachForm, ResultsFaultTest, ::testing::Values("results.jsonl", "results.sqlite"),
                          [](const auto &form) {
                              return QString(form.param).endsWith("jsonl") ? "JsonLines" : "Sqlite";
                          });

@@ -1,6 +1,6 @@
-// The wall clock of a program that this library is loaded into before all others: the real one, and so many seconds
-// more as the file in SET_CLOCK_FILE says, a 64-bit number that another program changes. The clocks that nobody
-// sets stay as they are.
+// The wall clock of a program that this library is loaded into before all others: the real one, and so many
+// seconds more as the file in SET_CLOCK_FILE says, a 64-bit number that another program changes. The clocks
+// that nobody sets stay as they are.
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
