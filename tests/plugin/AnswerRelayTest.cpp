@@ -21,7 +21,7 @@ protected:
     AnswerRelayTest()
     {
         KVKExtensionAnswerRelay::sharedAnswerRelay()->setHandler([this](const KVKGivenAnswer &answer) {
-            MainQueue::sync([&] { m_told.push_back({answer, panel("G1") || panel("0")}); });
+            MainQueue::sync([&] { m_told.push_back({answer, isOpen("G1") || isOpen("0")}); });
         });
     }
     ~AnswerRelayTest() override { KVKExtensionAnswerRelay::sharedAnswerRelay()->setHandler({}); }
