@@ -297,13 +297,20 @@ void ShowCall::showProblem(const QString &message)
         storeInterrupted();
 }
 
+platform::Value ShowCall::givenAnswer()
+{
+    const QString key = m_subject.panelKey.text();
+    const std::optional<platform::Dictionary> found = m_rooms.records.record(key);
+    const platform::Value states = m_wanted.switchCount > 0 ? m_rooms.slotStates.of(key) : platform::Value();
+    return resultOf(found ? platform::Value(*found) : platform::Value(), states);
+}
+
 platform::Value ShowCall::collectResult()
 {
     const QString key = m_subject.panelKey.text();
     const std::optional<platform::Dictionary> found = m_rooms.records.record(key);
-    const platform::Value record = found ? platform::Value(*found) : platform::Value();
     const platform::Value states = m_wanted.switchCount > 0 ? m_rooms.slotStates.of(key) : platform::Value();
-    const platform::Value result = resultOf(record, states);
+    const platform::Value result = givenAnswer();
     if (found && m_wanted.inputCount > 0)
         m_rooms.answers.add(*found);
     // A system's answer outlives its call in loop mode only, a group's always.

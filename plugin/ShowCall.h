@@ -71,6 +71,9 @@ private:
     void showProblem(const QString &message);
     void storeInterrupted();
 
+    /// The answer as the record and the switches have it.
+    [[nodiscard]] platform::Value givenAnswer();
+    void tellAnswer();
     [[nodiscard]] platform::Value collectResult();
     [[nodiscard]] platform::Value resultOf(const platform::Value &record, const platform::Value &states);
     [[nodiscard]] platform::Value switchResult(const platform::Value &record, const QString &clickedButton,

@@ -1,4 +1,5 @@
 #include "input/EntryNews.h"
+#include "kovan/KovanUIExtension/KVKExtensionAnswerRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/LogFormat.h"
 #include "platform/MainQueue.h"
@@ -82,11 +83,13 @@ bool ShowCall::askOperator()
         m_rooms.records.forget(m_subject.panelKey.text());
         throw;
     }
-    clearPanel(endedBy(wake));
     if (wake == Waits::Wake::Pressed) {
         m_rooms.records.finish(m_subject.panelKey.text());
-        return true;
+        tellAnswer();
     }
+    clearPanel(endedBy(wake));
+    if (wake == Waits::Wake::Pressed)
+        return true;
     // What was half entered is no answer.
     m_rooms.records.forget(m_subject.panelKey.text());
     if (!isGroupPanel())
@@ -96,6 +99,15 @@ bool ShowCall::askOperator()
     else
         storeInterrupted();
     return false;
+}
+
+/// While the panel stands: whoever sees it go may rely on the answer.
+void ShowCall::tellAnswer()
+{
+    const platform::Value result = givenAnswer();
+    const bool hasError = m_error && m_error->isPresent();
+    KVKExtensionAnswerRelay::sharedAnswerRelay()->answerGiven(
+        {m_config, result, hasError ? std::optional(*m_error) : std::nullopt});
 }
 
 /// Waits for the end, and holds the entries that come meanwhile against the call's own function.

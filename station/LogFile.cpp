@@ -3,8 +3,12 @@
 #include "station/StationError.h"
 #include "station/window/LineBreaks.h"
 
+#include <QTextStream>
+
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
+
+#include <mutex>
 
 namespace station {
 
@@ -38,6 +42,12 @@ LogFile::LogFile(const QString &path)
     }
     m_file->set_pattern("%Y-%m-%dT%H:%M:%S.%e %l [%t] %v");
     m_file->set_level(spdlog::level::trace);
+    m_file->set_error_handler([path, said = std::make_shared<std::once_flag>()](const std::string &why) {
+        std::call_once(*said, [&] {
+            QTextStream(stderr) << "station: the log cannot be written: " << path << ": "
+                                << QString::fromStdString(why) << Qt::endl;
+        });
+    });
     // Line by line: what was logged is to be there when the program is ended hard.
     m_file->flush_on(spdlog::level::trace);
     m_sink = KVKLogGetProxy()->addSink([file = m_file](const KVKLogProxy::Line &line) {

@@ -114,8 +114,24 @@ void RunningSequence::sequenceBegins()
     ofThread = this;
 }
 
-void RunningSequence::sequenceCalls(const QString &)
+void RunningSequence::callAnswers(const KVKGivenAnswer &answer)
 {
+    if (inCall)
+        inCall->keepAnswer(answer);
+}
+
+/// Before the operator sees that it was accepted. Of the arguments the results need the configuration alone.
+void RunningSequence::keepAnswer(const KVKGivenAnswer &answer)
+{
+    if (std::exchange(m_isKept, true))
+        return;
+    m_results.writeCall(m_plan.owner, {m_callName, {answer.configuration}, answer.result, answer.error},
+                        m_callStart.value_or(CallStart()));
+}
+
+void RunningSequence::sequenceCalls(const QString &name)
+{
+    m_callName = name;
     // A number of its own for each call of the process: whoever looks twice sees whether it is still the same
     // one that goes on.
     m_call = ++lastCallNumber;
@@ -131,7 +147,9 @@ void RunningSequence::sequenceCalled(const KVKLuaCall &call)
         tellWait({});
     m_call = 0;
     // One that was refused before it began took no time.
-    m_results.writeCall(m_plan.owner, call, std::exchange(m_callStart, {}).value_or(CallStart()));
+    const CallStart start = std::exchange(m_callStart, {}).value_or(CallStart());
+    if (!std::exchange(m_isKept, false))
+        m_results.writeCall(m_plan.owner, call, start);
     if (isShown(call))
         tellAnswer(call);
 }

@@ -2,6 +2,7 @@
 
 #include "kovan/KovanLuaSequencer/KVKLuaRun.h"
 #include "kovan/KovanLuaSequencer/KVKLuaSequence.h"
+#include "kovan/KovanUIExtension/KVKExtensionAnswerRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "station/StationConfig.h"
 #include "station/results/Results.h"
@@ -67,6 +68,8 @@ public:
 
     /// Tells the sequence whose call runs on the calling thread what it waits for; elsewhere nothing happens.
     static void callWaits(const KVKCallWait &wait);
+    /// Keeps the answer that the call on the calling thread will return; elsewhere nothing happens.
+    static void callAnswers(const KVKGivenAnswer &answer);
     /// The folder of the sequence whose call runs on the calling thread; empty elsewhere.
     [[nodiscard]] static QString folderOfCall();
     /// The systems of the sequence whose thread this is; none elsewhere.
@@ -78,6 +81,7 @@ private:
     void sequenceCalled(const KVKLuaCall &call) override;
     void sequenceWaits(const KVKLuaWait &wait) override;
     void sequenceEnded(const KVKLuaEnd &end) override;
+    void keepAnswer(const KVKGivenAnswer &answer);
     void tellWait(const KVKCallWait &wait);
     void tellAnswer(const KVKLuaCall &call);
 
@@ -88,6 +92,8 @@ private:
     std::atomic<bool> m_waitsForOthers{false};
     bool m_waits = false;                 ///< Whether the listener knows of a wait. The sequence's thread.
     std::optional<CallStart> m_callStart; ///< Of the call that it is inside of. The sequence's thread.
+    QString m_callName;                   ///< Its name. The sequence's thread.
+    bool m_isKept = false; ///< Whether what it will return is in the results. The sequence's thread.
     std::optional<KVKLuaEnd> m_end;
     std::shared_ptr<bool> m_alive; ///< Expires with this, for jobs that arrive too late.
     KVKLuaSequence m_sequence;

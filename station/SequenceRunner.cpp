@@ -1,5 +1,6 @@
 #include "station/SequenceRunner.h"
 
+#include "kovan/KovanUIExtension/KVKExtensionAnswerRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
@@ -18,6 +19,7 @@ SequenceRunner::SequenceRunner(const StationConfig &config, std::vector<KVKBound
 {
     KVKExtensionStatusRelay::sharedStatusRelay()->setWaitHandler(&RunningSequence::callWaits);
     KVKExtensionGuidanceRelay::sharedGuidanceRelay()->setFolderHandler(&RunningSequence::folderOfCall);
+    KVKExtensionAnswerRelay::sharedAnswerRelay()->setHandler(&RunningSequence::callAnswers);
 }
 
 SequenceRunner::~SequenceRunner()
@@ -27,6 +29,7 @@ SequenceRunner::~SequenceRunner()
     stop();
     // A sequence that ends tells so by a job of the main queue, and may need others of its jobs before that.
     platform::MainQueue::drainUntil([this] { return m_running == 0; });
+    KVKExtensionAnswerRelay::sharedAnswerRelay()->setHandler({});
 }
 
 void SequenceRunner::start(const QString &operatorBadge)

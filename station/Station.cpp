@@ -3,6 +3,7 @@
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
+#include "station/ExitGuard.h"
 #include "station/StationError.h"
 #include "station/StopSignal.h"
 #include "station/results/OutboxLabel.h"
@@ -23,6 +24,7 @@ namespace {
 constexpr std::chrono::milliseconds StopLimit{3000};
 constexpr std::chrono::milliseconds BetweenStopLooks{100};
 constexpr std::chrono::milliseconds BetweenIdleLooks{500};
+constexpr std::chrono::milliseconds BetweenResultTries{1000};
 const QString NobodyToRunFor = QStringLiteral("no sequence has a system or group to run for");
 constexpr QSize HeadlessSize{1440, 900};
 const QString OperatorsName = QStringLiteral("the operator's script");
@@ -165,6 +167,9 @@ void Station::connectRun()
     connect(m_runner.get(), &SequenceRunner::allEnded, this, &Station::runEnded, Qt::QueuedConnection);
     m_idleWait.setInterval(BetweenIdleLooks);
     connect(&m_idleWait, &QTimer::timeout, this, &Station::lookForIdleWait);
+    m_unwritten.setInterval(BetweenResultTries);
+    connect(&m_unwritten, &QTimer::timeout, this, [this] { m_results.tryAgain(); });
+    m_unwritten.start();
     m_stuck.setInterval(BetweenStopLooks);
     connect(&m_stuck, &QTimer::timeout, this, &Station::lookForStuck);
 }
@@ -173,6 +178,10 @@ int Station::run()
 {
     // Lives as long as the event loop that serves it.
     const StopSignal signal([this] { endNow(); });
+    const ExitGuard guard([this] {
+        sayOnError(QStringLiteral("the connection to the display has gone"));
+        giveUp();
+    });
     m_window->show();
     m_window->activateWindow();
     if (endsByItself()) {
@@ -238,7 +247,7 @@ void Station::endOperator()
         m_endLimit = std::chrono::steady_clock::now() + StopLimit;
     if (m_operator && !m_operator->endBy(*m_endLimit)) {
         sayOnError(QStringLiteral("does not end when stopped: %1").arg(OperatorsName));
-        std::_Exit(EXIT_FAILURE);
+        giveUp();
     }
 }
 
@@ -320,7 +329,14 @@ void Station::reportStuck()
     sayOnError(QStringLiteral("does not end when stopped: %1").arg(names));
     m_window->setStatus(QStringLiteral("Does not end: ") + names);
     if (endsByItself() || !m_window->isVisible() || m_window->isClosing())
-        std::_Exit(EXIT_FAILURE);
+        giveUp();
+}
+
+/// Ends without the threads that do not. What results could not be written yet is tried once more, and told.
+void Station::giveUp()
+{
+    static_cast<void>(m_results.hasFailed());
+    std::_Exit(EXIT_FAILURE);
 }
 
 } // namespace station

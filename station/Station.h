@@ -58,6 +58,7 @@ private:
     void lookForIdleWait();
     void lookForStuck();
     void reportStuck();
+    [[noreturn]] void giveUp();
     /// Whether the program ends with its sequences, since no person presses Run again.
     [[nodiscard]] bool endsByItself() const;
 
@@ -73,8 +74,9 @@ private:
     std::unique_ptr<Senses> m_senses;
     std::unique_ptr<RunBoard> m_board;
     std::unique_ptr<OperatorScript> m_operator;
-    QTimer m_idleWait; ///< Looks whether sequences wait for an operator that is not there or not any more.
-    QTimer m_stuck;    ///< Looks whether all sequences that were stopped have ended.
+    QTimer m_idleWait;  ///< Looks whether sequences wait for an operator that is not there or not any more.
+    QTimer m_unwritten; ///< Tries to write what results could not be written.
+    QTimer m_stuck;     ///< Looks whether all sequences that were stopped have ended.
     int m_stuckLooks = 0;
     std::optional<std::chrono::steady_clock::time_point> m_endLimit; ///< Set once the program is to end.
     bool m_operatorDone = true;

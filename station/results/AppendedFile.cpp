@@ -18,6 +18,7 @@ constexpr mode_t ReadableByAll = 0666;
 AppendedFile::AppendedFile(const QString &path)
     : m_file(path, O_WRONLY | O_APPEND, ReadableByAll)
     , m_withinLine(m_file.isRegular() && endsWithinLine())
+    , m_size(m_file.size())
 {}
 
 bool AppendedFile::endsWithinLine() const
@@ -31,11 +32,21 @@ bool AppendedFile::endsWithinLine() const
 
 QString AppendedFile::append(const QByteArray &line)
 {
-    // A write that ended short has left half a line, which must not swallow this one.
-    const QByteArray bytes = (m_withinLine ? "\n" + line : line) + '\n';
-    const QString why = write(bytes);
+    const QString why = add(line);
     // Looked at afterwards, so that a file that goes in between is noticed as well.
     return why.isEmpty() ? m_file.lossOfPath() : why;
+}
+
+QString AppendedFile::add(const QByteArray &line)
+{
+    const qint64 before = m_file.size();
+    const QString why = write((m_withinLine ? "\n" + line : line) + '\n');
+    if (why.isEmpty())
+        m_withinLine = false;
+    else
+        takeBack(before);
+    m_size = m_file.size();
+    return why;
 }
 
 /// To the file itself and not through a buffer: what is returned is about this line, and says why a write
@@ -48,16 +59,47 @@ QString AppendedFile::write(const QByteArray &bytes)
                                    static_cast<std::size_t>(bytes.size() - written));
         if (count < 0 && errno == EINTR)
             continue;
-        if (count <= 0) {
-            const QString why = qt_error_string(errno);
-            if (written > 0)
-                m_withinLine = bytes.at(written - 1) != '\n';
-            return why;
-        }
+        if (count <= 0)
+            return qt_error_string(errno);
         written += count;
     }
-    m_withinLine = false;
     return {};
+}
+
+/// Half a line is of no use to whoever reads the file meanwhile, and would be there twice later on.
+void AppendedFile::takeBack(qint64 size)
+{
+    const bool isWhole = m_file.size() == size;
+    if (isWhole || !m_file.isRegular() || ::ftruncate(m_file.descriptor(), size) == 0)
+        return;
+    m_withinLine = true;
+}
+
+bool AppendedFile::wasCut()
+{
+    const qint64 size = m_file.size();
+    const bool isShorter = m_file.isRegular() && size < m_size;
+    if (isShorter)
+        m_withinLine = endsWithinLine();
+    m_size = size;
+    return isShorter;
+}
+
+/// By the open file: its path may lead nowhere, or elsewhere.
+QByteArrayList AppendedFile::lines() const
+{
+    QFile content(QStringLiteral("/proc/self/fd/%1").arg(m_file.descriptor()));
+    QByteArrayList found;
+    if (!content.open(QIODevice::ReadOnly))
+        return found;
+    while (!content.atEnd()) {
+        QByteArray line = content.readLine();
+        if (!line.endsWith('\n'))
+            break;
+        line.chop(1);
+        found.append(line);
+    }
+    return found;
 }
 
 } // namespace station

@@ -44,6 +44,18 @@ void LockedFile::lookAndLock()
         throw StationError(QStringLiteral("%1: another station writes to it").arg(m_path));
 }
 
+bool LockedFile::isUnlinked() const
+{
+    struct stat open = {};
+    return ::fstat(m_descriptor, &open) == 0 && open.st_nlink == 0;
+}
+
+qint64 LockedFile::size() const
+{
+    struct stat open = {};
+    return ::fstat(m_descriptor, &open) == 0 ? open.st_size : 0;
+}
+
 QString LockedFile::lossOfPath() const
 {
     if (!m_isRegular)

@@ -25,6 +25,10 @@ public:
     [[nodiscard]] bool isRegular() const { return m_isRegular; }
     /// Why the path does not lead to the open file any more; nothing when it does, or is no regular one.
     [[nodiscard]] QString lossOfPath() const;
+    /// Whether no path leads to it any more.
+    [[nodiscard]] bool isUnlinked() const;
+    /// In bytes; 0 for what has none.
+    [[nodiscard]] qint64 size() const;
 
 private:
     void lookAndLock();

@@ -24,15 +24,6 @@ const QStringList Tables{
     QStringLiteral("CREATE TABLE letters (number INTEGER PRIMARY KEY AUTOINCREMENT, answers INTEGER NOT NULL,"
                    " rows TEXT NOT NULL)")};
 
-/// By name, so that a station of a later version reads what an earlier one has left.
-QString written(const ResultRows &rows)
-{
-    QJsonArray list;
-    for (const ResultRow &row : rows)
-        list.append(QJsonObject{{QStringLiteral("kind"), row.kind}, {QStringLiteral("values"), row.values}});
-    return QString::fromUtf8(QJsonDocument(list).toJson(QJsonDocument::Compact));
-}
-
 ResultRows read(const QString &text)
 {
     ResultRows rows;
@@ -84,7 +75,7 @@ void Outbox::add(const ResultRows &rows)
     QSqlQuery query =
         m_connection.prepared(QStringLiteral("INSERT INTO letters (answers, rows) VALUES (?, ?)"));
     query.bindValue(0, isAnswer(rows) ? 1 : 0);
-    query.bindValue(1, written(rows));
+    query.bindValue(1, textOf(rows));
     SqlConnection::run(query);
 }
 

@@ -60,9 +60,10 @@ PostgresResults::~PostgresResults()
 void PostgresResults::keep(const ResultRows &rows)
 {
     m_outbox->add(rows);
+    // It is sent as long as this station lives, and cannot be found by the next one.
     const QString lost = m_file.lossOfPath();
     if (!lost.isEmpty())
-        throw SqlError(lost);
+        lose(name(), lost);
     m_state.added(isAnswer(rows));
     m_forwarder->wake();
 }

@@ -107,6 +107,14 @@ QString jsonText(const platform::Value &value)
     return QString::fromUtf8(list.mid(1, list.size() - 2));
 }
 
+QString textOf(const ResultRows &rows)
+{
+    QJsonArray list;
+    for (const ResultRow &row : rows)
+        list.append(QJsonObject{{QStringLiteral("kind"), row.kind}, {QStringLiteral("values"), row.values}});
+    return QString::fromUtf8(QJsonDocument(list).toJson(QJsonDocument::Compact));
+}
+
 ResultRows rowsOf(const RunBegun &run, const QString &stationId)
 {
     return {{QStringLiteral("run"),

@@ -26,6 +26,10 @@ using ResultRows = QList<ResultRow>;
 /// A value as JSON in one line.
 [[nodiscard]] QString jsonText(const platform::Value &value);
 
+/// The rows as JSON in one line, by name, so that a station of a later version reads what an earlier one has
+/// left.
+[[nodiscard]] QString textOf(const ResultRows &rows);
+
 /// The rows of an event. `stationId` is empty where results of one station are kept by themselves.
 [[nodiscard]] ResultRows rowsOf(const RunBegun &run, const QString &stationId);
 [[nodiscard]] ResultRows rowsOf(const SequenceBegun &sequence);

@@ -41,9 +41,19 @@ Results::Results(const ResultsTargets &targets, bool printsAnswers)
         addServer(targets);
     else
         addFile(targets.database, QStringLiteral("results.database"));
+    for (const auto &sink : m_sinks)
+        sink->onUnwritten([this] { tellWaiting(); });
 }
 
-Results::~Results() = default;
+Results::~Results()
+{
+    static_cast<void>(hasFailed());
+    // The places go one after another, and tell of what is left; nobody may look at all of them any more.
+    if (m_waiting)
+        m_waiting->setListener({});
+    for (const auto &sink : m_sinks)
+        sink->onUnwritten({});
+}
 
 void Results::addServer(const ResultsTargets &targets)
 {
@@ -153,10 +163,53 @@ bool Results::hasFailed()
     return failed;
 }
 
+void Results::tryAgain()
+{
+    for (const auto &sink : m_sinks)
+        sink->tryAgain();
+}
+
 void Results::onWaiting(OutboxState::Listener listener)
 {
-    if (m_waiting)
-        m_waiting->setListener(std::move(listener));
+    {
+        const std::lock_guard lock(m_waitingMutex);
+        m_listener = std::move(listener);
+    }
+    if (m_waiting) {
+        m_waiting->setListener([this](const QString &text, const QString &trouble) {
+            {
+                const std::lock_guard lock(m_waitingMutex);
+                m_outboxText = text;
+                m_outboxTrouble = trouble;
+            }
+            tellWaiting();
+        });
+    }
+    tellWaiting();
+}
+
+void Results::tellWaiting()
+{
+    const std::lock_guard lock(m_waitingMutex);
+    if (!m_listener)
+        return;
+    QStringList texts;
+    QStringList troubles;
+    qsizetype count = 0;
+    for (const auto &sink : m_sinks) {
+        const ResultsSink::Unwritten unwritten = sink->unwritten();
+        count += unwritten.count;
+        if (unwritten.count > 0)
+            troubles.append(unwritten.why);
+    }
+    if (count > 0)
+        texts.append(count == 1 ? QStringLiteral("1 result is not written yet")
+                                : QStringLiteral("%1 results are not written yet").arg(count));
+    if (!m_outboxText.isEmpty())
+        texts.append(m_outboxText);
+    if (!m_outboxTrouble.isEmpty())
+        troubles.append(m_outboxTrouble);
+    m_listener(texts.join(QStringLiteral("; ")), troubles.join(QStringLiteral("; ")));
 }
 
 void Results::print(const QString &line)

@@ -41,21 +41,31 @@ public:
     void writeEnd(const ResultOwner &owner, const KVKLuaEnd &end);
     /// An operator's entry was refused, while a call goes on.
     void writeRefusal(const RefusedEntry &entry);
+    /// Looks after the files, and tries once more to write what could not be written, see ResultsSink. To be
+    /// called from time to time.
+    void tryAgain();
     /// Whether anything was lost, which was reported on the standard error output. Waits until all is
-    /// written.
+    /// written, or lost.
     [[nodiscard]] bool hasFailed();
-    /// Tells how much waits for a results server, see OutboxState; not at all where there is none.
+    /// Tells, on any thread, in words how much waits to be written and how much for a results server (see
+    /// OutboxState), and why. It is told at once, and when that changes.
     void onWaiting(OutboxState::Listener listener);
 
 private:
     void addServer(const ResultsTargets &targets);
     void addFile(const QString &path, const QString &key);
+    void tellWaiting();
     template <class Event>
     void write(const Event &event);
     void print(const QString &line);
 
-    std::vector<std::unique_ptr<ResultsSink>> m_sinks;
-    OutboxState *m_waiting = nullptr; ///< The server's, which is among the sinks.
+    std::mutex m_waitingMutex;        ///< Guards what follows.
+    OutboxState::Listener m_listener; ///< Told under the lock, so that the last word is the newest.
+    QString m_outboxText;
+    QString m_outboxTrouble;
+
+    std::vector<std::unique_ptr<ResultsSink>> m_sinks; ///< They use what stands above until they go.
+    OutboxState *m_waiting = nullptr;                  ///< The server's, which is among the sinks.
     bool m_prints;
     std::mutex m_printing; ///< So that lines of two sequences are not mixed.
 

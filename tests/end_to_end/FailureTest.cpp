@@ -312,7 +312,8 @@ TEST(ResultsFailure, ResultsThatAreLostSpoilARunInWhichEverySequencePassed)
     station.perSystem("return true").argument("--results").argument("/dev/full");
     station.run();
     EXPECT_EQ(station.status(), 1);
-    EXPECT_EQ(station.errorLine(), "station: results are lost: /dev/full: No space left on device");
+    EXPECT_EQ(station.errors(), "station: results cannot be written: /dev/full: No space left on device\n"
+                                "station: results are lost: /dev/full: No space left on device\n");
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "station/results/Results.h"
-#include "tests/results/FileSizeLimit.h"
 #include "tests/station/StationFiles.h"
 
 #include <QDateTime>
@@ -278,34 +277,6 @@ TEST_F(JsonLinesTest, ADeviceMayHaveSeveralWriters)
     EXPECT_FALSE(second.hasFailed());
 }
 
-TEST_F(JsonLinesTest, AFileThatHasBeenRemovedIsToldOnce)
-{
-    testing::internal::CaptureStderr();
-    Results results({path(), {}}, false);
-    results.writeEnd(ofSystem, {});
-    EXPECT_FALSE(results.hasFailed());
-    ASSERT_TRUE(QFile::remove(path()));
-    results.writeEnd(ofSystem, {});
-    EXPECT_TRUE(results.hasFailed());
-    results.writeEnd(ofSystem, {});
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "station: results are lost: " + path().toStdString() + ": the file has been removed\n");
-    EXPECT_FALSE(QFile::exists(path()));
-}
-
-TEST_F(JsonLinesTest, AFileThatHasBeenReplacedIsToldAndLeftAlone)
-{
-    testing::internal::CaptureStderr();
-    Results results({path(), {}}, false);
-    ASSERT_TRUE(QFile::rename(path(), m_files.path("moved.jsonl")));
-    m_files.write("results.jsonl", "another's\n");
-    results.writeEnd(ofSystem, {});
-    EXPECT_TRUE(results.hasFailed());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "station: results are lost: " + path().toStdString() + ": the file has been replaced\n");
-    EXPECT_EQ(m_files.read("results.jsonl"), "another's\n");
-}
-
 TEST_F(JsonLinesTest, LinesOfManySequencesDoNotMix)
 {
     Results results({path(), {}}, false);
@@ -338,45 +309,6 @@ TEST_F(JsonLinesTest, AFileThatCannotBeWrittenIsRefusedWithItsPath)
     EXPECT_TRUE(testsupport::refusalOf([this] {
                     const Results results({m_files.folder(), {}}, false);
                 }).startsWith("--results: " + m_files.folder() + ": "));
-}
-
-TEST_F(JsonLinesTest, AFullDiskIsToldOnceAndRemembered)
-{
-    testing::internal::CaptureStderr();
-    Results results({"/dev/full", {}}, false);
-    EXPECT_FALSE(results.hasFailed());
-    results.writeCall(ofSystem, answered(1));
-    EXPECT_TRUE(results.hasFailed());
-    results.writeEnd(ofSystem, {});
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "station: results are lost: /dev/full: No space left on device\n");
-    EXPECT_TRUE(results.hasFailed());
-}
-
-TEST_F(JsonLinesTest, AFullDiskIsNamedForALongLineToo)
-{
-    testing::internal::CaptureStderr();
-    Results results({"/dev/full", {}}, false);
-    results.writeCall(ofSystem, answered(QString(200'000, 'a')));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "station: results are lost: /dev/full: No space left on device\n");
-}
-
-TEST_F(JsonLinesTest, ALineThatIsWrittenInPartIsLostByNameAndEndedBeforeTheNextOne)
-{
-    Results results({path(), {}}, false);
-    testing::internal::CaptureStderr();
-    {
-        const testsupport::FileSizeLimit limit(1000);
-        results.writeCall(ofSystem, answered(QString(2000, 'a')));
-    }
-    results.writeEnd(ofGroup, {});
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "station: results are lost: " + path().toStdString() + ": File too large\n");
-    EXPECT_TRUE(results.hasFailed());
-    ASSERT_EQ(m_files.lines("results.jsonl").size(), 2);
-    EXPECT_EQ(m_files.lines("results.jsonl").at(0).size(), 1000);
-    EXPECT_EQ(written().at(1).value("group").toString(), "G1");
 }
 
 TEST_F(JsonLinesTest, WithoutAPathNothingIsWrittenAndNothingFails)

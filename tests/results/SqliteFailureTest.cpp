@@ -3,9 +3,12 @@
 #include "tests/results/FileSizeLimit.h"
 #include "tests/results/Tables.h"
 #include "tests/station/StationFiles.h"
+#include "tests/support/LogRecorder.h"
+#include "tests/support/LogTrap.h"
 
 #include <QFile>
 
+#include <cstdio>
 #include <optional>
 #include <unistd.h>
 
@@ -29,7 +32,11 @@ protected:
         m_results->write(station::CallDone{
             "r", ofSystem, {"showView", {}, Dictionary{{"SN", text}}, {}}, number, {}, m_time, m_time, 0});
     }
-    /// What is said on the error stream about the file.
+    /// What is said on the error stream about the file: while it cannot be written, and at the end.
+    std::string trouble(const char *why) const
+    {
+        return "station: results cannot be written: " + path().toStdString() + ": " + why + "\n";
+    }
     std::string loss(const char *why) const
     {
         return "station: results are lost: " + path().toStdString() + ": " + why + "\n";
@@ -41,34 +48,57 @@ protected:
     std::optional<SqliteResults> m_results;
 };
 
-TEST_F(SqliteFailureTest, ALockedFileLosesWhatComesMeanwhileAndNothingElse)
+class Locker : public station::SqlConnection
 {
+public:
+    explicit Locker(const QString &file)
+        : SqlConnection("QSQLITE")
+    {
+        database().setDatabaseName(file);
+        open();
+        static_cast<void>(run("BEGIN IMMEDIATE"));
+    }
+};
+
+TEST_F(SqliteFailureTest, ALockedFileHoldsUpWhatComesMeanwhileAndLosesNothing)
+{
+    testsupport::expectErrors();
+    testsupport::LogRecorder log;
     testing::internal::CaptureStderr();
     {
-        class Locker : public station::SqlConnection
-        {
-        public:
-            explicit Locker(const QString &file)
-                : SqlConnection("QSQLITE")
-            {
-                database().setDatabaseName(file);
-                open();
-                static_cast<void>(run("BEGIN IMMEDIATE"));
-            }
-        } const locker(path());
+        const Locker locker(path());
         beginRun();
         answer(1);
         answer(2);
+        m_results->tryAgain();
+        EXPECT_EQ(m_results->unwritten().count, 3);
     }
+    EXPECT_TRUE(log.anyContains("not yet in " + path() + ": [{\"kind\":\"call\""));
     answer(3);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), loss("database is locked")) << "said once";
-    EXPECT_TRUE(m_results->hasFailed());
-    EXPECT_EQ(rows("SELECT call FROM calls"), QStringList{"3"});
-    EXPECT_EQ(rows("SELECT run FROM runs"), QStringList{"r"}) << "what the later ones belong to";
+    m_results->settle();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), trouble("database is locked")) << "said once";
+    EXPECT_EQ(m_results->unwritten().count, 0);
+    EXPECT_FALSE(m_results->hasFailed());
+    EXPECT_EQ(rows("SELECT call FROM calls ORDER BY rowid"), (QStringList{"1", "2", "3"}));
+    EXPECT_EQ(rows("SELECT run FROM runs"), QStringList{"r"});
 }
 
-TEST_F(SqliteFailureTest, AFullDiskIsToldAndLeavesWholeAnswers)
+TEST_F(SqliteFailureTest, AFileThatStaysLockedUntilTheEndIsToldAsLost)
 {
+    testsupport::expectErrors();
+    testing::internal::CaptureStderr();
+    const Locker locker(path());
+    answer(1);
+    m_results->settle();
+    m_results->settle();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              trouble("database is locked") + loss("database is locked"));
+    EXPECT_TRUE(m_results->hasFailed());
+}
+
+TEST_F(SqliteFailureTest, AFullDiskHoldsUpAnswersAndKeepsThemWhole)
+{
+    testsupport::expectErrors();
     beginRun();
     answer(1);
     testing::internal::CaptureStderr();
@@ -76,15 +106,18 @@ TEST_F(SqliteFailureTest, AFullDiskIsToldAndLeavesWholeAnswers)
         const testsupport::FileSizeLimit limit(200'000);
         answer(2, QString(1'000'000, 'x'));
     }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), loss("disk I/O error"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), trouble("disk I/O error"));
     answer(3);
-    EXPECT_TRUE(m_results->hasFailed());
-    EXPECT_EQ(rows("SELECT call FROM answers"), (QStringList{"1", "3"}));
+    m_results->settle();
+    EXPECT_FALSE(m_results->hasFailed());
+    EXPECT_EQ(rows("SELECT call FROM answers"), (QStringList{"1", "2", "3"}));
     EXPECT_EQ(rows("PRAGMA integrity_check"), QStringList{"ok"});
 }
 
-TEST_F(SqliteFailureTest, AFileThatIsOverwrittenIsTold)
+TEST_F(SqliteFailureTest, AFileThatIsOverwrittenIsToldAndWhatItCannotTakeStandsInTheLog)
 {
+    testsupport::expectErrors();
+    testsupport::LogRecorder log;
     beginRun();
     answer(1);
     m_results.reset();
@@ -98,26 +131,81 @@ TEST_F(SqliteFailureTest, AFileThatIsOverwrittenIsTold)
     testing::internal::CaptureStderr();
     answer(2);
     answer(3);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), loss("database disk image is malformed"));
+    m_results->settle();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              trouble("database disk image is malformed") + loss("database disk image is malformed"));
     EXPECT_TRUE(m_results->hasFailed());
+    EXPECT_TRUE(log.anyContains("\"call\":2"));
+    EXPECT_TRUE(log.anyContains("\"call\":3"));
 }
 
-TEST_F(SqliteFailureTest, AFileThatHasBeenRemovedOrReplacedIsTold)
+TEST_F(SqliteFailureTest, AFileThatHasBeenRemovedIsMadeAnewWithAllThatItHeld)
+{
+    for (const bool withItsLog : {false, true}) {
+        m_results.reset();
+        ASSERT_TRUE(!QFile::exists(path()) || QFile::remove(path()));
+        m_results.emplace(path());
+        beginRun();
+        answer(1);
+        ASSERT_TRUE(QFile::remove(path()));
+        if (withItsLog) {
+            QFile::remove(path() + "-wal");
+            QFile::remove(path() + "-shm");
+        }
+        answer(2);
+        EXPECT_EQ(rows("SELECT call FROM calls"), (QStringList{"1", "2"}));
+        EXPECT_EQ(rows("SELECT value FROM answers"), (QStringList{"A1", "A1"}));
+        EXPECT_EQ(rows("SELECT run FROM runs"), QStringList{"r"});
+        EXPECT_EQ(rows("PRAGMA integrity_check"), QStringList{"ok"});
+        m_results->settle();
+        EXPECT_FALSE(m_results->hasFailed());
+    }
+}
+
+TEST_F(SqliteFailureTest, AFileThatHasBeenMovedIsWholeAndTheNextOneHasTheRestOfTheRun)
 {
     beginRun();
-    m_results->settle();
-    testing::internal::CaptureStderr();
-    ASSERT_TRUE(QFile::remove(path()));
     answer(1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), loss("the file has been removed"));
-    m_results.reset();
-    m_results.emplace(path());
     ASSERT_TRUE(QFile::rename(path(), m_files.path("moved.sqlite")));
+    answer(2);
+    EXPECT_EQ(rows("SELECT call FROM calls"), QStringList{"2"});
+    EXPECT_EQ(rows("SELECT run FROM runs"), QStringList{"r"});
+    const auto moved = [this](const QString &question) {
+        return testsupport::rowsOfFile(m_files.path("moved.sqlite"), question);
+    };
+    EXPECT_EQ(moved("SELECT call FROM calls"), QStringList{"1"});
+    EXPECT_EQ(moved("PRAGMA integrity_check"), QStringList{"ok"});
+}
+
+TEST_F(SqliteFailureTest, AnOlderCopyInItsPlaceGetsWhatItLacksAndNothingTwice)
+{
+    beginRun();
+    answer(1);
+    m_results.reset();
+    ASSERT_TRUE(QFile::copy(path(), m_files.path("copy.sqlite")));
+    m_results.emplace(path());
+    answer(2);
+    ASSERT_EQ(std::rename(m_files.path("copy.sqlite").toLocal8Bit(), path().toLocal8Bit()), 0);
+    answer(3);
+    EXPECT_EQ(rows("SELECT call FROM calls ORDER BY call"), (QStringList{"1", "2", "3"}));
+    EXPECT_EQ(rows("SELECT call FROM answers ORDER BY call"), (QStringList{"1", "2", "3"}));
+}
+
+TEST_F(SqliteFailureTest, SomethingElseInItsPlaceIsLeftAloneAndHoldsUpAnswersUntilItGoes)
+{
+    testsupport::expectErrors();
+    beginRun();
+    answer(1);
+    ASSERT_TRUE(QFile::remove(path()));
     m_files.write("results.sqlite", "another's");
     testing::internal::CaptureStderr();
-    answer(1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), loss("the file has been replaced"));
+    answer(2);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), trouble("file is not a database"));
     EXPECT_EQ(m_files.read("results.sqlite"), "another's");
+    ASSERT_TRUE(QFile::remove(path()));
+    m_results->settle();
+    EXPECT_EQ(rows("SELECT call FROM calls"), (QStringList{"1", "2"}));
+    EXPECT_FALSE(m_results->hasFailed());
 }
 
 /// Gives up what the superuser may do, who is never refused a file.
