@@ -126,7 +126,10 @@ QString TextLines::toolTip(const QString &text)
     }
     const QString tip = lines.join(QLatin1Char('\n'));
     // A text that looks like markup is to be read as it was written.
-    return Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip;
+    // Escaped here: Qt::convertFromPlainText leaves "&lt;" what it is.
+    return Qt::mightBeRichText(tip)
+               ? QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(tip.toHtmlEscaped())
+               : tip;
 }
 
 } // namespace platform

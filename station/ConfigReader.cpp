@@ -1,4 +1,5 @@
 #include "station/ConfigTable.h"
+#include "station/MachineConfig.h"
 #include "station/Palette.h"
 #include "station/PersonConfig.h"
 #include "station/Refusals.h"
@@ -170,7 +171,7 @@ void readStation(StationConfig &config, const ConfigTable &table, const QDir &fo
                      QStringLiteral("custom_row_color"), QStringLiteral("locale"), QStringLiteral("images"),
                      QStringLiteral("system_groups"), QStringLiteral("system_slots"),
                      QStringLiteral("sounds"), QStringLiteral("volume"), QStringLiteral("ask_operator"),
-                     QStringLiteral("badge_pattern")},
+                     QStringLiteral("badge_pattern"), QStringLiteral("files")},
                     refusals);
     refusals.attempt([&] { config.name = table.text("name").value_or(QStringLiteral("Station")); });
     refusals.attempt([&] { config.customRowColor = table.truth("custom_row_color").value_or(false); });
@@ -319,7 +320,8 @@ StationConfig read(const QString &path, SequenceNeed need, const Refusals &refus
     const QDir folder = QFileInfo(path).absoluteDir();
     const ConfigTable root(content, path, QString());
     root.allowOnly({QStringLiteral("station"), QStringLiteral("system"), QStringLiteral("sequence"),
-                    QStringLiteral("plugins"), QStringLiteral("scanner"), QStringLiteral("results")},
+                    QStringLiteral("plugins"), QStringLiteral("scanner"), QStringLiteral("results"),
+                    QStringLiteral("lua")},
                    refusals);
     StationConfig config;
     refusals.attempt([&] {
@@ -328,6 +330,7 @@ StationConfig read(const QString &path, SequenceNeed need, const Refusals &refus
             root.failMissing("station");
         readStation(config, *station, folder, refusals);
         refusals.attempt([&] { readPerson(config, root, *station); });
+        readMachine(config, root, *station, refusals);
     });
     for (int i = 0; i < config.systemGroups.size(); ++i)
         config.colors.insert(i, defaultColors(i));

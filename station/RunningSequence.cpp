@@ -81,7 +81,8 @@ RunningSequence::RunningSequence(const Plan &plan, const std::vector<KVKBoundFun
     , m_results(results)
     , m_listener(std::move(listener))
     , m_alive(std::make_shared<bool>(true))
-    , m_sequence({plan.script, plan.globals, functions, std::move(place.run), place.partner}, *this)
+    , m_sequence({plan.script, plan.globals, functions, std::move(place.run), place.partner, plan.limits},
+                 *this)
 {}
 
 RunningSequence::~RunningSequence() = default;
@@ -220,8 +221,10 @@ QList<RunningSequence::Plan> planSequences(const StationConfig &config)
             break;
         }
     }
-    for (qsizetype i = 0; i < plans.size(); ++i)
+    for (qsizetype i = 0; i < plans.size(); ++i) {
         plans[i].owner.number = static_cast<int>(i);
+        plans[i].limits = config.lua;
+    }
     return plans;
 }
 

@@ -37,6 +37,7 @@ public:
         platform::Dictionary globals;
         QString
             group; ///< The one that the system is in or that the sequence is for; empty for the station's.
+        KVKLuaLimits limits = {};
     };
 
     /// The sequence's place in its run.

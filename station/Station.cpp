@@ -4,6 +4,7 @@
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "station/ExitGuard.h"
+#include "station/FileRights.h"
 #include "station/StationError.h"
 #include "station/StopSignal.h"
 #include "station/results/OutboxLabel.h"
@@ -46,6 +47,9 @@ StationConfig configurationFor(const CommandLine &line)
         for (const QString &script : line.sequences)
             config.sequences.append({script, SequenceKind::System});
     }
+    // Before anything is written.
+    if (config.sharesFiles)
+        makeFilesShared();
     return config;
 }
 
@@ -151,7 +155,8 @@ void Station::makeOperator()
         return;
     const LoadedPlugin &plugin = m_plugins.front();
     const OperatorStage stage{m_window.get(),   plugin.view(),         plugin.extension()->pluginContext(),
-                              m_config.scanner, m_window->runAction(), m_window->stopAction()};
+                              m_config.scanner, m_window->runAction(), m_window->stopAction(),
+                              m_config.lua};
     m_operatorDone = false;
     m_operator = std::make_unique<OperatorScript>(
         m_commandLine.operatorScript, stage,

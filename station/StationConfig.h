@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
 #include "platform/Color.h"
 #include "station/badge/BadgeRule.h"
 #include "station/scanner/ScannerSettings.h"
@@ -49,6 +50,8 @@ struct StationConfig
     SoundSettings sounds;
     ScannerSettings scanner;
     BadgeRule badge;
+    KVKLuaLimits lua;         ///< Of each sequence, and of an operator's script.
+    bool sharesFiles = false; ///< Whether others than the user may have the files that are written.
 
     /// The distinct groups, in order.
     [[nodiscard]] QStringList groups() const;

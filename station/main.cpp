@@ -1,6 +1,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "platform/MainQueue.h"
 #include "station/CommandLine.h"
+#include "station/FileRights.h"
 #include "station/QtMessages.h"
 #include "station/Station.h"
 #include "station/StationError.h"
@@ -108,6 +109,7 @@ int main(int argc, char **argv)
 {
     try {
         standAlone();
+        station::makeFilesPrivate();
         return runProgram(argc, argv);
     } catch (...) {
         QTextStream(stderr) << "station: " << KVKTextOfException(std::current_exception()) << Qt::endl;

@@ -158,8 +158,8 @@ void setGlobals(lua_State *state)
 } // namespace
 
 KVKLuaScope::KVKLuaScope(const std::vector<KVKBoundFunction> &functions, platform::Dictionary globals,
-                         Place place, KVKLuaSequenceObserver &observer)
-    : KVKLuaRunner({"a sequence", true})
+                         Place place, KVKLuaLimits limits, KVKLuaSequenceObserver &observer)
+    : KVKLuaRunner({"a sequence", true}, std::move(limits))
     , m_functions(functions)
     , m_globals(std::move(globals))
     , m_place(place)

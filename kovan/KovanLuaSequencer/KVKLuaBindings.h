@@ -28,7 +28,7 @@ public:
     };
 
     KVKLuaScope(const std::vector<KVKBoundFunction> &functions, platform::Dictionary globals, Place place,
-                KVKLuaSequenceObserver &observer);
+                KVKLuaLimits limits, KVKLuaSequenceObserver &observer);
 
     [[nodiscard]] static KVKLuaScope &of(lua_State *state);
 

@@ -11,7 +11,6 @@ constexpr int Failed = -1;
 constexpr int FailedWithoutText = -2;
 /// More than this of an error text helps nobody, and a script can make one of any length.
 constexpr std::size_t LongestErrorText = 4096;
-constexpr char NoMemory[] = "not enough memory";
 
 int tostringOfArgument(lua_State *state)
 {
@@ -95,7 +94,7 @@ int KVKLuaPerform(lua_State *state, KVKLuaBody body)
         return results;
     // From here on no C++ object is left that the jump could pass over.
     if (results == FailedWithoutText)
-        return luaL_error(state, NoMemory);
+        return luaL_error(state, KVKLuaNoMemory);
     luaL_where(state, 1);
     lua_insert(state, -2);
     lua_concat(state, 2);

@@ -10,6 +10,9 @@ struct lua_State;
 // Lua reports errors by a jump that runs no destructors, and knows nothing of C++ exceptions. What stands
 // here keeps the two apart, for whoever writes functions for a script. Thread: the state's.
 
+/// What Lua says when there is no memory.
+inline constexpr char KVKLuaNoMemory[] = "not enough memory";
+
 /// Runs a C function, which finds `data` as its only argument (lua_touserdata), in a protected call, and
 /// leaves its results on the stack. Where it raises an error, the error object is left there and false is
 /// returned.

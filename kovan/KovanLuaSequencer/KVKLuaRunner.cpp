@@ -1,6 +1,8 @@
 #include "kovan/KovanLuaSequencer/KVKLuaRunner.h"
 
 #include "kovan/KovanLuaSequencer/KVKLuaLibraries.h"
+#include "kovan/KovanLuaSequencer/KVKLuaLoading.h"
+#include "kovan/KovanLuaSequencer/KVKLuaMemory.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "kovan/KovanLuaSequencer/KVKLuaValue.h"
 
@@ -10,42 +12,19 @@
 
 #include <lua.hpp>
 
-#include <cstdlib>
 #include <memory>
 #include <new>
-#include <optional>
+#include <utility>
 
 namespace {
 
 /// Often enough that nobody notices the delay, seldom enough that nobody notices the look.
 constexpr int InstructionsBetweenLooks = 1000;
-/// A script that collects without end is to fail before the machine does, and with it all other sequences.
-constexpr std::size_t MostMemory = std::size_t{256} * 1024 * 1024;
-
 struct StateCloser
 {
     void operator()(lua_State *state) const { lua_close(state); }
 };
 using State = std::unique_ptr<lua_State, StateCloser>;
-
-/// The allocator of a state, which counts what the state holds. For a new block, `size` tells its kind and
-/// not a size.
-void *allocate(void *data, void *block, std::size_t size, std::size_t wanted)
-{
-    std::size_t &held = *static_cast<std::size_t *>(data);
-    const std::size_t had = block ? size : 0;
-    if (wanted == 0) {
-        std::free(block);
-        held -= had;
-        return nullptr;
-    }
-    if (wanted > had && wanted - had > MostMemory - held)
-        return nullptr;
-    void *fresh = std::realloc(block, wanted);
-    if (fresh)
-        held += wanted - had;
-    return fresh;
-}
 
 /// Ends the script once it is stopped. From then on every instruction is looked at, so that a script that
 /// catches the error does not get far.
@@ -93,8 +72,9 @@ struct KVKLuaRunner::Source
     QByteArray folder;
 };
 
-KVKLuaRunner::KVKLuaRunner(const Kind &kind)
+KVKLuaRunner::KVKLuaRunner(const Kind &kind, KVKLuaLimits limits)
     : m_kind(kind)
+    , m_limits(std::move(limits))
 {}
 
 KVKLuaRunner::~KVKLuaRunner() = default;
@@ -127,25 +107,31 @@ KVKLuaRunner::End KVKLuaRunner::run(const QString &path) noexcept
 
 KVKLuaRunner::End KVKLuaRunner::runSource(Source source)
 {
-    const State state(lua_newstate(allocate, &m_memory));
+    KVKLuaMemory memory(m_limits.memory);
+    const State state(lua_newstate(&KVKLuaMemory::allocate, &memory));
     if (!state)
         return failure(QStringLiteral("no memory for the script"));
     // The extra space is copied into every coroutine, where the functions find it too.
     *static_cast<KVKLuaRunner **>(lua_getextraspace(state.get())) = this;
     m_traceback.clear();
-    if (!KVKLuaProtected(state.get(), runProtected, &source, 1))
-        return {false, {}, KVKLuaTextOnTop(state.get()), m_traceback};
+    memory.watch(state.get());
+    if (!KVKLuaProtected(state.get(), runProtected, &source, 1)) {
+        const QString message = KVKLuaTextOnTop(state.get());
+        const bool isPlaceless = message == QLatin1String(KVKLuaNoMemory);
+        return {false, {}, isPlaceless ? memory.lastRefusal() + message : message, m_traceback};
+    }
     return m_kind.givesAResult ? endWithValueOnTop(state.get()) : End{true, {}, {}};
 }
 
 int KVKLuaRunner::runProtected(lua_State *state)
 {
     const Source &source = *static_cast<const Source *>(lua_touserdata(state, 1));
-    KVKLuaOpenLibraries(state, {source.runner->m_kind.name, source.folder.constData()});
+    KVKLuaOpenLibraries(state,
+                        {source.runner->m_kind.name, source.folder.constData(), source.runner->m_limits});
     source.runner->bind(state);
     lua_sethook(state, endWhenStopped, LUA_MASKCOUNT, InstructionsBetweenLooks);
-    if (luaL_loadbufferx(state, source.text.constData(), static_cast<std::size_t>(source.text.size()),
-                         source.chunk.constData(), "t") != LUA_OK)
+    if (KVKLuaLoadText(state, source.text.constData(), static_cast<std::size_t>(source.text.size()),
+                       source.chunk.constData()) != LUA_OK)
         return lua_error(state);
     // In a call of its own: only here are the calls still known that led to an error which nobody has caught.
     lua_pushcfunction(state, noteTraceback);

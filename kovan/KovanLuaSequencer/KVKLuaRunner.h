@@ -1,10 +1,9 @@
 #pragma once
 
+#include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
 #include "platform/Value.h"
 
 #include <QString>
-
-#include <cstddef>
 
 struct lua_State;
 
@@ -15,8 +14,8 @@ struct lua_State;
 /// Everything that can raise a Lua error runs inside a protected call; functions for the script are made with
 /// KVKLuaFunction (KVKLuaProtection.h).
 ///
-/// A script has no os.exit, os.setlocale, debug.debug, debug.sethook and io.read, and cannot read io.stdin;
-/// it has 256 MiB of memory.
+/// A script has no os.setlocale, debug.debug, debug.sethook and io.read, and cannot read io.stdin. Its limits
+/// say what it has of memory and of the functions that reach out of it.
 ///
 /// Thread: one thread runs the script; isStopped() is asked there. Ownership: the runner outlives its state.
 class KVKLuaRunner
@@ -40,7 +39,7 @@ public:
         bool givesAResult; ///< Otherwise what it returns is not looked at.
     };
 
-    explicit KVKLuaRunner(const Kind &kind);
+    explicit KVKLuaRunner(const Kind &kind, KVKLuaLimits limits = {});
     virtual ~KVKLuaRunner();
     KVKLuaRunner(const KVKLuaRunner &) = delete;
     KVKLuaRunner &operator=(const KVKLuaRunner &) = delete;
@@ -73,6 +72,6 @@ private:
     void keepTraceback(lua_State *state) noexcept;
 
     Kind m_kind;
-    std::size_t m_memory = 0; ///< What the state holds, in bytes.
-    QString m_traceback;      ///< Of the error that ends the script.
+    KVKLuaLimits m_limits;
+    QString m_traceback; ///< Of the error that ends the script.
 };

@@ -17,7 +17,7 @@ struct KVKLuaSequence::Run
         : description(std::move(given))
         , observer(told)
         , scope(description.functions, description.globals, {description.run.get(), description.partner},
-                observer)
+                description.limits, observer)
     {
         if (description.run && description.partner >= description.run->size())
             throw std::out_of_range("the run has no such sequence");

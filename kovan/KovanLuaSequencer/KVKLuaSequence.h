@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kovan/KovanLuaSequencer/KVKFunctionTable.h"
+#include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
 #include "platform/Error.h"
 #include "platform/Value.h"
 
@@ -85,6 +86,7 @@ public:
         std::vector<KVKBoundFunction> functions;
         std::shared_ptr<KVKLuaRun> run = nullptr; ///< Null for a sequence that runs by itself.
         std::size_t partner = 0; ///< Which one of the run's sequences this is; no other is the same.
+        KVKLuaLimits limits = {};
     };
 
     /// Errors: throws std::out_of_range for a partner that the run does not have.

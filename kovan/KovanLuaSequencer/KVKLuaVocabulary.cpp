@@ -1,6 +1,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaVocabulary.h"
 
 #include "kovan/KovanLuaSequencer/KVKLuaLibraries.h"
+#include "kovan/KovanLuaSequencer/KVKLuaLoading.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 
 #include <QRegularExpression>
@@ -9,6 +10,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -37,9 +39,10 @@ void giveProtected(lua_State *state, void (*give)(lua_State *))
         throw std::runtime_error(KVKLuaTextOnTop(state).toStdString());
 }
 
-void openLibraries(lua_State *state)
+int openLibraries(lua_State *state)
 {
-    KVKLuaOpenLibraries(state, {"a script", "."});
+    KVKLuaOpenLibraries(state, {"a script", ".", *static_cast<KVKLuaLimits *>(lua_touserdata(state, 1))});
+    return 0;
 }
 
 /// The text keys of the table on the top. Nothing here allocates in Lua.
@@ -72,20 +75,30 @@ KVKLuaVocabulary namesOnTop(lua_State *state)
     return vocabulary;
 }
 
-/// Adds "os.exit" and the like, which the table of globals on the top has.
+/// Notes a function on the top that is refused.
+void noteRefusal(lua_State *state, const QString &name, KVKLuaVocabulary &vocabulary)
+{
+    if (KVKLuaIsRefused(state, -1))
+        vocabulary.refused.append(name);
+    if (const char *allowance = KVKLuaAllowanceOf(state, -1))
+        vocabulary.allowances.insert(name, QString::fromUtf8(allowance));
+    if (KVKLuaIsRefusedWithoutArguments(state, -1))
+        vocabulary.refusedWithoutArguments.append(name);
+}
+
+/// Adds "os.execute" and the like, which the table of globals on the top has.
 void addRefused(lua_State *state, KVKLuaVocabulary &vocabulary)
 {
-    for (auto table = vocabulary.fields.cbegin(); table != vocabulary.fields.cend(); ++table) {
-        for (const QString &field : table.value()) {
-            lua_getfield(state, -1, table.key().toUtf8().constData());
+    for (const QString &name : std::as_const(vocabulary.names)) {
+        lua_getfield(state, -1, name.toUtf8().constData());
+        noteRefusal(state, name, vocabulary);
+        const QStringList fields = vocabulary.fields.value(name);
+        for (const QString &field : fields) {
             lua_getfield(state, -1, field.toUtf8().constData());
-            const QString name = table.key() + QLatin1Char('.') + field;
-            if (KVKLuaIsRefused(state, -1))
-                vocabulary.refused.append(name);
-            if (KVKLuaIsRefusedWithoutArguments(state, -1))
-                vocabulary.refusedWithoutArguments.append(name);
-            lua_pop(state, 2);
+            noteRefusal(state, name + QLatin1Char('.') + field, vocabulary);
+            lua_pop(state, 1);
         }
+        lua_pop(state, 1);
     }
 }
 
@@ -93,12 +106,13 @@ void addRefused(lua_State *state, KVKLuaVocabulary &vocabulary)
 int loadScript(lua_State *state)
 {
     const QByteArray &script = *static_cast<const QByteArray *>(lua_touserdata(state, 1));
-    if (luaL_loadbufferx(state, script.constData(), static_cast<std::size_t>(script.size()), "=script",
-                         "t") != LUA_OK)
+    if (KVKLuaLoadText(state, script.constData(), static_cast<std::size_t>(script.size()), "=script") !=
+        LUA_OK)
         return lua_error(state);
     return 0;
 }
 
+/// Returns the path on which the module that is the first argument is found, or "loaded".
 int findModule(lua_State *state)
 {
     const QByteArray &name = *static_cast<const QByteArray *>(lua_touserdata(state, 1));
@@ -109,22 +123,28 @@ int findModule(lua_State *state)
         lua_pushlstring(state, name.constData(), static_cast<std::size_t>(name.size()));
         lua_getfield(state, -3, path);
         lua_call(state, 2, 1);
-        if (lua_isstring(state, -1))
+        lua_pushstring(state, path);
+        if (lua_isstring(state, -2))
             return 1;
         lua_settop(state, 1);
     }
     lua_getglobal(state, "package");
     lua_getfield(state, -1, "loaded");
-    lua_getfield(state, -1, name.constData());
+    lua_pushstring(state, "loaded");
+    if (lua_getfield(state, -2, name.constData()) == LUA_TNIL)
+        return 1;
+    lua_pop(state, 1);
     return 1;
 }
 
 } // namespace
 
-KVKLuaVocabulary KVKLuaLibraryVocabulary()
+KVKLuaVocabulary KVKLuaLibraryVocabulary(const KVKLuaLimits &limits)
 {
     const State state = newState();
-    giveProtected(state.get(), openLibraries);
+    KVKLuaLimits given = limits;
+    if (!KVKLuaProtected(state.get(), openLibraries, &given, 0))
+        throw std::runtime_error(KVKLuaTextOnTop(state.get()).toStdString());
     lua_pushglobaltable(state.get());
     KVKLuaVocabulary vocabulary = namesOnTop(state.get());
     addRefused(state.get(), vocabulary);
@@ -155,9 +175,11 @@ std::optional<KVKLuaSyntaxProblem> KVKLuaSyntaxProblemOf(const QByteArray &scrip
     return KVKLuaSyntaxProblem{1, QString(problem).remove(QStringLiteral("script: "))};
 }
 
-bool KVKLuaFindsModule(const QByteArray &name)
+KVKLuaModule KVKLuaFindModule(const QByteArray &name)
 {
     const State state = newState();
     QByteArray text = name;
-    return KVKLuaProtected(state.get(), findModule, &text, 1) && !lua_isnil(state.get(), -1);
+    if (!KVKLuaProtected(state.get(), findModule, &text, 1) || lua_isnil(state.get(), -1))
+        return KVKLuaModule::Nowhere;
+    return qstrcmp(lua_tostring(state.get(), -1), "cpath") == 0 ? KVKLuaModule::C : KVKLuaModule::Lua;
 }

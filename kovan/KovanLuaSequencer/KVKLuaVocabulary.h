@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QString>
@@ -15,14 +17,15 @@ struct KVKLuaVocabulary
 {
     QStringList names;                   ///< Globals.
     QHash<QString, QStringList> fields;  ///< Of those among them that are tables of known content.
-    QStringList refused;                 ///< What raises an error whoever calls it: "os.exit".
+    QStringList refused;                 ///< What raises an error whoever calls it: "os.execute".
+    QHash<QString, QString> allowances;  ///< What would open those of them that can be allowed.
     QStringList refusedWithoutArguments; ///< What does so without an argument: "io.lines".
     QStringList refusedMethodsOfInput;   ///< Methods that io.stdin does not have: "read".
 };
 
-/// Lua's libraries as every script has them.
+/// Lua's libraries as a script with these limits has them.
 /// Thread: any. Errors: throws std::runtime_error for want of memory.
-[[nodiscard]] KVKLuaVocabulary KVKLuaLibraryVocabulary();
+[[nodiscard]] KVKLuaVocabulary KVKLuaLibraryVocabulary(const KVKLuaLimits &limits = {});
 
 /// The names that a function for scripts gives to a state, its tables' fields included. The function may
 /// raise Lua errors; it makes no C++ objects that have a destructor. Thread: any. Errors: throws
@@ -40,5 +43,8 @@ struct KVKLuaSyntaxProblem
 /// Thread: any. Errors: throws std::runtime_error for want of memory.
 [[nodiscard]] std::optional<KVKLuaSyntaxProblem> KVKLuaSyntaxProblemOf(const QByteArray &script);
 
-/// Whether a module that lies not beside the script would be found. Thread: any.
-[[nodiscard]] bool KVKLuaFindsModule(const QByteArray &name);
+/// Where a module is that lies not beside the script.
+enum class KVKLuaModule { Nowhere, Lua, C };
+
+/// Looks for a module among those of the machine. Thread: any.
+[[nodiscard]] KVKLuaModule KVKLuaFindModule(const QByteArray &name);

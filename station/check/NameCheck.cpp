@@ -53,7 +53,10 @@ public:
 private:
     void refuse(LuaPlace place, const QString &name)
     {
-        m_script.add(place, QStringLiteral("%1 is not available to %2").arg(name, m_known.reader));
+        const QString allowance = m_known.library.allowances.value(name);
+        m_script.add(place,
+                     QStringLiteral("%1 is not available to %2%3")
+                         .arg(name, m_known.reader, allowance.isEmpty() ? QString() : adviceFor(allowance)));
     }
 
     [[nodiscard]] static QString didYouMean(const QString &word, const QStringList &known)
@@ -125,6 +128,11 @@ private:
 };
 
 } // namespace
+
+QString adviceFor(const QString &allowance)
+{
+    return QString::asprintf(KVKLuaAdvice, qUtf8Printable(allowance));
+}
 
 void checkNames(LuaScript &script, const KnownNames &known, const QSet<QString> &own, bool definesAnything)
 {

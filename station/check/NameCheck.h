@@ -19,6 +19,9 @@ struct KnownNames
     QString reader;                     ///< Who is refused: "a sequence".
 };
 
+/// What stands behind the refusal of something that the configuration could allow.
+[[nodiscard]] QString adviceFor(const QString &allowance);
+
 /// Finds the names in a script that there are not, and those that are refused.
 ///
 /// `own` is what the script and those that it is loaded with define; nothing is said of unknown globals when

@@ -79,7 +79,7 @@ public:
         engine->setSystemIndexToGroupMapping(toArray(m_config.systemGroups));
         engine->setSystemIndexToSlotMapping(toArray(m_config.systemSlots));
         engine->setLocale(m_config.locale);
-        m_sequenceNames.library = KVKLuaLibraryVocabulary();
+        m_sequenceNames.library = KVKLuaLibraryVocabulary(m_config.lua);
         m_sequenceNames.reader = QStringLiteral("a sequence");
         for (const QString &name : KVKSequencerNames())
             m_sequenceNames.globals.insert(name);
@@ -212,6 +212,17 @@ private:
                                        QLatin1String(".lua"));
     }
 
+    /// A module that does not lie beside the script.
+    void checkFarModule(LuaScript &script, const QString &name, LuaPlace place) const
+    {
+        static const QString InC = QStringLiteral("package.loadlib");
+        const KVKLuaModule module = KVKLuaFindModule(name.toUtf8());
+        if (module == KVKLuaModule::Nowhere)
+            script.add(place, QStringLiteral("there is no module '%1'").arg(name));
+        else if (module == KVKLuaModule::C && !m_config.lua.allowed.contains(InC))
+            script.add(place, QStringLiteral("module '%1' is written in C%2").arg(name, adviceFor(InC)));
+    }
+
     void readModules(std::deque<LuaScript> &scripts, std::size_t number, QStringList &paths,
                      const QDir &folder) const
     {
@@ -220,8 +231,7 @@ private:
         for (const auto &[name, place] : modules) {
             const QString file = moduleFile(folder, name);
             if (!QFileInfo(file).isFile()) {
-                if (!KVKLuaFindsModule(name.toUtf8()))
-                    scripts[number].add(place, QStringLiteral("there is no module '%1'").arg(name));
+                checkFarModule(scripts[number], name, place);
                 continue;
             }
             const QString canonical = QFileInfo(file).canonicalFilePath();

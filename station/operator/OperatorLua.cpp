@@ -10,8 +10,8 @@ namespace {
 class Runner : public KVKLuaRunner
 {
 public:
-    explicit Runner(OperatorActions &actions)
-        : KVKLuaRunner({"an operator's script", false})
+    Runner(const KVKLuaLimits &limits, OperatorActions &actions)
+        : KVKLuaRunner({"an operator's script", false}, limits)
         , m_actions(actions)
     {}
 
@@ -32,9 +32,10 @@ OperatorActions &actionsOf(lua_State *state)
     return static_cast<Runner &>(KVKLuaRunner::of(state)).actions();
 }
 
-std::optional<QString> runOperatorScript(const QString &path, OperatorActions &actions)
+std::optional<QString> runOperatorScript(const QString &path, const KVKLuaLimits &limits,
+                                         OperatorActions &actions)
 {
-    const KVKLuaRunner::End end = Runner(actions).run(path);
+    const KVKLuaRunner::End end = Runner(limits, actions).run(path);
     return end.ok ? std::nullopt : std::optional(end.message);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
+
 #include <QString>
 
 #include <optional>
@@ -10,11 +12,12 @@ namespace station {
 
 class OperatorActions;
 
-/// Runs a script in a Lua state of its own, with the standard libraries, the functions of
-/// OperatorFunctions.h, and modules found beside the script. Returns when it has ended.
+/// Runs a script in a Lua state of its own, with what its limits leave of the standard libraries, the
+/// functions of OperatorFunctions.h, and modules found beside the script. Returns when it has ended.
 ///
 /// Thread: the script's. Errors: why it failed, "file:line: text"; nothing when it came to its end.
-[[nodiscard]] std::optional<QString> runOperatorScript(const QString &path, OperatorActions &actions);
+[[nodiscard]] std::optional<QString> runOperatorScript(const QString &path, const KVKLuaLimits &limits,
+                                                       OperatorActions &actions);
 
 /// The actions of the script that runs in the state.
 [[nodiscard]] OperatorActions &actionsOf(lua_State *state);

@@ -19,11 +19,13 @@ class OperatorRun
 public:
     OperatorRun(QString scriptPath, const OperatorStage &stage, OperatorScript::Finished callback)
         : path(std::move(scriptPath))
+        , limits(stage.lua)
         , actions(stage)
         , finished(std::move(callback))
     {}
 
     const QString path;
+    const KVKLuaLimits limits;
     OperatorActions actions;
     OperatorScript::Finished finished; ///< Main thread.
     std::atomic<bool> ended{false};
@@ -64,8 +66,8 @@ OperatorScript::~OperatorScript()
 void OperatorScript::start()
 {
     try {
-        m_run->thread =
-            std::thread([run = m_run] { tellEnd(run, runOperatorScript(run->path, run->actions)); });
+        m_run->thread = std::thread(
+            [run = m_run] { tellEnd(run, runOperatorScript(run->path, run->limits, run->actions)); });
     } catch (const std::system_error &problem) {
         tellEnd(m_run, QStringLiteral("no thread for the script: %1").arg(QString::fromUtf8(problem.what())));
     }

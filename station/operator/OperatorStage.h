@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
 #include "platform/View.h"
 #include "station/scanner/ScannerSettings.h"
 
@@ -22,6 +23,8 @@ struct OperatorStage
     /// What starts and stops the sequences; Run can be pressed exactly while none runs.
     QPointer<QAction> run = {};
     QPointer<QAction> stop = {};
+    /// What the script may use of the machine.
+    KVKLuaLimits lua = {};
 };
 
 } // namespace station

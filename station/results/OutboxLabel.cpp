@@ -2,6 +2,7 @@
 
 #include "platform/MainQueue.h"
 #include "station/results/Results.h"
+#include "station/window/PlainToolTip.h"
 
 #include <QPointer>
 
@@ -29,7 +30,7 @@ OutboxLabel::OutboxLabel(Results &results)
 void OutboxLabel::showText(const QString &text, const QString &trouble)
 {
     setText(text);
-    setToolTip(trouble.toHtmlEscaped());
+    setToolTip(plainToolTip(trouble));
     setVisible(!text.isEmpty());
 }
 

@@ -17,7 +17,7 @@ class OutboxLabel : public QLabel
 public:
     explicit OutboxLabel(Results &results);
 
-private:
+    /// Shows what waits, and in the tooltip why; nothing for an empty text.
     void showText(const QString &text, const QString &trouble);
 };
 

@@ -345,6 +345,8 @@ void StationWindow::showAbout()
     // Not modal: the sequences go on, and so does whoever answers them.
     auto *about = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("About"), aboutText(windowTitle()),
                                   QMessageBox::Close, this);
+    // The station bears the name that its configuration gives it.
+    about->setTextFormat(Qt::PlainText);
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->setWindowModality(Qt::NonModal);
     m_about = about;

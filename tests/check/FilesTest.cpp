@@ -156,6 +156,33 @@ TEST_F(Files, OneFileForTwoStationsIsJudgedByEach)
         QStringList{"sequence.lua:1:10: showView: system index 3 is beyond the station's systems (0 to 0)"});
 }
 
+TEST_F(Files, WhatTheConfigurationAllowsIsNotToldOf)
+{
+    static_cast<void>(files.write("sequence.lua", "os.execute('x')\nprint(debug.getinfo(1))\nio.popen('x')"));
+    static_cast<void>(files.write("thing.so", "a library"));
+    const QString lua =
+        files.write("operator.lua", "operator.wait(debug.getinfo(1), 1)\nos.exit()\nrequire('thing')");
+    ASSERT_TRUE(qputenv("LUA_CPATH", files.path("?.so").toUtf8()));
+    const auto problems = [&](const QByteArray &allowed) {
+        return linesOf({files.write("station.toml",
+                                    "[station]\ngroups = ['G1']\nslots = ['S1']\n[lua]\nallow = [" + allowed +
+                                        "]\n[[sequence]]\nscript = 'sequence.lua'\n")},
+                       {lua})
+            .filter("lua.allow");
+    };
+    EXPECT_EQ(problems("'os.execute', 'debug', 'io.popen', 'os.exit', 'package.loadlib'"), QStringList());
+    EXPECT_EQ(
+        problems("'os.execute', 'debug'"),
+        (QStringList{"operator.lua:2:4: os.exit is not available to an operator's script; the configuration "
+                     "allows it with lua.allow = [\"os.exit\"]",
+                     "operator.lua:3:9: module 'thing' is written in C; the configuration allows it with "
+                     "lua.allow = [\"package.loadlib\"]",
+                     "sequence.lua:3:4: io.popen is not available to a sequence; the configuration allows "
+                     "it with lua.allow = [\"io.popen\"]"}));
+    EXPECT_EQ(problems("").size(), 6);
+    qunsetenv("LUA_CPATH");
+}
+
 TEST_F(Files, TheProgramNeedsNoDisplayAndTellsByItsStatus)
 {
     const QString config = station("slep(1)");

@@ -37,7 +37,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongScript{"Unfinished",
                     "if true then\n",
                     {"sequence.lua:2: 'end' expected (to close 'if' at line 1) near <eof>"}},
-        WrongScript{"Bytecode", "\x1bLua", {"sequence.lua:1: attempt to load a binary chunk (mode is 't')"}},
+        WrongScript{"Bytecode", "\x1bLua", {"sequence.lua:1: bytecode is not loaded, only Lua as text"}},
         WrongScript{"Empty", "", {}}),
     nameOf);
 
@@ -121,12 +121,27 @@ INSTANTIATE_TEST_SUITE_P(
         WrongScript{"MethodOfAText",
                     "print((\"x\"):uper())",
                     {"sequence.lua:1:13: a text has no 'uper'; did you mean 'upper'?"}},
-        WrongScript{"Refused",
-                    "os.exit(1)\nio.read()\nio.lines()\nio.stdin:read()",
-                    {"sequence.lua:1:4: os.exit is not available to a sequence",
-                     "sequence.lua:2:4: io.read is not available to a sequence",
-                     "sequence.lua:3:4: io.lines without a file is not available to a sequence",
-                     "sequence.lua:4:10: io.stdin:read is not available to a sequence"}},
+        WrongScript{
+            "Refused",
+            "os.exit(1)\nio.read()\nio.lines()\nio.stdin:read()",
+            {"sequence.lua:1:4: os.exit is not available to a sequence; the configuration allows it with "
+             "lua.allow = [\"os.exit\"]",
+             "sequence.lua:2:4: io.read is not available to a sequence",
+             "sequence.lua:3:4: io.lines without a file is not available to a sequence",
+             "sequence.lua:4:10: io.stdin:read is not available to a sequence"}},
+        WrongScript{"NotAllowed",
+                    "local d = debug\nprint(d.traceback())\nd.getinfo(1)\n_G.os.execute(\"x\")\n"
+                    "local run = io.popen\nreturn package.loadlib, dofile(), loadfile()",
+                    {"sequence.lua:3:3: debug.getinfo is not available to a sequence; the configuration "
+                     "allows it with lua.allow = [\"debug\"]",
+                     "sequence.lua:4:7: os.execute is not available to a sequence; the configuration allows "
+                     "it with lua.allow = [\"os.execute\"]",
+                     "sequence.lua:5:16: io.popen is not available to a sequence; the configuration allows "
+                     "it with lua.allow = [\"io.popen\"]",
+                     "sequence.lua:6:16: package.loadlib is not available to a sequence; the configuration "
+                     "allows it with lua.allow = [\"package.loadlib\"]",
+                     "sequence.lua:6:25: dofile without a file is not available to a sequence",
+                     "sequence.lua:6:35: loadfile without a file is not available to a sequence"}},
         WrongScript{"OfAnotherKind",
                     "print(slotName, groupName)",
                     {"sequence.lua:1:7: 'slotName' is there only in a sequence that runs per system"},

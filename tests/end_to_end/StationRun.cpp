@@ -76,6 +76,12 @@ StationRun &StationRun::operatorDoes(const QString &lua)
     return *this;
 }
 
+StationRun &StationRun::table(const QString &toml)
+{
+    m_tables += toml + QLatin1Char('\n');
+    return *this;
+}
+
 StationRun &StationRun::config(const QString &toml)
 {
     m_config = toml;
@@ -119,8 +125,8 @@ QString StationRun::madeConfig() const
 {
     if (!m_config.isEmpty())
         return m_config;
-    return QStringLiteral("[station]\nname = \"Test station\"\ngroups = %1\nslots = %2\n%3")
-        .arg(tomlList(m_groups), tomlList(m_slotNames), m_sequences);
+    return QStringLiteral("[station]\nname = \"Test station\"\ngroups = %1\nslots = %2\n%3%4")
+        .arg(tomlList(m_groups), tomlList(m_slotNames), m_sequences, m_tables);
 }
 
 QStringList StationRun::commandLine()

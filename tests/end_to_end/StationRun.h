@@ -30,6 +30,8 @@ public:
     StationRun &perStation(const QString &lua) { return sequence(QStringLiteral("station"), lua); }
     /// The operator's script; it may use `eventually(condition, what)`, which waits for a condition.
     StationRun &operatorDoes(const QString &lua);
+    /// Adds a table to the configuration that is made.
+    StationRun &table(const QString &toml);
     /// Takes the whole configuration as it is given.
     StationRun &config(const QString &toml);
     /// Takes configuration and operator's script from a folder of examples/.
@@ -81,6 +83,7 @@ private:
     QStringList m_groups{QStringLiteral("G1")};
     QStringList m_slotNames{QStringLiteral("S1")};
     QString m_sequences;
+    QString m_tables;
     int m_sequenceCount = 0;
     QString m_config;
     QString m_configPath;

@@ -114,8 +114,8 @@ TEST_F(LuaRobustness, AnErrorHandlerThatFailsIsAnError)
 TEST_F(LuaRobustness, AScriptThatCollectsWithoutEndRunsOutOfItsOwnMemory)
 {
     EXPECT_EQ(problemOf("local t = {} while true do t[#t + 1] = string.rep('x', 1000000) .. #t end"),
-              "not enough memory");
-    EXPECT_EQ(problemOf("return string.rep('x', 1 << 30)"), "not enough memory");
+              "script.lua:1: not enough memory");
+    EXPECT_EQ(problemOf("return string.rep('x', 1 << 30)"), "script.lua:1: not enough memory");
 }
 
 TEST_F(LuaRobustness, AResultForWhichThereIsNoMemoryIsAnErrorThatCanBeCaught)
@@ -221,6 +221,14 @@ TEST(LuaFiles, AreReadByLineAndByMethod)
     run.addFile("limits.txt", "12\n13\n");
     run.description.globals = {{"folder", run.folder()}};
     EXPECT_EQ(run.end().value, Value(Array{"12", "13", qlonglong{12}, "", "13"}));
+}
+
+TEST(LuaFiles, AMissingNameIsToldWithTheFunctionAndTheLine)
+{
+    EXPECT_EQ(SequenceRun("\nio.open(nil)").end().message,
+              "script.lua:2: bad argument #1 to 'open' (string expected, got nil)");
+    EXPECT_EQ(SequenceRun("return select(2, io.open('/nowhere.txt'))").end().value,
+              Value("/nowhere.txt: No such file or directory"));
 }
 
 TEST(LuaFiles, OneThatIsNotThereIsNamedWithTheLineOfTheScript)

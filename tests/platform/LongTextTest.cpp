@@ -98,6 +98,7 @@ TEST(ToolTipTest, AVeryLongTextIsCutWithAnEllipsis)
 TEST(ToolTipTest, MarkupIsShownAsItWasWritten)
 {
     EXPECT_TRUE(TextLines::toolTip("<b>bold</b>").contains("&lt;b&gt;"));
+    EXPECT_TRUE(TextLines::toolTip("<b>&lt;</b>").contains("&lt;b&gt;&amp;lt;"));
 }
 
 } // namespace

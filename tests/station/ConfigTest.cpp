@@ -191,6 +191,28 @@ TEST_F(ConfigTest, TheStationMayBeWrittenInOneLine)
     EXPECT_EQ(mapping(read("station = { groups = ['G'], slots = ['S'] }\n")), QStringList{"G/S"});
 }
 
+TEST_F(ConfigTest, ScriptsHaveWhatIsAllowedAndTheMemoryThatIsGiven)
+{
+    const StationConfig usual = read(TwoByTwo);
+    EXPECT_EQ(usual.lua.allowed, QStringList());
+    EXPECT_EQ(usual.lua.memory, std::size_t{256} << 20);
+    EXPECT_EQ(read(TwoByTwo + QByteArray("[lua]\n")).lua.memory, std::size_t{256} << 20);
+    const StationConfig given =
+        read(TwoByTwo + QByteArray("[lua]\nallow = ['os.execute', 'debug']\nmemory = 1048576\n"));
+    EXPECT_EQ(given.lua.allowed, (QStringList{"os.execute", "debug"}));
+    EXPECT_EQ(given.lua.memory, std::size_t{1} << 40);
+    EXPECT_EQ(read(TwoByTwo + QByteArray("[lua]\nallow = ['io.popen', 'os.exit', 'package.loadlib']\n"))
+                  .lua.allowed.size(),
+              3);
+}
+
+TEST_F(ConfigTest, FilesBelongToTheUserAloneUnlessTheyAreShared)
+{
+    EXPECT_FALSE(read(TwoByTwo).sharesFiles);
+    EXPECT_FALSE(read(TwoByTwo + QByteArray("files = 'private'\n")).sharesFiles);
+    EXPECT_TRUE(read(TwoByTwo + QByteArray("files = 'shared'\n")).sharesFiles);
+}
+
 TEST_F(ConfigTest, NothingIsHeardAndNobodyAskedUnlessItIsSaid)
 {
     const StationConfig config = read(TwoByTwo);

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <sys/stat.h>
 
 using station::Results;
 using station::SequenceKind;
@@ -142,6 +143,35 @@ TEST_F(SequenceRunnerTest, ASecondStartDuringARunAndAStopAfterItDoNothing)
     runner->stop();
     EXPECT_EQ(m_ends.size(), 1);
     EXPECT_EQ(m_asked.requests, QStringList{"accept"});
+}
+
+TEST_F(SequenceRunnerTest, ASequenceInsideALibraryFunctionIsStoppedWhenItReturnsAndCanBeRunAgain)
+{
+    // A reader of a pipe is held until somebody writes. Nothing looks for a stop between the sign and the
+    // read.
+    const QByteArray pipe = QFile::encodeName(m_files.path("pipe"));
+    const QByteArray sign = QFile::encodeName(m_files.path("sign"));
+    ASSERT_EQ(::mkfifo(pipe.constData(), S_IRUSR | S_IWUSR), 0);
+    const auto runner =
+        runnerOf({"local pipe, sign = io.open('" + pipe + "', 'r+'), io.open('" + sign +
+                      "', 'w') sign:write('x') sign:flush() pipe:read('l') while true do pcall(error) end",
+                  "while true do end"});
+    for (int run = 1; run <= 2; ++run) {
+        QFile::remove(m_files.path("sign"));
+        runner->start();
+        ASSERT_TRUE(waitUntil([&] { return QFile(m_files.path("sign")).size() == 1; }));
+        runner->stop();
+        ASSERT_TRUE(waitUntil([&] { return m_ends.size() == 2 * run - 1; }));
+        EXPECT_EQ(runner->runningNames().size(), 1);
+        runner->start();
+        EXPECT_EQ(runner->runningNames().size(), 1) << "a second run does not begin meanwhile";
+        QFile writer(m_files.path("pipe"));
+        ASSERT_TRUE(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        EXPECT_EQ(writer.write("\n"), 1);
+        finish(*runner);
+    }
+    EXPECT_EQ(m_ends, QList<KVKLuaOutcome>(4, KVKLuaOutcome::Stopped));
+    EXPECT_EQ(m_runs, 2);
 }
 
 TEST_F(SequenceRunnerTest, ARunnerThatGoesStopsWhatRuns)
