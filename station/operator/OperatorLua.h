@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "kovan/KovanLuaSequencer/KVKLuaRunner.h"
 
-#include <optional>
+#include <QString>
 
 struct lua_State;
 
@@ -13,8 +13,8 @@ class OperatorActions;
 /// Runs a script in a Lua state of its own, with the standard libraries, the functions of
 /// OperatorFunctions.h, and modules found beside the script. Returns when it has ended.
 ///
-/// Thread: the script's. Errors: why it failed, "file:line: text"; nothing when it came to its end.
-[[nodiscard]] std::optional<QString> runOperatorScript(const QString &path, OperatorActions &actions);
+/// Thread: the script's. Errors: why it failed, "file:line: text", and the calls that led there.
+[[nodiscard]] KVKLuaRunner::End runOperatorScript(const QString &path, OperatorActions &actions);
 
 /// The actions of the script that runs in the state.
 [[nodiscard]] OperatorActions &actionsOf(lua_State *state);

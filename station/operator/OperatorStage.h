@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/View.h"
+#include "station/badge/BadgeField.h"
 #include "station/scanner/ScannerSettings.h"
 
 #include <QAction>
@@ -22,6 +23,10 @@ struct OperatorStage
     /// What starts and stops the sequences; Run can be pressed exactly while none runs.
     QPointer<QAction> run = {};
     QPointer<QAction> stop = {};
+    /// Where a badge is written; null where none is asked for.
+    QPointer<BadgeField> badge = {};
+    /// The badges of those whom a script logs in.
+    QStringList badges = {};
 };
 
 } // namespace station

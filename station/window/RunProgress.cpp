@@ -36,12 +36,14 @@ void RunProgress::begin()
     if (std::any_of(m_finished.cbegin(), m_finished.cend(), hasFinished))
         m_passes = 0;
     m_done = 0;
+    m_stopped = 0;
     tell();
 }
 
-void RunProgress::setSystems(int done, int all)
+void RunProgress::setSystems(int done, int stopped, int all)
 {
     m_done = done;
+    m_stopped = stopped;
     m_all = all;
     tell();
 }
@@ -73,6 +75,8 @@ QString RunProgress::text() const
                          .arg(m_done)
                          .arg(m_all)
                          .arg(m_all == 1 ? QStringLiteral("system") : QStringLiteral("systems")));
+    if (m_stopped > 0)
+        parts.append(QStringLiteral("%1 stopped").arg(m_stopped));
     if (const QString passes = passText(); !passes.isEmpty())
         parts.append(passes);
     return parts.join(QStringLiteral(" \u00b7 "));

@@ -371,9 +371,9 @@ void StationWindow::setSystemAnswer(int systemIndex, const QString &answer)
     m_table->statusModel()->setAnswer(systemIndex, answer);
 }
 
-void StationWindow::setProgress(int done, int all)
+void StationWindow::setProgress(int done, int stopped, int all)
 {
-    m_progress->setSystems(done, all);
+    m_progress->setSystems(done, stopped, all);
 }
 
 void StationWindow::highlightSystem(quint64 systemIndex, bool highlighted)

@@ -393,7 +393,7 @@ TEST_F(StationWindowTest, TellsHowManySystemsAreDoneAndWhichPassALoopIsIn)
     const RunProgress &progress = *window.progress();
     EXPECT_EQ(progress.text(), "");
     window.setRunning(true);
-    window.setProgress(7, 12);
+    window.setProgress(7, 0, 12);
     EXPECT_EQ(progress.text(), "7 of 12 systems done");
     EXPECT_EQ(progress.value(), 7);
     EXPECT_EQ(progress.maximum(), 12);
@@ -403,6 +403,9 @@ TEST_F(StationWindowTest, TellsHowManySystemsAreDoneAndWhichPassALoopIsIn)
     EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · passes 1–3 of 3"));
     relay->showPasses(3, {3, 4});
     EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · pass 3 of 3"));
+    window.setProgress(7, 5, 12);
+    EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · 5 stopped · pass 3 of 3"));
+    EXPECT_EQ(progress.value(), 7);
     window.setRunning(false);
     window.setRunning(true);
     EXPECT_EQ(progress.text(), "0 of 12 systems done");
