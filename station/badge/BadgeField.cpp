@@ -12,7 +12,7 @@ namespace station {
 
 namespace {
 
-constexpr int EditWidth = 170;
+constexpr int EditWidth = 140;
 /// As on a panel: what is refused, and what has yet to be confirmed.
 constexpr QColor Red(0xff, 0x3b, 0x30);
 constexpr QColor Yellow(0xff, 0xcc, 0x00);

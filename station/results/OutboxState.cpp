@@ -129,7 +129,7 @@ void OutboxState::tell()
     m_told = text();
     m_toldTrouble = trouble();
     if (m_listener && !isOld)
-        m_listener(m_told, m_trouble);
+        m_listener(m_told, m_toldTrouble);
 }
 
 } // namespace station

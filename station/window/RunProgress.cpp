@@ -69,12 +69,22 @@ QString RunProgress::passText() const
 
 QString RunProgress::text() const
 {
+    return textWith(m_all == 1 ? QStringLiteral("system ") : QStringLiteral("systems "));
+}
+
+QString RunProgress::shownText() const
+{
+    const int room = width() - 2 * Margin;
+    if (fontMetrics().horizontalAdvance(text()) <= room)
+        return text();
+    return fontMetrics().elidedText(textWith({}), Qt::ElideRight, room);
+}
+
+QString RunProgress::textWith(const QString &noun) const
+{
     QStringList parts;
     if (m_all > 0)
-        parts.append(QStringLiteral("%1 of %2 %3 done")
-                         .arg(m_done)
-                         .arg(m_all)
-                         .arg(m_all == 1 ? QStringLiteral("system") : QStringLiteral("systems")));
+        parts.append(QStringLiteral("%1 of %2 %3done").arg(m_done).arg(m_all).arg(noun));
     if (m_stopped > 0)
         parts.append(QStringLiteral("%1 stopped").arg(m_stopped));
     if (const QString passes = passText(); !passes.isEmpty())
@@ -123,7 +133,7 @@ void RunProgress::paintEvent(QPaintEvent *)
     painter.restore();
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(rect().adjusted(Margin, 0, -Margin, -static_cast<int>(BarHeight)), Qt::AlignCenter,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, width() - 2 * Margin));
+                     shownText());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawPath(outline);
 }

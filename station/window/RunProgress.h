@@ -24,6 +24,9 @@ public:
 
     /// "7 of 12 systems done · pass 2 of 3".
     [[nodiscard]] QString text() const override;
+    /// What of it is shown where it is narrow: "7 of 12 done · pass 2 of 3", elided when even that is too
+    /// much.
+    [[nodiscard]] QString shownText() const;
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -33,6 +36,7 @@ protected:
 
 private:
     [[nodiscard]] QString passText() const;
+    [[nodiscard]] QString textWith(const QString &noun) const;
     void tell();
 
     int m_done = 0;

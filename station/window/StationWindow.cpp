@@ -43,11 +43,18 @@ constexpr QSize OpeningSize{1440, 900};
 /// What a window manager puts around a window is not known before it is shown.
 constexpr QSize FrameAllowance{8, 36};
 constexpr std::chrono::seconds MessageTime{10};
+const QString RunAgain = QStringLiteral("Run again");
 
 /// How much a pane beside the views gets of the room: what these leave, between its least and its wish.
 int besideViews(int room, int wantedByViews, int least, int wish)
 {
     return qBound(least, room - wantedByViews, wish);
+}
+
+int widthOfRunAgain(const QToolButton &button)
+{
+    constexpr int Around = 24;
+    return button.fontMetrics().horizontalAdvance(RunAgain) + button.iconSize().width() + Around;
 }
 
 QString aboutText(const QString &stationName)
@@ -117,6 +124,9 @@ void StationWindow::makeToolBar(const QString &stationName)
         // A click must not take the focus from the field that is being scanned into.
         button->setFocusPolicy(Qt::TabFocus);
         button->setMinimumSize(92, 38);
+        // Its longer name, from the second run on, is to be read too.
+        if (action == runAction())
+            button->setMinimumWidth(widthOfRunAgain(*button));
         m_focus->add(button, ControlFocus::Stands::ToolBar);
     }
     m_status = statusLabel();
@@ -438,7 +448,7 @@ void StationWindow::showActions()
 {
     runAction()->setEnabled(!m_running);
     stopAction()->setEnabled(m_running && !m_stopping);
-    const QString run = m_hasRun ? QStringLiteral("Run again") : QStringLiteral("Run");
+    const QString run = m_hasRun ? RunAgain : QStringLiteral("Run");
     runAction()->setText(run);
     WindowMenus::describe(runAction(), run);
 }

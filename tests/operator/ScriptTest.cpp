@@ -112,7 +112,8 @@ TEST_F(Script, HasTheFunctionsOfTheOperatorAndNoOthers)
          "for name in pairs(operator) do names[#names + 1] = name end\n"
          "table.sort(names)\n"
          "local got = table.concat(names, ' ')\n"
-         "assert(got == 'click enter fill log property resize run scan screenshot sleep stop tree type '\n"
+         "assert(got == 'click enter fill log logIn paste property resize run scan screenshot sleep stop "
+         "tree type '\n"
          "    .. 'waitForPanel waitForPanelGone waitForRunEnd waitForText', got)");
 }
 
