@@ -10,7 +10,7 @@ namespace station {
 namespace {
 
 /// "-[Class method:with:]", and "__12-[Class method]_block_invoke" for the work that it hands on.
-const QString Method = QStringLiteral(R"((?:__\d+)?[-+]\[\w+ [\w:]+\](?:_block_invoke(?:_\d+)?)?)");
+const QString Method = QStringLiteral(R"((?:__\d+)?[-+]\[[A-Z]\w* [\w:]+\](?:_block_invoke(?:_\d+)?)?)");
 
 } // namespace
 
