@@ -12,7 +12,7 @@ namespace {
 
 constexpr int Letters = 15;
 constexpr int Height = 34;
-constexpr int LeastWidth = 200;
+constexpr int LeastWidth = 120;
 constexpr int Margin = 10;
 constexpr double Corner = 5.0;
 constexpr double BarHeight = 7.0;

@@ -124,9 +124,6 @@ void StationWindow::makeToolBar(const QString &stationName)
         // A click must not take the focus from the field that is being scanned into.
         button->setFocusPolicy(Qt::TabFocus);
         button->setMinimumSize(92, 38);
-        // Its longer name, from the second run on, is to be read too.
-        if (action == runAction())
-            button->setMinimumWidth(widthOfRunAgain(*button));
         m_focus->add(button, ControlFocus::Stands::ToolBar);
     }
     m_status = statusLabel();
@@ -134,6 +131,21 @@ void StationWindow::makeToolBar(const QString &stationName)
     m_progress = new RunProgress;
     bar->addWidget(m_progress);
     addToolBar(bar);
+}
+
+/// The name of the station gives way first, as far as there is room for what tells of the run; in a narrower
+/// window everything does, so that nothing goes out of sight.
+void StationWindow::shareToolBar()
+{
+    constexpr int Roomy = 1000;
+    constexpr int LeastButton = 92;
+    constexpr int ProgressOfAStop = 200;
+    const bool isRoomy = width() >= Roomy;
+    auto *button = qobject_cast<QToolButton *>(findChild<QToolBar *>()->widgetForAction(runAction()));
+    button->setMinimumWidth(isRoomy ? widthOfRunAgain(*button) : LeastButton);
+    const int status = m_status->fontMetrics().horizontalAdvance(QStringLiteral("Not all passed")) + 32;
+    m_status->setMinimumWidth(isRoomy ? status : 0);
+    m_progress->setMinimumWidth(isRoomy ? ProgressOfAStop : 0);
 }
 
 void StationWindow::connectMenus()
@@ -239,6 +251,7 @@ void StationWindow::shareRoom()
 void StationWindow::resizeEvent(QResizeEvent *event)
 {
     QMainWindow::resizeEvent(event);
+    shareToolBar();
     // The panes have their new sizes once the window's layout has been done.
     layout()->activate();
     shareRoom();

@@ -120,6 +120,7 @@ private:
     void chooseFocusControls();
     void followPlugins();
     void shareRoom();
+    void shareToolBar();
     void open();
     void remember() const;
     void showTheme();

@@ -153,8 +153,6 @@ ElidedLabel *statusLabel()
     label->setObjectName(QStringLiteral("status"));
     label->setFont(windowFont(18));
     label->setContentsMargins(18, 0, 10, 0);
-    // How a run ends is read whole, whatever else gives way.
-    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("Not all passed")) + 32);
     label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     return label;
 }
