@@ -188,6 +188,11 @@ function operator.enter(field, text) end
 ---@param text string|number
 function operator.fill(field, text) end
 
+---Clicks a field and puts the text in the place of what it holds in one piece, as from the clipboard, without Return.
+---@param field string|OperatorTarget
+---@param text string|number
+function operator.paste(field, text) end
+
 ---Presses and releases the mouse on a view.
 ---@param target string|OperatorTarget
 function operator.click(target) end
@@ -197,6 +202,10 @@ function operator.click(target) end
 ---@param text string
 ---@param seconds number
 function operator.waitForText(identifier, text, seconds) end
+
+---Scans a badge that the station was started with (--badge), in the place of the one that is logged in.
+---@param number integer 1 is the first one
+function operator.logIn(number) end
 
 ---Presses Run.
 function operator.run() end

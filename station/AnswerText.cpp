@@ -1,5 +1,7 @@
 #include "station/AnswerText.h"
 
+#include "station/window/OperatorText.h"
+
 #include <QStringList>
 
 namespace station {
@@ -44,7 +46,9 @@ bool isShown(const KVKLuaCall &call)
 QString answerText(const KVKLuaCall &call, const QString &slotName)
 {
     if (call.error)
-        return QStringLiteral("Error %1: %2").arg(call.error->code).arg(call.error->localizedDescription);
+        return QStringLiteral("Error %1: %2")
+            .arg(call.error->code)
+            .arg(operatorText(call.error->localizedDescription));
     if (!call.result.isValid())
         return QStringLiteral("No answer");
     if (platform::isDictionary(call.result))

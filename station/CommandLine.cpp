@@ -46,9 +46,11 @@ const QCommandLineOption
                           "a folder to look for these in first. May be given several times."),
            QStringLiteral("PATH"));
 
-const QCommandLineOption Badge(QStringLiteral("badge"),
-                               QStringLiteral("The operator's badge, which is not asked for then."),
-                               QStringLiteral("TEXT"));
+const QCommandLineOption
+    Badge(QStringLiteral("badge"),
+          QStringLiteral("The operator's badge, which is not asked for then. May be given "
+                         "several times, for those whom an operator's script logs in."),
+          QStringLiteral("TEXT"));
 
 const QCommandLineOption
     Theme(QStringLiteral("theme"),
@@ -95,7 +97,7 @@ CommandLine valuesOf(const QCommandLineParser &parser)
     line.record = parser.value(Record);
     line.log = parser.value(Log);
     line.plugins = parser.values(Plugin);
-    line.badge = parser.value(Badge);
+    line.badges = parser.values(Badge);
     line.theme = themeOf(parser);
     line.headless = parser.isSet(Headless);
     return line;
@@ -108,7 +110,7 @@ void check(const CommandLine &line, const QCommandLineParser &parser)
             QStringLiteral("does not take '%1'; see --help").arg(parser.positionalArguments().first()));
     if (line.config.isEmpty())
         throw StationError(QStringLiteral("needs --config FILE; see --help"));
-    if (parser.isSet(Badge) && line.badge.isEmpty())
+    if (line.badges.contains(QString()))
         throw StationError(QStringLiteral("--badge: is empty"));
     // A slip in a path is told before anything is loaded or shown.
     requireFile(QStringLiteral("config"), line.config);

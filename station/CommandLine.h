@@ -19,8 +19,9 @@ struct CommandLine
     QString record; ///< Where what is done at the window is written as an operator's script.
     QString log;
     QStringList
-        plugins;   ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
-    QString badge; ///< The operator's; empty when none was given.
+        plugins; ///< Libraries, loaded instead of the configuration's, or folders to look for them in.
+    /// Of the operators; the first one is there at the start. None when none was given.
+    QStringList badges;
     std::optional<ThemeChoice> theme;
     bool headless = false;
 };

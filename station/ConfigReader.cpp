@@ -123,15 +123,17 @@ QString localeOf(const ConfigTable &table)
     return name;
 }
 
-QStringList readImageFolders(const ConfigTable &table, const QDir &folder)
+QStringList readImageFolders(const ConfigTable &table, const QDir &folder, const Refusals &refusals)
 {
     const QStringList written = table.texts("images").value_or(QStringList());
     refuseBlanks(table, "images", written);
     QStringList paths;
     for (qsizetype i = 0; i < written.size(); ++i) {
         const QString path = QDir::cleanPath(folder.absoluteFilePath(written.at(i)));
-        if (!QFileInfo(path).isDir())
-            table.failElement("images", i, QStringLiteral("there is no folder %1").arg(path));
+        refusals.attempt([&] {
+            if (!QFileInfo(path).isDir())
+                table.failElement("images", i, QStringLiteral("there is no folder %1").arg(path));
+        });
         paths.append(path);
     }
     return paths;
@@ -176,7 +178,7 @@ void readStation(StationConfig &config, const ConfigTable &table, const QDir &fo
     refusals.attempt([&] { config.name = table.text("name").value_or(QStringLiteral("Station")); });
     refusals.attempt([&] { config.customRowColor = table.truth("custom_row_color").value_or(false); });
     refusals.attempt([&] { config.locale = localeOf(table); });
-    refusals.attempt([&] { config.imageFolders = readImageFolders(table, folder); });
+    refusals.attempt([&] { config.imageFolders = readImageFolders(table, folder, refusals); });
     const bool byHand = table.has("system_groups") || table.has("system_slots");
     if (byHand && (table.has("groups") || table.has("slots")))
         table.fail(table.has("groups") ? "groups" : "slots",
@@ -272,9 +274,10 @@ void readServer(const ConfigTable &table, const QString &address)
     }
 }
 
-void readResults(StationConfig &config, const ConfigTable &table, const QDir &folder)
+void readResults(StationConfig &config, const ConfigTable &table, const QDir &folder,
+                 const Refusals &refusals)
 {
-    table.allowOnly({QStringLiteral("database"), QStringLiteral("outbox")});
+    table.allowOnly({QStringLiteral("database"), QStringLiteral("outbox")}, refusals);
     const auto database = table.text("database");
     if (!database)
         table.failMissing("database");
@@ -328,9 +331,13 @@ StationConfig read(const QString &path, SequenceNeed need, const Refusals &refus
         const auto station = root.table("station");
         if (!station)
             root.failMissing("station");
-        readStation(config, *station, folder, refusals);
-        refusals.attempt([&] { readPerson(config, root, *station); });
+        refusals.attempt([&] { readStation(config, *station, folder, refusals); });
+        readPerson(config, *station, refusals);
         readMachine(config, root, *station, refusals);
+    });
+    refusals.attempt([&] {
+        if (const auto scanner = root.table("scanner"))
+            readScanner(config, *scanner, refusals);
     });
     for (int i = 0; i < config.systemGroups.size(); ++i)
         config.colors.insert(i, defaultColors(i));
@@ -353,7 +360,7 @@ StationConfig read(const QString &path, SequenceNeed need, const Refusals &refus
     refusals.attempt([&] { config.plugins = readPlugins(root, folder); });
     refusals.attempt([&] {
         if (const auto results = root.table("results"))
-            readResults(config, *results, folder);
+            readResults(config, *results, folder, refusals);
     });
     if (config.resultsOutbox.isEmpty())
         config.resultsOutbox = usualOutbox(path);

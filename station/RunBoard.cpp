@@ -2,6 +2,7 @@
 
 #include "station/AnswerText.h"
 #include "station/SequenceRunner.h"
+#include "station/window/OperatorText.h"
 #include "station/window/StationWindow.h"
 
 #include <utility>
@@ -72,7 +73,7 @@ void RunBoard::showStates(const QList<int> &systems)
 {
     for (const int system : systems) {
         const RunStates::Shown shown = m_states.of(system);
-        m_window.setSystemState(system, shown.state, shown.text);
+        m_window.setSystemState(system, shown.state, operatorText(shown.text));
         m_window.setSystemSequence(system, shown.scripts);
     }
 }
@@ -90,7 +91,7 @@ void RunBoard::showFrames()
 void RunBoard::showProgress()
 {
     const RunStates::Progress progress = m_states.progress();
-    m_window.setProgress(progress.done, progress.all);
+    m_window.setProgress(progress.done, progress.stopped, progress.all);
 }
 
 } // namespace station

@@ -1,6 +1,7 @@
 #include "station/RunStates.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace station {
 
@@ -103,12 +104,26 @@ QString RunStates::scriptsOf(int system) const
 
 RunStates::Progress RunStates::progress() const
 {
-    QMap<int, bool> isDone;
+    struct Ends
+    {
+        bool areAll = true;
+        int worst = 0;
+    };
+    QMap<int, Ends> ends;
     for (const Sequence &sequence : m_sequences) {
-        for (const int system : sequence.systems)
-            isDone[system] = isDone.value(system, true) && sequence.hasEnded;
+        for (const int system : sequence.systems) {
+            Ends &its = ends[system];
+            its.areAll = its.areAll && sequence.hasEnded;
+            its.worst = std::max(its.worst, sequence.hasEnded ? badness(sequence.end.outcome) : 0);
+        }
     }
-    return {static_cast<int>(isDone.values().count(true)), static_cast<int>(isDone.size())};
+    Progress progress;
+    progress.all = static_cast<int>(ends.size());
+    for (const Ends &its : std::as_const(ends)) {
+        if (its.areAll)
+            ++(its.worst == badness(KVKLuaOutcome::Stopped) ? progress.stopped : progress.done);
+    }
+    return progress;
 }
 
 QList<quint64> RunStates::framed() const

@@ -38,10 +38,12 @@ public:
     [[nodiscard]] const QList<int> &systemsOf(int sequence) const { return m_sequences.at(sequence).systems; }
     /// A system that no sequence speaks for is idle.
     [[nodiscard]] Shown of(int system) const;
-    /// Of the systems that a sequence speaks for, how many are done: all their sequences have ended.
+    /// Of the systems that a sequence speaks for: when all its sequences have ended a system is done, or
+    /// stopped where that is what its row shows.
     struct Progress
     {
         int done = 0;
+        int stopped = 0;
         int all = 0;
 
         bool operator==(const Progress &) const = default;

@@ -10,15 +10,16 @@
 
 namespace station {
 
-Senses::Senses(const StationConfig &config, StationWindow &window, const QString &badge, bool hasPerson)
+Senses::Senses(const StationConfig &config, StationWindow &window, const QStringList &badges, bool hasPerson)
     : m_window(window)
 {
     if (config.badge.isAsked)
         makeBadgeField(config.badge);
-    takeBadge(config.badge, badge, hasPerson);
+    takeBadge(config.badge, badges, hasPerson);
     if (m_field) {
         connect(m_field, &BadgeField::refused, this, &Senses::refuse);
         connect(m_field, &BadgeField::badgeChanged, this, &Senses::showOperator);
+        connect(m_field, &BadgeField::kept, this, &Senses::showOperator);
     }
     if (!config.scanner.isPlain())
         m_scanner = std::make_unique<ScannerFilter>(&window, config.scanner);
@@ -37,21 +38,23 @@ void Senses::makeBadgeField(const BadgeRule &rule)
     m_field->takeFocus();
 }
 
-void Senses::takeBadge(const BadgeRule &rule, const QString &badge, bool hasPerson)
+void Senses::takeBadge(const BadgeRule &rule, const QStringList &badges, bool hasPerson)
 {
-    if (badge.isEmpty()) {
+    if (badges.isEmpty()) {
         if (rule.isAsked && !hasPerson)
             throw StationError(QStringLiteral(
                 "key 'station.ask_operator' asks for a badge, and nobody is there to give one: "
                 "--badge TEXT is missing"));
         return;
     }
-    if (const auto why = rule.whyNot(badge))
-        throw StationError(QStringLiteral("--badge: '%1' is no badge: %2").arg(badge, *why));
+    for (const QString &badge : badges) {
+        if (const auto why = rule.whyNot(badge))
+            throw StationError(QStringLiteral("--badge: '%1' is no badge: %2").arg(badge, *why));
+    }
     if (m_field)
-        m_field->setBadge(badge);
+        m_field->setBadge(badges.constFirst());
     else
-        m_badge = badge;
+        m_badge = badges.constFirst();
 }
 
 void Senses::refuse(const QString &text, const QString &why)

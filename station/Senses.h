@@ -22,9 +22,9 @@ class Senses : public QObject
 {
     Q_OBJECT
 public:
-    /// `badge` is the one that was given at the start, or empty. Errors: throws StationError when it is none,
-    /// or when one is asked for and nobody could be.
-    Senses(const StationConfig &config, StationWindow &window, const QString &badge, bool hasPerson);
+    /// `badges` are those that were given at the start; the first one is taken. Errors: throws StationError
+    /// when one of them is none, or when one is asked for and nobody could be.
+    Senses(const StationConfig &config, StationWindow &window, const QStringList &badges, bool hasPerson);
     ~Senses() override;
 
     /// Whether a run may start; says to the operator why it may not, and puts the focus to where that
@@ -34,10 +34,12 @@ public:
     void setRunning(bool running);
     /// The badge of who works at the station; empty when that is not known.
     [[nodiscard]] QString badge() const;
+    /// Where a badge is written; null where none is asked for. The window owns it.
+    [[nodiscard]] BadgeField *field() const { return m_field; }
 
 private:
     void makeBadgeField(const BadgeRule &rule);
-    void takeBadge(const BadgeRule &rule, const QString &badge, bool hasPerson);
+    void takeBadge(const BadgeRule &rule, const QStringList &badges, bool hasPerson);
     void refuse(const QString &text, const QString &why);
     void showOperator(const QString &badge);
 

@@ -56,6 +56,7 @@ void SequenceRunner::start(const QString &operatorBadge)
     m_ranNothing = m_running == 0;
     // Nothing was tested, so nothing has passed.
     m_allPassed = !m_ranNothing;
+    m_wasStopped = false;
     Q_EMIT started();
     for (const auto &sequence : m_sequences)
         sequence->start();
@@ -126,6 +127,7 @@ void SequenceRunner::ended(int sequence, const KVKLuaEnd &end)
 {
     --m_running;
     m_allPassed = m_allPassed && end.outcome == KVKLuaOutcome::Passed;
+    m_wasStopped = m_wasStopped || end.outcome == KVKLuaOutcome::Stopped;
     Q_EMIT sequenceEnded(sequence, end);
     if (m_running == 0)
         Q_EMIT allEnded();

@@ -35,6 +35,8 @@ public:
     /// Whether every sequence of the last run passed; true before the first run, false after one that had
     /// nobody to run for.
     [[nodiscard]] bool allPassed() const { return m_allPassed; }
+    /// Whether a sequence of the last run was stopped. One that has come to its end all the same was not.
+    [[nodiscard]] bool wasStopped() const { return m_wasStopped; }
     /// Whether the last run had no sequence, since those of the configuration had no system or group to run
     /// for.
     [[nodiscard]] bool ranNothing() const { return m_ranNothing; }
@@ -72,6 +74,7 @@ private:
     std::vector<std::unique_ptr<RunningSequence>> m_sequences;
     int m_running = 0;
     bool m_allPassed = true;
+    bool m_wasStopped = false;
     bool m_ranNothing = false;
 };
 

@@ -1,5 +1,6 @@
 #include "station/Station.h"
 
+#include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
@@ -130,7 +131,7 @@ void Station::makeWindow()
         m_window->rememberIn(MemoryFile::usualFile());
     }
     const bool hasPerson = !m_commandLine.headless && m_commandLine.operatorScript.isEmpty();
-    m_senses = std::make_unique<Senses>(m_config, *m_window, m_commandLine.badge, hasPerson);
+    m_senses = std::make_unique<Senses>(m_config, *m_window, m_commandLine.badges, hasPerson);
     if (m_commandLine.theme)
         m_window->setTheme(*m_commandLine.theme, StationWindow::Keep::No);
     m_window->setLogOwners(&RunningSequence::systemsOfThread);
@@ -156,11 +157,10 @@ void Station::makeOperator()
     const LoadedPlugin &plugin = m_plugins.front();
     const OperatorStage stage{m_window.get(),   plugin.view(),         plugin.extension()->pluginContext(),
                               m_config.scanner, m_window->runAction(), m_window->stopAction(),
-                              m_config.lua};
+                              m_config.lua,     m_senses->field(),     m_commandLine.badges};
     m_operatorDone = false;
     m_operator = std::make_unique<OperatorScript>(
-        m_commandLine.operatorScript, stage,
-        [this](bool ok, const QString &message) { operatorEnded(ok, message); });
+        m_commandLine.operatorScript, stage, [this](const OperatorScript::End &end) { operatorEnded(end); });
 }
 
 void Station::connectRun()
@@ -215,7 +215,7 @@ void Station::startRun()
     m_window->setRunning(true);
     m_window->setStatus(QStringLiteral("Running"));
     m_results.beginRun(m_config.name, m_commandLine.config, m_senses->badge());
-    m_recording.runBegins();
+    m_recording.runBegins(m_senses->badge());
     m_runner->start(m_senses->badge());
     m_board->begin();
 }
@@ -265,22 +265,26 @@ void Station::runEnded()
         sayOnError(QStringLiteral("nothing has run: ") + NobodyToRunFor);
         m_window->setStatus(QStringLiteral("Nothing has run: ") + NobodyToRunFor);
     } else {
-        m_window->setStatus(m_runner->allPassed() ? QStringLiteral("All passed")
-                                                  : QStringLiteral("Not all passed"));
+        m_window->setStatus(m_runner->wasStopped()  ? QStringLiteral("Run stopped")
+                            : m_runner->allPassed() ? QStringLiteral("All passed")
+                                                    : QStringLiteral("Not all passed"));
     }
     m_window->setRunning(false);
     m_senses->setRunning(false);
     endWhenDone();
 }
 
-void Station::operatorEnded(bool ok, const QString &message)
+void Station::operatorEnded(const OperatorScript::End &end)
 {
     m_operatorDone = true;
-    if (!ok) {
+    if (!end.ok) {
         m_operatorFailed = true;
         // That the end of the program ended the script goes without saying.
-        if (!m_endLimit)
-            sayOnError(QStringLiteral("operator: %1").arg(message));
+        if (!m_endLimit) {
+            const QString calls = end.traceback.isEmpty() ? QString() : QLatin1Char('\n') + end.traceback;
+            KVKLogEvent(KVKLogLevel::Error, "operator: %@%@", {end.message, calls});
+            sayOnError(QStringLiteral("operator: %1").arg(end.message));
+        }
         stopRun();
     } else if (m_runner->isRunning()) {
         m_idleWatch = {};

@@ -53,7 +53,7 @@ private:
     void endNow();
     void endOperator();
     void runEnded();
-    void operatorEnded(bool ok, const QString &message);
+    void operatorEnded(const OperatorScript::End &end);
     void endWhenDone();
     void lookForIdleWait();
     void lookForStuck();

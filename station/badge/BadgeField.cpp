@@ -6,11 +6,16 @@
 #include <QLineEdit>
 #include <QToolButton>
 
+#include <utility>
+
 namespace station {
 
 namespace {
 
-constexpr int EditWidth = 170;
+constexpr int EditWidth = 140;
+/// As on a panel: what is refused, and what has yet to be confirmed.
+constexpr QColor Red(0xff, 0x3b, 0x30);
+constexpr QColor Yellow(0xff, 0xcc, 0x00);
 
 } // namespace
 
@@ -41,27 +46,33 @@ BadgeField::BadgeField(const BadgeRule &rule, QWidget *parent)
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     setFocusProxy(m_edit);
     connect(m_edit, &QLineEdit::returnPressed, this, &BadgeField::take);
-    connect(m_edit, &QLineEdit::textEdited, this, [this] { showState(false); });
+    connect(m_edit, &QLineEdit::textEdited, this, [this] { showState(Look::Plain); });
     connect(m_logOut, &QToolButton::clicked, this, &BadgeField::logOut);
-    showState(false);
+    showState(Look::Plain);
 }
 
 void BadgeField::setBadge(const QString &badge)
 {
     const bool isOther = badge != m_badge;
+    const bool wasDoubted = !std::exchange(m_doubted, QString()).isEmpty();
     m_badge = badge;
     m_edit->setText(badge);
-    showState(false);
+    showState(Look::Plain);
     // The next badge that is scanned comes in the place of this one.
     m_edit->selectAll();
     if (isOther)
         Q_EMIT badgeChanged(badge);
+    else if (wasDoubted)
+        Q_EMIT kept(badge);
 }
 
 std::optional<QString> BadgeField::whyNoRun() const
 {
     if (!m_rule.isAsked)
         return std::nullopt;
+    if (!m_doubted.isEmpty() && m_edit->text() == m_doubted)
+        return QStringLiteral("%1 is not the operator yet; scan it once more, or %2 to stay")
+            .arg(m_doubted, m_badge);
     if (m_edit->text() != m_badge)
         return QStringLiteral("The badge was not ended with Return");
     if (m_badge.isEmpty())
@@ -75,7 +86,7 @@ void BadgeField::setRunning(bool running)
     // Otherwise the next widget would have it, and what is scanned before a panel opens.
     if (running && m_edit->hasFocus())
         window()->setFocus(Qt::OtherFocusReason);
-    showState(false);
+    showState(Look::Plain);
     if (!running)
         takeFocus();
 }
@@ -85,7 +96,7 @@ void BadgeField::takeFocus()
     if (m_running)
         return;
     // What was begun there goes on, and is not selected away.
-    const bool isBegun = m_edit->text() != m_badge;
+    const bool isBegun = m_edit->text() != m_badge && m_edit->text() != m_doubted;
     m_edit->setFocus(Qt::OtherFocusReason);
     if (!isBegun)
         m_edit->selectAll();
@@ -95,17 +106,33 @@ void BadgeField::take()
 {
     const QString text = m_edit->text();
     const std::optional<QString> why = m_rule.whyNot(text);
+    if (!why && !m_rule.hasForm() && !m_badge.isEmpty() && text != m_badge && text != m_doubted) {
+        doubt(text);
+        return;
+    }
     if (!why) {
         setBadge(text);
         return;
     }
-    showState(true);
+    m_doubted.clear();
+    showState(Look::Refused);
     m_edit->selectAll();
     Q_EMIT refused(text, *why);
 }
 
+/// It may be the serial number of the next unit, scanned while no panel is open.
+void BadgeField::doubt(const QString &text)
+{
+    m_doubted = text;
+    showState(Look::Doubted);
+    m_edit->selectAll();
+    Q_EMIT refused(text, QStringLiteral("%1 stays the operator; scan it once more to change").arg(m_badge));
+}
+
 void BadgeField::logOut()
 {
+    if (m_running)
+        return;
     setBadge({});
     takeFocus();
 }
@@ -120,16 +147,16 @@ bool BadgeField::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-void BadgeField::showState(bool isRefused)
+void BadgeField::showState(Look look)
 {
     m_edit->setEnabled(!m_running);
     m_logOut->setEnabled(!m_running && !m_badge.isEmpty());
-    QPalette look = palette();
-    if (isRefused) {
-        look.setColor(QPalette::Base, QColor(0xff, 0x3b, 0x30));
-        look.setColor(QPalette::Text, Qt::black);
+    QPalette colors = palette();
+    if (look != Look::Plain) {
+        colors.setColor(QPalette::Base, look == Look::Refused ? Red : Yellow);
+        colors.setColor(QPalette::Text, Qt::black);
     }
-    m_edit->setPalette(look);
+    m_edit->setPalette(colors);
 }
 
 } // namespace station

@@ -19,6 +19,8 @@ struct BadgeRule
 
     /// Why the text is no badge, in words for the operator; nothing when it is one.
     [[nodiscard]] std::optional<QString> whyNot(const QString &text) const;
+    /// Whether a badge can be told from a serial number by its form.
+    [[nodiscard]] bool hasForm() const { return !pattern.isEmpty(); }
     /// Why the pattern is none; nothing when it is one.
     [[nodiscard]] static std::optional<QString> whyNoPattern(const QString &pattern);
 };

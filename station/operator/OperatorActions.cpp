@@ -113,13 +113,47 @@ void OperatorActions::type(const QString &text)
     MainQueue::sync([&] { OperatorHands(window()).type(text); });
 }
 
-void OperatorActions::scan(const QString &text)
+QList<KeyStroke> OperatorActions::scanned(const QString &text) const
 {
-    takeWindow();
     const ScannerSettings &scanner = m_stage.scanner;
     QList<KeyStroke> strokes = keyStrokes(scanner.prefix + text + scanner.suffix);
     strokes.append(keyStroke(scanner.terminators.first()));
-    MainQueue::sync([&] { OperatorHands(window()).press(strokes); });
+    return strokes;
+}
+
+void OperatorActions::scan(const QString &text)
+{
+    takeWindow();
+    MainQueue::sync([&] { OperatorHands(window()).press(scanned(text)); });
+}
+
+BadgeField &OperatorActions::badgeField() const
+{
+    if (!m_stage.badge)
+        throw OperatorFailure(QStringLiteral("the station asks for no badge (station.ask_operator)"));
+    return *m_stage.badge;
+}
+
+void OperatorActions::logIn(qint64 number)
+{
+    if (number < 1 || number > m_stage.badges.size())
+        throw OperatorFailure(
+            QStringLiteral("there is no badge %1: the station was started with %2 (--badge TEXT)")
+                .arg(number)
+                .arg(m_stage.badges.size()));
+    const QString badge = m_stage.badges.at(static_cast<qsizetype>(number - 1));
+    takeWindow();
+    MainQueue::sync([&] {
+        BadgeField &field = badgeField();
+        if (field.badge() == badge)
+            return;
+        if (!field.takesBadges())
+            throw OperatorFailure(QStringLiteral("no badge is taken while a run is under way"));
+        field.logOut();
+        OperatorHands(window()).press(scanned(badge));
+    });
+    if (!m_wait.until([&] { return badgeField().badge() == badge; }, SecondsForFocus))
+        throw OperatorFailure(QStringLiteral("badge %1 is not taken").arg(number));
 }
 
 void OperatorActions::clickNow(const ClickTarget &target)
@@ -137,7 +171,7 @@ void OperatorActions::clickNow(const ClickTarget &target)
         m_panels.clicked(showing);
 }
 
-bool OperatorActions::writeNow(const ClickTarget &target, const std::optional<QString> &text, bool ends)
+bool OperatorActions::writeNow(const ClickTarget &target, const Entry &entry)
 {
     auto *field = qobject_cast<platform::TextField *>(findTarget(root(), target));
     if (!field || !field->isEditable())
@@ -145,7 +179,7 @@ bool OperatorActions::writeNow(const ClickTarget &target, const std::optional<QS
     View *panel = panelAround(field);
     const PanelShowing showing = panel ? PanelShowing::of(panel) : PanelShowing();
     try {
-        if (!OperatorHands(window()).enter(field, text, ends))
+        if (!OperatorHands(window()).enter(field, entry))
             return false;
     } catch (const OperatorFailure &failure) {
         throw cannotClick(target, failure);
@@ -156,21 +190,26 @@ bool OperatorActions::writeNow(const ClickTarget &target, const std::optional<QS
     return true;
 }
 
-void OperatorActions::write(const ClickTarget &target, const std::optional<QString> &text, bool ends)
+void OperatorActions::write(const ClickTarget &target, const Entry &entry)
 {
     takeWindow();
-    if (!m_wait.until([&] { return writeNow(target, text, ends); }, SecondsForFocus))
+    if (!m_wait.until([&] { return writeNow(target, entry); }, SecondsForFocus))
         throw OperatorFailure(QStringLiteral("the %1 does not get the focus").arg(target.description()));
 }
 
 void OperatorActions::enter(const ClickTarget &target, const std::optional<QString> &text)
 {
-    write(target, text, true);
+    write(target, {text});
 }
 
 void OperatorActions::fill(const ClickTarget &target, const QString &text)
 {
-    write(target, text, false);
+    write(target, {text, false});
+}
+
+void OperatorActions::paste(const ClickTarget &target, const QString &text)
+{
+    write(target, {text, false, true});
 }
 
 void OperatorActions::waitForText(const QString &identifier, const QString &text, double seconds)

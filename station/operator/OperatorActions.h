@@ -3,6 +3,7 @@
 #include "platform/Value.h"
 #include "station/operator/ClickTarget.h"
 #include "station/operator/LogRing.h"
+#include "station/operator/OperatorHands.h"
 #include "station/operator/OperatorStage.h"
 #include "station/operator/OperatorWait.h"
 #include "station/operator/PanelWatch.h"
@@ -36,6 +37,12 @@ public:
     void enter(const ClickTarget &target, const std::optional<QString> &text);
     /// Puts a text into a field, and leaves the entry begun.
     void fill(const ClickTarget &target, const QString &text);
+    /// Puts a text into a field in one piece, as from the clipboard, in the place of what it holds, and
+    /// leaves the entry begun.
+    void paste(const ClickTarget &target, const QString &text);
+    /// Scans one of the badges of the station's start, which counts from 1, in the place of the one that is
+    /// logged in.
+    void logIn(qint64 number);
     /// Until the first view with the identifier has the text.
     void waitForText(const QString &identifier, const QString &text, double seconds);
     void run();
@@ -56,12 +63,16 @@ public:
     [[nodiscard]] bool isStopped() const { return m_wait.isStopped(); }
 
 private:
+    using Entry = OperatorHands::Entry;
+
     [[nodiscard]] platform::View *root() const;
     [[nodiscard]] QWidget *window() const;
     void takeWindow();
     void clickNow(const ClickTarget &target);
-    void write(const ClickTarget &target, const std::optional<QString> &text, bool ends);
-    [[nodiscard]] bool writeNow(const ClickTarget &target, const std::optional<QString> &text, bool ends);
+    void write(const ClickTarget &target, const Entry &entry);
+    [[nodiscard]] bool writeNow(const ClickTarget &target, const Entry &entry);
+    [[nodiscard]] QList<KeyStroke> scanned(const QString &text) const;
+    [[nodiscard]] BadgeField &badgeField() const;
     [[nodiscard]] QAction *action(const QPointer<QAction> &action) const;
 
     OperatorStage m_stage;

@@ -61,6 +61,19 @@ int fill(lua_State *state)
     return 0;
 }
 
+int paste(lua_State *state)
+{
+    const LuaArguments arguments(state, "operator.paste");
+    actionsOf(state).paste(arguments.target(1), arguments.text(2, "text"));
+    return 0;
+}
+
+int logIn(lua_State *state)
+{
+    actionsOf(state).logIn(LuaArguments(state, "operator.logIn").integer(1, "number"));
+    return 0;
+}
+
 int waitForText(lua_State *state)
 {
     const LuaArguments arguments(state, "operator.waitForText");
@@ -162,6 +175,8 @@ constexpr luaL_Reg Functions[] = {
     {"click", KVKLuaFunction<click>},
     {"enter", KVKLuaFunction<enter>},
     {"fill", KVKLuaFunction<fill>},
+    {"paste", KVKLuaFunction<paste>},
+    {"logIn", KVKLuaFunction<logIn>},
     {"waitForText", KVKLuaFunction<waitForText>},
     {"run", KVKLuaFunction<run>},
     {"stop", KVKLuaFunction<stop>},

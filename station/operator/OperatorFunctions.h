@@ -19,6 +19,8 @@ class OperatorActions;
 ///     alone
 ///                                     without a text
 ///     fill(field, text)               the same without Return
+///     paste(field, text)              the same in one piece, as from the clipboard
+///     logIn(number)                   scans the badge that the station was started with under this number
 ///     waitForText(identifier, text, seconds)  until a view has the text
 ///     run(), stop()                   presses Run, presses Stop
 ///     waitForRunEnd(seconds)          until no sequence runs

@@ -203,7 +203,7 @@ bool OperatorHands::keysArrive() const
     return arrival.hasCome();
 }
 
-bool OperatorHands::enter(TextField *field, const std::optional<QString> &text, bool ends)
+bool OperatorHands::enter(TextField *field, const Entry &entry)
 {
     if (!keysArrive())
         return false;
@@ -211,15 +211,29 @@ bool OperatorHands::enter(TextField *field, const std::optional<QString> &text, 
     click(field);
     if (!field->isFirstResponder())
         return false;
-    QString keys = text.value_or(QString());
-    if (text && field->currentEditor()) {
+    const QString text = entry.text.value_or(QString());
+    QString keys = entry.isInOnePiece ? QString() : text;
+    if (entry.text && field->currentEditor()) {
         field->currentEditor()->selectAll();
         // Gives up what is refused so far, too.
-        if (keys.isEmpty() || field->stringValue().isEmpty())
+        if (text.isEmpty() || field->stringValue().isEmpty())
             keys.prepend(QLatin1Char('\b'));
     }
-    type(ends ? keys + QLatin1Char('\n') : keys);
+    type(entry.ends ? keys + QLatin1Char('\n') : keys);
+    if (entry.isInOnePiece)
+        writeInOnePiece(field, text);
     return true;
+}
+
+/// By the way of an input method, which no clipboard of somebody else's takes part in.
+void OperatorHands::writeInOnePiece(TextField *field, const QString &text)
+{
+    QLineEdit *editor = field->currentEditor();
+    if (!editor)
+        return;
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QCoreApplication::sendEvent(editor, &event);
 }
 
 void OperatorHands::requireOperable(const View *view) const

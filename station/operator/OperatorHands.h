@@ -32,14 +32,21 @@ public:
     /// Scrolls the view into sight when need be, and presses and releases the mouse's left button on its
     /// centre. Errors: the view is hidden, disabled, outside the window or covered (by what, the text says).
     void click(platform::View *view);
-    /// Gives the focus to an editable field by a click and types the text in the place of what it holds, then
-    /// Return where that is wanted; nothing in the place of it without a text. False, with nothing typed,
-    /// when keys do not arrive at once or the focus is not taken: it can be tried again. Errors: as click().
-    [[nodiscard]] bool enter(platform::TextField *field, const std::optional<QString> &text, bool ends);
+    /// What is written into a field in the place of what it holds; without a text nothing is.
+    struct Entry
+    {
+        std::optional<QString> text;
+        bool ends = true;          ///< With Return.
+        bool isInOnePiece = false; ///< As from the clipboard.
+    };
+    /// Gives the focus to an editable field by a click and writes. False, with nothing written, when keys do
+    /// not arrive at once or the focus is not taken: it can be tried again. Errors: as click().
+    [[nodiscard]] bool enter(platform::TextField *field, const Entry &entry);
 
 private:
     [[nodiscard]] bool keysArrive() const;
     void requireOperable(const platform::View *view) const;
+    void writeInOnePiece(platform::TextField *field, const QString &text);
     void pressAndRelease(const QPoint &position);
 
     QWidget *m_window;

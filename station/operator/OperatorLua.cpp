@@ -1,6 +1,5 @@
 #include "station/operator/OperatorLua.h"
 
-#include "kovan/KovanLuaSequencer/KVKLuaRunner.h"
 #include "station/operator/OperatorActions.h"
 #include "station/operator/OperatorFunctions.h"
 
@@ -32,11 +31,9 @@ OperatorActions &actionsOf(lua_State *state)
     return static_cast<Runner &>(KVKLuaRunner::of(state)).actions();
 }
 
-std::optional<QString> runOperatorScript(const QString &path, const KVKLuaLimits &limits,
-                                         OperatorActions &actions)
+KVKLuaRunner::End runOperatorScript(const QString &path, const KVKLuaLimits &limits, OperatorActions &actions)
 {
-    const KVKLuaRunner::End end = Runner(limits, actions).run(path);
-    return end.ok ? std::nullopt : std::optional(end.message);
+    return Runner(limits, actions).run(path);
 }
 
 } // namespace station

@@ -35,13 +35,13 @@ public:
 namespace {
 
 /// Tells the main thread how the script ended.
-void tellEnd(const std::shared_ptr<OperatorRun> &run, const std::optional<QString> &error)
+void tellEnd(const std::shared_ptr<OperatorRun> &run, const OperatorScript::End &end)
 {
     run->ended = true;
-    MainQueue::async([run, error] {
+    MainQueue::async([run, end] {
         // Taken out first: the callback may let go of the script, and with it of the callback.
         if (const OperatorScript::Finished finished = std::exchange(run->finished, nullptr))
-            finished(!error, error.value_or(QString()));
+            finished(end);
     });
     MainQueue::wake();
 }
@@ -66,10 +66,13 @@ OperatorScript::~OperatorScript()
 void OperatorScript::start()
 {
     try {
-        m_run->thread = std::thread(
-            [run = m_run] { tellEnd(run, runOperatorScript(run->path, run->limits, run->actions)); });
+        m_run->thread = std::thread([run = m_run] {
+            const KVKLuaRunner::End end = runOperatorScript(run->path, run->limits, run->actions);
+            tellEnd(run, {end.ok, end.message, end.traceback});
+        });
     } catch (const std::system_error &problem) {
-        tellEnd(m_run, QStringLiteral("no thread for the script: %1").arg(QString::fromUtf8(problem.what())));
+        const QString why = QString::fromUtf8(problem.what());
+        tellEnd(m_run, {false, QStringLiteral("no thread for the script: %1").arg(why), {}});
     }
 }
 

@@ -20,9 +20,15 @@ class OperatorRun;
 class OperatorScript
 {
 public:
-    /// Receives whether the script came to its end, and otherwise why not ("file:line: text"). Called once,
-    /// on the main thread, not after the OperatorScript is gone.
-    using Finished = std::function<void(bool ok, const QString &message)>;
+    /// How a script ended.
+    struct End
+    {
+        bool ok = false;
+        QString message;   ///< Why it failed, "file:line: text" where Lua knows them.
+        QString traceback; ///< The calls that led to it, as in KVKLuaRunner.
+    };
+    /// Receives how the script ended. Called once, on the main thread, not after the OperatorScript is gone.
+    using Finished = std::function<void(const End &end)>;
 
     OperatorScript(const QString &path, const OperatorStage &stage, Finished finished);
     /// Stops the script and returns when its thread has ended; serves the main queue meanwhile.

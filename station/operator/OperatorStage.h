@@ -2,6 +2,7 @@
 
 #include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
 #include "platform/View.h"
+#include "station/badge/BadgeField.h"
 #include "station/scanner/ScannerSettings.h"
 
 #include <QAction>
@@ -25,6 +26,10 @@ struct OperatorStage
     QPointer<QAction> stop = {};
     /// What the script may use of the machine.
     KVKLuaLimits lua = {};
+    /// Where a badge is written; null where none is asked for.
+    QPointer<BadgeField> badge = {};
+    /// The badges of those whom a script logs in.
+    QStringList badges = {};
 };
 
 } // namespace station

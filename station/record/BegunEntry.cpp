@@ -1,5 +1,8 @@
 #include "station/record/BegunEntry.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace station {
 
 void BegunEntry::begin(platform::TextField *field, const std::optional<ClickTarget> &target)
@@ -13,10 +16,20 @@ void BegunEntry::begin(platform::TextField *field, const std::optional<ClickTarg
 
 void BegunEntry::addKey(const QKeyEvent &key)
 {
+    const bool deletes = key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete;
+    // Where there is nothing to delete nothing was done.
+    if (deletes && m_field && m_field->stringValue().isEmpty())
+        return;
     if (key.matches(QKeySequence::Paste))
-        m_isPasted = true;
+        addPiece(QGuiApplication::clipboard()->text());
     else
         m_keys += key.text();
+}
+
+void BegunEntry::addPiece(const QString &text)
+{
+    m_hasPieces = m_hasPieces || !text.isEmpty();
+    m_keys += text;
 }
 
 void BegunEntry::settle()
@@ -32,11 +45,6 @@ void BegunEntry::settle()
 void BegunEntry::forget()
 {
     *this = BegunEntry();
-}
-
-std::optional<QString> BegunEntry::keys() const
-{
-    return m_isPasted ? std::nullopt : std::optional(m_keys);
 }
 
 } // namespace station

@@ -24,6 +24,8 @@ public:
     void begin(platform::TextField *field, const std::optional<ClickTarget> &target);
     /// A key on its way to the field.
     void addKey(const QKeyEvent &key);
+    /// A text on its way to the field in one piece: pasted, dropped or composed.
+    void addPiece(const QString &text);
     /// Takes what the field holds by now, where it is still there.
     void settle();
     void forget();
@@ -34,8 +36,9 @@ public:
     [[nodiscard]] bool isChanged() const { return m_isBegun || m_text != m_before; }
     /// Whether the field refuses what is being written into it.
     [[nodiscard]] bool isRefused() const { return m_isRefused; }
-    /// What the keys so far would write; nothing where some of it was pasted.
-    [[nodiscard]] std::optional<QString> keys() const;
+    /// What keys and pieces so far would write.
+    [[nodiscard]] const QString &keys() const { return m_keys; }
+    [[nodiscard]] bool hasPieces() const { return m_hasPieces; }
 
 private:
     QPointer<platform::TextField> m_field;
@@ -43,7 +46,7 @@ private:
     QString m_before;
     QString m_text;
     QString m_keys;
-    bool m_isPasted = false;
+    bool m_hasPieces = false;
     bool m_isBegun = false;
     bool m_isRefused = false;
 };

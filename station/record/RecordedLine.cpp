@@ -91,6 +91,16 @@ QString fill(const ClickTarget &field, const QString &text)
     return call("fill", listed(written(field), luaText(text)));
 }
 
+QString paste(const ClickTarget &field, const QString &text)
+{
+    return call("paste", listed(written(field), luaText(text)));
+}
+
+QString logIn(qsizetype number)
+{
+    return call("logIn", QString::number(number));
+}
+
 QString click(const ClickTarget &target)
 {
     return call("click", written(target));

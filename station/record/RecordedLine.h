@@ -25,6 +25,10 @@ namespace station::recorded {
 [[nodiscard]] QString confirm(const ClickTarget &field);
 /// Puts a text into a field and leaves the entry begun.
 [[nodiscard]] QString fill(const ClickTarget &field, const QString &text);
+/// Puts a text into a field in one piece and leaves the entry begun.
+[[nodiscard]] QString paste(const ClickTarget &field, const QString &text);
+/// Scans a badge that the replaying station is given, counted from 1.
+[[nodiscard]] QString logIn(qsizetype number);
 [[nodiscard]] QString click(const ClickTarget &target);
 [[nodiscard]] QString run();
 [[nodiscard]] QString stop();

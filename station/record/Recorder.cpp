@@ -9,8 +9,12 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QDate>
+#include <QDropEvent>
+#include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QTime>
 
@@ -54,12 +58,28 @@ void Recorder::start(const QString &station, View *root)
     m_beginning = recorded::beginning(station, QDate::currentDate().toString(Qt::ISODate));
 }
 
-void Recorder::runBegins()
+/// A badge is somebody's: whoever replays gives one for each person.
+void Recorder::logsIn(const QString &badge)
+{
+    if (badge.isEmpty() || badge == m_badge)
+        return;
+    if (!m_badges.contains(badge))
+        m_badges.append(badge);
+    const qsizetype number = m_badges.indexOf(badge) + 1;
+    // The first one is there when the replaying station starts.
+    put(m_badge.isEmpty()
+            ? recorded::comment(QStringLiteral("Badge 1 is not written here: the first --badge gives it."))
+            : recorded::logIn(number));
+    m_badge = badge;
+}
+
+void Recorder::runBegins(const QString &badge)
 {
     putWaits({});
     put({});
     const QString time = QTime::currentTime().toString(Qt::ISODate);
     put(recorded::comment(QStringLiteral("Run %1, %2").arg(QString::number(++m_run), time)));
+    logsIn(badge);
     // With --operator the first run starts by itself.
     if (m_run > 1)
         put(recorded::run());
@@ -118,9 +138,10 @@ void Recorder::see(QWidget &widget, QEvent &event)
         mouseReleased(widget, static_cast<QMouseEvent &>(event));
         break;
     case QEvent::InputMethod:
+        pieceComes(widget, static_cast<QInputMethodEvent &>(event).commitString());
+        break;
     case QEvent::Drop:
-        if (TextField *field = fieldAround(widget))
-            beginEntry(field);
+        pieceComes(widget, static_cast<QDropEvent &>(event).mimeData()->text());
         break;
     case QEvent::Close:
         // By a person: the program closes it, too, when it ends.
@@ -178,8 +199,17 @@ void Recorder::mouseReleased(QWidget &widget, const QMouseEvent &release)
         aboutToPress(button, static_cast<QAbstractButton *>(&widget));
     else if (auto *list = qobject_cast<ChoiceList *>(widget.parentWidget()))
         aboutToPick(list, release.position().toPoint());
-    else if (TextField *field = fieldAround(widget); field && release.button() == Qt::MiddleButton)
-        beginEntry(field);
+    else if (release.button() == Qt::MiddleButton)
+        pieceComes(widget, QGuiApplication::clipboard()->text(QClipboard::Selection));
+}
+
+void Recorder::pieceComes(QWidget &widget, const QString &text)
+{
+    TextField *field = fieldAround(widget);
+    if (!field)
+        return;
+    beginEntry(field);
+    m_begun.addPiece(text);
 }
 
 void Recorder::lookLater()
@@ -231,11 +261,12 @@ void Recorder::endEntry(TextField *field)
         put(recorded::confirm(*entry.target()));
     else if (!entry.isRefused())
         put(recorded::enter(*entry.target(), entry.text()));
-    else if (const std::optional<QString> keys = entry.keys())
-        put(recorded::enter(*entry.target(), *keys));
+    else if (!entry.hasPieces())
+        put(recorded::enter(*entry.target(), entry.keys()));
     else
-        put(recorded::comment(
-            QStringLiteral("What was pasted into the %1 was refused.").arg(entry.target()->description())));
+        // Typed, a line end in it would be a Return, and others a key of their own.
+        put(recorded::paste(*entry.target(), entry.keys()) + QLatin1Char('\n') +
+            recorded::confirm(*entry.target()));
 }
 
 /// What was written and not ended stands in its field, where a button may take it for an entry.
@@ -248,9 +279,8 @@ void Recorder::leaveEntry()
         put(recorded::fill(*entry.target(), entry.text()));
         return;
     }
-    put(recorded::comment(
-        QStringLiteral("%1 was refused in the %2 and given up.")
-            .arg(luaText(entry.keys().value_or(QString())), entry.target()->description())));
+    put(recorded::comment(QStringLiteral("%1 was refused in the %2 and given up.")
+                              .arg(luaText(entry.keys()), entry.target()->description())));
 }
 
 /// An entry was ended, and what the panel says to it can be read; or it was given up.

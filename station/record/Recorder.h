@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -44,7 +45,9 @@ public:
     void start(const QString &station, platform::View *root);
 
 public slots:
-    void runBegins();
+    /// `badge` is that of who works at the station; empty where nobody is asked for one. It is told nowhere:
+    /// whoever replays is told to log in the same person, by a number.
+    void runBegins(const QString &badge = {});
     /// Somebody wants the sequences to end. Called before they are told.
     void stopPressed();
     /// The sequences are told to end, by whomever.
@@ -70,6 +73,8 @@ private:
     void keyPressed(QWidget &widget, const QKeyEvent &key);
     void openSlot(QWidget &widget);
     void mouseReleased(QWidget &widget, const QMouseEvent &release);
+    void pieceComes(QWidget &widget, const QString &text);
+    void logsIn(const QString &badge);
     void lookLater();
     void catchUp();
 
@@ -101,6 +106,8 @@ private:
     Press m_press;
     QHash<QString, QString> m_told; ///< By panel: what it said after the last thing that was done in it.
     QElapsedTimer m_sinceLine;
+    QStringList m_badges; ///< In the order in which they came.
+    QString m_badge;      ///< Of the latest run.
     int m_run = 0;
     bool m_isRunning = false; ///< And was not stopped.
     bool m_isStopping = false;

@@ -31,10 +31,10 @@ void Recording::start(const QString &station, StationWindow &window, platform::V
     QObject::connect(&window, &StationWindow::stopRequested, m_recorder.get(), &Recorder::stopPressed);
 }
 
-void Recording::runBegins()
+void Recording::runBegins(const QString &badge)
 {
     if (m_recorder)
-        m_recorder->runBegins();
+        m_recorder->runBegins(badge);
 }
 
 void Recording::runStops()

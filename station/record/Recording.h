@@ -22,7 +22,7 @@ public:
 
     /// Begins the script. The panels are looked for below the root, which lies in the window.
     void start(const QString &station, StationWindow &window, platform::View *root);
-    void runBegins();
+    void runBegins(const QString &badge);
     void runStops();
     void runEnds();
     /// Whether a line was lost, which was reported on the standard error output. No further one is written:

@@ -4,6 +4,7 @@
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
 #include "station/results/ResultsServer.h"
 
+#include <algorithm>
 #include <sys/socket.h>
 #include <utility>
 
@@ -75,15 +76,58 @@ void Forwarder::sendAll(Outbox &outbox)
         const QList<Outbox::Letter> letters = outbox.oldest(LettersAtOnce);
         if (letters.isEmpty() || isOver())
             break;
-        m_server->store(letters);
-        outbox.removeUpTo(letters.constLast().number);
+        if (takes(letters)) {
+            outbox.removeUpTo(letters.constLast().number);
+            const auto answers = std::count_if(letters.cbegin(), letters.cend(),
+                                               [](const Outbox::Letter &letter) { return letter.isAnswer; });
+            m_state.sent(letters.size(), answers);
+        } else {
+            sendOneByOne(outbox, letters);
+        }
         m_patience.untilNextTry.reset();
-        const auto answers = std::count_if(letters.cbegin(), letters.cend(),
-                                           [](const Outbox::Letter &letter) { return letter.isAnswer; });
-        m_state.sent(letters.size(), answers);
     }
     if (!isOver() && m_state.caughtUp())
         KVKLogEvent(KVKLogLevel::Default, "%@ has all results", {m_address.name()});
+}
+
+bool Forwarder::takes(const QList<Outbox::Letter> &letters, QString *why)
+{
+    try {
+        m_server->store(letters);
+        return true;
+    } catch (const SqlError &error) {
+        if (error.about() != SqlError::About::Row)
+            throw;
+        if (why)
+            *why = error.text();
+        return false;
+    }
+}
+
+/// One of them is refused, and nobody knows which.
+void Forwarder::sendOneByOne(Outbox &outbox, const QList<Outbox::Letter> &letters)
+{
+    for (const Outbox::Letter &letter : letters) {
+        if (isOver())
+            return;
+        QString why;
+        if (takes({letter}, &why)) {
+            outbox.removeUpTo(letter.number);
+            m_state.sent(1, letter.isAnswer ? 1 : 0);
+        } else {
+            setApart(outbox, letter, why);
+        }
+    }
+}
+
+void Forwarder::setApart(Outbox &outbox, const Outbox::Letter &letter, const QString &why)
+{
+    outbox.refuse(letter.number, why);
+    m_state.refused(letter.isAnswer, why);
+    // A right that is missing refuses every row, in the same words.
+    if (std::exchange(m_lastRefusal, why) != why)
+        KVKLogEvent(KVKLogLevel::Error, "%@ refuses a result, which is set apart in %@: %@",
+                    {m_address.name(), m_outbox, why});
 }
 
 void Forwarder::connect()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "station/results/Backoff.h"
+#include "station/results/Outbox.h"
 #include "station/results/OutboxState.h"
 #include "station/results/ServerAddress.h"
 
@@ -11,12 +12,12 @@
 
 namespace station {
 
-class Outbox;
 class ResultsServer;
 
 /// Sends what lies in an outbox to the results server, in its order, on a thread of its own. A letter leaves
 /// the outbox when the server has committed it; one that is sent twice, since nobody knows whether it
-/// arrived, is there once. What fails is tried again, for as long as it takes.
+/// arrived, is there once. What fails is tried again, for as long as it takes; a letter that the server
+/// refuses for what it is holds nobody up: it is set apart in the outbox, and said so, and the others go on.
 ///
 /// Thread: any. Ownership: refers to the state.
 class Forwarder
@@ -43,6 +44,10 @@ private:
 
     void work();
     void sendAll(Outbox &outbox);
+    /// Whether the server has taken them; it takes all or none.
+    [[nodiscard]] bool takes(const QList<Outbox::Letter> &letters, QString *why = nullptr);
+    void sendOneByOne(Outbox &outbox, const QList<Outbox::Letter> &letters);
+    void setApart(Outbox &outbox, const Outbox::Letter &letter, const QString &why);
     void connect();
     void disconnect();
     [[nodiscard]] bool isOver();
@@ -56,6 +61,7 @@ private:
     OutboxState &m_state;
     Patience m_patience;                     ///< Its back-off is the thread's.
     std::unique_ptr<ResultsServer> m_server; ///< The thread's.
+    QString m_lastRefusal;                   ///< What was logged of it. The thread's.
 
     std::mutex m_mutex; ///< Guards what follows.
     std::condition_variable m_changed;

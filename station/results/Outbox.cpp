@@ -1,6 +1,7 @@
 #include "station/results/Outbox.h"
 
 #include <QCryptographicHash>
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -15,7 +16,7 @@ namespace {
 
 /// "KVRO"; a file of results or of anything else is none.
 constexpr int ApplicationId = 0x4b56524f;
-constexpr int Version = 1;
+constexpr int Version = 2;
 constexpr qint64 ManyBytes = 4'000'000;
 
 const QStringList Tables{
@@ -23,6 +24,9 @@ const QStringList Tables{
     // Numbers go on though all letters are gone.
     QStringLiteral("CREATE TABLE letters (number INTEGER PRIMARY KEY AUTOINCREMENT, answers INTEGER NOT NULL,"
                    " rows TEXT NOT NULL)")};
+const QString RefusedTable =
+    QStringLiteral("CREATE TABLE refused (number INTEGER PRIMARY KEY, answers INTEGER NOT NULL,"
+                   " rows TEXT NOT NULL, why TEXT NOT NULL, refused TEXT NOT NULL)");
 
 ResultRows read(const QString &text)
 {
@@ -53,16 +57,23 @@ void Outbox::makeTables()
         throw SqlError(QStringLiteral("the outbox is of version %1, and this station knows up to %2")
                            .arg(version)
                            .arg(Version));
-    if (!isNew)
+    if (version == Version)
         return;
+    if (isNew)
+        makeFirstTables();
+    m_connection.run(RefusedTable);
+    m_connection.run(QStringLiteral("PRAGMA user_version = %1").arg(Version));
+    transaction.commit();
+}
+
+void Outbox::makeFirstTables()
+{
     for (const QString &table : Tables)
         m_connection.run(table);
     QSqlQuery identity = m_connection.prepared(QStringLiteral("INSERT INTO identity VALUES (?)"));
     identity.bindValue(0, QUuid::createUuid().toString(QUuid::WithoutBraces));
     SqlConnection::run(identity);
     m_connection.run(QStringLiteral("PRAGMA application_id = %1").arg(ApplicationId));
-    m_connection.run(QStringLiteral("PRAGMA user_version = %1").arg(Version));
-    transaction.commit();
 }
 
 QString Outbox::stationId()
@@ -100,6 +111,32 @@ void Outbox::removeUpTo(qint64 number)
     QSqlQuery query = m_connection.prepared(QStringLiteral("DELETE FROM letters WHERE number <= ?"));
     query.bindValue(0, number);
     SqlConnection::run(query);
+}
+
+void Outbox::refuse(qint64 number, const QString &why)
+{
+    SqlTransaction transaction(m_connection, QStringLiteral("BEGIN IMMEDIATE"));
+    QSqlQuery copy = m_connection.prepared(QStringLiteral(
+        "INSERT INTO refused SELECT number, answers, rows, ?, ? FROM letters WHERE number = ?"));
+    copy.bindValue(0, why);
+    copy.bindValue(1, QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs));
+    copy.bindValue(2, number);
+    SqlConnection::run(copy);
+    QSqlQuery removal = m_connection.prepared(QStringLiteral("DELETE FROM letters WHERE number = ?"));
+    removal.bindValue(0, number);
+    SqlConnection::run(removal);
+    transaction.commit();
+}
+
+qint64 Outbox::retryRefused()
+{
+    SqlTransaction transaction(m_connection, QStringLiteral("BEGIN IMMEDIATE"));
+    const qint64 refused = m_connection.value(QStringLiteral("SELECT count(*) FROM refused")).toLongLong();
+    m_connection.run(QStringLiteral(
+        "INSERT INTO letters (number, answers, rows) SELECT number, answers, rows FROM refused"));
+    m_connection.run(QStringLiteral("DELETE FROM refused"));
+    transaction.commit();
+    return refused;
 }
 
 Outbox::Count Outbox::count()

@@ -8,7 +8,8 @@
 
 namespace station {
 
-/// What waits for a results server, in a SQLite file: one letter an event, in their order.
+/// What waits for a results server, in a SQLite file: one letter an event, in their order; and apart from
+/// these (in the table "refused") the letters that the server has refused for what they are.
 ///
 /// Several connections may use a file at once, each on a thread of its own: one that adds and one that takes
 /// away. Errors: throws SqlError.
@@ -38,10 +39,16 @@ public:
     [[nodiscard]] QList<Letter> oldest(int most);
     /// Takes away all up to this number.
     void removeUpTo(qint64 number);
+    /// Sets a letter apart, with the server's words and the time.
+    void refuse(qint64 number, const QString &why);
+    /// Puts the refused ones back to where they were among the letters. Returns how many there were.
+    qint64 retryRefused();
+    /// Of the letters that wait.
     [[nodiscard]] Count count();
 
 private:
     void makeTables();
+    void makeFirstTables();
 
     SqliteConnection m_connection;
 };

@@ -1,5 +1,7 @@
 #include "station/results/OutboxState.h"
 
+#include <QStringList>
+
 #include <utility>
 
 namespace station {
@@ -16,6 +18,17 @@ QString sentence(qint64 letters, qint64 answers)
     if (answers == 1)
         return QStringLiteral("1 answer waits for the results server");
     return QStringLiteral("%1 answers wait for the results server").arg(answers);
+}
+
+QString refusalSentence(qint64 letters, qint64 answers)
+{
+    if (letters <= 0)
+        return {};
+    if (answers == 0)
+        return QStringLiteral("Results were refused by the results server");
+    if (answers == 1)
+        return QStringLiteral("1 answer was refused by the results server");
+    return QStringLiteral("%1 answers were refused by the results server").arg(answers);
 }
 
 } // namespace
@@ -46,6 +59,18 @@ void OutboxState::sent(qint64 letters, qint64 answers)
     tell();
 }
 
+void OutboxState::refused(bool isAnswer, const QString &why)
+{
+    const std::lock_guard lock(m_mutex);
+    --m_letters;
+    m_answers -= isAnswer ? 1 : 0;
+    ++m_refused;
+    m_refusedAnswers += isAnswer ? 1 : 0;
+    m_refusal = why;
+    m_trouble.clear();
+    tell();
+}
+
 bool OutboxState::failed(const QString &why)
 {
     const std::lock_guard lock(m_mutex);
@@ -69,7 +94,7 @@ void OutboxState::setListener(Listener listener)
     const std::lock_guard lock(m_mutex);
     m_listener = std::move(listener);
     if (m_listener)
-        m_listener(text(), m_trouble);
+        m_listener(text(), trouble());
 }
 
 QString OutboxState::waiting() const
@@ -78,19 +103,33 @@ QString OutboxState::waiting() const
     return sentence(m_letters, m_answers);
 }
 
+QString OutboxState::refusals() const
+{
+    const std::lock_guard lock(m_mutex);
+    return refusalSentence(m_refused, m_refusedAnswers);
+}
+
 /// An answer that is sent at once, as each is while all works, is nothing to blink about.
 QString OutboxState::text() const
 {
-    return m_isBehind ? sentence(m_letters, m_answers) : QString();
+    QStringList parts{m_isBehind ? sentence(m_letters, m_answers) : QString(),
+                      refusalSentence(m_refused, m_refusedAnswers)};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(" \u00b7 "));
+}
+
+QString OutboxState::trouble() const
+{
+    return m_trouble.isEmpty() ? m_refusal : m_trouble;
 }
 
 void OutboxState::tell()
 {
-    const bool isOld = m_told == text() && m_toldTrouble == m_trouble;
+    const bool isOld = m_told == text() && m_toldTrouble == trouble();
     m_told = text();
-    m_toldTrouble = m_trouble;
+    m_toldTrouble = trouble();
     if (m_listener && !isOld)
-        m_listener(m_told, m_trouble);
+        m_listener(m_told, m_toldTrouble);
 }
 
 } // namespace station

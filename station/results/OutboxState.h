@@ -7,7 +7,8 @@
 
 namespace station {
 
-/// What people are told of an outbox: how much waits, as long as the server does not keep up.
+/// What people are told of an outbox: how much waits, as long as the server does not keep up, and how much of
+/// it the server has refused for what it is.
 ///
 /// Thread: any.
 class OutboxState
@@ -21,6 +22,8 @@ public:
     void found(qint64 letters, qint64 answers);
     void added(bool isAnswer);
     void sent(qint64 letters, qint64 answers);
+    /// The server has refused one for what it is, which waits no longer.
+    void refused(bool isAnswer, const QString &why);
     /// The server could not be reached, or has refused. Returns whether that is new.
     bool failed(const QString &why);
     /// Nothing waits any more. Returns whether there was trouble before.
@@ -31,14 +34,20 @@ public:
     void setListener(Listener listener);
     /// "12 answers wait for the results server"; empty when nothing waits.
     [[nodiscard]] QString waiting() const;
+    /// "3 answers were refused by the results server"; empty when nothing was.
+    [[nodiscard]] QString refusals() const;
 
 private:
     [[nodiscard]] QString text() const;
+    [[nodiscard]] QString trouble() const;
     void tell();
 
     mutable std::mutex m_mutex;
     qint64 m_letters = 0;
     qint64 m_answers = 0;
+    qint64 m_refused = 0; ///< Letters.
+    qint64 m_refusedAnswers = 0;
+    QString m_refusal; ///< The server's words for the last of them.
     QString m_trouble;
     bool m_isBehind = false;
     QString m_told;

@@ -34,6 +34,7 @@ PostgresResults::PostgresResults(const ServerAddress &address, const QString &ou
         try {
             m_outbox.emplace(m_file.path());
             m_stationId = m_outbox->stationId();
+            static_cast<void>(m_outbox->retryRefused());
             const Outbox::Count left = m_outbox->count();
             m_state.found(left.letters, left.answers);
         } catch (...) {
@@ -55,6 +56,10 @@ PostgresResults::~PostgresResults()
     if (!waiting.isEmpty())
         QTextStream(stdout) << waiting << ' ' << m_server << " and will be sent at the next start"
                             << Qt::endl;
+    const QString refused = m_state.refusals();
+    if (!refused.isEmpty())
+        QTextStream(stdout) << refused << ' ' << m_server << ", are kept in " << m_file.path()
+                            << " and will be tried again at the next start" << Qt::endl;
 }
 
 void PostgresResults::keep(const ResultRows &rows)

@@ -13,7 +13,8 @@ namespace station {
 /// where it is safe, and from there to the server in the background; whether the server can be reached is no
 /// matter for a sequence.
 ///
-/// What still waits at the end stays for the next time, and is told on the standard output.
+/// What still waits at the end stays for the next time, and is told on the standard output. So is what the
+/// server has refused for what it is, which is tried again from the next start on.
 class PostgresResults : public RowSink
 {
 public:

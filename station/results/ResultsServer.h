@@ -10,7 +10,7 @@ namespace station {
 /// A session with a results server.
 ///
 /// Thread: the one that made it, but for what is said otherwise. Errors: throws SqlError; the session is of
-/// no more use then.
+/// no more use then, unless the error is about a row.
 class ResultsServer
 {
 public:

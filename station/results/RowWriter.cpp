@@ -49,7 +49,7 @@ const Statement &statementOf(const QString &kind)
                    names("run refusal refused kind text system group_name slot operator"))}};
     const auto found = statements.find(kind);
     if (found == statements.end())
-        throw SqlError(QStringLiteral("there are no rows of the kind '%1'").arg(kind));
+        throw SqlError(QStringLiteral("there are no rows of the kind '%1'").arg(kind), SqlError::About::Row);
     return found->second;
 }
 
@@ -79,6 +79,9 @@ void RowWriter::write(const ResultRow &row)
     for (qsizetype i = 0; i < statement.columns.size(); ++i)
         query->second.bindValue(static_cast<int>(i), bindable(row.values.value(statement.columns.at(i))));
     SqlConnection::run(query->second);
+    // It would be lost without a word.
+    if (row.kind == QLatin1String("end") && query->second.numRowsAffected() == 0)
+        throw SqlError(QStringLiteral("the sequence that has ended is not there"), SqlError::About::Row);
 }
 
 } // namespace station

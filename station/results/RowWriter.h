@@ -19,7 +19,7 @@ public:
     {}
 
     /// Requires: a transaction, for rows that belong together. Errors: throws SqlError, also for a kind of
-    /// row that there is none of.
+    /// row that there is none of, and for the end of a sequence that is not there.
     void write(const ResultRows &rows);
 
 private:

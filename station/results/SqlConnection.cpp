@@ -34,10 +34,21 @@ QString inOneLine(const QSqlError &error)
     return text.simplified();
 }
 
+/// By the standard's classes of conditions, which a server names in five characters: data, constraints, views
+/// with a check, limits of a row, what a trigger raises; and of those about access the right that is missing.
+SqlError::About aboutOf(const QSqlError &error)
+{
+    static const QStringList ofRow{QStringLiteral("22"), QStringLiteral("23"), QStringLiteral("44"),
+                                   QStringLiteral("54"), QStringLiteral("P0")};
+    const QString code = error.nativeErrorCode();
+    const bool isOfRow = code.size() == 5 && (ofRow.contains(code.left(2)) || code == QLatin1String("42501"));
+    return isOfRow ? SqlError::About::Row : SqlError::About::Database;
+}
+
 } // namespace
 
 SqlError::SqlError(const QSqlError &error)
-    : SqlError(inOneLine(error))
+    : SqlError(inOneLine(error), aboutOf(error))
 {}
 
 SqlConnection::SqlConnection(const QString &driver)

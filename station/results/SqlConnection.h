@@ -12,11 +12,21 @@ namespace station {
 class SqlError : public std::runtime_error
 {
 public:
-    explicit SqlError(const QString &text)
+    /// Whether a row is refused for what it is (a value, a constraint, a right that is missing), and would be
+    /// at every further try; or something is wrong with the database, which may pass.
+    enum class About { Database, Row };
+
+    explicit SqlError(const QString &text, About about = About::Database)
         : std::runtime_error(text.toStdString())
+        , m_about(about)
     {}
     explicit SqlError(const QSqlError &error);
     [[nodiscard]] QString text() const { return QString::fromUtf8(what()); }
+    /// Of a SQLite file's errors none is about a row.
+    [[nodiscard]] About about() const { return m_about; }
+
+private:
+    About m_about;
 };
 
 /// A connection of Qt's SQL module with a name that no other one has; closed and forgotten with this object.

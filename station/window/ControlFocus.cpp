@@ -138,8 +138,21 @@ void ControlFocus::followTab(const QObject *watched, const QEvent *event)
 bool ControlFocus::eventFilter(QObject *watched, QEvent *event)
 {
     followTab(watched, event);
+    followMoves(watched, *event);
     const Control *control = watched->isWidgetType() ? controlOf(watched) : nullptr;
     return control && takesEvent(*control, event);
+}
+
+/// A tool bar's parts move with what holds them.
+void ControlFocus::followMoves(const QObject *watched, const QEvent &event)
+{
+    if ((event.type() != QEvent::Resize && event.type() != QEvent::Move) || !m_ring->isVisible())
+        return;
+    const QWidget *focused = QApplication::focusWidget();
+    for (const QWidget *each = focused; each && each != m_window; each = each->parentWidget()) {
+        if (each == watched)
+            placeRing(focused);
+    }
 }
 
 bool ControlFocus::takesEvent(const Control &control, QEvent *event)
@@ -158,11 +171,6 @@ bool ControlFocus::takesEvent(const Control &control, QEvent *event)
         return false;
     case QEvent::KeyPress:
         return keyPressed(control, *static_cast<QKeyEvent *>(event));
-    case QEvent::Resize:
-    case QEvent::Move:
-        if (control.widget->hasFocus())
-            placeRing(control.widget);
-        return false;
     default:
         return false;
     }

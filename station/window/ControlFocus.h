@@ -42,6 +42,7 @@ private:
         bool takesKeys; ///< Return and Escape are its own business, and so is when it asks for the focus.
     };
     [[nodiscard]] const Control *controlOf(const QObject *widget) const;
+    void followMoves(const QObject *watched, const QEvent &event);
     [[nodiscard]] bool takesEvent(const Control &control, QEvent *event);
     [[nodiscard]] bool keyPressed(const Control &control, const QKeyEvent &event);
     [[nodiscard]] bool isWanted(const Control &control, Qt::FocusReason reason) const;

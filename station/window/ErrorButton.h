@@ -5,7 +5,8 @@
 namespace station {
 
 /// The errors that nobody has acknowledged yet, in one line: "3 errors · newest text". Empty while there are
-/// none. What does not fit is elided, and the tooltip shows it whole.
+/// none. The text is for the operator; the log has the line as it was logged. What does not fit is elided,
+/// and the tooltip shows it whole.
 ///
 /// Thread: the main thread.
 class ErrorButton : public QAbstractButton

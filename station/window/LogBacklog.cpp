@@ -1,6 +1,7 @@
 #include "station/window/LogBacklog.h"
 
 #include "station/window/LineBreaks.h"
+#include "station/window/OperatorText.h"
 
 #include <utility>
 
@@ -10,12 +11,15 @@ namespace {
 /// A whole dictionary in one line would make the pane's layout slow and tell nobody more.
 constexpr int MaximumLineLength = 1000;
 
+QString shortened(const QString &message)
+{
+    return message.size() > MaximumLineLength ? message.left(MaximumLineLength) + QChar(0x2026) : message;
+}
+
 /// One log line is one line of the pane, whatever it holds.
 QString oneLine(const QString &message)
 {
-    const QString text =
-        message.size() > MaximumLineLength ? message.left(MaximumLineLength) + QChar(0x2026) : message;
-    return withoutLineBreaks(text, QString(QChar(0x23ce)));
+    return withoutLineBreaks(shortened(message), QString(QChar(0x23ce)));
 }
 
 } // namespace
@@ -34,12 +38,13 @@ void LogBacklog::setOwners(Owners owners)
 bool LogBacklog::add(KVKLogLevel level, const QString &message)
 {
     LogLine line{level, QTime::currentTime(), oneLine(message), {}};
+    const QString error = level == KVKLogLevel::Error ? shortened(operatorText(message)) : QString();
     const std::scoped_lock lock(m_mutex);
     if (m_owners)
         line.systems = m_owners();
     if (level == KVKLogLevel::Error) {
         ++m_errors;
-        m_newestError = line.text;
+        m_newestError = error;
     }
     m_lines.push_back(std::move(line));
     if (std::ssize(m_lines) > m_mostKept) {

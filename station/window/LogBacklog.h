@@ -30,7 +30,7 @@ public:
         qsizetype leftOut = 0; ///< Lines before these that nobody could have seen.
         bool more = false;     ///< Whether lines remain.
         int errors = 0;        ///< How many have been logged since the last share.
-        QString newestError;
+        QString newestError;   ///< As the operator is told it.
     };
     [[nodiscard]] Share take();
     /// Forgets the errors that no share has told of.

@@ -36,12 +36,14 @@ void RunProgress::begin()
     if (std::any_of(m_finished.cbegin(), m_finished.cend(), hasFinished))
         m_passes = 0;
     m_done = 0;
+    m_stopped = 0;
     tell();
 }
 
-void RunProgress::setSystems(int done, int all)
+void RunProgress::setSystems(int done, int stopped, int all)
 {
     m_done = done;
+    m_stopped = stopped;
     m_all = all;
     tell();
 }
@@ -67,12 +69,24 @@ QString RunProgress::passText() const
 
 QString RunProgress::text() const
 {
+    return textWith(m_all == 1 ? QStringLiteral("system ") : QStringLiteral("systems "));
+}
+
+QString RunProgress::shownText() const
+{
+    const int room = width() - 2 * Margin;
+    if (fontMetrics().horizontalAdvance(text()) <= room)
+        return text();
+    return fontMetrics().elidedText(textWith({}), Qt::ElideRight, room);
+}
+
+QString RunProgress::textWith(const QString &noun) const
+{
     QStringList parts;
     if (m_all > 0)
-        parts.append(QStringLiteral("%1 of %2 %3 done")
-                         .arg(m_done)
-                         .arg(m_all)
-                         .arg(m_all == 1 ? QStringLiteral("system") : QStringLiteral("systems")));
+        parts.append(QStringLiteral("%1 of %2 %3done").arg(m_done).arg(m_all).arg(noun));
+    if (m_stopped > 0)
+        parts.append(QStringLiteral("%1 stopped").arg(m_stopped));
     if (const QString passes = passText(); !passes.isEmpty())
         parts.append(passes);
     return parts.join(QStringLiteral(" \u00b7 "));
@@ -119,7 +133,7 @@ void RunProgress::paintEvent(QPaintEvent *)
     painter.restore();
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(rect().adjusted(Margin, 0, -Margin, -static_cast<int>(BarHeight)), Qt::AlignCenter,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, width() - 2 * Margin));
+                     shownText());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawPath(outline);
 }

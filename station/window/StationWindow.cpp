@@ -43,11 +43,18 @@ constexpr QSize OpeningSize{1440, 900};
 /// What a window manager puts around a window is not known before it is shown.
 constexpr QSize FrameAllowance{8, 36};
 constexpr std::chrono::seconds MessageTime{10};
+const QString RunAgain = QStringLiteral("Run again");
 
 /// How much a pane beside the views gets of the room: what these leave, between its least and its wish.
 int besideViews(int room, int wantedByViews, int least, int wish)
 {
     return qBound(least, room - wantedByViews, wish);
+}
+
+int widthOfRunAgain(const QToolButton &button)
+{
+    constexpr int Around = 24;
+    return button.fontMetrics().horizontalAdvance(RunAgain) + button.iconSize().width() + Around;
 }
 
 QString aboutText(const QString &stationName)
@@ -124,6 +131,21 @@ void StationWindow::makeToolBar(const QString &stationName)
     m_progress = new RunProgress;
     bar->addWidget(m_progress);
     addToolBar(bar);
+}
+
+/// The name of the station gives way first, as far as there is room for what tells of the run; in a narrower
+/// window everything does, so that nothing goes out of sight.
+void StationWindow::shareToolBar()
+{
+    constexpr int Roomy = 1000;
+    constexpr int LeastButton = 92;
+    constexpr int ProgressOfAStop = 200;
+    const bool isRoomy = width() >= Roomy;
+    auto *button = qobject_cast<QToolButton *>(findChild<QToolBar *>()->widgetForAction(runAction()));
+    button->setMinimumWidth(isRoomy ? widthOfRunAgain(*button) : LeastButton);
+    const int status = m_status->fontMetrics().horizontalAdvance(QStringLiteral("Not all passed")) + 32;
+    m_status->setMinimumWidth(isRoomy ? status : 0);
+    m_progress->setMinimumWidth(isRoomy ? ProgressOfAStop : 0);
 }
 
 void StationWindow::connectMenus()
@@ -229,6 +251,7 @@ void StationWindow::shareRoom()
 void StationWindow::resizeEvent(QResizeEvent *event)
 {
     QMainWindow::resizeEvent(event);
+    shareToolBar();
     // The panes have their new sizes once the window's layout has been done.
     layout()->activate();
     shareRoom();
@@ -373,9 +396,9 @@ void StationWindow::setSystemAnswer(int systemIndex, const QString &answer)
     m_table->statusModel()->setAnswer(systemIndex, answer);
 }
 
-void StationWindow::setProgress(int done, int all)
+void StationWindow::setProgress(int done, int stopped, int all)
 {
-    m_progress->setSystems(done, all);
+    m_progress->setSystems(done, stopped, all);
 }
 
 void StationWindow::highlightSystem(quint64 systemIndex, bool highlighted)
@@ -440,7 +463,7 @@ void StationWindow::showActions()
 {
     runAction()->setEnabled(!m_running);
     stopAction()->setEnabled(m_running && !m_stopping);
-    const QString run = m_hasRun ? QStringLiteral("Run again") : QStringLiteral("Run");
+    const QString run = m_hasRun ? RunAgain : QStringLiteral("Run");
     runAction()->setText(run);
     WindowMenus::describe(runAction(), run);
 }

@@ -72,8 +72,8 @@ public:
     /// The scripts that run for a system, and the last answer that its sequences were given.
     void setSystemSequence(int systemIndex, const QString &scripts);
     void setSystemAnswer(int systemIndex, const QString &answer);
-    /// How many systems are done, of how many that the run is for.
-    void setProgress(int done, int all);
+    /// How many systems are done and how many were stopped, of how many that the run is for.
+    void setProgress(int done, int stopped, int all);
     /// Frames a system's row, or takes one frame back; a row stays framed until all are taken back. An
     /// unknown index is ignored.
     void highlightSystem(quint64 systemIndex, bool highlighted);
@@ -120,6 +120,7 @@ private:
     void chooseFocusControls();
     void followPlugins();
     void shareRoom();
+    void shareToolBar();
     void open();
     void remember() const;
     void showTheme();

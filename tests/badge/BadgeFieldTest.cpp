@@ -18,11 +18,7 @@ protected:
     BadgeFieldTest()
     {
         window.setCentralWidget(other);
-        field->setParent(&window);
-        QObject::connect(field, &BadgeField::badgeChanged, field,
-                         [this](const QString &badge) { badges += badge; });
-        QObject::connect(field, &BadgeField::refused, field,
-                         [this](const QString &text, const QString &) { refused += text; });
+        field = make("[0-9]+");
         window.show();
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -41,9 +37,28 @@ protected:
         }
     }
 
+    void haveForm(const QString &pattern)
+    {
+        delete field;
+        field = make(pattern);
+        field->takeFocus();
+    }
+    BadgeField *make(const QString &pattern)
+    {
+        auto *made = new BadgeField({true, pattern}, &window);
+        QObject::connect(made, &BadgeField::badgeChanged, made,
+                         [this](const QString &badge) { badges += badge; });
+        QObject::connect(made, &BadgeField::kept, made, [this](const QString &badge) { kept += badge; });
+        QObject::connect(made, &BadgeField::refused, made,
+                         [this](const QString &text, const QString &) { refused += text; });
+        made->show();
+        return made;
+    }
+
     QMainWindow window;
     QPushButton *other = new QPushButton;
-    BadgeField *field = new BadgeField({true, "[0-9]+"});
+    BadgeField *field = nullptr;
+    QStringList kept;
     QStringList badges;
     QStringList refused;
 };
@@ -107,6 +122,48 @@ TEST_F(BadgeFieldTest, TakesNoKeysWhileARunIsUnderWayAndTheFocusBehindIt)
     EXPECT_TRUE(edit()->hasFocus());
     type("2\n");
     EXPECT_EQ(field->badge(), "2");
+}
+
+TEST_F(BadgeFieldTest, WithoutAFormAnotherTextIsABadgeOnlyWhenItIsScannedTwice)
+{
+    haveForm({});
+    type("anna\n");
+    EXPECT_EQ(field->badge(), "anna") << "nobody is logged in";
+    type("SN1\n");
+    EXPECT_EQ(field->badge(), "anna");
+    EXPECT_EQ(edit()->text(), "SN1");
+    EXPECT_EQ(edit()->palette().color(QPalette::Base), QColor(0xff, 0xcc, 0x00));
+    EXPECT_EQ(refused, QStringList{"SN1"});
+    ASSERT_TRUE(field->whyNoRun());
+    EXPECT_EQ(*field->whyNoRun(), "SN1 is not the operator yet; scan it once more, or anna to stay");
+    field->takeFocus();
+    type("SN1\n");
+    EXPECT_EQ(field->badge(), "SN1");
+    EXPECT_FALSE(field->whyNoRun());
+    EXPECT_NE(edit()->palette().color(QPalette::Base), QColor(0xff, 0xcc, 0x00));
+    EXPECT_EQ(badges, (QStringList{"anna", "SN1"}));
+}
+
+TEST_F(BadgeFieldTest, WithoutAFormTheBadgeItselfOrEscapeGivesUpWhatWasScannedBetween)
+{
+    haveForm({});
+    type("anna\n");
+    type("SN1\n");
+    type("anna\n");
+    EXPECT_FALSE(field->whyNoRun());
+    EXPECT_EQ(kept, QStringList{"anna"});
+    type("SN1\n");
+    EXPECT_EQ(field->badge(), "anna") << "the two were not one after the other";
+    type("SN2\n");
+    EXPECT_EQ(field->badge(), "anna");
+    QTest::keyClick(window.windowHandle(), Qt::Key_Escape);
+    EXPECT_EQ(edit()->text(), "anna");
+    EXPECT_FALSE(field->whyNoRun());
+    type("SN2\n");
+    EXPECT_EQ(field->badge(), "anna") << "given up";
+    QTest::mouseClick(logOut(), Qt::LeftButton);
+    type("bert\n");
+    EXPECT_EQ(field->badge(), "bert") << "nobody was logged in";
 }
 
 TEST_F(BadgeFieldTest, LogOutForgetsTheBadge)

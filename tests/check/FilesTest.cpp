@@ -58,6 +58,57 @@ TEST_F(Files, ABrokenOneDoesNotHideTheOthers)
                            "wrong.lua:1:1: 'lg' is not defined; did you mean 'log'?"}));
 }
 
+TEST_F(Files, AConfigurationTellsAllThatIsRefusedAboutThePerson)
+{
+    const QString config = files.write("station.toml", "[station]\n"
+                                                       "groups = [\"G1\"]\n"
+                                                       "slots = [\"S1\"]\n"
+                                                       "system_groups = [\"G1\"]\n"
+                                                       "sounds = 1\n"
+                                                       "volume = 101\n"
+                                                       "ask_operator = \"yes\"\n"
+                                                       "badge_pattern = \"(\"\n"
+                                                       "images = [\n"
+                                                       "  \"nowhere\",\n"
+                                                       "  \"elsewhere\"]\n"
+                                                       "[scanner]\n"
+                                                       "prefx = \"a\"\n"
+                                                       "prefix = \"\\t\"\n"
+                                                       "suffix = 3\n"
+                                                       "terminator = [\"return\",\n"
+                                                       "  \"rtn\",\n"
+                                                       "  \"esc\"]\n"
+                                                       "[results]\n"
+                                                       "databas = \"x\"\n"
+                                                       "database = \"x\"\n"
+                                                       "[operator]\n");
+    static_cast<void>(files.write("sequence.lua", "return true"));
+    const QStringList lines = linesOf({config});
+    QStringList places;
+    for (const QString &line : lines)
+        places.append(line.section(QLatin1Char(' '), 0, 2));
+    QStringList expected;
+    for (const auto &[line, key] :
+         std::initializer_list<std::pair<int, const char *>>{{1, "sequence"},
+                                                             {2, "station.groups"},
+                                                             {5, "station.sounds"},
+                                                             {6, "station.volume"},
+                                                             {7, "station.ask_operator"},
+                                                             {8, "station.badge_pattern"},
+                                                             {10, "station.images"},
+                                                             {11, "station.images"},
+                                                             {13, "scanner.prefx"},
+                                                             {14, "scanner.prefix"},
+                                                             {15, "scanner.suffix"},
+                                                             {17, "scanner.terminator"},
+                                                             {18, "scanner.terminator"},
+                                                             {20, "results.databas"},
+                                                             {21, "results.database"},
+                                                             {22, "operator"}})
+        expected.append(QStringLiteral("station.toml:%1: key '%2':").arg(line).arg(QLatin1String(key)));
+    EXPECT_EQ(places, expected) << lines.join('\n').toStdString();
+}
+
 TEST_F(Files, AConfigurationTellsAllThatIsRefused)
 {
     const QString config = files.write("station.toml", "[station]\n"

@@ -255,6 +255,19 @@ INSTANTIATE_TEST_SUITE_P(
         WrongSequence{"NamesAGroupBeyondTheStation", "showGroupView(3, {})", "erred", "3"}),
     [](const auto &testCase) { return std::string(testCase.param.name); });
 
+TEST(OperatorFailure, TheCallsThatLedToItStandAsOneEntryInTheLog)
+{
+    StationRun station;
+    station.perSystem("return true")
+        .operatorDoes("local function look()\n  expect(false, 'the lamp is off')\nend\nlook()")
+        .run();
+    EXPECT_EQ(station.status(), 1);
+    const qsizetype why = station.log().indexOf(": the lamp is off\n    stack traceback:");
+    EXPECT_GT(why, 0) << station.log().toStdString();
+    EXPECT_GT(station.log().indexOf("in local 'look'", why), 0);
+    EXPECT_GT(station.log().lastIndexOf(" error ", why), station.log().lastIndexOf('\n', why));
+}
+
 TEST(SequenceFailure, TheCallsThatLedToItStandInTheResultsAndAsOneEntryInTheLog)
 {
     StationRun station;

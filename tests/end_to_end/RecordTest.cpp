@@ -302,6 +302,53 @@ TEST(Record, EndsWithStopWhenTheStationIsEndedFromOutside)
         << contentOf(path).toStdString();
 }
 
+TEST(Record, APastedTextThatWasRefusedIsRefusedAgain)
+{
+    const Recorded run = replayed(oneSystem("return showView(systemIndex, { input = { 'SN' } }) ~= nil"),
+                                  "operator.waitForPanel('0', 20)\n"
+                                  "operator.paste('0-SN', 'a\\1\\nb') operator.enter('0-SN')\n"
+                                  "operator.scan('4711')\n"
+                                  "operator.click{panel='0', title='OK'}\n");
+    EXPECT_TRUE(run.script.contains(R"(operator.paste("0-SN", "a\001\nb"))")) << run.script.toStdString();
+}
+
+TEST(Record, WhoWorkedInWhichRunIsReplayedWithoutABadgeInTheFile)
+{
+    const Furnish station = [](StationRun &run) {
+        run.file("ask.lua", "return showView(systemIndex, { button = { 'No', 'Yes' } }) == operatorBadge");
+        run.config("[station]\ngroups = ['G1']\nslots = ['S1']\nask_operator = true\n"
+                   "[scanner]\nprefix = '#'\n[[sequence]]\nscript = 'ask.lua'\n");
+        for (const char *badge : {"Anna-1", "Bert-2"})
+            run.argument("--badge").argument(badge);
+    };
+    const QString answer = "operator.waitForPanel('0', 20) operator.click{panel='0', title='Yes'}\n"
+                           "operator.waitForRunEnd(20)\n";
+    const Recorded run = replayed(station,
+                                  answer + "operator.logIn(2) operator.run()\n" + answer +
+                                      "operator.logIn(1) operator.logIn(2) operator.run()\n" + answer +
+                                      "operator.logIn(1) operator.run()\n" + answer,
+                                  1);
+    EXPECT_EQ(QString(deeds(run.script).c_str()).count("logIn"), 2) << run.script.toStdString();
+    EXPECT_FALSE(run.script.contains("Anna-1") || run.script.contains("Bert-2"));
+    QStringList operators;
+    for (const QString &line : QString::fromStdString(run.results).split('\n')) {
+        const QJsonObject result = QJsonDocument::fromJson(line.toUtf8()).object();
+        if (result.contains("station"))
+            operators.append(result.value("operator").toString());
+    }
+    EXPECT_EQ(operators, (QStringList{"Anna-1", "Anna-1", "Bert-2", "Bert-2"})) << "sorted, of four runs";
+}
+
+TEST(Record, ABadgeThatTheReplayIsNotGivenIsNamed)
+{
+    StationRun run;
+    run.perSystem("return true").operatorDoes("operator.waitForRunEnd(20) operator.logIn(2)").run();
+    EXPECT_EQ(run.status(), 1);
+    EXPECT_EQ(run.errorLine(),
+              "station: operator: operator.lua:1: there is no badge 2: the station was started "
+              "with 0 (--badge TEXT)");
+}
+
 TEST(Record, QuotesWhatWasScannedSafely)
 {
     const QString entry = QStringLiteral("\\\\\\\"'\\u{1D}]] --\\u{1F600}\\u{202E}");

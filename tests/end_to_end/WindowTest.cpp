@@ -35,6 +35,44 @@ TEST_F(Window, EveryOpenPanelCanBeAnsweredWhileItIsAsSmallAsItGets)
     station.passes();
 }
 
+TEST_F(Window, TwelveSlotsInTwoColumnsStandWholeOnASmallScreen)
+{
+    QStringList names;
+    for (int slot = 1; slot <= 12; ++slot)
+        names.append(QStringLiteral("S%1").arg(slot));
+    station.groups({"G1"}).slotNames(names).perGroup(R"(
+        local slots = {}
+        for slot = 1, 12 do slots[slot] = "S" .. slot end
+        return showGroupView(0, { input = slots, column = 2 }) ~= nil
+    )");
+    station.operatorDoes(R"(
+        operator.waitForPanel("G1", 30)
+        operator.resize(1024, 768)
+        local seen = {}
+        local root = operator.tree()
+        local function look(view, x, y)
+            local name = view.class == "Button" and view.text or view.identifier
+            local left, low = x + view.frame.x, y + view.frame.y
+            seen[name or ""] = { left, low, left + view.frame.width, low + view.frame.height }
+            for _, child in ipairs(view.children) do look(child, left, low) end
+        end
+        look(root, -root.frame.x, -root.frame.y)
+        -- Scrollers stand at the right and below; what is cut off can still be read and pressed.
+        local width, height, scroller, cut = root.frame.width, root.frame.height, 12, 6
+        local function isInSight(name)
+            local place = seen[name]
+            expect(place, name .. " is there")
+            expect(place[1] >= 0 and place[3] <= width - scroller and place[2] >= scroller - cut
+                and place[4] <= height, name .. " is in sight: " .. table.concat(place, " "))
+        end
+        for slot = 1, 12 do isInSight("G1-S" .. slot) end
+        for _, name in ipairs({ "G1-SharedInput", "Cancel", "Clear", "OK" }) do isInSight(name) end
+        for slot = 1, 12 do operator.scan("n" .. slot) end
+        operator.click({ panel = "G1", title = "OK" })
+    )");
+    station.passes();
+}
+
 TEST_F(Window, PanelsOfDifferentColumnsCoverNothingOfOneAnother)
 {
     station.groups({"G1", "G2", "G3"}).slotNames(FourSlots).perGroup(R"(

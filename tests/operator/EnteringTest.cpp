@@ -52,6 +52,28 @@ private:
 
 } // namespace
 
+TEST_F(Entering, PastesATextInOnePieceAndLeavesTheEntryBegun)
+{
+    QList<platform::RefusedEntry> refused;
+    first->setRefusalHandler(
+        [&refused](TextField *, const platform::RefusedEntry &entry) { refused.append(entry); });
+    first->setStringValue("old");
+    runs("operator.paste('first', 'new')");
+    EXPECT_EQ(first->stringValue(), "new");
+    EXPECT_TRUE(first->hasBegunEntry());
+    EXPECT_EQ(entered, QStringList());
+    runs("operator.paste('first', 'a\\nb\\1c') operator.enter('first')");
+    ASSERT_EQ(refused.size(), 1);
+    EXPECT_EQ(refused.at(0).text, QString("a") + QChar(0x240a) + "b" + QChar(0x2401) + "c");
+    EXPECT_EQ(entered, QStringList());
+}
+
+TEST_F(Entering, LogsNobodyInWhereNoBadgeIsAskedFor)
+{
+    EXPECT_EQ(fails("operator.logIn(1)"),
+              "operator.lua:1: there is no badge 1: the station was started with 0 (--badge TEXT)");
+}
+
 TEST_F(Entering, PutsATextIntoAFieldThatHasNotTheFocusAndEndsTheEntry)
 {
     second->becomeFirstResponder();

@@ -56,8 +56,8 @@ station::OperatorScript &OperatorFixture::start(const QString &script)
     m_outcome.reset();
     m_script = std::make_unique<station::OperatorScript>(
         file.fileName(), station::OperatorStage{&window, root, &context, {}, &runAction, &stopAction},
-        [this](bool ok, const QString &message) {
-            m_outcome = Outcome{ok, message};
+        [this](const station::OperatorScript::End &end) {
+            m_outcome = Outcome{end.ok, end.message, end.traceback};
         });
     m_script->start();
     return *m_script;

@@ -41,6 +41,7 @@ protected:
     {
         bool ok = false;
         QString message;
+        QString traceback = {};
     };
 
     OperatorFixture();

@@ -38,6 +38,13 @@ TEST_F(Script, ErrorHasFileAndLine)
     EXPECT_EQ(fails("\n\nerror('nothing works')"), "operator.lua:3: nothing works");
 }
 
+TEST_F(Script, ErrorTellsTheCallsThatLedToIt)
+{
+    EXPECT_EQ(run("local function look()\n  expect(false, 'dark')\nend\nlook()").traceback,
+              "stack traceback:\n\t[C]: in function 'expect'\n\toperator.lua:2: in local 'look'\n"
+              "\toperator.lua:4: in main chunk");
+}
+
 TEST_F(Script, SyntaxErrorHasFileAndLine)
 {
     EXPECT_EQ(fails("\nlocal = 3"), "operator.lua:2: <name> expected near '='");
@@ -93,8 +100,8 @@ TEST_F(Script, ThatIsNotThereFailsWithItsPath)
 {
     std::optional<Outcome> result;
     station::OperatorScript script(path("none.lua"), station::OperatorStage{&window, root, &context},
-                                   [&](bool ok, const QString &message) {
-                                       result = Outcome{ok, message};
+                                   [&](const station::OperatorScript::End &end) {
+                                       result = Outcome{end.ok, end.message};
                                    });
     script.start();
     ASSERT_TRUE(testsupport::waitUntil([&] { return result.has_value(); }));
@@ -108,7 +115,8 @@ TEST_F(Script, HasTheFunctionsOfTheOperatorAndNoOthers)
          "for name in pairs(operator) do names[#names + 1] = name end\n"
          "table.sort(names)\n"
          "local got = table.concat(names, ' ')\n"
-         "assert(got == 'click enter fill log property resize run scan screenshot sleep stop tree type '\n"
+         "assert(got == 'click enter fill log logIn paste property resize run scan screenshot sleep stop "
+         "tree type '\n"
          "    .. 'waitForPanel waitForPanelGone waitForRunEnd waitForText', got)");
 }
 
@@ -178,7 +186,7 @@ TEST_F(Script, DestructionEndsItWithoutACall)
     {
         write("endless.lua", (sign() + "operator.sleep(3600)").toUtf8());
         station::OperatorScript script(path("endless.lua"), station::OperatorStage{&window, root, &context},
-                                       [&](bool, const QString &) { called = true; });
+                                       [&](const station::OperatorScript::End &) { called = true; });
         script.start();
         ASSERT_TRUE(begun());
     }
@@ -193,11 +201,12 @@ TEST_F(Script, MayBeLetGoOfByItsOwnCallback)
     write("short.lua", "operator.sleep(0)");
     std::unique_ptr<station::OperatorScript> script;
     int calls = 0;
-    script = std::make_unique<station::OperatorScript>(
-        path("short.lua"), station::OperatorStage{&window, root, &context}, [&](bool ok, const QString &) {
-            calls += ok ? 1 : 0;
-            script.reset();
-        });
+    script = std::make_unique<station::OperatorScript>(path("short.lua"),
+                                                       station::OperatorStage{&window, root, &context},
+                                                       [&](const station::OperatorScript::End &end) {
+                                                           calls += end.ok ? 1 : 0;
+                                                           script.reset();
+                                                       });
     script->start();
     ASSERT_TRUE(testsupport::waitUntil([&] { return script == nullptr; }));
     EXPECT_EQ(calls, 1);

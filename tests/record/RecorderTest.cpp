@@ -4,8 +4,11 @@
 #include "tests/support/Wait.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QListView>
+#include <QRegularExpression>
 #include <QTest>
 
 using platform::Button;
@@ -228,6 +231,38 @@ TEST_F(Recording, WaitsForWhatAPanelHasComeToSay)
     EXPECT_EQ(said(), script({Wait, R"(operator.enter("G1-S1", "bad"))",
                               R"(operator.waitForText("G1-StatusLine", "\"bad\" is refused", limit))",
                               R"(operator.enter("G1-S1", "good"))"}));
+}
+
+TEST_F(Recording, OfARefusedTextThatWasPastedHasItInOnePiece)
+{
+    QGuiApplication::clipboard()->setText("AB\x01\nCD");
+    keys("x");
+    key(Qt::Key_V, Qt::ControlModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(said(),
+              script({Wait, R"(operator.paste("G1-S1", "xAB\001\nCD"))", R"(operator.enter("G1-S1"))"}));
+    EXPECT_EQ(entered, QStringList()) << "it was refused";
+    QGuiApplication::clipboard()->setText("EF");
+    key(Qt::Key_V, Qt::ControlModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(said(), script({R"(operator.enter("G1-S1", "EF"))"})) << "what is taken is an entry like any";
+}
+
+TEST_F(Recording, OfABadgeHasTheNumberOfThePersonAndNotTheBadge)
+{
+    const auto runs = [this](const QString &badge) {
+        recorder.runEnds();
+        lines.clear();
+        recorder.runBegins(badge);
+        lines.removeFirst(); // A wait for the end of the run before.
+        return lines.filter(QRegularExpression("^operator|adge")).join('\n').toStdString();
+    };
+    EXPECT_EQ(runs("anna"),
+              script({"-- Badge 1 is not written here: the first --badge gives it.", "operator.run()"}));
+    EXPECT_EQ(runs("anna"), "operator.run()");
+    EXPECT_EQ(runs("bert"), script({"operator.logIn(2)", "operator.run()"}));
+    EXPECT_EQ(runs("carl"), script({"operator.logIn(3)", "operator.run()"}));
+    EXPECT_EQ(runs("anna"), script({"operator.logIn(1)", "operator.run()"}));
 }
 
 TEST_F(Recording, OfAButtonThatNothingNamesSaysSoInAComment)

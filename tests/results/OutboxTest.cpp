@@ -72,6 +72,49 @@ TEST(OutboxTest, KeepsItsIdentityAndItsNumbersThoughAllLettersAreGone)
     EXPECT_NE(Outbox(files.path("other.sqlite")).stationId(), id);
 }
 
+TEST(OutboxTest, ARefusedLetterIsOutOfTheWayAndComesBackToItsPlace)
+{
+    const testsupport::StationFiles files;
+    Outbox outbox(files.path("o.sqlite"));
+    for (int i = 1; i <= 3; ++i)
+        outbox.add(call(i));
+    const qint64 second = outbox.oldest(3).at(1).number;
+    outbox.refuse(second, "the server's words");
+    ASSERT_EQ(outbox.oldest(3).size(), 2);
+    EXPECT_EQ(outbox.oldest(3).at(1).rows, call(3));
+    EXPECT_EQ(outbox.count().letters, 2);
+    EXPECT_EQ(testsupport::rowsOfFile(files.path("o.sqlite"),
+                                      "SELECT number, why, refused LIKE '20%Z' FROM refused"),
+              QStringList{QString::number(second) + "|the server's words|1"});
+    outbox.add(call(4));
+    EXPECT_EQ(outbox.retryRefused(), 1);
+    EXPECT_EQ(outbox.retryRefused(), 0);
+    const QList<Outbox::Letter> all = outbox.oldest(10);
+    ASSERT_EQ(all.size(), 4);
+    for (int i = 1; i <= 4; ++i)
+        EXPECT_EQ(all.at(i - 1).rows, call(i));
+    EXPECT_TRUE(all.at(1).isAnswer);
+}
+
+TEST(OutboxTest, OneOfTheFirstVersionIsTakenOverWithWhatWaitsInIt)
+{
+    const testsupport::StationFiles files;
+    testsupport::runOnFile(files.path("o.sqlite"),
+                           {"CREATE TABLE identity (station_id TEXT NOT NULL)",
+                            "CREATE TABLE letters (number INTEGER PRIMARY KEY AUTOINCREMENT,"
+                            " answers INTEGER NOT NULL, rows TEXT NOT NULL)",
+                            "INSERT INTO identity VALUES ('me')",
+                            "INSERT INTO letters (answers, rows) VALUES (0, '[{\"kind\":\"run\"}]')",
+                            "PRAGMA application_id = 1263948367", "PRAGMA user_version = 1"});
+    {
+        Outbox outbox(files.path("o.sqlite"));
+        EXPECT_EQ(outbox.stationId(), "me");
+        EXPECT_EQ(outbox.count().letters, 1);
+        outbox.refuse(outbox.oldest(1).at(0).number, "why");
+    }
+    EXPECT_EQ(Outbox(files.path("o.sqlite")).retryRefused(), 1);
+}
+
 TEST(OutboxTest, AFileOfResultsIsNone)
 {
     const testsupport::StationFiles files;
@@ -130,6 +173,36 @@ TEST(OutboxStateTest, TellsWhatWaitsFromAFailureOnUntilAllIsSent)
                                  "2 answers wait for the results server|away",
                                  "1 answer waits for the results server|",
                                  "Results wait for the results server|", "|"}));
+}
+
+TEST(OutboxStateTest, TellsWhatWasRefusedForAsLongAsTheStationRuns)
+{
+    OutboxState state;
+    QString told;
+    QString trouble;
+    state.setListener([&](const QString &text, const QString &why) {
+        told = text;
+        trouble = why;
+    });
+    state.added(true);
+    state.added(false);
+    state.refused(false, "no sequence");
+    EXPECT_EQ(told, "Results were refused by the results server");
+    EXPECT_EQ(trouble, "no sequence");
+    state.refused(true, "no such value");
+    EXPECT_FALSE(state.caughtUp());
+    EXPECT_EQ(told, "1 answer was refused by the results server");
+    EXPECT_EQ(trouble, "no such value");
+    EXPECT_EQ(state.waiting(), "");
+    EXPECT_EQ(state.refusals(), told);
+    state.added(true);
+    state.failed("away");
+    EXPECT_EQ(told, QStringLiteral("1 answer waits for the results server · 1 answer was refused by the "
+                                   "results server"));
+    EXPECT_EQ(trouble, "away");
+    state.sent(1, 1);
+    state.caughtUp();
+    EXPECT_EQ(trouble, "no such value");
 }
 
 TEST(OutboxStateTest, WhatIsFoundAtTheStartIsToldUntilItIsSent)

@@ -4,6 +4,7 @@
 #include "tests/results/PostgresServer.h"
 #include "tests/results/Tables.h"
 #include "tests/station/StationFiles.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 
 #include <QFile>
@@ -152,6 +153,132 @@ TEST_F(PostgresTest, ALetterThatArrivedThoughNobodyHeardOfItIsThereOnce)
     ASSERT_TRUE(allSent(*sink));
     EXPECT_EQ(m_server.rows("SELECT call, value FROM answers ORDER BY call"), (QStringList{"1|A1", "2|A2"}));
     EXPECT_EQ(m_server.rows("SELECT count(*) FROM runs"), QStringList{"1"});
+}
+
+TEST_F(PostgresTest, ARowThatIsRefusedForGoodIsSetApartAndHoldsUpNobody)
+{
+    const struct
+    {
+        const char *how;
+        QStringList make;
+        QStringList mend;
+        const char *words;
+    } cases[] = {
+        {"a constraint",
+         {"ALTER TABLE answers ADD CONSTRAINT known CHECK (value <> 'bad')"},
+         {"ALTER TABLE answers DROP CONSTRAINT known"},
+         "violates check constraint \"known\""},
+        {"a type that is too small",
+         {"ALTER TABLE answers ALTER COLUMN value TYPE VARCHAR(2)"},
+         {"ALTER TABLE answers ALTER COLUMN value TYPE TEXT"},
+         "value too long for type character varying(2)"},
+        {"a trigger at the commit",
+         {"CREATE FUNCTION no() RETURNS trigger AS 'BEGIN IF NEW.value = ''bad'' THEN RAISE ''not this one'';"
+          " END IF; RETURN NEW; END' LANGUAGE plpgsql",
+          "CREATE CONSTRAINT TRIGGER no AFTER INSERT ON answers DEFERRABLE INITIALLY DEFERRED"
+          " FOR EACH ROW EXECUTE FUNCTION no()"},
+         {"DROP TRIGGER no ON answers"},
+         "not this one"}};
+    m_server.start();
+    testsupport::expectErrors();
+    static_cast<void>(station::ResultsServer{ServerAddress(m_server.address())});
+    for (const auto &[how, make, mend, words] : cases) {
+        SCOPED_TRACE(how);
+        m_server.run({"TRUNCATE runs, sequences, calls, answers"});
+        m_server.run(make);
+        testing::internal::CaptureStdout();
+        {
+            const auto sink = results();
+            beginRun(*sink, "r");
+            for (int number = 1; number <= 5; ++number)
+                answer(*sink, "r", number, number == 3 ? "bad" : "A" + QString::number(number));
+            sink->write(station::SequenceDone{"r", ofSystem, {}, m_time});
+            ASSERT_TRUE(allSent(*sink));
+            EXPECT_EQ(sink->state().refusals(), "1 answer was refused by the results server");
+            EXPECT_FALSE(sink->hasFailed());
+        }
+        EXPECT_EQ(m_server.rows("SELECT value FROM answers ORDER BY call"),
+                  (QStringList{"A1", "A2", "A4", "A5"}));
+        EXPECT_EQ(m_server.rows("SELECT count(*) FROM calls"), QStringList{"4"})
+            << "an answer is whole or not";
+        EXPECT_EQ(m_server.rows("SELECT outcome FROM sequences"), QStringList{"passed"});
+        const QStringList refused = testsupport::rowsOfFile(outbox(), "SELECT why FROM refused");
+        ASSERT_EQ(refused.size(), 1);
+        EXPECT_TRUE(refused.at(0).contains(words)) << refused.at(0).toStdString();
+        EXPECT_THAT(testing::internal::GetCapturedStdout(),
+                    testing::AllOf(testing::StartsWith("1 answer was refused by the results server"),
+                                   testing::HasSubstr(outbox().toStdString())));
+        m_server.run(mend);
+        {
+            const auto sink = results();
+            ASSERT_TRUE(allSent(*sink));
+            EXPECT_EQ(sink->state().refusals(), "");
+        }
+        EXPECT_EQ(m_server.rows("SELECT value FROM answers ORDER BY call"),
+                  (QStringList{"A1", "A2", "bad", "A4", "A5"}));
+        EXPECT_EQ(testsupport::rowsOfFile(outbox(), "SELECT count(*) FROM refused"), QStringList{"0"});
+    }
+}
+
+TEST_F(PostgresTest, ARightThatIsMissingSetsApartWhatNeedsItAndIsSaidOnce)
+{
+    m_server.start();
+    static_cast<void>(station::ResultsServer{ServerAddress(m_server.address())});
+    m_server.run(
+        {"CREATE ROLE clerk LOGIN",
+         "GRANT SELECT, INSERT, UPDATE ON runs, sequences, calls, answers, results_schema TO clerk"});
+    testsupport::expectError("refuses a result, which is set apart in " + outbox() +
+                             ": ERROR: permission denied for table refusals");
+    testing::internal::CaptureStdout();
+    QString told;
+    {
+        PostgresResults sink(ServerAddress(m_server.address().replace("tester@", "clerk@")), outbox(),
+                             eager());
+        beginRun(sink, "r");
+        for (int number = 1; number <= 3; ++number)
+            sink.write(station::EntryRefused{"r", {"length", "x", "S4", 3, "G1"}, number, "B7", m_time});
+        answer(sink, "r", 1, "A1");
+        ASSERT_TRUE(allSent(sink));
+        sink.state().setListener(
+            [&told](const QString &text, const QString &why) { told = text + "|" + why; });
+        sink.state().setListener({});
+    }
+    static_cast<void>(testing::internal::GetCapturedStdout());
+    EXPECT_TRUE(told.startsWith("Results were refused by the results server|ERROR: permission denied"))
+        << told.toStdString();
+    EXPECT_EQ(m_server.rows("SELECT value FROM answers"), QStringList{"A1"});
+    EXPECT_EQ(testsupport::rowsOfFile(outbox(), "SELECT count(*) FROM refused"), QStringList{"3"});
+    m_server.run({"GRANT ALL ON refusals TO clerk"});
+    {
+        PostgresResults sink(ServerAddress(m_server.address().replace("tester@", "clerk@")), outbox(),
+                             eager());
+        ASSERT_TRUE(allSent(sink));
+    }
+    EXPECT_EQ(m_server.rows("SELECT refusal FROM refusals ORDER BY refusal"), (QStringList{"1", "2", "3"}));
+}
+
+TEST_F(PostgresTest, TheEndOfASequenceThatIsRefusedGoesWithIt)
+{
+    m_server.start();
+    testsupport::expectErrors();
+    static_cast<void>(station::ResultsServer{ServerAddress(m_server.address())});
+    m_server.run({"ALTER TABLE sequences ADD CONSTRAINT no CHECK (script <> 'ask.lua')"});
+    testing::internal::CaptureStdout();
+    {
+        const auto sink = results();
+        beginRun(*sink, "r");
+        answer(*sink, "r", 1, "A1");
+        sink->write(station::SequenceDone{"r", ofSystem, {}, m_time});
+        ASSERT_TRUE(allSent(*sink));
+    }
+    static_cast<void>(testing::internal::GetCapturedStdout());
+    EXPECT_EQ(m_server.rows("SELECT value FROM answers"), QStringList{"A1"});
+    m_server.run({"ALTER TABLE sequences DROP CONSTRAINT no"});
+    {
+        const auto sink = results();
+        ASSERT_TRUE(allSent(*sink));
+    }
+    EXPECT_EQ(m_server.rows("SELECT script, outcome FROM sequences"), QStringList{"ask.lua|passed"});
 }
 
 TEST_F(PostgresTest, FortyStationsThatStartAtOnceMakeTheTablesOnce)

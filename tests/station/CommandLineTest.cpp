@@ -187,8 +187,9 @@ TEST_F(CommandLineTest, HelpIsGivenHoweverIncompleteTheRest)
 
 TEST_F(CommandLineTest, ABadgeIsATextThatIsNotEmpty)
 {
-    EXPECT_EQ(readBesideConfig({}).badge, "");
-    EXPECT_EQ(readBesideConfig({"--badge", "B 4711"}).badge, "B 4711");
+    EXPECT_EQ(readBesideConfig({}).badges, QStringList());
+    EXPECT_EQ(readBesideConfig({"--badge", "B 4711"}).badges, QStringList{"B 4711"});
+    EXPECT_EQ(readBesideConfig({"--badge", "A", "--badge", "B"}).badges, (QStringList{"A", "B"}));
     EXPECT_EQ(refusalBesideConfig({"--badge", ""}), "--badge: is empty");
 }
 

@@ -19,7 +19,7 @@ class RunKeysTest : public ::testing::Test
 protected:
     RunKeysTest()
     {
-        m_files.write("sequence.lua", "return true");
+        sequence("return true");
         station::CommandLine line;
         line.config = m_files.write("station.toml", R"([station]
 name = "Keys"
@@ -41,6 +41,7 @@ script = "sequence.lua"
         EXPECT_TRUE(waitUntil([this] { return window->isActiveWindow(); }));
     }
 
+    void sequence(const QByteArray &lua) const { static_cast<void>(m_files.write("sequence.lua", lua)); }
     void pressRun() const { QTest::keyClick(window->windowHandle(), Qt::Key_F5); }
     void pressStop() const { QTest::keyClick(window->windowHandle(), Qt::Key_F5, Qt::ShiftModifier); }
     /// Calls it once, in the midst of the report of the run's last sequence.
@@ -107,6 +108,22 @@ TEST_F(RunKeysTest, StopBetweenTheLastSequencesEndAndTheRunsEndTakesNothingBack)
     expectRuns(1);
     pressRun();
     expectRuns(2);
+}
+
+TEST_F(RunKeysTest, ARunThatWasStoppedSaysSoAndCountsWhatWasStoppedForItself)
+{
+    sequence("if systemIndex == 1 then while true do sleep(1) end end return true");
+    pressRun();
+    ASSERT_TRUE(waitUntil([this] { return window->progress()->value() == 1; }));
+    EXPECT_EQ(window->progress()->text(), "1 of 2 systems done");
+    pressStop();
+    ASSERT_TRUE(waitUntil([this] { return !window->isRunning(); }));
+    EXPECT_EQ(window->status(), "Run stopped");
+    EXPECT_EQ(window->progress()->text(), QStringLiteral("1 of 2 systems done · 1 stopped"));
+    sequence("return systemIndex == 0");
+    pressRun();
+    ASSERT_TRUE(waitUntil([this] { return window->status() == "Not all passed"; }));
+    EXPECT_EQ(window->progress()->text(), "2 of 2 systems done");
 }
 
 TEST_F(RunKeysTest, RunRightBehindTheRunsEndRunsOnceMore)

@@ -51,14 +51,29 @@ TEST(RunStates, ASystemRunsUntilTheLastOfItsSequencesHasEnded)
 TEST(RunStates, ASystemIsDoneWithTheLastOfItsSequences)
 {
     using Progress = RunStates::Progress;
-    EXPECT_EQ(RunStates().progress(), (Progress{0, 0}));
+    EXPECT_EQ(RunStates().progress(), (Progress{0, 0, 0}));
     RunStates states = runOf({{0}, {1}, {0, 1}, {}});
-    EXPECT_EQ(states.progress(), (Progress{0, 2}));
+    EXPECT_EQ(states.progress(), (Progress{0, 0, 2}));
     states.ended(0, end(Passed));
     states.ended(1, end(Failed));
-    EXPECT_EQ(states.progress(), (Progress{0, 2}));
+    EXPECT_EQ(states.progress(), (Progress{0, 0, 2}));
     states.ended(2, end(Passed));
-    EXPECT_EQ(states.progress(), (Progress{2, 2}));
+    EXPECT_EQ(states.progress(), (Progress{2, 0, 2}));
+}
+
+TEST(RunStates, ASystemThatWasStoppedIsNotDone)
+{
+    using Progress = RunStates::Progress;
+    RunStates states = runOf({{0}, {1}, {2}, {2}, {3}, {3}});
+    states.ended(0, end(Passed));
+    states.ended(1, end(Stopped));
+    states.ended(2, end(Stopped));
+    EXPECT_EQ(states.progress(), (Progress{1, 1, 4})) << "system 2 still runs";
+    states.ended(3, end(Passed));
+    EXPECT_EQ(states.progress(), (Progress{1, 2, 4})) << "half of it was stopped";
+    states.ended(4, end(Failed));
+    states.ended(5, end(Stopped));
+    EXPECT_EQ(states.progress(), (Progress{2, 2, 4})) << "its row says that it failed";
 }
 
 TEST(RunStates, NamesTheScriptsThatRunAndAfterThemThoseThatRan)

@@ -30,7 +30,8 @@ protected:
     Senses &start(const QString &badge = {}, bool hasPerson = true)
     {
         window = std::make_unique<StationWindow>("Station", QList<station::SystemRow>{{0, "G1", "S1"}});
-        senses = std::make_unique<Senses>(config, *window, badge, hasPerson);
+        senses = std::make_unique<Senses>(config, *window,
+                                          badge.isEmpty() ? QStringList() : QStringList{badge}, hasPerson);
         window->show();
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -101,6 +102,25 @@ TEST_F(SensesTest, WhatIsNoBadgeIsRefusedOnTheStatusLine)
     EXPECT_EQ(window->message(), "Badge refused: SN1 (it does not have the form of a badge)");
     EXPECT_EQ(told, QStringList{"refused SN1"});
     EXPECT_FALSE(senses->mayRun());
+}
+
+TEST_F(SensesTest, ASerialNumberBetweenTwoRunsIsNoBadgeAndIsSaidSo)
+{
+    config.badge.pattern.clear();
+    start();
+    type("4711\n");
+    senses->setRunning(true);
+    senses->setRunning(false);
+    type("26000117\n");
+    EXPECT_EQ(window->message(),
+              "Badge refused: 26000117 (4711 stays the operator; scan it once more to change)");
+    EXPECT_FALSE(senses->mayRun());
+    EXPECT_EQ(window->message(),
+              "Not started: 26000117 is not the operator yet; scan it once more, or 4711 to stay");
+    type("4711\n");
+    EXPECT_EQ(window->message(), "Operator: 4711");
+    EXPECT_TRUE(senses->mayRun());
+    EXPECT_EQ(told, (QStringList{"accepted 4711", "refused 26000117", "refused ", "accepted 4711"}));
 }
 
 TEST_F(SensesTest, AScannersPrefixIsNoPartOfABadge)

@@ -143,6 +143,35 @@ TEST(StationWindowName, AShortNameIsShownWhole)
     }
 }
 
+TEST(StationWindowName, GivesWayToWhatTellsOfTheRunOnASmallScreen)
+{
+    StationWindow window("Final test, line 3, position 12", {{0, "G1", "S1"}});
+    // As wide as the operator's badge.
+    auto *tool = new QWidget;
+    tool->setFixedWidth(325);
+    window.addTool(tool);
+    window.resize(1016, 732);
+    window.show();
+    window.setRunning(true);
+    window.setProgress(1, 7, 8);
+    window.setRunning(false);
+    window.setStatus("Not all passed");
+    QCoreApplication::processEvents();
+    EXPECT_LE(window.width(), 1016);
+    EXPECT_TRUE(tool->isVisible());
+    EXPECT_LE(tool->mapTo(&window, QPoint(tool->width(), 0)).x(), window.width());
+    bool hasRunAgain = false;
+    for (const QToolButton *button : window.findChildren<QToolButton *>()) {
+        if (button->text() != "Run again")
+            continue;
+        hasRunAgain = true;
+        EXPECT_GE(button->width(), button->sizeHint().width());
+    }
+    EXPECT_TRUE(hasRunAgain);
+    EXPECT_EQ(window.findChild<QLabel *>("status")->text(), "Not all passed");
+    EXPECT_EQ(window.progress()->shownText(), QStringLiteral("1 of 8 done · 7 stopped"));
+}
+
 TEST(StationWindowName, ALongNameLeavesRunAndStopInSight)
 {
     const QString name(200, 'N');
@@ -393,7 +422,7 @@ TEST_F(StationWindowTest, TellsHowManySystemsAreDoneAndWhichPassALoopIsIn)
     const RunProgress &progress = *window.progress();
     EXPECT_EQ(progress.text(), "");
     window.setRunning(true);
-    window.setProgress(7, 12);
+    window.setProgress(7, 0, 12);
     EXPECT_EQ(progress.text(), "7 of 12 systems done");
     EXPECT_EQ(progress.value(), 7);
     EXPECT_EQ(progress.maximum(), 12);
@@ -403,6 +432,9 @@ TEST_F(StationWindowTest, TellsHowManySystemsAreDoneAndWhichPassALoopIsIn)
     EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · passes 1–3 of 3"));
     relay->showPasses(3, {3, 4});
     EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · pass 3 of 3"));
+    window.setProgress(7, 5, 12);
+    EXPECT_EQ(progress.text(), QStringLiteral("7 of 12 systems done · 5 stopped · pass 3 of 3"));
+    EXPECT_EQ(progress.value(), 7);
     window.setRunning(false);
     window.setRunning(true);
     EXPECT_EQ(progress.text(), "0 of 12 systems done");

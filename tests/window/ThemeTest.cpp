@@ -105,7 +105,7 @@ TEST_F(ThemeTest, ASwitchWhileTheWindowIsAtWorkKeepsAllThatItShows)
     window.addPluginView("Interactive", new platform::View({0, 0, 300, 200}), {300, 200});
     window.show();
     window.setRunning(true);
-    window.setProgress(1, 2);
+    window.setProgress(1, 0, 2);
     window.showMessage("No field waits");
     window.setTheme(ThemeChoice::Dark, StationWindow::Keep::No);
     QApplication::processEvents();

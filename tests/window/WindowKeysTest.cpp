@@ -178,6 +178,21 @@ TEST_F(WindowKeysTest, TabReachesEveryControlInTheOrderOfTheEye)
     EXPECT_EQ(focused(), order.last());
 }
 
+TEST_F(WindowKeysTest, TheRingGoesWithAControlThatItsHolderTakesElsewhere)
+{
+    auto *tool = new QWidget;
+    tool->setFixedSize(120, 30);
+    auto *edit = new QLineEdit(tool);
+    window.addTool(tool);
+    QCoreApplication::processEvents();
+    edit->setFocus(Qt::OtherFocusReason);
+    ASSERT_TRUE(hasRing());
+    tool->move(tool->x() - 8, tool->y());
+    const QRect place(edit->mapTo(&window, QPoint(0, 0)), edit->size());
+    EXPECT_EQ(window.findChild<QWidget *>("focusRing")->geometry(),
+              place.adjusted(-3, -3, 3, 3) & window.rect());
+}
+
 TEST_F(WindowKeysTest, ReturnPressesTheButtonThatHasTheFocus)
 {
     window.setFocus();
