@@ -133,6 +133,28 @@ Value valueFor(const QString &key, Input &input)
     }
 }
 
+/// A table of a sequence holds no nothing: to set a key to nil is to have none.
+Value withoutNothing(const Value &value)
+{
+    if (platform::isArray(value)) {
+        Array list;
+        for (const Value &element : value.toList()) {
+            if (element.isValid())
+                list.append(withoutNothing(element));
+        }
+        return list;
+    }
+    if (!platform::isDictionary(value))
+        return value;
+    Dictionary dictionary;
+    const Dictionary given = value.toMap();
+    for (auto entry = given.cbegin(); entry != given.cend(); ++entry) {
+        if (entry.value().isValid())
+            dictionary.insert(entry.key(), withoutNothing(entry.value()));
+    }
+    return dictionary;
+}
+
 Dictionary configFrom(Input &input)
 {
     Dictionary config;
@@ -140,7 +162,7 @@ Dictionary configFrom(Input &input)
         const QString key = input.textLike(Keys);
         config.insert(key, valueFor(key, input));
     }
-    return config;
+    return withoutNothing(config).toMap();
 }
 
 /// What the rules say of a call, as the call asks them.
