@@ -17,8 +17,15 @@ if(INTERACTIVE_SANITIZE STREQUAL "address")
 elseif(INTERACTIVE_SANITIZE STREQUAL "thread")
   target_compile_options(project_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
   target_link_options(project_options INTERFACE -fsanitize=thread)
+elseif(INTERACTIVE_SANITIZE STREQUAL "fuzz")
+  # What the fuzzer follows, and what lines it reached.
+  set(instrumentation
+    -fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all -fno-omit-frame-pointer
+    -fprofile-instr-generate -fcoverage-mapping)
+  target_compile_options(project_options INTERFACE ${instrumentation})
+  target_link_options(project_options INTERFACE ${instrumentation})
 elseif(NOT INTERACTIVE_SANITIZE STREQUAL "")
-  message(FATAL_ERROR "INTERACTIVE_SANITIZE must be empty, address or thread, not '${INTERACTIVE_SANITIZE}'")
+  message(FATAL_ERROR "INTERACTIVE_SANITIZE must be empty, address, thread or fuzz, not '${INTERACTIVE_SANITIZE}'")
 endif()
 
 find_program(CCACHE_PROGRAM ccache)

@@ -5,6 +5,7 @@
 #include "station/Refusals.h"
 #include "station/StationConfig.h"
 #include "station/StationError.h"
+#include "station/VisibleText.h"
 #include "station/results/Outbox.h"
 #include "station/results/ServerAddress.h"
 #include "station/results/SqliteFile.h"
@@ -308,8 +309,9 @@ toml::table parse(const QString &path)
     } catch (const toml::parse_error &problem) {
         const QString why = QString::fromUtf8(problem.description().data(),
                                               static_cast<qsizetype>(problem.description().size()));
-        throw StationError(
-            QStringLiteral("%1:%2: %3").arg(path, QString::number(problem.source().begin.line), why));
+        // What stands behind the mistake is quoted there, its line ends included.
+        throw StationError(QStringLiteral("%1:%2: %3")
+                               .arg(path, QString::number(problem.source().begin.line), visibleText(why)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "station/ConfigTable.h"
 
 #include "station/StationError.h"
+#include "station/VisibleText.h"
 
 #include <utility>
 
@@ -16,7 +17,8 @@ void ConfigTable::failAt(const toml::node &node, const QString &key, const QStri
 {
     // All at once: a name that holds "%2" is no place for anything.
     throw StationError(QStringLiteral("%1:%2: key '%3%4': %5")
-                           .arg(m_file, QString::number(node.source().begin.line), m_prefix, key, why));
+                           .arg(m_file, QString::number(node.source().begin.line), m_prefix, visibleText(key),
+                                visibleText(why)));
 }
 
 void ConfigTable::fail(const char *key, const QString &why) const

@@ -51,6 +51,11 @@ public:
         while (lua_next(m_state, table) != 0) {
             const QString key = readKey(path);
             const QString place = path + QLatin1Char('.') + key;
+            // In Lua 1 and "1" are two keys. One of the values would be lost, and nobody could say which.
+            if (dictionary.contains(key)) {
+                throw KVKLuaValueError(
+                    QStringLiteral("%1 has the key '%2' twice, as a number and as a text").arg(path, key));
+            }
             platform::Value value;
             if (taken && lua_isfunction(m_state, -1))
                 value = taken(key, place);
@@ -81,7 +86,9 @@ private:
     {
         std::size_t length = 0;
         const char *bytes = lua_tolstring(m_state, index, &length);
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        // A mark of the byte order at the beginning is a character as any other.
+        QStringDecoder decoder(QStringDecoder::Utf8,
+                               QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
         const QString text = decoder(QByteArrayView(bytes, static_cast<qsizetype>(length)));
         if (decoder.hasError())
             throw KVKLuaValueError(QStringLiteral("%1 is a text that is not valid UTF-8").arg(path));

@@ -11,8 +11,9 @@ struct lua_State;
 class KVKLuaValueError : public std::runtime_error
 {
 public:
+    /// A zero in the text, where what() would end, is made visible.
     explicit KVKLuaValueError(const QString &text)
-        : std::runtime_error(text.toStdString())
+        : std::runtime_error(QString(text).replace(QChar(0), QChar(0x2400)).toStdString())
     {}
 };
 
@@ -21,8 +22,8 @@ public:
 ///
 /// `path` names the value in errors ("config"). The stack is left as it was.
 /// Errors: throws KVKLuaValueError for functions, userdata, threads, text that is not UTF-8, keys that are
-/// neither text nor number, tables that contain themselves or are nested more than 64 deep. Never raises a
-/// Lua error. Thread: the state's.
+/// neither text nor number, a key that is there as number and as text, tables that contain themselves or are
+/// nested more than 64 deep. Never raises a Lua error. Thread: the state's.
 [[nodiscard]] platform::Value KVKLuaToValue(lua_State *state, int index, const QString &path);
 
 /// The same for a table that is to be a dictionary: an empty one is an empty dictionary, one with the keys 1

@@ -4,8 +4,8 @@
 
 #include <array>
 #include <cctype>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 namespace station {
@@ -64,6 +64,23 @@ void appendCodePoint(QByteArray &text, quint64 point)
     text.append(static_cast<char>((~firstLimit << 1) | point));
     for (qsizetype i = reversed.size() - 1; i >= 0; --i)
         text.append(reversed.at(i));
+}
+
+/// A number as Lua reads it, whatever the locale: one that is too large is infinite, and one that is too
+/// small is 0.
+double decimalOf(const QByteArray &written, bool isHexadecimal)
+{
+    const auto format = isHexadecimal ? std::chars_format::hex : std::chars_format::general;
+    const char *begin = written.constData() + (isHexadecimal ? 2 : 0);
+    const char *end = written.constData() + written.size();
+    double number = 0.0;
+    if (std::from_chars(begin, end, number, format).ec != std::errc::result_out_of_range)
+        return number;
+    long double wider = 0.0L;
+    if (std::from_chars(begin, end, wider, format).ec != std::errc::result_out_of_range)
+        return static_cast<double>(wider);
+    const bool isSmall = written.toLower().contains(isHexadecimal ? "p-" : "e-");
+    return isSmall ? 0.0 : std::numeric_limits<double>::infinity();
 }
 
 } // namespace
@@ -217,8 +234,7 @@ LuaToken LuaLexer::readNumber()
     if (fits)
         return token;
     token.kind = LuaToken::Kind::Number;
-    // QByteArray's own reading, free of the locale, knows no hexadecimal fractions; these are rare enough.
-    token.number = isHexadecimal ? std::strtod(written.constData(), nullptr) : written.toDouble();
+    token.number = decimalOf(written, isHexadecimal);
     return token;
 }
 

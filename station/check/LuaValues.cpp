@@ -5,6 +5,8 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -31,7 +33,8 @@ bool isUnknown(const platform::Value &value)
 
 std::optional<QString> textOf(const QByteArray &bytes)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     const QString text = decoder(bytes);
     return decoder.hasError() ? std::nullopt : std::optional(text);
 }
@@ -39,7 +42,12 @@ std::optional<QString> textOf(const QByteArray &bytes)
 /// As Lua writes a number.
 QString numberText(double number)
 {
-    const QString text = QString::asprintf("%.14g", number);
+    // Not by Qt, which writes no sign before a zero.
+    std::array<char, 32> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::general, 14)
+            .ptr;
+    const QString text = QString::fromLatin1(digits.data(), end - digits.data());
     return text.contains(QLatin1Char('.')) || text.contains(QLatin1Char('e')) || !std::isfinite(number)
                ? text
                : text + QStringLiteral(".0");
@@ -199,10 +207,14 @@ const LuaValues::Items &LuaValues::itemsOf(const LuaExpression &table) const
     int position = 0;
     for (const LuaExpression::Item &item : table.items) {
         position += item.key ? 0 : 1;
-        const std::optional<QString> key = keyOf(item, position);
-        if (!key)
+        const std::optional<Key> key = luaKeyOf(item, position);
+        const auto other = key ? items->constFind(key->text) : items->constEnd();
+        // Lua gives the items without a key their numbers in portions, before or after what has a key.
+        const bool isUnclear = key && other != items->constEnd() &&
+                               (other->isNumber != key->isNumber || !other->item->key || !item.key);
+        if (!key || isUnclear)
             return m_items.emplace(&table, std::nullopt).first->second;
-        items->insert(*key, &item);
+        items->insert(key->text, {&item, key->isNumber});
     }
     return m_items.emplace(&table, std::move(items)).first->second;
 }
@@ -210,7 +222,7 @@ const LuaValues::Items &LuaValues::itemsOf(const LuaExpression &table) const
 const LuaExpression::Item *LuaValues::itemOf(const LuaExpression &table, const QString &key) const
 {
     const Items &items = itemsOf(table);
-    return items ? items->value(key, nullptr) : nullptr;
+    return items ? items->value(key).item : nullptr;
 }
 
 /// One step from an expression towards what gives its value; null where there is none.
@@ -227,9 +239,12 @@ const LuaExpression *LuaValues::step(const LuaExpression &expression) const
     const LuaExpression &object = behind(*expression.parts[0]);
     if (object.kind != Kind::Table)
         return nullptr;
-    const std::optional<QString> key = keyOf({expression.parts[1], nullptr}, 0);
-    const LuaExpression::Item *item = key ? itemOf(object, *key) : nullptr;
-    return item ? item->value : nullptr;
+    const std::optional<Key> key = luaKeyOf({expression.parts[1], nullptr}, 0);
+    const Items &items = itemsOf(object);
+    if (!key || !items)
+        return nullptr;
+    const Entry entry = items->value(key->text);
+    return entry.item && entry.isNumber == key->isNumber ? entry.item->value : nullptr;
 }
 
 const LuaExpression &LuaValues::behind(const LuaExpression &expression) const
@@ -331,45 +346,58 @@ platform::Value LuaValues::joined(const LuaExpression &concat, int depth) const
 
 std::optional<QString> LuaValues::keyOf(const LuaExpression::Item &item, int position) const
 {
+    const std::optional<Key> key = luaKeyOf(item, position);
+    return key ? std::optional(key->text) : std::nullopt;
+}
+
+std::optional<LuaValues::Key> LuaValues::luaKeyOf(const LuaExpression::Item &item, int position) const
+{
     if (!item.key)
-        return QString::number(position);
+        return Key{QString::number(position), true};
     m_valuesLeft = std::max(m_valuesLeft, DeepestValue);
     const platform::Value key = value(*item.key, 0);
     if (key.metaType() == QMetaType::fromType<QString>() ||
         key.metaType() == QMetaType::fromType<qlonglong>())
-        return key.toString();
+        return Key{key.toString(), key.metaType() == QMetaType::fromType<qlonglong>()};
     // Lua makes a whole number of 2.0.
     if (key.metaType() == QMetaType::fromType<double>() && std::trunc(key.toDouble()) == key.toDouble() &&
         std::abs(key.toDouble()) < 1e15)
-        return QString::number(static_cast<qint64>(key.toDouble()));
+        return Key{QString::number(static_cast<qint64>(key.toDouble())), true};
     return std::nullopt;
 }
 
 platform::Value LuaValues::tableValue(const LuaExpression &table, int depth) const
 {
+    // A key that is not known may be any of them.
+    if (!itemsOf(table))
+        return unknown();
     platform::Dictionary entries;
     int position = 0;
-    bool isList = true;
+    bool hasTextKeys = false;
     for (const LuaExpression::Item &item : table.items) {
         position += item.key ? 0 : 1;
-        const std::optional<QString> key = keyOf(item, position);
-        // A key that is not known may be any of them.
+        const std::optional<Key> key = luaKeyOf(item, position);
         if (!key)
             return unknown();
-        isList = isList && !item.key;
         const platform::Value each = value(*item.value, depth + 1);
+        hasTextKeys = hasTextKeys || (each.isValid() && !key->isNumber);
         if (each.isValid())
-            entries.insert(*key, each);
+            entries.insert(key->text, each);
         else
-            entries.remove(*key);
+            entries.remove(key->text);
     }
-    if (!isList || entries.size() != position)
-        return entries;
     platform::Array list;
-    for (int i = 1; i <= position; ++i)
-        list.append(entries.value(QString::number(i)));
+    for (qsizetype i = 1; i <= entries.size(); ++i)
+        list.append(entries.value(QString::number(i), platform::Value()));
+    // As the sequencer has it: a list has the numbers from 1 on as its keys, however they are written.
+    const bool isList =
+        !hasTextKeys &&
+        std::all_of(list.cbegin(), list.cend(), [](const platform::Value &each) { return each.isValid(); });
+    if (!isList)
+        return entries;
     // A call at the end may give no element, or several; the one that is not known stands for all of them.
-    if (position > 0 && isMany(*table.items.back().value) && !isUnknown(list.constLast()))
+    if (position > 0 && !table.items.back().key && isMany(*table.items.back().value) && !list.isEmpty() &&
+        !isUnknown(list.constLast()))
         list.last() = unknown();
     return list;
 }

@@ -60,8 +60,21 @@ private:
     void lookAtTarget(const LuaExpression &target);
     void releaseHeld();
     [[nodiscard]] const LuaExpression *step(const LuaExpression &expression) const;
-    /// A table's items by their keys; nothing where a key is not known, which may be any of them.
-    using Items = std::optional<QHash<QString, const LuaExpression::Item *>>;
+    /// A key as Lua tells it from others: there 1 and "1" are two.
+    struct Key
+    {
+        QString text;
+        bool isNumber = false;
+    };
+    [[nodiscard]] std::optional<Key> luaKeyOf(const LuaExpression::Item &item, int position) const;
+    struct Entry
+    {
+        const LuaExpression::Item *item = nullptr;
+        bool isNumber = false; ///< As of the key.
+    };
+    /// A table's items by their keys; nothing where a key is not known, which may be any of them, or where
+    /// it cannot be told which of two items Lua leaves under a key.
+    using Items = std::optional<QHash<QString, Entry>>;
     [[nodiscard]] const Items &itemsOf(const LuaExpression &table) const;
     [[nodiscard]] const LuaExpression::Item *itemOf(const LuaExpression &table, const QString &key) const;
     [[nodiscard]] bool holdsTables(const LuaExpression &expression) const;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstring>
 
 namespace station {
@@ -24,7 +25,12 @@ QString numberAsText(lua_State *state, int index)
 {
     if (lua_isinteger(state, index))
         return QString::number(lua_tointeger(state, index));
-    const QString text = QString::asprintf(LUA_NUMBER_FMT, lua_tonumber(state, index));
+    // Not by Qt, which writes no sign before a zero. Fourteen digits, as LUA_NUMBER_FMT has them.
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), lua_tonumber(state, index),
+                                   std::chars_format::general, 14)
+                         .ptr;
+    const QString text = QString::fromLatin1(digits.data(), end - digits.data());
     const bool looksWhole = std::all_of(text.cbegin(), text.cend(), [](QChar character) {
         return character == QLatin1Char('-') || character.isDigit();
     });

@@ -10,8 +10,9 @@ namespace station {
 class OperatorFailure : public std::runtime_error
 {
 public:
+    /// A zero in the text, where what() would end, is made visible.
     explicit OperatorFailure(const QString &text)
-        : std::runtime_error(text.toStdString())
+        : std::runtime_error(QString(text).replace(QChar(0), QChar(0x2400)).toStdString())
     {}
 };
 

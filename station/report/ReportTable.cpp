@@ -201,13 +201,6 @@ QString shownDuration(qint64 milliseconds)
     return QString::number(static_cast<double>(milliseconds) / 60'000, 'f', 1) + QStringLiteral(" min");
 }
 
-bool steersDirection(QChar character)
-{
-    const char16_t code = character.unicode();
-    return code == 0x061c || code == 0x200e || code == 0x200f || (code >= 0x2028 && code <= 0x202e) ||
-           (code >= 0x2066 && code <= 0x2069);
-}
-
 } // namespace
 
 QList<ReportTable> tablesOf(const Figures &figures)
@@ -227,25 +220,6 @@ QStringList tableNames()
     for (const ReportTable &table : tablesOf(figures))
         names.append(table.name);
     return names;
-}
-
-QString visibleText(const QString &text)
-{
-    QString visible;
-    visible.reserve(text.size());
-    for (const QChar character : text) {
-        const char16_t code = character.unicode();
-        // U+2400 and what follows are pictures of the control characters.
-        if (code < 0x20)
-            visible += QChar(static_cast<char16_t>(0x2400 + code));
-        else if (code == 0x7f)
-            visible += QChar(0x2421);
-        else if ((code > 0x7f && code < 0xa0) || steersDirection(character))
-            visible += QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
-        else
-            visible += character;
-    }
-    return visible;
 }
 
 QString shownCell(CellKind kind, const QVariant &cell)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "station/VisibleText.h"
 #include "station/report/Figures.h"
 
 #include <QVariant>
@@ -32,11 +33,9 @@ struct ReportTable
 /// Their names; the last is the one of a serial number.
 [[nodiscard]] QStringList tableNames();
 
-/// A cell for people: "92.3 %", "1.5 s", "2026-11-21 08:00:00", and a dash for nothing. Characters that steer
-/// a terminal or the direction of writing are made visible.
+/// A cell for people: "92.3 %", "1.5 s", "2026-11-21 08:00:00", and a dash for nothing. Texts as
+/// visibleText() has them.
 [[nodiscard]] QString shownCell(CellKind kind, const QVariant &cell);
-/// The same for any text.
-[[nodiscard]] QString visibleText(const QString &text);
 [[nodiscard]] bool isNumber(CellKind kind);
 
 } // namespace station::report

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using station::LuaExpression;
 using station::LuaLexer;
 using station::LuaPlace;
@@ -38,6 +40,11 @@ TEST(LuaLexer, ReadsNumbersAsLuaDoes)
     EXPECT_EQ(tokenOf("0xffffffffffffffff").integer, -1);
     EXPECT_EQ(tokenOf("0x1p4").number, 16.0);
     EXPECT_EQ(tokenOf(".5e1").number, 5.0);
+    EXPECT_EQ(tokenOf("0x1.8p1").number, 3.0);
+    EXPECT_EQ(tokenOf("1e999").number, std::numeric_limits<double>::infinity());
+    EXPECT_EQ(tokenOf("1e99999").number, std::numeric_limits<double>::infinity());
+    EXPECT_EQ(tokenOf("1e-999").number, 0.0);
+    EXPECT_EQ(tokenOf("5e-324").number, 5e-324);
     EXPECT_EQ(tokenOf("3-2").integer, 3);
     EXPECT_EQ(tokenOf("0xA-2").integer, 10);
 }

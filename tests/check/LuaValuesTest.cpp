@@ -60,6 +60,37 @@ TEST(LuaValues, StayKnownWhereTheyAreOnlyRead)
     EXPECT_FALSE(isUnknown("local t = { a = 'x' } local s = t.a use(t)"));
 }
 
+TEST(LuaValues, OfTablesAreListsWhereLuaHasTheNumbersFromOneOn)
+{
+    EXPECT_EQ(lastArgument("use({ [1] = 'a', [2] = 'b' })"), Value(Array{"a", "b"}));
+    EXPECT_EQ(lastArgument("use({ [2.0] = 'b', 'a' })"), Value(Array{"a", "b"}));
+    EXPECT_EQ(lastArgument("use({ 'a', nil })"), Value(Array{"a"}));
+    EXPECT_EQ(lastArgument("use({ nil })"), Value(Array{}));
+    EXPECT_EQ(lastArgument("use({ nil, 'b' })"), Value(Dictionary{{"2", "b"}}));
+    EXPECT_EQ(lastArgument("use({ ['1'] = 'a' })"), Value(Dictionary{{"1", "a"}}));
+}
+
+TEST(LuaValues, OfTablesTellANumberFromItsText)
+{
+    EXPECT_EQ(lastArgument("local t = { ['1'] = 'a' } use(t['1'])"), Value("a"));
+    EXPECT_TRUE(isUnknown("local t = { ['1'] = 'a' } use(t[1])"));
+    EXPECT_TRUE(isUnknown("use({ 'a', ['1'] = 'b' })"));
+    // Which of the two stays is Lua's own business.
+    EXPECT_TRUE(isUnknown("use({ 'a', [1] = 'b' })"));
+}
+
+TEST(LuaValues, OfNumbersAreJoinedAsLuaWritesThem)
+{
+    EXPECT_EQ(lastArgument("use(-0.0 .. '')"), Value("-0.0"));
+    EXPECT_EQ(lastArgument("use(1e15 .. ' ' .. 0.1 .. ' ' .. 1e100)"), Value("1e+15 0.1 1e+100"));
+    EXPECT_EQ(lastArgument("use(-1e999 .. '')"), Value("-inf"));
+}
+
+TEST(LuaValues, KeepAMarkOfTheByteOrder)
+{
+    EXPECT_EQ(lastArgument("use('\\u{FEFF}a')"), Value(QString(QChar(0xFEFF)) + "a"));
+}
+
 TEST(LuaValues, OfTablesThatHoldEachOtherOftenEnd)
 {
     QByteArray script = "local t0 = { 1, 1 } ";

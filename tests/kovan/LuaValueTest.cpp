@@ -82,6 +82,24 @@ TEST_F(LuaValueTest, TextIsUtf8AndMayHoldAZero)
     EXPECT_EQ(problemOf("'\\xFF'"), "it is a text that is not valid UTF-8");
 }
 
+TEST_F(LuaValueTest, AMarkOfTheByteOrderIsPartOfItsText)
+{
+    EXPECT_EQ(read("'\\u{FEFF}a'").toString().size(), 2);
+}
+
+TEST_F(LuaValueTest, ANumberAndItsTextAsKeysAreRefused)
+{
+    EXPECT_EQ(problemOf("{ a = { [2] = 'x', ['2'] = 'y' } }"),
+              "it.a has the key '2' twice, as a number and as a text");
+    EXPECT_EQ(problemOf("{ [1.5] = 'x', ['1.5'] = 'y' }"),
+              "it has the key '1.5' twice, as a number and as a text");
+}
+
+TEST_F(LuaValueTest, AZeroInAKeyDoesNotCutTheRefusal)
+{
+    EXPECT_EQ(problemOf("{ ['a\\0b'] = print }"), "it.a\u2400b is a function, which cannot be passed on");
+}
+
 TEST_F(LuaValueTest, KeysFromOneToNMakeAList)
 {
     EXPECT_EQ(read("{ 'a', 2, { true } }"), Value(Array{"a", qlonglong{2}, Array{true}}));

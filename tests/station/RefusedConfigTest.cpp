@@ -285,6 +285,20 @@ TEST(UnreadableConfig, IsToldWithItsPath)
 }
 
 INSTANTIATE_TEST_SUITE_P(
+    OneLine, RefusedConfigTest,
+    ::testing::Values(Wrong{"LineFeedInAName", "[station]\ngroups = [\"a\\n-\"]\nslots = ['S']\n",
+                            "2: key 'station.groups': 'a\u240a-' holds a '-'"},
+                      Wrong{
+                          "LineFeedInAKey", "\"a\\nb\" = 1\n" + good,
+                          "1: key 'a\u240ab': is not known here (known: station, system, sequence, plugins, "
+                          "scanner, results)"},
+                      Wrong{"LineFeedBehindAMistake", "[station]\nsounds = tru\n",
+                            "2: Error while parsing boolean: expected 'true', saw 'tru\u240a'"},
+                      Wrong{"ZeroInAName", "[station]\ngroups = [\"\\u0000-\"]\nslots = ['S']\n",
+                            "2: key 'station.groups': '\u2400-' holds a '-'"}),
+    nameOf);
+
+INSTANTIATE_TEST_SUITE_P(
     Person, RefusedConfigTest,
     ::testing::Values(
         Wrong{"SoundsThatAreNoTruth", good + "sounds = 1\n",

@@ -1,0 +1,58 @@
+#include "fuzz/Surroundings.h"
+
+#include "platform/MainQueue.h"
+
+#include <QDir>
+#include <QFont>
+#include <QLocale>
+
+namespace fuzz {
+
+namespace {
+
+/// In memory where there is such a place: some targets write a file for each input.
+QString place()
+{
+    const QString memory = QStringLiteral("/dev/shm");
+    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
+           QStringLiteral("/station-fuzz-XXXXXX");
+}
+
+/// Many names of files that are tried cannot be opened, and Qt would say so each time.
+void sayNothing(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+} // namespace
+
+Surroundings::Environment::Environment()
+    : home(place())
+{
+    const QByteArray path = home.path().toUtf8();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_STYLE_OVERRIDE", "fusion");
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TZ", "UTC");
+    qputenv("HOME", path);
+    qputenv("XDG_CONFIG_HOME", path);
+    qputenv("XDG_RUNTIME_DIR", path);
+    qInstallMessageHandler(sayNothing);
+}
+
+Surroundings::Surroundings(int &argc, char **argv)
+    : m_application(argc, argv)
+{
+    QLocale::setDefault(QLocale::c());
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
+    platform::MainQueue::attach();
+}
+
+Surroundings::~Surroundings()
+{
+    platform::MainQueue::detach();
+}
+
+QString Surroundings::folder()
+{
+    return QDir::homePath();
+}
+
+} // namespace fuzz
