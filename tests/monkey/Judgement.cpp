@@ -164,6 +164,7 @@ void judgeTimeOver(World &world, Call &call)
     if (call.result().isValid())
         broken(call, "an answer though its time was over");
     world.hasTimedOut = true;
+    world.mayLoseUnjudged = world.mayLoseUnjudged || call.request.config.contains("validate");
     const Dictionary entered = call.error().additions.value("answer").toMap();
     for (const Value &entry : entered)
         world.handedBack.append({call.panelKey, entry.toString()});

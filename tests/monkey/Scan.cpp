@@ -170,7 +170,7 @@ void Scan::judge()
         broken("changed the loop's number");
     if (places.size() > 1)
         broken("is in two places");
-    if (places.isEmpty() && !isRefused && m_placesBefore.isEmpty())
+    if (places.isEmpty() && !isRefused && m_placesBefore.isEmpty() && !m_world.mayLoseUnjudged)
         broken("is nowhere, and no line says why");
     if (!places.isEmpty() && isRefused)
         broken("was refused and is stored as well");

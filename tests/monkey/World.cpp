@@ -84,6 +84,7 @@ void World::beginStep(int number)
     handedBack.clear();
     scanning.clear();
     hasTimedOut = false;
+    mayLoseUnjudged = false;
     isWalking = false;
     mayLoopChange = false;
     wasLoopOn = isLoopOn();

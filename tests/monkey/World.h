@@ -61,6 +61,8 @@ struct World
     bool isWalking = false;
     /// A panel has gone by itself in this step.
     bool hasTimedOut = false;
+    /// With it an entry may have gone that its call's function had not judged yet.
+    bool mayLoseUnjudged = false;
     /// How long something that is due is waited for.
     std::chrono::seconds patience{20};
     /// What else is to hold at rest; says what does not, otherwise nothing.
