@@ -240,6 +240,15 @@ void PanelRecords::forgetAllAnswers()
     });
 }
 
+PanelRecords::Kept PanelRecords::kept() const
+{
+    const std::lock_guard lock(m_mutex);
+    Kept kept{m_data.size(), m_askings.size(), m_questions.size(), 0};
+    for (const QHash<QString, Answer> &answers : m_answers)
+        kept.answers += answers.size();
+    return kept;
+}
+
 platform::Dictionary PanelRecords::loopRecord() const
 {
     const std::lock_guard lock(m_mutex);

@@ -77,6 +77,16 @@ public:
     /// Forgets the records and kept answers of all panels; the loop record stays.
     void forgetAllAnswers();
 
+    /// How much is kept, for whoever looks whether it grows with the calls.
+    struct Kept
+    {
+        qsizetype records = 0;
+        qsizetype askings = 0;
+        qsizetype questions = 0;
+        qsizetype answers = 0; ///< Of all panels.
+    };
+    [[nodiscard]] Kept kept() const;
+
     // The loop record
     /// Empty when there is none.
     [[nodiscard]] platform::Dictionary loopRecord() const;

@@ -49,6 +49,12 @@ void Turns::interrupt()
     m_changed.notify_all();
 }
 
+qsizetype Turns::count() const
+{
+    const std::lock_guard lock(m_mutex);
+    return static_cast<qsizetype>(m_queue.size());
+}
+
 void Turns::accept()
 {
     const std::lock_guard lock(m_mutex);

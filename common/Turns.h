@@ -49,6 +49,8 @@ public:
     /// Ends every wait for a turn, those that begin later included, until accept().
     void interrupt();
     void accept();
+    /// How many calls have their turn or wait for it.
+    [[nodiscard]] qsizetype count() const;
 
 private:
     struct Entry

@@ -163,6 +163,17 @@ bool Waits::endOverdue(const QString &key)
     return condition && condition->endOverdue();
 }
 
+Waits::Kept Waits::kept()
+{
+    // One lock at a time.
+    Kept kept;
+    kept.panelKeys = m_panelKeys.lock()->size();
+    kept.conditions = m_conditions.lock()->size();
+    kept.waits = m_purposes.lock()->size();
+    kept.turns = m_turns.count();
+    return kept;
+}
+
 void Waits::interrupt()
 {
     // The flag first. A call that takes its place after this sees the flag before it waits; one that has

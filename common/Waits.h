@@ -106,6 +106,16 @@ public:
 
     [[nodiscard]] Turns &turns() { return m_turns; }
 
+    /// How much is kept, for whoever looks whether it grows with the calls.
+    struct Kept
+    {
+        qsizetype panelKeys = 0;
+        qsizetype conditions = 0;
+        qsizetype waits = 0;
+        qsizetype turns = 0;
+    };
+    [[nodiscard]] Kept kept();
+
     /// Ends all waits, those that begin later included, until accept().
     void interrupt();
     void accept();

@@ -218,8 +218,11 @@ void Confirmation::entryWasJudged(const Identifier &key, Entries::Judged judged)
     // Keys were not held since the press: what is being typed by now was not there when it was made, and must
     // not be taken for an answer half written.
     const Responders fields = m_views.responders(key.text());
+    // On a slot's panel nor must another entry that was ended meanwhile: nobody had seen it when "OK" was
+    // pressed. A group's shared field is emptied, or offers something, by itself.
     const bool isBegun = !fields.isEmpty() && fields.last() && fields.last()->hasBegunEntry();
-    if (isBegun && lastWritten(fields) != press->written)
+    const bool mayDiffer = !isBegun && m_views.isGroupView(key);
+    if (!mayDiffer && lastWritten(fields) != press->written)
         say(platform::formatMessage(messages::PressedBeforeEntry, {key}));
     else
         perform(*press);

@@ -234,4 +234,24 @@ TEST(PanelRecords, NothingIsLostWhenManyThreadsWriteAndRead)
     EXPECT_EQ(records.record("G1")->size(), Threads * Entries);
 }
 
+TEST(PanelRecords, HowMuchIsKeptGrowsWithTheQuestionsAndNotWithTheirAnswers)
+{
+    PanelRecords records;
+    for (int call = 0; call < 5; ++call) {
+        records.start("0", 4, question);
+        records.store("0", "SN", QString::number(call));
+        records.finish("0");
+        records.keepAnswer("0", question, {});
+    }
+    EXPECT_EQ(records.kept().records, 1);
+    EXPECT_EQ(records.kept().askings, 1);
+    EXPECT_EQ(records.kept().questions, 1);
+    EXPECT_EQ(records.kept().answers, 1);
+    records.start("0", 4, other);
+    records.keepAnswer("0", other, {});
+    EXPECT_EQ(records.kept().answers, 2);
+    records.forgetAllAnswers();
+    EXPECT_EQ(records.kept().answers, 0);
+}
+
 } // namespace

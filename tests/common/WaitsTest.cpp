@@ -146,4 +146,21 @@ TEST(Waits, TwoFirstCallsForAPanelAtTheSameMomentGetOneCondition)
     EXPECT_EQ(made[0], made[1]);
 }
 
+TEST(Waits, HowMuchIsKeptGrowsWithThePanelsAndNotWithTheCalls)
+{
+    testsupport::expectError("no conidtion found for");
+    Waits waits;
+    for (int call = 0; call < 5; ++call) {
+        const Identifier key = waits.panelKey("G1");
+        const interactive::Turns::Turn turn(waits.turns(), "G1", "G1", interactive::Turns::Room::Alone);
+        const Waits::Wait wait(waits, key, Waits::Purpose::Answer);
+        EXPECT_EQ(waits.kept().turns, 1);
+        EXPECT_EQ(waits.kept().waits, 1);
+    }
+    EXPECT_EQ(waits.kept().panelKeys, 1);
+    EXPECT_EQ(waits.kept().conditions, 1);
+    EXPECT_EQ(waits.kept().turns, 0);
+    EXPECT_EQ(waits.kept().waits, 0);
+}
+
 } // namespace

@@ -1,8 +1,12 @@
 #include "tests/monkey/Call.h"
 
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
+#include "platform/Callback.h"
 #include "platform/MainQueue.h"
+#include "tests/monkey/AskModel.h"
 #include "tests/support/PluginFixture.h"
+
+#include <utility>
 
 using platform::Error;
 using platform::Value;
@@ -11,6 +15,36 @@ namespace monkey {
 namespace {
 
 thread_local Call *callOfThisThread = nullptr;
+
+/// A function as a sequence hands it over.
+class NamedFunction : public platform::Callback
+{
+public:
+    explicit NamedFunction(QString name)
+        : m_name(std::move(name))
+    {}
+    [[nodiscard]] platform::Array call(const platform::Array &arguments) override
+    {
+        const Running running;
+        if (isGood(m_name, arguments.value(0)))
+            return {true};
+        return {false, "not this one"};
+    }
+
+private:
+    QString m_name;
+};
+
+/// The configuration with the function itself in the place of its name.
+platform::Dictionary withFunction(platform::Dictionary config)
+{
+    const QString name = config.value("validate").toMap().value("function").toString();
+    if (!name.isEmpty()) {
+        const std::shared_ptr<platform::Callback> function = std::make_shared<NamedFunction>(name);
+        config.insert("validate", Value::fromValue(function));
+    }
+    return config;
+}
 
 } // namespace
 
@@ -58,6 +92,11 @@ Call::State Call::state() const
     return m_thread->finished() ? State::Ended : m_state.load();
 }
 
+bool Call::isLimited() const
+{
+    return fate == Fate::Asks && limitOf(request.config) > 0;
+}
+
 QString Call::inWords() const
 {
     static const QStringList states{"is under way", "waits for its turn", "waits for the operator",
@@ -70,9 +109,9 @@ Value Call::make(interactive::InteractiveView &plugin, Error *error)
 {
     switch (request.function) {
     case Function::ShowView:
-        return plugin.showView(request.subject, request.config, error);
+        return plugin.showView(request.subject, withFunction(request.config), error);
     case Function::ShowGroupView:
-        return plugin.showGroupView(request.subject, request.config, error);
+        return plugin.showGroupView(request.subject, withFunction(request.config), error);
     case Function::GetData:
         return plugin.getData(request.subject, error);
     case Function::SetLoop:

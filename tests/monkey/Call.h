@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -32,6 +33,7 @@ struct PressedPanel
 class Call
 {
 public:
+    static constexpr int TimeOver = 406;
     enum class State { Running, WaitsForTurn, WaitsForOperator, Ended };
 
     Call(int number, int step, const Request &request, const Shape &shape,
@@ -43,6 +45,9 @@ public:
     [[nodiscard]] State state() const;
     /// Whether its panel has been up.
     [[nodiscard]] bool wasAsked() const { return m_wasAsked; }
+    /// Whether its panel may go at any moment by itself.
+    [[nodiscard]] bool isLimited() const;
+    [[nodiscard]] bool hasTimedOut() { return hasEnded() && error().code == TimeOver; }
     [[nodiscard]] bool hasEnded() const { return state() == State::Ended; }
     [[nodiscard]] QString inWords() const;
 
@@ -58,6 +63,7 @@ public:
     const Fate fate;
     const std::optional<int> band;
     const QString panelKey;
+    const std::chrono::steady_clock::time_point made = std::chrono::steady_clock::now();
     std::optional<PressedPanel> pressed; ///< The press that may end it.
     bool isStopped = false;              ///< The station was stopped while it was under way.
 

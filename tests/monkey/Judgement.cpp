@@ -1,3 +1,4 @@
+#include "tests/monkey/AskModel.h"
 #include "tests/monkey/Promises.h"
 
 #include <QSet>
@@ -26,7 +27,7 @@ const QString ClickedButton = QStringLiteral("clickedButton");
 
 bool isRefusalCode(int code)
 {
-    return (code >= 100 && code <= 105) || code == 405;
+    return (code >= 100 && code <= 105) || (code >= 110 && code <= 121) || code == 405;
 }
 
 bool isStoredAnswer(const World &world, Call &call)
@@ -65,6 +66,30 @@ void judgeUnasked(World &world, Call &call)
         broken(call, "nobody was asked");
 }
 
+bool endsByItself(const Call &call)
+{
+    return call.request.config.value("autoConfirm") == Value(true);
+}
+
+/// Whether the operator has seen it as entered when the call ended, or as a default to be confirmed.
+bool wasSeen(const World &world, const Call &call, const QString &label, const Value &value)
+{
+    const Dictionary &config = call.request.config;
+    const auto standsFor = [&](const QString &text) {
+        return text == value.toString() || taken(text, config) == value;
+    };
+    const QString byDefault = defaultOf(label, config);
+    if (standsFor(call.pressed->texts.value(label)) || (!byDefault.isEmpty() && standsFor(byDefault)))
+        return true;
+    if (!endsByItself(call))
+        return false;
+    const QString text = value.toString();
+    const QString field = call.panelKey + QLatin1Char(' ') + label;
+    const bool isWalkedTo = world.isWalking && labelsIn(config, "choices").contains(text);
+    return isWalkedTo || world.entered.value(field).contains(text) ||
+           (!world.scanning.isEmpty() && text.contains(world.scanning));
+}
+
 void judgeInputs(World &world, Call &call, const Dictionary &answer)
 {
     const PressedPanel &pressed = *call.pressed;
@@ -73,9 +98,10 @@ void judgeInputs(World &world, Call &call, const Dictionary &answer)
         if (entry.key() == ClickedButton)
             continue;
         const QString text = entry.value().toString();
-        if (pressed.texts.value(entry.key()) != text)
+        if (!wasSeen(world, call, entry.key(), entry.value()))
             broken(call, QStringLiteral("\"%1\" was not to be seen when it was pressed").arg(text));
         world.handedBack.append({call.panelKey, text});
+        world.given.insert(platform::description(entry.value()));
         world.entered[call.panelKey + QLatin1Char(' ') + entry.key()].insert(text);
     }
     if (pressed.title != QLatin1String("OK"))
@@ -84,7 +110,10 @@ void judgeInputs(World &world, Call &call, const Dictionary &answer)
         const bool isAsked = !forGroup || pressed.on.contains(label);
         if (isAsked && !answer.contains(label))
             broken(call, label + QLatin1String(" is missing"));
-        if (isAsked && forGroup && answer.value(label).toString().isEmpty())
+        // Return in an empty field is an entry, too.
+        const bool mayBeEmpty =
+            world.entered.value(call.panelKey + QLatin1Char(' ') + label).contains(QString());
+        if (isAsked && forGroup && !mayBeEmpty && answer.value(label).toString().isEmpty())
             broken(call, label + QLatin1String(" is empty"));
     }
 }
@@ -126,10 +155,31 @@ void judgeAnswer(World &world, Call &call)
     world.answers.insert(questionOf(call.request), result);
 }
 
+/// Nobody answered it in time. What was entered is told with the error.
+void judgeTimeOver(World &world, Call &call)
+{
+    const std::chrono::milliseconds limit(limitOf(call.request.config));
+    if (!call.isLimited() || std::chrono::steady_clock::now() - call.made < limit)
+        broken(call, "its time was not over");
+    if (call.result().isValid())
+        broken(call, "an answer though its time was over");
+    world.hasTimedOut = true;
+    world.mayLoseUnjudged = world.mayLoseUnjudged || call.request.config.contains("validate");
+    const Dictionary entered = call.error().additions.value("answer").toMap();
+    for (const Value &entry : entered)
+        world.handedBack.append({call.panelKey, entry.toString()});
+}
+
 /// A call whose panel was up.
 void judgeAsked(World &world, Call &call)
 {
     const Error error = call.error();
+    if (error.code == Call::TimeOver) {
+        judgeTimeOver(world, call);
+        return;
+    }
+    if (!call.pressed && endsByItself(call) && call.fate == Fate::Asks)
+        call.pressed = PressedPanel{QStringLiteral("OK"), true, {}, {}};
     if (call.isStopped && error.code == Interrupted) {
         if (call.result().isValid())
             broken(call, "an answer though it was stopped");

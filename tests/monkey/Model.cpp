@@ -1,5 +1,7 @@
 #include "tests/monkey/Model.h"
 
+#include "tests/monkey/AskModel.h"
+
 #include <QSet>
 
 #include <algorithm>
@@ -78,6 +80,26 @@ QString nameOf(Function function)
 
 } // namespace
 
+Dictionary Request::toData() const
+{
+    Dictionary data{{"function", nameOf(function)}};
+    if (subject.isValid())
+        data.insert("subject", subject);
+    if (!config.isEmpty())
+        data.insert("config", config);
+    return data;
+}
+
+Request Request::fromData(const Dictionary &data)
+{
+    Request request{Function::GetLoopConfig, data.value("subject"), data.value("config").toMap()};
+    for (int function = 0; function <= static_cast<int>(Function::IsLoopFinished); ++function) {
+        if (nameOf(static_cast<Function>(function)) == data.value("function").toString())
+            request.function = static_cast<Function>(function);
+    }
+    return request;
+}
+
 QString Request::inWords() const
 {
     QString words = nameOf(function) + QLatin1Char('(');
@@ -104,9 +126,9 @@ Fate fateOf(const Request &request, const Shape &shape)
     const bool isDrawable = column >= 0 && column < MostColumns;
     const bool isMessage =
         forGroup && hasTypes && !platform::description(request.config.value("message", QString())).isEmpty();
-    if (isMessage)
+    if (isMessage && !areRulesRefused(request, shape))
         return isDrawable ? Fate::Message : Fate::CannotDraw;
-    if (isRefused(request, shape))
+    if (isMessage || isRefused(request, shape) || areRulesRefused(request, shape))
         return Fate::Refused;
     return isDrawable ? Fate::Asks : Fate::CannotDraw;
 }

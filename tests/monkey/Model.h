@@ -37,6 +37,9 @@ struct Request
         return function == Function::ShowView || function == Function::ShowGroupView;
     }
     [[nodiscard]] QString inWords() const;
+    /// As plain data, and back.
+    [[nodiscard]] platform::Dictionary toData() const;
+    [[nodiscard]] static Request fromData(const platform::Dictionary &data);
 };
 
 /// What becomes of a call, as far as its arguments settle it.

@@ -1,29 +1,38 @@
 #include "tests/monkey/Monkey.h"
 
 #include "tests/monkey/Promises.h"
-#include "tests/monkey/Requests.h"
 
 #include <iostream>
 
 namespace monkey {
-namespace {
 
-constexpr std::size_t MostCalls = 9;
-constexpr qsizetype DiaryLength = 40;
-
-} // namespace
-
-Monkey::Monkey(World &world, quint64 seed)
+Monkey::Monkey(World &world)
     : m_world(world)
-    , m_seed(seed)
-    , m_operator(world, [this](const QString &words) { note(words); })
+    , m_operator(world)
 {}
 
-QString Monkey::run(int steps)
+QString Monkey::run(quint64 seed, int steps)
+{
+    Chooser chooser(m_world, seed);
+    return whatBreaks([&] {
+        for (int number = 1; number <= steps; ++number)
+            doStep(chooser.next(number));
+    });
+}
+
+QString Monkey::replay(const Steps &steps)
+{
+    return whatBreaks([&] {
+        for (const Step &step : steps)
+            doStep(step);
+    });
+}
+
+template <class Deeds>
+QString Monkey::whatBreaks(const Deeds &deeds)
 {
     try {
-        for (int step = 1; step <= steps; ++step)
-            doStep(step);
+        deeds();
         answerEverything();
     } catch (const BrokenPromise &broken) {
         return QStringList{broken.words, "under way:", m_world.waitingInWords(),
@@ -33,37 +42,27 @@ QString Monkey::run(int steps)
     return {};
 }
 
-QString Monkey::lastSteps() const
+void Monkey::doStep(const Step &chosen)
 {
-    return m_diary.join(QLatin1Char('\n'));
-}
-
-void Monkey::doStep(int step)
-{
-    m_world.beginStep(step);
-    Dice dice(m_seed, static_cast<quint64>(step));
+    // As it is read from its line, so that what is done again is what was done.
+    const Step step = Step::fromLine(chosen.line()).value_or(chosen);
+    m_done.append(step);
+    if (qEnvironmentVariableIsSet("MONKEY_DIARY"))
+        std::cerr << m_done.size() << ": " << step.line().toStdString() << std::endl;
+    m_world.beginStep(m_world.step + 1);
     const QString loopBefore = m_world.loopText();
-    const int chanceOfCalls = m_world.calls.empty() ? 80 : 30;
-    if (m_world.calls.size() < MostCalls && dice.below(100) < chanceOfCalls)
-        makeCalls(dice);
-    else
-        m_operator.act(dice);
+    if (!m_operator.perform(step))
+        makeCalls(step);
     if (!m_world.mayLoopChange && m_world.loopText() != loopBefore)
         throw BrokenPromise{
             QStringLiteral("the loop's number has changed to \"%1\"").arg(m_world.loopText())};
 }
 
 /// One call, or several at the same moment.
-void Monkey::makeCalls(Dice &dice)
+void Monkey::makeCalls(const Step &step)
 {
-    const int count = dice.oneIn(3) ? 2 + dice.below(3) : 1;
-    QList<Request> requests;
-    for (int i = 0; i < count; ++i) {
-        requests.append(randomRequest(dice, m_world.shape));
-        note(requests.last().inWords());
-    }
-    for (const Request &request : requests)
-        m_world.make(request);
+    for (const platform::Value &request : step.with.value("calls").toList())
+        m_world.make(Request::fromData(request.toMap()));
     settle(m_world);
 }
 
@@ -78,15 +77,6 @@ void Monkey::answerEverything()
         if (left-- == 0 || !m_operator.answerFirstPanel())
             throw BrokenPromise{QStringLiteral("what can be seen does not end every call")};
     }
-}
-
-void Monkey::note(const QString &words)
-{
-    m_diary.append(QStringLiteral("%1: %2").arg(m_world.step).arg(words));
-    if (m_diary.size() > DiaryLength)
-        m_diary.removeFirst();
-    if (qEnvironmentVariableIsSet("MONKEY_DIARY"))
-        std::cerr << m_diary.last().toStdString() << std::endl;
 }
 
 } // namespace monkey

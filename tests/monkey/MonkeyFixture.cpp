@@ -1,5 +1,6 @@
 #include "tests/monkey/MonkeyFixture.h"
 
+#include "tests/monkey/Monkey.h"
 #include "tests/support/Wait.h"
 
 #include <algorithm>
@@ -17,10 +18,28 @@ World &MonkeyFixture::startWorld(const Shape &shape)
     // From here on it is the calls themselves that are told.
     Call::listen(true);
     m_world.reset(new World{plugin(), window(), log, [this] { settle(); }, shape});
+    if (prepare)
+        prepare(*m_world);
     return *m_world;
 }
 
+QString MonkeyFixture::replay(const Shape &shape, const Steps &steps)
+{
+    QString broken;
+    {
+        Monkey monkey(startWorld(shape));
+        broken = monkey.replay(steps);
+    }
+    endWorld();
+    return broken;
+}
+
 void MonkeyFixture::TearDown()
+{
+    endWorld();
+}
+
+void MonkeyFixture::endWorld()
 {
     if (m_world) {
         plugin().interruptWaitingCalls();

@@ -6,10 +6,10 @@
 #include "tests/monkey/Promises.h"
 #include "tests/monkey/Scan.h"
 
+#include <QHash>
 #include <QWidget>
 
 #include <algorithm>
-#include <utility>
 
 using platform::Button;
 using platform::View;
@@ -17,8 +17,7 @@ using platform::View;
 namespace monkey {
 namespace {
 
-constexpr qint64 UsualLength = 7;
-constexpr qint64 TooLong = 5000;
+constexpr int TooLong = 5000;
 
 QList<SeenPanel> visiblePanels(const World &world)
 {
@@ -52,48 +51,34 @@ Button *easiestButton(const SeenPanel &panel)
 
 } // namespace
 
-Operator::Operator(World &world, Diary diary)
+Operator::Operator(World &world)
     : m_world(world)
-    , m_diary(std::move(diary))
     , m_hands(&world.window)
 {}
 
-void Operator::act(Dice &dice)
+bool Operator::perform(const Step &step)
 {
-    const int what = dice.below(100);
-    if (what < 34)
-        scanSomething(dice);
-    else if (what < 62)
-        pressSomething(dice);
-    else if (what < 68)
-        pressAndScan(dice);
-    else if (what < 70)
-        pressByKey();
-    else if (what < 75)
-        clickField(dice);
-    else if (what < 80)
-        clickSwitch(dice);
-    else if (what < 82)
-        switchAndScan(dice);
-    else if (what < 84)
-        clickNowhere();
-    else if (what < 87)
-        resize(dice);
-    else if (what < 92)
-        toggleGroup(dice);
-    else if (what < 95)
-        beginEntry();
-    else if (what < 97)
-        typeLoopNumber(dice);
-    else if (what < 99)
-        tab();
-    else
-        stop();
-}
-
-void Operator::type(const QString &text)
-{
-    m_hands.type(text);
+    using Deed = void (Operator::*)(const Step &);
+    static const QHash<QString, Deed> deeds{
+        {"scan", &Operator::scan},
+        {"press", &Operator::press},
+        {"press by key", &Operator::pressByKey},
+        {"click field", &Operator::clickField},
+        {"flip", &Operator::flip},
+        {"click nowhere", &Operator::clickNowhere},
+        {"resize", &Operator::resize},
+        {"switch group", &Operator::switchGroup},
+        {"begin", &Operator::beginEntry},
+        {"type loop", &Operator::typeLoopNumber},
+        {"tab", &Operator::tab},
+        {"return", &Operator::pressReturn},
+        {"walk choices", &Operator::walkChoices},
+        {"stop", &Operator::stop},
+    };
+    const Deed deed = deeds.value(step.verb);
+    if (deed)
+        (this->*deed)(step);
+    return deed != nullptr;
 }
 
 bool Operator::click(View *view)
@@ -101,169 +86,121 @@ bool Operator::click(View *view)
     try {
         m_hands.click(view);
         return true;
-    } catch (const station::OperatorFailure &why) {
-        m_diary(QStringLiteral("  cannot be clicked: %1").arg(QString::fromUtf8(why.what())));
+    } catch (const station::OperatorFailure &) {
         return false;
     }
 }
 
-/// No text holds another one: each has its only letter that is no hexadecimal digit in front, and the digits
-/// behind it are no beginning of a longer one's.
-QString Operator::newText(qint64 length)
+SeenPanel Operator::panelOf(const Step &step) const
 {
-    constexpr int First = 0x10000;
-    constexpr int Hexadecimal = 16;
-    const auto digits = static_cast<int>((length >= 6 ? length : UsualLength) - 1);
-    return QLatin1Char('Z') +
-           QString::number(First + ++m_texts, Hexadecimal).rightJustified(digits, QLatin1Char('0')).toUpper();
+    const QList<SeenPanel> panels = visiblePanels(m_world);
+    const SeenPanel *panel = panelWithKey(panels, step.text("panel"));
+    return panel ? *panel : SeenPanel();
 }
 
-qint64 Operator::wantedLength() const
+void Operator::scan(const Step &step)
 {
-    const Focus focus = focusIn(m_world.root());
-    const Call *call = m_world.callAt(focus.panelKey);
-    return call ? lengthIn(call->request.config) : UsualLength;
+    const QString mark = step.text("text");
+    const QString behind = step.text("behind");
+    if (!mark.isEmpty())
+        scan(mark + (behind == QLatin1String("too long") ? QString(TooLong, QLatin1Char('x')) : behind),
+             mark);
 }
 
 void Operator::scan(const QString &entry, const QString &mark)
 {
-    m_diary(QStringLiteral("scan \"%1\"").arg(entry.left(40)));
     Scan scan(m_world, entry, mark);
     type(entry + QLatin1Char('\n'));
     settle(m_world);
     scan.judge();
 }
 
-void Operator::scanSomething(Dice &dice)
+void Operator::press(const Step &step)
 {
-    const qint64 length = wantedLength();
-    const QString text = newText(dice.oneIn(8) ? length + 1 : length);
-    switch (dice.below(24)) {
-    case 0: {
-        if (m_scanned.isEmpty())
-            break;
-        const QString again = dice.pick(m_scanned);
-        scan(again, again);
-        return;
+    const SeenPanel panel = panelOf(step);
+    Button *button = panel.buttons.value(step.number("at"));
+    if (!button || button->title() != step.text("button"))
+        button = buttonWithTitle(panel, step.text("button"));
+    if (button)
+        press(panel, button, step.text("scan"));
+}
+
+void Operator::press(const SeenPanel &panel, Button *button, const QString &andScan)
+{
+    std::optional<Scan> scan;
+    if (!andScan.isEmpty()) {
+        scan.emplace(m_world, andScan, andScan);
+        scan->forecastNothing();
     }
-    case 1:
-        scan(text + QString(TooLong, QLatin1Char('x')), text);
-        return;
-    case 2:
-        scan(text + QChar(0x1E), text);
-        return;
-    case 3:
-        scan(text + QChar(0x1D) + QLatin1Char('x'), text);
-        return;
-    default:
-        break;
+    const QString title = button->title();
+    Press press(m_world, panel, button);
+    if (!click(button)) {
+        // Its time may be over just now.
+        if (press.isLimited())
+            return settle(m_world);
+        throw BrokenPromise{QStringLiteral("\"%1\" of panel %2 cannot be pressed").arg(title, panel.key)};
     }
-    m_scanned.append(text);
-    scan(text, text);
-}
-
-void Operator::press(const SeenPanel &panel, Button *button)
-{
-    m_diary(QStringLiteral("press \"%1\" on panel %2").arg(button->title(), panel.key));
-    Press press(m_world, panel, button);
-    if (!click(button))
-        throw BrokenPromise{
-            QStringLiteral("\"%1\" of panel %2 cannot be pressed").arg(button->title(), panel.key)};
+    if (scan)
+        type(andScan + QLatin1Char('\n'));
     press.settle();
+    if (scan)
+        scan->judge();
 }
 
-void Operator::pressSomething(Dice &dice)
-{
-    const QList<SeenPanel> panels = visiblePanels(m_world);
-    if (panels.isEmpty())
-        return;
-    const SeenPanel panel = dice.pick(panels);
-    press(panel, dice.pick(panel.buttons));
-}
-
-void Operator::pressAndScan(Dice &dice)
-{
-    const QList<SeenPanel> panels = visiblePanels(m_world);
-    if (panels.isEmpty())
-        return;
-    const SeenPanel panel = dice.pick(panels);
-    Button *button = dice.pick(panel.buttons);
-    const QString text = newText(wantedLength());
-    m_diary(QStringLiteral("press \"%1\" on panel %2 and scan \"%3\" at once")
-                .arg(button->title(), panel.key, text));
-    Scan scan(m_world, text, text);
-    scan.forecastNothing();
-    Press press(m_world, panel, button);
-    if (!click(button))
-        throw BrokenPromise{
-            QStringLiteral("\"%1\" of panel %2 cannot be pressed").arg(button->title(), panel.key)};
-    type(text + QLatin1Char('\n'));
-    press.settle();
-    scan.judge();
-}
-
-/// The space bar presses the button that has the focus.
-void Operator::pressByKey()
+/// A key presses the button that has the focus.
+void Operator::pressByKey(const Step &)
 {
     for (const SeenPanel &panel : visiblePanels(m_world)) {
         for (const auto &button : panel.buttons) {
             if (!button->isFirstResponder())
                 continue;
-            m_diary(QStringLiteral("press \"%1\" on panel %2 with the space bar")
-                        .arg(button->title(), panel.key));
             Press press(m_world, panel, button);
-            type(QStringLiteral(" "));
+            // "Clear" by Return, which does not wait whether more keys follow: nobody is told when it is
+            // done.
+            type(button->title() == QLatin1String("Clear") ? QStringLiteral("\n") : QStringLiteral(" "));
             press.settle();
             return;
         }
     }
 }
 
-void Operator::clickField(Dice &dice)
+void Operator::clickField(const Step &step)
 {
-    const QList<SeenPanel> panels = visiblePanels(m_world);
-    if (panels.isEmpty())
+    for (const SeenField &field : panelOf(step).visibleFields()) {
+        if (field.label != step.text("label"))
+            continue;
+        m_world.isFocusChosen = true;
+        if (click(field.field))
+            settle(m_world);
         return;
-    const SeenPanel panel = dice.pick(panels);
-    QList<SeenField> fields = panel.shown;
-    if (panel.entry)
-        fields.append(*panel.entry);
-    fields.removeIf([](const SeenField &field) { return !field.field->isVisible(); });
-    if (fields.isEmpty())
-        return;
-    const SeenField field = dice.pick(fields);
-    m_diary(QStringLiteral("click field %1 of panel %2").arg(field.label, panel.key));
-    m_world.isFocusChosen = true;
-    if (click(field.field))
-        settle(m_world);
+    }
 }
 
-void Operator::clickSwitch(Dice &dice)
+void Operator::flip(const Step &step)
 {
-    const QList<SeenPanel> panels = visiblePanels(m_world);
-    if (panels.isEmpty())
+    const QString text = step.text("scan");
+    std::optional<Scan> scan;
+    if (!text.isEmpty()) {
+        scan.emplace(m_world, text, text);
+        scan->forecastNothing();
+    }
+    for (const SeenSwitch &seen : panelOf(step).switches) {
+        if (seen.slot == step.text("slot") && seen.button->isVisible() && click(seen.button))
+            settle(m_world);
+    }
+    if (!scan)
         return;
-    const SeenPanel panel = dice.pick(panels);
-    QList<SeenSwitch> switches = panel.switches;
-    switches.removeIf([](const SeenSwitch &seen) { return !seen.button->isVisible(); });
-    if (switches.isEmpty())
-        return;
-    const SeenSwitch seen = dice.pick(switches);
-    m_diary(QStringLiteral("click switch %1 of panel %2").arg(seen.slot, panel.key));
-    if (click(seen.button))
-        settle(m_world);
-}
-
-void Operator::switchAndScan(Dice &dice)
-{
-    const QString text = newText(wantedLength());
-    Scan scan(m_world, text, text);
-    scan.forecastNothing();
-    clickSwitch(dice);
-    m_diary(QStringLiteral("  and scan \"%1\" after it").arg(text));
     type(text + QLatin1Char('\n'));
     settle(m_world);
-    scan.judge();
+    scan->judge();
+}
+
+/// Texts that no step has, for what is left at the end.
+QString Operator::lastText(qint64 length)
+{
+    constexpr qint64 Usual = 7;
+    const auto digits = static_cast<int>((length >= 6 ? length : Usual) - 1);
+    return QLatin1Char('Y') + QString::number(++m_texts).rightJustified(digits, QLatin1Char('0'));
 }
 
 bool Operator::answerFirstPanel()
@@ -275,13 +212,12 @@ bool Operator::answerFirstPanel()
     const Call *call = m_world.callAt(panel.key);
     Button *button = easiestButton(panel);
     if (call && panel.entry && button->title() == QLatin1String("OK")) {
-        m_diary(QStringLiteral("click field %1 of panel %2").arg(panel.entry->label, panel.key));
         m_world.isFocusChosen = true;
         if (!click(panel.entry->field))
             throw BrokenPromise{QStringLiteral("the field of panel %1 cannot be clicked").arg(panel.key)};
         settle(m_world);
         type(QString(panel.entry->field->stringValue().size(), QLatin1Char('\b')));
-        const QString text = newText(lengthIn(call->request.config));
+        const QString text = easyEntry(call->request.config);
         scan(text, text);
     }
     for (const SeenPanel &now : visiblePanels(m_world)) {

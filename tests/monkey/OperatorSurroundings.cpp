@@ -1,5 +1,5 @@
 #include "plugin/InteractiveView.h"
-#include "station/operator/OperatorFailure.h"
+#include "tests/monkey/AskModel.h"
 #include "tests/monkey/Operator.h"
 #include "tests/monkey/Promises.h"
 #include "tests/support/Wait.h"
@@ -21,13 +21,12 @@ constexpr QSize LargeWindow(1600, 1000);
 } // namespace
 
 /// Where there is nothing but the view's own ground.
-void Operator::clickNowhere()
+void Operator::clickNowhere(const Step &)
 {
-    constexpr int Step = 8;
-    m_diary("click nowhere");
+    constexpr int Apart = 8;
     const QWidget *root = m_world.root();
-    for (int y = 1; y < root->height(); y += Step) {
-        for (int x = 1; x < root->width(); x += Step) {
+    for (int y = 1; y < root->height(); y += Apart) {
+        for (int x = 1; x < root->width(); x += Apart) {
             const QPoint point = root->mapTo(&m_world.window, QPoint(x, y));
             if (m_world.window.childAt(point) != root)
                 continue;
@@ -38,64 +37,76 @@ void Operator::clickNowhere()
     }
 }
 
-void Operator::resize(Dice &dice)
+void Operator::resize(const Step &step)
 {
-    // The buttons of all groups may stand in a row each; below them there is room for a part of a panel.
-    constexpr int RowOfAButton = 34;
-    const int least = 120 + RowOfAButton * static_cast<int>(m_world.shape.groups.size());
-    const QSize size(200 + dice.below(1400), least + dice.below(900));
-    m_diary(QStringLiteral("resize the window to %1 x %2").arg(size.width()).arg(size.height()));
-    m_world.window.resize(size);
+    m_world.window.resize(step.number("width"), step.number("height"));
     settle(m_world);
 }
 
-void Operator::toggleGroup(Dice &dice)
+void Operator::switchGroup(const Step &step)
 {
-    const QString group = dice.pick(m_world.shape.groups);
-    Button *button = groupButtonIn(m_world.root(), group);
-    if (!button || !button->isEnabled())
-        return;
-    m_diary(QStringLiteral("click the button of group %1").arg(group));
-    if (click(button))
+    Button *button = groupButtonIn(m_world.root(), step.text("group"));
+    if (button && button->isEnabled() && click(button))
         settle(m_world);
 }
 
 /// Types the beginning of an entry, and then takes the hands off the keyboard.
-void Operator::beginEntry()
+void Operator::beginEntry(const Step &step)
 {
     if (!focusIn(m_world.root()).isInEntry)
         return;
-    const QString text = newText(0).left(3);
-    m_diary(QStringLiteral("begin to type \"%1\"").arg(text));
-    type(text);
-    clickNowhere();
+    // A begun entry keeps the keys, whatever waits elsewhere.
+    m_world.isFocusChosen = true;
+    type(step.text("text"));
+    clickNowhere(step);
 }
 
-void Operator::typeLoopNumber(Dice &dice)
+void Operator::typeLoopNumber(const Step &step)
 {
     platform::TextField *field = loopFieldIn(m_world.root());
-    const QString number = QString::number(dice.below(4));
-    m_diary(QStringLiteral("type %1 into the loop's field").arg(number));
     m_world.isFocusChosen = true;
     m_world.mayLoopChange = true;
     if (!field || !click(field))
         return;
     settle(m_world);
-    type(number + QLatin1Char('\n'));
+    type(QString::number(step.number("passes")) + QLatin1Char('\n'));
     settle(m_world);
 }
 
-void Operator::tab()
+void Operator::tab(const Step &)
 {
-    m_diary("press Tab");
     m_world.isFocusChosen = true;
     type(QStringLiteral("\t"));
     settle(m_world);
 }
 
-void Operator::stop()
+/// Ends the entry that stands in the field, be it begun, offered or there already.
+void Operator::pressReturn(const Step &)
 {
-    m_diary("stop the station and go on");
+    if (!focusIn(m_world.root()).isInEntry)
+        return;
+    m_world.isFocusChosen = true;
+    type(QStringLiteral("\n"));
+    settle(m_world);
+}
+
+/// Takes a row of the list that a field with choices has.
+void Operator::walkChoices(const Step &step)
+{
+    const Focus focus = focusIn(m_world.root());
+    const Call *call = m_world.callAt(focus.panelKey);
+    if (!focus.isInEntry || !call || !call->request.config.contains("choices"))
+        return;
+    m_world.isFocusChosen = true;
+    m_world.isWalking = true;
+    for (int row = 0; row < step.number("rows"); ++row)
+        m_hands.press({station::KeyStroke{Qt::Key_Down, {}, {}}});
+    type(QStringLiteral("\n"));
+    settle(m_world);
+}
+
+void Operator::stop(const Step &)
+{
     for (const auto &call : m_world.calls)
         call->isStopped = true;
     m_world.plugin.interruptWaitingCalls();
@@ -105,11 +116,11 @@ void Operator::stop()
     });
     m_world.plugin.acceptCalls();
     m_world.answers.clear();
+    m_world.given.clear();
 }
 
 void Operator::showAll()
 {
-    m_diary("enlarge the window and switch all groups on");
     m_world.window.resize(LargeWindow);
     settle(m_world);
     for (const QString &group : m_world.shape.groups) {
@@ -118,6 +129,27 @@ void Operator::showAll()
             click(button);
     }
     settle(m_world);
+}
+
+/// What the panel takes, of those that it does not hold yet.
+QString Operator::easyEntry(const platform::Dictionary &config)
+{
+    const QString byDefault = defaultOf(QString(), config);
+    const QStringList choices = labelsIn(config, "choices");
+    for (int tries = 0; tries < 10; ++tries) {
+        const QString text = lastText(lengthIn(config));
+        const auto digits = static_cast<int>(std::max<qint64>(lengthIn(config), 4));
+        const QString number =
+            QLatin1String("4.") + QString::number(m_texts).rightJustified(digits - 2, QLatin1Char('0'));
+        QStringList candidates{number, text, QLatin1Char('Z') + text.mid(1), QLatin1Char('4') + text.mid(1),
+                               byDefault};
+        candidates.append(choices);
+        for (const QString &candidate : candidates) {
+            if (!candidate.isEmpty() && taken(candidate, config) && passesFunction(candidate, config))
+                return candidate;
+        }
+    }
+    return {};
 }
 
 } // namespace monkey

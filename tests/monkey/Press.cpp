@@ -1,5 +1,6 @@
 #include "tests/monkey/Press.h"
 
+#include "tests/monkey/AskModel.h"
 #include "tests/monkey/Promises.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@ Press::Press(World &world, const SeenPanel &panel, platform::Button *button)
     if (!m_call)
         return;
     m_number = m_call->number;
+    m_isAutomatic = m_call->request.config.value("autoConfirm").toBool();
     PressedPanel pressed{m_title, panel.buttons.last() == button, panel.texts(), {}};
     // Keys that were not ended with Return are no entry; of all buttons "OK" alone ends them.
     if (m_title != QLatin1String("OK") && panel.shown.isEmpty() && panel.entry &&
@@ -56,9 +58,17 @@ Press::Forecast Press::forecastOfOk(const SeenPanel &panel) const
 {
     if (m_call->request.function == Function::ShowGroupView)
         return forecastOfGroupsOk(panel);
-    if (!panel.entry || fits(panel.entry->text, lengthIn(m_call->request.config)))
+    if (!panel.entry)
         return Forecast::Ends;
-    return Forecast::Stays;
+    const platform::Dictionary &config = m_call->request.config;
+    const std::optional<platform::Value> value = taken(panel.entry->text, config);
+    if (!value)
+        return Forecast::Stays;
+    // Others may have been given the same since, and a function judges only now what nobody has ended.
+    const bool stands = m_world.record(panel.key).value(panel.entry->label) == *value;
+    if (config.contains("unique") || (config.contains("validate") && !stands))
+        return Forecast::Unsure;
+    return Forecast::Ends;
 }
 
 Press::Forecast Press::forecastOfGroupsOk(const SeenPanel &panel) const
@@ -70,11 +80,15 @@ Press::Forecast Press::forecastOfGroupsOk(const SeenPanel &panel) const
         const QStringList asked = labelsIn(m_call->request.config, "switch");
         return std::ranges::any_of(asked, isOn) ? Forecast::Ends : Forecast::Open;
     }
-    const QMap<QString, QString> texts = panel.texts();
+    // "OK" confirms them, one by one, and one of them may be given already.
+    if (m_call->request.config.contains("default"))
+        return Forecast::Unsure;
+    // What is stored is shown, or the station would not be at rest; an entry may be empty.
+    const platform::Dictionary record = m_world.record(panel.key);
     QStringList asked = labelsIn(m_call->request.config, "input");
     asked.removeIf([&](const QString &slot) { return !isOn(slot); });
-    const bool isWhole = !asked.isEmpty() && std::ranges::none_of(asked, [&](const QString &slot) {
-        return texts.value(slot).isEmpty();
+    const bool isWhole = !asked.isEmpty() && std::ranges::all_of(asked, [&](const QString &slot) {
+        return record.contains(slot);
     });
     return isWhole ? Forecast::Ends : Forecast::Stays;
 }
@@ -88,9 +102,18 @@ void Press::settle()
     m_world.endConfirmations();
     monkey::settle(m_world, stuck, [this] {
         const bool isRefused = m_forecast == Forecast::Open && m_world.hasErrorLine(QString());
-        return m_forecast == Forecast::Stays || isRefused || m_call->hasEnded();
+        const bool isDue = m_forecast == Forecast::Ends || m_forecast == Forecast::Open;
+        // The button waits a moment whether the key is the beginning of a scan.
+        const bool isTold = !isDue && (!m_needsReason || m_world.hasErrorLine(QString()));
+        return isTold || isRefused || m_call->hasEnded();
     });
     judgeStaying(press);
+}
+
+/// A scan right behind the press may be the last entry that its panel has waited for.
+bool Press::mayEndByItself() const
+{
+    return m_isAutomatic && !m_world.scanning.isEmpty();
 }
 
 void Press::judgeStaying(const QString &press)
@@ -98,7 +121,7 @@ void Press::judgeStaying(const QString &press)
     const auto there =
         std::ranges::find_if(m_world.calls, [this](const auto &call) { return call->number == m_number; });
     if (there == m_world.calls.cend()) {
-        if (m_forecast == Forecast::Stays)
+        if (m_forecast == Forecast::Stays && !m_world.hasTimedOut && !mayEndByItself())
             throw BrokenPromise{press + QLatin1String(" ended its call with half of what was asked")};
         return;
     }

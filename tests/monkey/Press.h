@@ -15,15 +15,21 @@ public:
 
     /// Serves events until the call that is to end has ended, and everything is at rest again; then judges.
     void settle();
-    /// Whether the press is to end its call.
-    [[nodiscard]] bool isToEnd() const { return m_forecast == Forecast::Ends; }
+    /// Whether the panel may go by itself.
+    [[nodiscard]] bool isLimited() const { return m_call && m_call->isLimited(); }
 
 private:
-    enum class Forecast { Ends, Stays, Open };
+    enum class Forecast {
+        Ends,
+        Stays,
+        Open,  ///< Ends its call, or says why not.
+        Unsure ///< What will be is not known from outside.
+    };
 
     [[nodiscard]] bool asksNothing() const;
     [[nodiscard]] Forecast forecastOf(const SeenPanel &panel) const;
     [[nodiscard]] Forecast forecastOfOk(const SeenPanel &panel) const;
+    [[nodiscard]] bool mayEndByItself() const;
     [[nodiscard]] Forecast forecastOfGroupsOk(const SeenPanel &panel) const;
     void judgeStaying(const QString &press);
 
@@ -33,6 +39,7 @@ private:
     Call *m_call; ///< Null when no call waits on the panel.
     int m_number = 0;
     Forecast m_forecast = Forecast::Open;
+    bool m_isAutomatic = false; ///< Its panel ends when all is entered.
     bool m_needsReason = false; ///< When the call stays the operator is told why.
 };
 

@@ -3,6 +3,7 @@
 #include "platform/MainQueue.h"
 #include "plugin/InteractiveView.h"
 #include "plugin/Rooms.h"
+#include "tests/monkey/AskModel.h"
 #include "tests/support/Wait.h"
 
 #include <algorithm>
@@ -73,6 +74,13 @@ bool collectsItsAnswer(const World &world, const Call &call)
     return waits.isAnswered(waits.panelKey(call.panelKey)) || waits.isAnswered(waits.panelKey(group));
 }
 
+/// Whether its panel stands for so short a time that nobody could answer it.
+bool isAboutToEnd(const Call &call)
+{
+    constexpr int HardlyAnyTime = 50;
+    return call.isLimited() && limitOf(call.request.config) <= HardlyAnyTime;
+}
+
 QString unrestOf(const World &world, const QList<SeenPanel> &panels, const Call &call)
 {
     switch (call.state()) {
@@ -81,6 +89,10 @@ QString unrestOf(const World &world, const QList<SeenPanel> &panels, const Call 
     case State::WaitsForTurn:
         return unrestOfQueued(world, call);
     case State::WaitsForOperator:
+        if (isAboutToEnd(call))
+            return call.inWords() + QLatin1String(", has hardly any time");
+        if (world.plugin.rooms().checks.arePending(call.panelKey))
+            return call.inWords() + QLatin1String(", waits for its own function");
         if (collectsItsAnswer(world, call))
             return call.inWords() + QLatin1String(", collects its answer");
         return unrestOfAsked(world, panels, call);
@@ -95,8 +107,13 @@ QString hiddenEntry(const World &world, const SeenPanel &panel)
 {
     const platform::Dictionary record = world.record(panel.key);
     for (const SeenField &field : panel.shown) {
-        const QString stored = record.value(field.label).toString();
-        if (stored != field.text) {
+        const platform::Value value = record.value(field.label);
+        const QString stored = value.toString();
+        const Call *call = world.callAt(panel.key);
+        // A text that the call's function has refused stays to be seen, in red.
+        const bool isRefused = call && !value.isValid() && !passesFunction(field.text, call->request.config);
+        const bool isSame = call && value.isValid() && taken(field.text, call->request.config) == value;
+        if (stored != field.text && !isRefused && !isSame) {
             return QStringLiteral("panel %1 shows \"%2\" for %3 and has stored \"%4\"")
                 .arg(panel.key, field.text, field.label, stored);
         }
@@ -108,6 +125,9 @@ QString hiddenEntry(const World &world, const SeenPanel &panel)
 
 QString unrestIn(const World &world)
 {
+    // Also a panel that ends by itself is pressed, and what is typed meanwhile waits.
+    if (world.plugin.rooms().keys.isHolding())
+        return QStringLiteral("a press is being carried out");
     const QList<SeenPanel> panels = panelsIn(world.root());
     for (const auto &call : world.calls) {
         if (const QString unrest = unrestOf(world, panels, *call); !unrest.isEmpty())
@@ -119,19 +139,21 @@ QString unrestIn(const World &world)
         if (const QString unrest = hiddenEntry(world, panel); !unrest.isEmpty())
             return unrest;
     }
-    return {};
+    return world.furtherPromise ? world.furtherPromise(world) : QString();
 }
 
 void settle(World &world, const QString &otherwise, const std::function<bool()> &condition)
 {
     bool isServed = false;
     platform::MainQueue::async([&isServed] { isServed = true; });
-    const bool isConditionMet = testsupport::waitUntil([&] { return isServed && condition(); });
+    const bool isConditionMet =
+        testsupport::waitUntil([&] { return isServed && condition(); }, world.patience);
     if (!isConditionMet)
         throw BrokenPromise{otherwise};
-    if (!testsupport::waitUntil([&] { return unrestIn(world).isEmpty(); }))
+    if (!testsupport::waitUntil([&] { return unrestIn(world).isEmpty(); }, world.patience))
         throw BrokenPromise{unrestIn(world)};
     world.wasLoopOn = world.wasLoopOn || world.isLoopOn();
+    world.noteEntered();
     // Those that end a loop come last: they forget what the others may have been answered with.
     // Those that were asked come first: of two calls of one question the later one is answered with the
     // other.

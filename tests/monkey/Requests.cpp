@@ -1,5 +1,7 @@
 #include "tests/monkey/Requests.h"
 
+#include "tests/monkey/CaseFile.h"
+
 #include <QList>
 
 #include <algorithm>
@@ -89,6 +91,64 @@ void addLooks(Dice &dice, Dictionary &config)
         config.insert("drawShadow", dice.pick(QList<Value>{true, "NO"}));
 }
 
+void addForm(Dice &dice, Dictionary &config)
+{
+    const QList<Value> numbers{Dictionary{{"min", 0}, {"max", 5}, {"unit", "V"}}, Dictionary{{"decimals", 0}},
+                               Dictionary{{"max", 8.5}}, Dictionary{{"min", 5}, {"max", 1}}};
+    switch (dice.below(9)) {
+    case 0:
+        config.insert("pattern", dice.pick(QStringList{"Z[0-9A-F]+", "Z[0-9A-F]+", "[0-9]+", "("}));
+        break;
+    case 1:
+        config.insert("number", dice.pick(numbers));
+        break;
+    case 2:
+        config.insert("choices", dice.oneIn(10) ? Array{} : Array{"Qgreen", "Qred", "Qblue", "qGrey"});
+        break;
+    default:
+        return;
+    }
+    // A length that numbers and choices do not have would refuse them all.
+    if (!dice.oneIn(8))
+        config.remove("length");
+}
+
+void addJudging(Dice &dice, Dictionary &config)
+{
+    if (dice.oneIn(6))
+        config.insert("validate",
+                      dice.oneIn(12)
+                          ? Value("nothing to call")
+                          : Value(Dictionary{{"function", dice.oneIn(3) ? "accepts" : "refuses a third"}}));
+    if (dice.oneIn(7))
+        config.insert("unique", dice.pick(QStringList{"group", "station", "station", "run", "run", "all"}));
+    if (dice.oneIn(12))
+        config.insert("hint", "It stands on the label");
+    if (dice.oneIn(6))
+        config.insert("autoConfirm", dice.oneIn(15) ? Value("yes") : Value(!dice.oneIn(6)));
+}
+
+void addOffer(Dice &dice, Dictionary &config, bool forGroup)
+{
+    if (dice.oneIn(12))
+        config.insert("placeholder", "Scan the unit");
+    if (!dice.oneIn(7))
+        return;
+    const QString offered = config.contains("number")    ? QStringLiteral("3.5")
+                            : config.contains("choices") ? QStringLiteral("Qred")
+                                                         : QStringLiteral("ZDEF001");
+    const QString other =
+        config.contains("number") || config.contains("choices") ? offered : QStringLiteral("ZDEF002");
+    config.insert("default", forGroup ? Value(Dictionary{{"S1", offered}, {"S2", other}}) : Value(offered));
+}
+
+/// Hardly any time, so little that it ends in the midst of something, and so much that nobody sees the end.
+void addLimit(Dice &dice, Dictionary &config)
+{
+    if (dice.oneIn(14))
+        config.insert("timeLimit", dice.pick(QList<Value>{0.02, 0.15, 0.3, 1000, 1000, 0, "soon"}));
+}
+
 Dictionary randomConfig(Dice &dice, const Shape &shape, bool forGroup)
 {
     Dictionary config;
@@ -106,6 +166,13 @@ Dictionary randomConfig(Dice &dice, const Shape &shape, bool forGroup)
     if (dice.oneIn(forGroup ? 10 : 4))
         config.insert("message", "Insert the next unit");
     addLooks(dice, config);
+    // Without an entry these are refused, which has to be tried, too.
+    if (asksInput || dice.oneIn(30)) {
+        addForm(dice, config);
+        addJudging(dice, config);
+        addOffer(dice, config, forGroup);
+    }
+    addLimit(dice, config);
     return config;
 }
 
@@ -113,14 +180,8 @@ Dictionary randomConfig(Dice &dice, const Shape &shape, bool forGroup)
 
 Shape randomShape(Dice &dice)
 {
-    Shape shape;
     const int groups = 1 + dice.below(MostGroups);
-    const int slotCount = 1 + dice.below(MostSlots);
-    for (int i = 1; i <= groups; ++i)
-        shape.groups.append(QStringLiteral("G%1").arg(i));
-    for (int i = 1; i <= slotCount; ++i)
-        shape.slotNames.append(QStringLiteral("S%1").arg(i));
-    return shape;
+    return shapeOf(groups, 1 + dice.below(MostSlots));
 }
 
 Request randomRequest(Dice &dice, const Shape &shape)

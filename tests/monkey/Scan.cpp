@@ -1,5 +1,7 @@
 #include "tests/monkey/Scan.h"
 
+#include "tests/monkey/AskModel.h"
+
 #include <algorithm>
 
 using platform::Dictionary;
@@ -29,6 +31,7 @@ Scan::Scan(World &world, const QString &entry, const QString &mark)
     for (const SeenPanel &panel : panelsIn(world.root()))
         m_recordsBefore.insert(panel.key, world.record(panel.key));
     forecast(m_focus);
+    world.scanning = mark;
 }
 
 void Scan::forecastRefusal(const QString &why)
@@ -57,8 +60,16 @@ void Scan::forecastFor(const SeenPanel &panel, const Call &call, bool isInEntry)
     const std::optional<QString> entry = entryWith(*panel.entry, isInEntry, m_entry);
     if (!entry)
         return;
-    if (!fits(*entry, lengthIn(call.request.config))) {
+    if (!taken(*entry, call.request.config)) {
         forecastRefusal("it does not fit");
+        return;
+    }
+    if (isGivenElsewhere(*entry, call)) {
+        forecastRefusal("it was given elsewhere");
+        return;
+    }
+    if (!passesFunction(*entry, call.request.config)) {
+        forecastRefusal("the call's own function refuses it");
         return;
     }
     if (call.request.function == Function::ShowGroupView) {
@@ -69,16 +80,39 @@ void Scan::forecastFor(const SeenPanel &panel, const Call &call, bool isInEntry)
     m_expected = {panel.key, panel.entry->label};
 }
 
+bool Scan::isGivenElsewhere(const QString &entry, const Call &call) const
+{
+    const QString scope = call.request.config.value("unique").toString();
+    if (scope != QLatin1String("station") && scope != QLatin1String("run"))
+        return false;
+    for (auto record = m_recordsBefore.cbegin(); record != m_recordsBefore.cend(); ++record) {
+        if (record.key() == call.panelKey || !m_world.callAt(record.key()) ||
+            m_world.callAt(record.key())->fate != Fate::Asks)
+            continue;
+        for (auto given = record->cbegin(); given != record->cend(); ++given) {
+            if (given.key() != QLatin1String("length") && platform::description(given.value()) == entry)
+                return true;
+        }
+    }
+    return scope == QLatin1String("run") && m_world.given.contains(entry);
+}
+
 void Scan::forecastForGroup(const SeenPanel &panel, const Call &call, const QString &entry)
 {
-    const QMap<QString, QString> texts = panel.texts();
-    if (texts.values().contains(entry)) {
+    QMap<QString, QString> texts = panel.texts();
+    for (QString &text : texts) {
+        // Stays to be seen, and is no entry.
+        if (!passesFunction(text, call.request.config))
+            text.clear();
+    }
+    if (!allowsEqual(call.request.config) && texts.values().contains(entry)) {
         forecastRefusal("another slot has it");
         return;
     }
     const QStringList asked = labelsIn(call.request.config, "input");
     for (const QString &slot : m_world.shape.slotNames) {
-        if (asked.contains(slot) && panel.isSwitchedOn(slot) && texts.value(slot).isEmpty()) {
+        const bool isFilled = m_recordsBefore.value(panel.key).contains(slot);
+        if (asked.contains(slot) && panel.isSwitchedOn(slot) && !isFilled) {
             m_forecast = Forecast::Lands;
             m_expected = {panel.key, slot};
             return;
@@ -91,6 +125,10 @@ QSet<Scan::Place> Scan::placesOfText() const
 {
     QSet<Place> places;
     for (const SeenPanel &panel : panelsIn(m_world.root())) {
+        // Under an error's panel stands what its group has answered before.
+        const Call *call = m_world.callAt(panel.key);
+        if (call && call->fate != Fate::Asks)
+            continue;
         const Dictionary record = m_world.record(panel.key);
         for (auto entry = record.cbegin(); entry != record.cend(); ++entry) {
             if (entry.value().toString().contains(m_mark))
@@ -120,6 +158,10 @@ void Scan::judge()
 {
     const QSet<Place> places = placesOfText() - m_placesBefore;
     const bool isRefused = m_world.hasErrorLine(m_mark);
+    // Where a panel went by itself meanwhile, nobody can say what came first.
+    if (m_world.hasTimedOut)
+        forecastNothing();
+    m_world.scanning.clear();
     if (isTakenByLoop()) {
         m_world.mayLoopChange = true;
         return;
@@ -128,7 +170,7 @@ void Scan::judge()
         broken("changed the loop's number");
     if (places.size() > 1)
         broken("is in two places");
-    if (places.isEmpty() && !isRefused && m_placesBefore.isEmpty())
+    if (places.isEmpty() && !isRefused && m_placesBefore.isEmpty() && !m_world.mayLoseUnjudged)
         broken("is nowhere, and no line says why");
     if (!places.isEmpty() && isRefused)
         broken("was refused and is stored as well");
@@ -143,11 +185,15 @@ void Scan::judgeLanding(const Place &place) const
     const QString where = QStringLiteral("landed in %1 of panel %2").arg(place.second, place.first);
     if (m_forecast == Forecast::Refused)
         broken(where + QLatin1String(" though ") + m_reason);
-    if (m_forecast == Forecast::Lands && place != m_expected)
+    const bool isAnswer = place == Place(m_expected.first, QStringLiteral("(answer)"));
+    if (m_forecast == Forecast::Lands && place != m_expected && !isAnswer)
         broken(where + QStringLiteral(" and not in %1 of panel %2").arg(m_expected.second, m_expected.first));
     const QList<SeenPanel> panels = panelsIn(m_world.root());
     const SeenPanel *panel = panelWithKey(panels, place.first);
     if (!panel)
+        return;
+    // A panel that ended with its last entry has made place for the next one of its key.
+    if (place.second == QLatin1String("(answer)"))
         return;
     if (!panel->texts().value(place.second).contains(m_mark))
         broken(where + QLatin1String(", which does not show it"));

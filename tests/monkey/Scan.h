@@ -33,6 +33,7 @@ private:
     void forecast(const Focus &focus);
     void forecastRefusal(const QString &why);
     void forecastFor(const SeenPanel &panel, const Call &call, bool isInEntry);
+    [[nodiscard]] bool isGivenElsewhere(const QString &entry, const Call &call) const;
     void forecastForGroup(const SeenPanel &panel, const Call &call, const QString &entry);
     [[nodiscard]] QSet<Place> placesOfText() const;
     void judgeLanding(const Place &place) const;

@@ -39,7 +39,7 @@ void look(SeenPanel &panel)
         } else if (button && button->actionSelector() == "switchBtnClicked:") {
             panel.switches.append(
                 {button, identifier.section(QLatin1Char('-'), 2), button->state() != Button::Off});
-        } else if (field && identifier.startsWith(own)) {
+        } else if (field && identifier.startsWith(own) && identifier != own + QLatin1String("StatusLine")) {
             const SeenField seen{field, partAfter(identifier), field->stringValue()};
             if (field->isEditable())
                 panel.entry = seen;
@@ -58,6 +58,15 @@ bool SeenPanel::isSwitchedOn(const QString &slot) const
             return candidate.isOn;
     }
     return false;
+}
+
+QList<SeenField> SeenPanel::visibleFields() const
+{
+    QList<SeenField> fields = shown;
+    if (entry)
+        fields.append(*entry);
+    fields.removeIf([](const SeenField &field) { return !field.field->isVisible(); });
+    return fields;
 }
 
 QMap<QString, QString> SeenPanel::texts() const

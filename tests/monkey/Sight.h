@@ -40,6 +40,8 @@ struct SeenPanel
     QList<QPointer<platform::Button>> buttons;
 
     [[nodiscard]] bool isSwitchedOn(const QString &slot) const;
+    /// Its fields that can be clicked.
+    [[nodiscard]] QList<SeenField> visibleFields() const;
     /// What the panel shows as entered, by slot or label.
     [[nodiscard]] QMap<QString, QString> texts() const;
 };

@@ -41,6 +41,20 @@ QString World::loopText() const
     return field ? field->stringValue() : QString();
 }
 
+bool World::isAnyLimited() const
+{
+    return std::ranges::any_of(calls, [](const auto &call) { return call->isLimited(); });
+}
+
+void World::noteEntered()
+{
+    for (const SeenPanel &panel : panelsIn(root())) {
+        const Dictionary stored = record(panel.key);
+        for (auto entry = stored.cbegin(); entry != stored.cend(); ++entry)
+            entered[panel.key + QLatin1Char(' ') + entry.key()].insert(entry.value().toString());
+    }
+}
+
 Dictionary World::record(const QString &panelKey) const
 {
     return plugin.property("savedData").toMap().value(panelKey).toMap();
@@ -68,6 +82,10 @@ void World::beginStep(int number)
     step = number;
     log.clear();
     handedBack.clear();
+    scanning.clear();
+    hasTimedOut = false;
+    mayLoseUnjudged = false;
+    isWalking = false;
     mayLoopChange = false;
     wasLoopOn = isLoopOn();
 }

@@ -8,6 +8,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -52,6 +53,20 @@ struct World
     QList<HandedBack> handedBack{};
     /// Loop mode was on at some moment of this step.
     bool wasLoopOn = false;
+    /// Entries of answers that were given since the last Stop.
+    QSet<QString> given{};
+    /// What is being scanned, as long as nobody knows where it has landed.
+    QString scanning{};
+    /// A choice is being taken from its list.
+    bool isWalking = false;
+    /// A panel has gone by itself in this step.
+    bool hasTimedOut = false;
+    /// With it an entry may have gone that its call's function had not judged yet.
+    bool mayLoseUnjudged = false;
+    /// How long something that is due is waited for.
+    std::chrono::seconds patience{20};
+    /// What else is to hold at rest; says what does not, otherwise nothing.
+    std::function<QString(const World &)> furtherPromise{};
     /// The operator has chosen where the keys go, since an entry was last taken.
     bool isFocusChosen = false;
     /// The number in the loop's field may change in this step.
@@ -63,6 +78,10 @@ struct World
     [[nodiscard]] Call *callAt(const QString &panelKey) const;
     [[nodiscard]] bool isLoopOn() const;
     [[nodiscard]] QString loopText() const;
+    /// Whether one of the calls may end by itself at any moment.
+    [[nodiscard]] bool isAnyLimited() const;
+    /// Notes what is stored at rest as entered.
+    void noteEntered();
     /// What is stored as entered for a panel.
     [[nodiscard]] platform::Dictionary record(const QString &panelKey) const;
     /// Whether a line at error level of this step holds the text.
