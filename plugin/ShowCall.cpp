@@ -300,7 +300,10 @@ void ShowCall::showProblem(const QString &message)
 platform::Value ShowCall::givenAnswer()
 {
     const QString key = m_subject.panelKey.text();
-    const std::optional<platform::Dictionary> found = m_rooms.records.record(key);
+    std::optional<platform::Dictionary> found = m_rooms.records.record(key);
+    // The rule is no part of the answer; in the record it stands until the panel has gone.
+    if (found)
+        found->remove(keys::Length);
     const platform::Value states = m_wanted.switchCount > 0 ? m_rooms.slotStates.of(key) : platform::Value();
     return resultOf(found ? platform::Value(*found) : platform::Value(), states);
 }

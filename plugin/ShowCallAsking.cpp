@@ -83,13 +83,13 @@ bool ShowCall::askOperator()
         m_rooms.records.forget(m_subject.panelKey.text());
         throw;
     }
+    if (wake == Waits::Wake::Pressed)
+        tellAnswer();
+    clearPanel(endedBy(wake));
     if (wake == Waits::Wake::Pressed) {
         m_rooms.records.finish(m_subject.panelKey.text());
-        tellAnswer();
-    }
-    clearPanel(endedBy(wake));
-    if (wake == Waits::Wake::Pressed)
         return true;
+    }
     // What was half entered is no answer.
     m_rooms.records.forget(m_subject.panelKey.text());
     if (!isGroupPanel())
