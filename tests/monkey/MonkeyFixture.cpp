@@ -17,7 +17,7 @@ World &MonkeyFixture::startWorld(const Shape &shape)
     start();
     // From here on it is the calls themselves that are told.
     Call::listen(true);
-    m_world.reset(new World{plugin(), window(), log, [this] { settle(); }, shape});
+    m_world.reset(new World{plugin(), window(), log, [this] { settle(); }, operatorLines, shape});
     if (prepare)
         prepare(*m_world);
     return *m_world;

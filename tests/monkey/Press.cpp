@@ -16,6 +16,7 @@ Press::Press(World &world, const SeenPanel &panel, platform::Button *button)
     if (!m_call)
         return;
     m_number = m_call->number;
+    m_mayBeEarly = m_call->request.config.contains("validate");
     m_isAutomatic = m_call->request.config.value("autoConfirm").toBool();
     PressedPanel pressed{m_title, panel.buttons.last() == button, panel.texts(), {}};
     // Keys that were not ended with Return are no entry; of all buttons "OK" alone ends them.
@@ -105,7 +106,7 @@ void Press::settle()
         const bool isDue = m_forecast == Forecast::Ends || m_forecast == Forecast::Open;
         // The button waits a moment whether the key is the beginning of a scan.
         const bool isTold = !isDue && (!m_needsReason || m_world.hasErrorLine(QString()));
-        return isTold || isRefused || m_call->hasEnded();
+        return isTold || isRefused || cameTooEarly() || m_call->hasEnded();
     });
     judgeStaying(press);
 }
@@ -114,6 +115,13 @@ void Press::settle()
 bool Press::mayEndByItself() const
 {
     return m_isAutomatic && !m_world.scanning.isEmpty();
+}
+
+/// A scan right behind the press is another entry, which nobody had seen when the button was pressed.
+bool Press::cameTooEarly() const
+{
+    const bool isRefused = !m_world.scanning.isEmpty() && m_world.hasErrorLine(m_world.scanning);
+    return m_mayBeEarly && (isRefused || m_world.wasTold(QStringLiteral("pressed before the entry")));
 }
 
 void Press::judgeStaying(const QString &press)
@@ -126,7 +134,7 @@ void Press::judgeStaying(const QString &press)
         return;
     }
     (*there)->pressed.reset();
-    if (m_needsReason && !m_world.hasErrorLine(QString()))
+    if (m_needsReason && !cameTooEarly() && !m_world.hasErrorLine(QString()))
         throw BrokenPromise{press + QLatin1String(" did nothing and did not say why")};
 }
 

@@ -30,6 +30,7 @@ private:
     [[nodiscard]] Forecast forecastOf(const SeenPanel &panel) const;
     [[nodiscard]] Forecast forecastOfOk(const SeenPanel &panel) const;
     [[nodiscard]] bool mayEndByItself() const;
+    [[nodiscard]] bool cameTooEarly() const;
     [[nodiscard]] Forecast forecastOfGroupsOk(const SeenPanel &panel) const;
     void judgeStaying(const QString &press);
 
@@ -39,6 +40,7 @@ private:
     Call *m_call; ///< Null when no call waits on the panel.
     int m_number = 0;
     Forecast m_forecast = Forecast::Open;
+    bool m_mayBeEarly = false;  ///< Its panel's entries are judged, and what is scanned behind it with them.
     bool m_isAutomatic = false; ///< Its panel ends when all is entered.
     bool m_needsReason = false; ///< When the call stays the operator is told why.
 };

@@ -67,6 +67,11 @@ bool World::hasErrorLine(const QString &part) const
     });
 }
 
+bool World::wasTold(const QString &part) const
+{
+    return !operatorLines.filter(part).isEmpty();
+}
+
 QString World::waitingInWords() const
 {
     QStringList words;
@@ -81,6 +86,7 @@ void World::beginStep(int number)
 {
     step = number;
     log.clear();
+    operatorLines.clear();
     handedBack.clear();
     scanning.clear();
     hasTimedOut = false;

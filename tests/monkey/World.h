@@ -39,6 +39,8 @@ struct World
     testsupport::LogRecorder &log;
     /// Serves events until every confirmation begun so far has ended.
     std::function<void()> endConfirmations;
+    /// What the operator was told.
+    QStringList &operatorLines;
     Shape shape;
 
     /// Those under way, the oldest first, and those that ended since settle() last looked.
@@ -86,6 +88,8 @@ struct World
     [[nodiscard]] platform::Dictionary record(const QString &panelKey) const;
     /// Whether a line at error level of this step holds the text.
     [[nodiscard]] bool hasErrorLine(const QString &part) const;
+    /// Whether the operator was told something with the text in this step.
+    [[nodiscard]] bool wasTold(const QString &part) const;
     [[nodiscard]] QString waitingInWords() const;
     /// The lines at error level of this step.
     [[nodiscard]] QString errorLines() const;

@@ -291,7 +291,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Wrong{
                           "LineFeedInAKey", "\"a\\nb\" = 1\n" + good,
                           "1: key 'a\u240ab': is not known here (known: station, system, sequence, plugins, "
-                          "scanner, results)"},
+                          "scanner, results, lua)"},
                       Wrong{"LineFeedBehindAMistake", "[station]\nsounds = tru\n",
                             "2: Error while parsing boolean: expected 'true', saw 'tru\u240a'"},
                       Wrong{"ZeroInAName", "[station]\ngroups = [\"\\u0000-\"]\nslots = ['S']\n",
