@@ -48,10 +48,17 @@ QList<PanelWait> PanelDiary::look(View *root)
         if (page.isGone || !page.showing.isGone(root))
             continue;
         page.isGone = true;
-        if (!page.isWaitedFor) {
-            missed.append({PanelWait::Until::Shown, page.showing.key});
-            missed.append({PanelWait::Until::Gone, page.showing.key});
+        if (page.isWaitedFor)
+            continue;
+        // Otherwise the earlier one, which still stands when it is replayed, would be taken for this one.
+        for (Page &earlier : m_pages) {
+            if (earlier.isGone && earlier.isWaitedFor && earlier.showing.key == page.showing.key) {
+                earlier.isWaitedFor = false;
+                missed.append({PanelWait::Until::Gone, earlier.showing.key});
+            }
         }
+        missed.append({PanelWait::Until::Shown, page.showing.key});
+        missed.append({PanelWait::Until::Gone, page.showing.key});
     }
     m_pages.removeIf([](const Page &page) { return page.isGone && !page.isWaitedFor; });
     for (View *view : treeOrder(root)) {

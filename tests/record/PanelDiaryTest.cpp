@@ -59,6 +59,19 @@ TEST_F(Diary, WaitsForAPanelThatWentWithNothingDoneInIt)
     EXPECT_THAT(act(), ElementsAre(Shown3));
 }
 
+TEST_F(Diary, WaitsForTheGoingOfTheOneBeforeAPanelThatWentWithNothingDoneInIt)
+{
+    ask();
+    EXPECT_THAT(act(), ElementsAre(Shown3));
+    empty(content);
+    ask();
+    EXPECT_THAT(diary.look(root), IsEmpty());
+    empty(content);
+    ask();
+    EXPECT_THAT(diary.look(root), ElementsAre(Gone3, Shown3, Gone3));
+    EXPECT_THAT(act(), ElementsAre(Shown3));
+}
+
 TEST_F(Diary, TakesNoNoticeOfAPanelThatOnlySaysSomething)
 {
     content->addSubview(new View(platform::Rect(0, 0, 10, 10)));
