@@ -1,6 +1,5 @@
-#include "station/results/Results.h"
 #include "tests/results/FileSizeLimit.h"
-#include "tests/station/StationFiles.h"
+#include "tests/results/JsonLinesFixture.h"
 #include "tests/support/LogRecorder.h"
 #include "tests/support/LogTrap.h"
 
@@ -17,28 +16,7 @@ using station::Results;
 
 namespace {
 
-const ResultOwner ofSystem{"ask.lua", 3, {}};
-const ResultOwner ofGroup{"ask.lua", {}, "G1"};
-
-KVKLuaCall answered(const Value &result)
-{
-    return {"showView", {}, result, std::nullopt};
-}
-
-class JsonLinesFailureTest : public ::testing::Test
-{
-protected:
-    QString path() const { return m_files.path("results.jsonl"); }
-    QList<QJsonObject> written() const
-    {
-        QList<QJsonObject> objects;
-        for (const QString &line : m_files.lines("results.jsonl"))
-            objects.append(QJsonDocument::fromJson(line.toUtf8()).object());
-        return objects;
-    }
-
-    testsupport::StationFiles m_files;
-};
+using JsonLinesFailureTest = testsupport::JsonLinesFixture;
 
 TEST_F(JsonLinesFailureTest, AFileThatHasBeenRemovedIsMadeAnewWithAllThatItHeld)
 {

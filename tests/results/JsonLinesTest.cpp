@@ -1,5 +1,4 @@
-#include "station/results/Results.h"
-#include "tests/station/StationFiles.h"
+#include "tests/results/JsonLinesFixture.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -19,26 +18,9 @@ using station::Results;
 
 namespace {
 
-const ResultOwner ofSystem{"ask.lua", 3, {}};
-const ResultOwner ofGroup{"ask.lua", {}, "G1"};
-const ResultOwner ofStation{"ask.lua", {}, {}};
-
-KVKLuaCall answered(const Value &result)
-{
-    return {"showView", {}, result, std::nullopt};
-}
-
-class JsonLinesTest : public ::testing::Test
+class JsonLinesTest : public testsupport::JsonLinesFixture
 {
 protected:
-    QString path() const { return m_files.path("results.jsonl"); }
-    QList<QJsonObject> written() const
-    {
-        QList<QJsonObject> objects;
-        for (const QString &line : m_files.lines("results.jsonl"))
-            objects.append(QJsonDocument::fromJson(line.toUtf8()).object());
-        return objects;
-    }
     /// The line without its time, as text.
     QByteArray onlyLine() const
     {
@@ -55,8 +37,6 @@ protected:
         return QJsonDocument(QJsonObject{{"result", written().constLast().value("result")}})
             .toJson(QJsonDocument::Compact);
     }
-
-    testsupport::StationFiles m_files;
 };
 
 TEST_F(JsonLinesTest, ACallIsAnObjectInALine)
