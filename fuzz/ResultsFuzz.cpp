@@ -1,4 +1,4 @@
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/report/FiguresReader.h"
 #include "station/report/HtmlPage.h"
 #include "station/report/TableWriters.h"

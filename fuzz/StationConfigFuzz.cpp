@@ -1,5 +1,5 @@
 #include "station/StationConfig.h"
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QDir>
 #include <QFile>

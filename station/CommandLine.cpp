@@ -1,7 +1,7 @@
 #include "station/CommandLine.h"
 
-#include "station/StationError.h"
-#include "station/Version.h"
+#include "station/base/StationError.h"
+#include "station/base/Version.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>

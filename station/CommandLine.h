@@ -1,6 +1,6 @@
 #pragma once
 
-#include "station/window/Theme.h"
+#include "station/look/Theme.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,7 +1,7 @@
 #include "station/ConfigTable.h"
 
-#include "station/StationError.h"
-#include "station/VisibleText.h"
+#include "station/base/StationError.h"
+#include "station/base/VisibleText.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "station/LogFile.h"
 
-#include "station/StationError.h"
-#include "station/window/LineBreaks.h"
+#include "station/base/StationError.h"
+#include "station/look/LineBreaks.h"
 
 #include <QTextStream>
 

@@ -5,8 +5,8 @@
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "kovan/KovanUIExtension/KVKExtensionInterruption.h"
 #include "kovan/KovanUIExtension/KVKExtensionVersion.h"
-#include "station/StationError.h"
-#include "station/Version.h"
+#include "station/base/StationError.h"
+#include "station/base/Version.h"
 
 #include <QCoreApplication>
 #include <QDir>

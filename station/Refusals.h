@@ -1,6 +1,6 @@
 #pragma once
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QStringList>
 

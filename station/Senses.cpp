@@ -1,8 +1,8 @@
 #include "station/Senses.h"
 
 #include "kovan/KovanUIExtension/KVKExtensionEntryRelay.h"
-#include "station/StationError.h"
 #include "station/badge/BadgeField.h"
+#include "station/base/StationError.h"
 #include "station/scanner/ScannerFilter.h"
 #include "station/sound/SoundDesk.h"
 #include "station/sound/SoundPlayer.h"

@@ -6,10 +6,10 @@
 #include "kovan/KovanUIExtension/KVKExtensionInteractiveView.h"
 #include "station/ExitGuard.h"
 #include "station/FileRights.h"
-#include "station/StationError.h"
 #include "station/StopSignal.h"
+#include "station/base/StationError.h"
+#include "station/look/MemoryFile.h"
 #include "station/results/OutboxLabel.h"
-#include "station/window/MemoryFile.h"
 
 #include <QApplication>
 #include <QStatusBar>

@@ -4,7 +4,7 @@
 #include "station/FileRights.h"
 #include "station/QtMessages.h"
 #include "station/Station.h"
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/check/CheckCommand.h"
 #include "station/report/ReportCommand.h"
 #include "station/starter/NewCommand.h"

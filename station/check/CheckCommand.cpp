@@ -1,6 +1,6 @@
 #include "station/check/CheckCommand.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/check/StationCheck.h"
 
 #include <QCommandLineParser>

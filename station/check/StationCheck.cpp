@@ -5,7 +5,7 @@
 #include "station/PluginHost.h"
 #include "station/RunningSequence.h"
 #include "station/StationConfig.h"
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/check/CallCheck.h"
 #include "station/check/LuaScript.h"
 #include "station/check/NameCheck.h"

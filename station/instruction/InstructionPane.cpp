@@ -3,8 +3,8 @@
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "station/instruction/InstructionText.h"
 #include "station/instruction/PictureLabel.h"
-#include "station/window/ElidedLabel.h"
-#include "station/window/WindowLook.h"
+#include "station/look/ElidedLabel.h"
+#include "station/look/WindowLook.h"
 
 #include <QHBoxLayout>
 #include <QScrollArea>

@@ -1,7 +1,7 @@
 #include "station/instruction/InstructionText.h"
 
 #include "station/instruction/InstructionDocument.h"
-#include "station/window/WindowLook.h"
+#include "station/look/WindowLook.h"
 
 #include <QPointer>
 #include <QWheelEvent>

@@ -1,6 +1,6 @@
 #include "station/instruction/PictureLabel.h"
 
-#include "station/window/WindowLook.h"
+#include "station/look/WindowLook.h"
 
 #include <QPainter>
 #include <QPixmap>

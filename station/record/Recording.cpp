@@ -1,6 +1,6 @@
 #include "station/record/Recording.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/window/StationWindow.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "station/report/FiguresReader.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/report/FiguresQueries.h"
 #include "station/results/SqliteFile.h"
 

@@ -1,6 +1,6 @@
 #include "station/report/ReportCommand.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/report/FiguresReader.h"
 #include "station/report/HtmlPage.h"
 #include "station/report/ReportFiles.h"

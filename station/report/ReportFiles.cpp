@@ -1,6 +1,6 @@
 #include "station/report/ReportFiles.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QDir>
 #include <QFile>

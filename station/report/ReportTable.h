@@ -1,6 +1,6 @@
 #pragma once
 
-#include "station/VisibleText.h"
+#include "station/base/VisibleText.h"
 #include "station/report/Figures.h"
 
 #include <QVariant>

@@ -1,7 +1,7 @@
 #include "station/results/JsonLines.h"
 
 #include "kovan/KovanLogging/KVKLogging.h"
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QHash>
 #include <QJsonDocument>

@@ -1,6 +1,6 @@
 #include "station/results/LockedFile.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QFile>
 

@@ -1,8 +1,8 @@
 #include "station/results/OutboxLabel.h"
 
 #include "platform/MainQueue.h"
+#include "station/look/PlainToolTip.h"
 #include "station/results/Results.h"
-#include "station/window/PlainToolTip.h"
 
 #include <QPointer>
 

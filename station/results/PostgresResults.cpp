@@ -1,7 +1,7 @@
 #include "station/results/PostgresResults.h"
 
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QDir>
 #include <QFileInfo>

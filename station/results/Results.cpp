@@ -1,6 +1,6 @@
 #include "station/results/Results.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/results/JsonLines.h"
 #include "station/results/PostgresResults.h"
 #include "station/results/SqliteResults.h"

@@ -1,6 +1,6 @@
 #include "station/results/ServerAddress.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QRegularExpression>
 #include <QStringList>

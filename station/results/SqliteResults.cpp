@@ -2,7 +2,7 @@
 
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanLuaSequencer/KVKLuaProtection.h"
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 #include "station/results/Schema.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "station/starter/NewCommand.h"
 
-#include "station/StationError.h"
+#include "station/base/StationError.h"
 
 #include <QCommandLineParser>
 #include <QDir>

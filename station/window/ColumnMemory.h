@@ -1,6 +1,6 @@
 #pragma once
 
-#include "station/window/MemoryFile.h"
+#include "station/look/MemoryFile.h"
 #include "station/window/StatusModel.h"
 
 #include <array>

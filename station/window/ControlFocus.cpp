@@ -1,7 +1,7 @@
 #include "station/window/ControlFocus.h"
 
 #include "platform/KeyRouting.h"
-#include "station/window/WindowLook.h"
+#include "station/look/WindowLook.h"
 
 #include <QAbstractButton>
 #include <QApplication>

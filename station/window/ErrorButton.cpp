@@ -1,7 +1,7 @@
 #include "station/window/ErrorButton.h"
 
-#include "station/window/PlainToolTip.h"
-#include "station/window/WindowLook.h"
+#include "station/look/PlainToolTip.h"
+#include "station/look/WindowLook.h"
 
 #include <QPainter>
 

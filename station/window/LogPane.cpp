@@ -1,9 +1,9 @@
 #include "station/window/LogPane.h"
 
 #include "platform/MainQueue.h"
+#include "station/look/WindowLook.h"
 #include "station/window/ErrorButton.h"
 #include "station/window/LogView.h"
-#include "station/window/WindowLook.h"
 
 #include <QComboBox>
 #include <QEvent>

@@ -1,6 +1,6 @@
 #include "station/window/LogView.h"
 
-#include "station/window/WindowLook.h"
+#include "station/look/WindowLook.h"
 
 #include <QFontDatabase>
 #include <QScrollBar>

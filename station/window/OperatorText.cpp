@@ -1,6 +1,6 @@
 #include "station/window/OperatorText.h"
 
-#include "station/window/LineBreaks.h"
+#include "station/look/LineBreaks.h"
 
 #include <QRegularExpression>
 

@@ -3,10 +3,11 @@
 #include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
 #include "platform/View.h"
-#include "station/Version.h"
+#include "station/base/Version.h"
 #include "station/instruction/InstructionPane.h"
+#include "station/look/ElidedLabel.h"
+#include "station/look/WindowLook.h"
 #include "station/window/ControlFocus.h"
-#include "station/window/ElidedLabel.h"
 #include "station/window/ErrorButton.h"
 #include "station/window/LogPane.h"
 #include "station/window/LogView.h"
@@ -15,7 +16,6 @@
 #include "station/window/StatusTable.h"
 #include "station/window/UpperRow.h"
 #include "station/window/ViewArea.h"
-#include "station/window/WindowLook.h"
 #include "station/window/WindowMenus.h"
 
 #include <QAction>

@@ -1,7 +1,7 @@
 #include "station/window/StatusDelegate.h"
 
+#include "station/look/Contrast.h"
 #include "station/window/BadgeText.h"
-#include "station/window/Contrast.h"
 #include "station/window/StateSign.h"
 #include "station/window/StatusModel.h"
 

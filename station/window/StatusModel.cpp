@@ -2,7 +2,7 @@
 
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
-#include "station/window/PlainToolTip.h"
+#include "station/look/PlainToolTip.h"
 #include "station/window/TimeText.h"
 
 #include <QBrush>

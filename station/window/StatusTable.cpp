@@ -1,6 +1,6 @@
 #include "station/window/StatusTable.h"
 
-#include "station/window/WindowLook.h"
+#include "station/look/WindowLook.h"
 
 #include <QAction>
 #include <QHeaderView>

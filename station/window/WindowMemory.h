@@ -1,7 +1,7 @@
 #pragma once
 
-#include "station/window/MemoryFile.h"
-#include "station/window/Theme.h"
+#include "station/look/MemoryFile.h"
+#include "station/look/Theme.h"
 
 #include <QRect>
 

@@ -1,6 +1,6 @@
 #include "station/CommandLine.h"
 
-#include "station/Version.h"
+#include "station/base/Version.h"
 #include "tests/station/StationFiles.h"
 
 using station::CommandLine;

@@ -1,5 +1,5 @@
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
-#include "station/window/PlainToolTip.h"
+#include "station/look/PlainToolTip.h"
 #include "station/window/StationWindow.h"
 #include "station/window/StatusTable.h"
 #include "station/window/WindowMenus.h"

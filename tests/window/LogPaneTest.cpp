@@ -1,11 +1,11 @@
 #include "station/window/LogPane.h"
 
 #include "platform/MainQueue.h"
-#include "station/window/Contrast.h"
+#include "station/look/Contrast.h"
+#include "station/look/WindowLook.h"
 #include "station/window/ErrorButton.h"
 #include "station/window/LogView.h"
 #include "station/window/OperatorText.h"
-#include "station/window/WindowLook.h"
 #include "tests/support/LogTrap.h"
 #include "tests/support/Wait.h"
 

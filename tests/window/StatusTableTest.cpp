@@ -2,13 +2,13 @@
 
 #include "kovan/KovanUIExtension/KVKColorEngine.h"
 #include "kovan/KovanUIExtension/KVKConfigEngine.h"
+#include "station/look/Contrast.h"
+#include "station/look/WindowLook.h"
 #include "station/window/BadgeText.h"
 #include "station/window/ColumnFit.h"
-#include "station/window/Contrast.h"
 #include "station/window/StateSign.h"
 #include "station/window/StatusDelegate.h"
 #include "station/window/TimeText.h"
-#include "station/window/WindowLook.h"
 
 #include <QAction>
 #include <QHeaderView>

@@ -1,13 +1,13 @@
-#include "station/window/Theme.h"
+#include "station/look/Theme.h"
 
 #include "platform/View.h"
-#include "station/window/Contrast.h"
-#include "station/window/ElidedLabel.h"
+#include "station/look/Contrast.h"
+#include "station/look/ElidedLabel.h"
+#include "station/look/WindowLook.h"
 #include "station/window/ErrorButton.h"
 #include "station/window/LogPane.h"
 #include "station/window/RunProgress.h"
 #include "station/window/StationWindow.h"
-#include "station/window/WindowLook.h"
 #include "station/window/WindowMenus.h"
 #include "tests/support/Wait.h"
 

@@ -1,6 +1,6 @@
-#include "station/window/Theme.h"
+#include "station/look/Theme.h"
 
-#include "station/window/WindowLook.h"
+#include "station/look/WindowLook.h"
 
 #include <QApplication>
 

@@ -1,4 +1,4 @@
-#include "station/window/Contrast.h"
+#include "station/look/Contrast.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "station/window/ElidedLabel.h"
+#include "station/look/ElidedLabel.h"
 
-#include "station/window/PlainToolTip.h"
+#include "station/look/PlainToolTip.h"
 
 #include <QEvent>
 #include <QFontMetricsF>

@@ -1,4 +1,4 @@
-#include "station/window/MemoryFile.h"
+#include "station/look/MemoryFile.h"
 
 #include <QDir>
 #include <QSettings>

@@ -1,4 +1,4 @@
-#include "station/window/LineBreaks.h"
+#include "station/look/LineBreaks.h"
 
 #include <algorithm>
 

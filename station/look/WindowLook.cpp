@@ -1,8 +1,8 @@
-#include "station/window/WindowLook.h"
+#include "station/look/WindowLook.h"
 
 #include "platform/Color.h"
-#include "station/window/ElidedLabel.h"
-#include "station/window/Theme.h"
+#include "station/look/ElidedLabel.h"
+#include "station/look/Theme.h"
 
 #include <QAbstractScrollArea>
 #include <QPainter>
