@@ -1,27 +1,15 @@
 // The wall clock of a program that this library is loaded into before all others: the real one, and so many
 // seconds more as the file in SET_CLOCK_FILE says, a 64-bit number that another program changes. The clocks
 // that nobody sets stay as they are.
+#include "tests/faults/MappedNumber.h"
+
 #include <cstdint>
-#include <cstdlib>
 #include <ctime>
-#include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 namespace {
-
-const volatile std::int64_t *mapped()
-{
-    const char *path = std::getenv("SET_CLOCK_FILE");
-    const int file = path ? ::open(path, O_RDONLY | O_CLOEXEC) : -1;
-    if (file < 0)
-        return nullptr;
-    void *memory = ::mmap(nullptr, sizeof(std::int64_t), PROT_READ, MAP_SHARED, file, 0);
-    ::close(file);
-    return memory == MAP_FAILED ? nullptr : static_cast<const volatile std::int64_t *>(memory);
-}
 
 timespec now(clockid_t clock)
 {
@@ -33,7 +21,7 @@ timespec now(clockid_t clock)
 
 timespec wallClock(clockid_t clock)
 {
-    static const volatile std::int64_t *const seconds = mapped();
+    static const volatile std::int64_t *const seconds = faults::mappedNumber("SET_CLOCK_FILE");
     timespec time = now(clock);
     time.tv_sec += seconds ? *seconds : 0;
     return time;

@@ -318,6 +318,24 @@ TEST_F(PostgresTest, TablesOfTheFirstVersionAreBroughtToThisOneAndThoseOfANewerO
     EXPECT_EQ(m_server.rows("SELECT version FROM results_schema"), QStringList{"3"});
 }
 
+TEST_F(PostgresTest, AnOutboxThatIsRemovedIsSentFromAndToldAsLost)
+{
+    auto sink = results(hasty());
+    beginRun(*sink, "r");
+    answer(*sink, "r", 1, "A1");
+    ASSERT_TRUE(QFile::remove(outbox()));
+    testsupport::expectError("the file has been removed");
+    testing::internal::CaptureStderr();
+    answer(*sink, "r", 2, "A2");
+    answer(*sink, "r", 3, "A3");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "station: results are lost: " + outbox().toStdString() + ": the file has been removed\n");
+    EXPECT_TRUE(sink->hasFailed());
+    m_server.start();
+    EXPECT_TRUE(allSent(*sink));
+    EXPECT_EQ(m_server.rows("SELECT value FROM answers ORDER BY call"), (QStringList{"A1", "A2", "A3"}));
+}
+
 TEST_F(PostgresTest, AServerThatStandsStillDoesNotKeepTheStationFromEnding)
 {
     m_server.start();
