@@ -55,7 +55,6 @@ void PanelRecords::restore(const platform::Dictionary &data)
 {
     const std::lock_guard lock(m_mutex);
     m_data = data;
-    m_questions.clear();
     m_answers.clear();
     const QStringList panelKeys = data.keys();
     // To which question a restored record belongs is not known: it counts for any of its panel, until that is
@@ -83,7 +82,6 @@ void PanelRecords::start(const QString &panelKey, qint64 length, const QString &
 {
     replace([&](platform::Dictionary &data) {
         data.insert(panelKey, platform::Dictionary{{keys::Length, static_cast<qlonglong>(length)}});
-        m_questions.insert(panelKey, question);
         m_askings.insert(panelKey, ++m_lastAsking);
         // Asked anew, the question has no answer: should this asking be interrupted, the former one must not
         // be given.
@@ -159,21 +157,15 @@ void PanelRecords::finish(const QString &panelKey)
 /// The kept answers stay: they belong to askings that came to their end.
 bool PanelRecords::forget(const QString &panelKey, quint64 asking)
 {
-    return replaceAsked(panelKey, asking, [&](platform::Dictionary &data) { drop(data, panelKey); });
+    return replaceAsked(panelKey, asking, [&](platform::Dictionary &data) { data.remove(panelKey); });
 }
 
 void PanelRecords::forget(const QString &panelKey)
 {
     replace([&](platform::Dictionary &data) {
-        drop(data, panelKey);
+        data.remove(panelKey);
         m_askings.remove(panelKey);
     });
-}
-
-void PanelRecords::drop(platform::Dictionary &data, const QString &panelKey)
-{
-    data.remove(panelKey);
-    m_questions.remove(panelKey);
 }
 
 quint64 PanelRecords::asking(const QString &panelKey) const
@@ -211,7 +203,6 @@ void PanelRecords::giveAgain(const QString &panelKey, const QString &question, c
         if (!m_answers.value(panelKey).contains(question))
             return;
         data.insert(panelKey, answer.record);
-        m_questions.insert(panelKey, question);
     });
 }
 
@@ -223,7 +214,6 @@ void PanelRecords::forgetAnswers(const QString &panelKey, bool isBeingFilled)
         if (isBeingFilled)
             return;
         data.remove(panelKey);
-        m_questions.remove(panelKey);
     });
 }
 
@@ -235,7 +225,6 @@ void PanelRecords::forgetAllAnswers()
         data.clear();
         if (loop.isValid())
             data.insert(keys::Loop, loop);
-        m_questions.clear();
         m_answers.clear();
     });
 }
@@ -243,7 +232,7 @@ void PanelRecords::forgetAllAnswers()
 PanelRecords::Kept PanelRecords::kept() const
 {
     const std::lock_guard lock(m_mutex);
-    Kept kept{m_data.size(), m_askings.size(), m_questions.size(), 0};
+    Kept kept{m_data.size(), m_askings.size(), 0};
     for (const QHash<QString, Answer> &answers : m_answers)
         kept.answers += answers.size();
     return kept;

@@ -82,7 +82,6 @@ public:
     {
         qsizetype records = 0;
         qsizetype askings = 0;
-        qsizetype questions = 0;
         qsizetype answers = 0; ///< Of all panels.
     };
     [[nodiscard]] Kept kept() const;
@@ -105,12 +104,9 @@ private:
     void replaceRecord(const QString &panelKey, Change change);
     template <class Change>
     bool replaceAsked(const QString &panelKey, quint64 asking, Change change);
-    void drop(platform::Dictionary &data, const QString &panelKey);
 
     mutable std::mutex m_mutex;
     platform::Dictionary m_data;
-    /// The question that the record under a panel key belongs to.
-    QHash<QString, QString> m_questions;
     QHash<QString, quint64> m_askings; ///< By panel key.
     quint64 m_lastAsking = 0;
     QHash<QString, QHash<QString, Answer>> m_answers;

@@ -168,7 +168,6 @@ QMap<QString, qint64> SoakStation::kept()
             {"turns", waits.turns},
             {"records", records.records},
             {"askings", records.askings},
-            {"questions", records.questions},
             {"answers", records.answers},
             {"slot states", rooms.slotStates.all().size()},
             {"rules", rooms.rules.panels().size()}};

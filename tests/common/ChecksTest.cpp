@@ -101,6 +101,15 @@ TEST_F(ChecksTest, DroppedOnesCountNoMore)
     EXPECT_FALSE(checks.arePending("G1"));
 }
 
+TEST_F(ChecksTest, WhatWasFoundGoodIsAskedAboutAgainWhenAllAreDropped)
+{
+    ask("S1", "A");
+    take();
+    EXPECT_TRUE(checks.settle("G1", *taken, true));
+    checks.drop("G1");
+    EXPECT_TRUE(ask("S1", "A"));
+}
+
 TEST_F(ChecksTest, AfterTheClosingNothingIsAskedAndNothingSettled)
 {
     ask("S1", "A");
@@ -121,6 +130,9 @@ TEST_F(ChecksTest, PanelsKnowNothingOfOneAnother)
     EXPECT_FALSE(checks.arePending("0"));
     EXPECT_FALSE(checks.takeNext("0"));
     EXPECT_FALSE(checks.ask("1", "SN", "A", "A")) << "not open";
+    EXPECT_FALSE(checks.takeNext("1"));
+    EXPECT_FALSE(checks.arePending("1"));
+    EXPECT_TRUE(checks.arePending("G1"));
 }
 
 TEST_F(ChecksTest, TheEndOfAWaitIsToldWhileTheFunctionRunsAlone)

@@ -70,6 +70,7 @@ const std::vector<Case> cases = {
     {"ASign", number({}), "-3.5", -3.5, ""},
     {"APlus", number({}), "+3.5", 3.5, ""},
     {"NothingBeforeThePoint", number({}), ".5", 0.5, ""},
+    {"NothingBeforeThePointWhereTheCommaRules", number(volts), "+.5", {}, "it must be 3,00 to 3,60 V"},
     {"NothingBehindThePoint", number({}), "5.", 5.0, ""},
     {"ThePointAlone", number({}), ".", {}, "it is no number"},
     {"TheSignAlone", number({}), "-", {}, "it is no number"},

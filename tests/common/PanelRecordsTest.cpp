@@ -141,6 +141,17 @@ TEST(PanelRecords, ARecordOfWhichNoQuestionIsKnownAnswersAny)
     EXPECT_FALSE(records.answer("0", question).has_value());
 }
 
+TEST(PanelRecords, WhatIsRestoredTakesThePlaceOfAllThatWasKept)
+{
+    PanelRecords records;
+    records.start("0", 4, question);
+    records.store("0", "SN", "A");
+    records.keepAnswer("0", question, {});
+    records.restore({});
+    EXPECT_FALSE(records.answer("0", question));
+    EXPECT_EQ(records.kept().answers, 0);
+}
+
 TEST(PanelRecords, ForgettingAllAnswersLeavesTheLoop)
 {
     PanelRecords records;
@@ -245,7 +256,6 @@ TEST(PanelRecords, HowMuchIsKeptGrowsWithTheQuestionsAndNotWithTheirAnswers)
     }
     EXPECT_EQ(records.kept().records, 1);
     EXPECT_EQ(records.kept().askings, 1);
-    EXPECT_EQ(records.kept().questions, 1);
     EXPECT_EQ(records.kept().answers, 1);
     records.start("0", 4, other);
     records.keepAnswer("0", other, {});
