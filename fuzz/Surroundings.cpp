@@ -1,6 +1,7 @@
 #include "fuzz/Surroundings.h"
 
 #include "platform/MainQueue.h"
+#include "tests/support/PinnedEnvironment.h"
 
 #include <QDir>
 #include <QFont>
@@ -26,14 +27,7 @@ void sayNothing(QtMsgType, const QMessageLogContext &, const QString &) {}
 Surroundings::Environment::Environment()
     : home(place())
 {
-    const QByteArray path = home.path().toUtf8();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_STYLE_OVERRIDE", "fusion");
-    qputenv("LC_ALL", "C.UTF-8");
-    qputenv("TZ", "UTC");
-    qputenv("HOME", path);
-    qputenv("XDG_CONFIG_HOME", path);
-    qputenv("XDG_RUNTIME_DIR", path);
+    testsupport::pinEnvironment(home.path());
     qInstallMessageHandler(sayNothing);
 }
 

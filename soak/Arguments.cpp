@@ -1,5 +1,7 @@
 #include "soak/Arguments.h"
 
+#include "tests/support/PinnedEnvironment.h"
+
 #include <cstdlib>
 #include <iostream>
 
@@ -28,14 +30,9 @@ int Arguments::number(const QString &name, int otherwise) const
     return number;
 }
 
-void pinEnvironment(const QString &home)
+void prepare(const QString &home)
 {
-    const QByteArray path = home.toUtf8();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_STYLE_OVERRIDE", "fusion");
-    qputenv("LC_ALL", "C.UTF-8");
-    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
-        qputenv(name, path);
+    testsupport::pinEnvironment(home);
     // The platform without a display says again and again what it does not do.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 }

@@ -20,8 +20,8 @@ private:
     QStringList m_arguments;
 };
 
-/// Prepares the process: no display, one style and font, a home of its own folder.
-void pinEnvironment(const QString &home);
+/// Prepares the process: the pinned environment, and a platform that keeps silent. Before the application.
+void prepare(const QString &home);
 /// Says on the standard output what was promised, how often it was tried, and how often that failed.
 void tell(const QString &promise, qint64 tried, qint64 failed);
 /// Prints a line at once.

@@ -186,7 +186,7 @@ int main(int argc, char **argv)
 {
     const soak::Arguments arguments(argc, argv);
     const QTemporaryDir home;
-    soak::pinEnvironment(home.path());
+    soak::prepare(home.path());
     QApplication application(argc, argv);
     platform::MainQueue::attach();
     {

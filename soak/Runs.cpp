@@ -187,7 +187,7 @@ int main(int argc, char **argv)
 {
     const soak::Arguments arguments(argc, argv);
     const QTemporaryDir folder;
-    soak::pinEnvironment(folder.path());
+    soak::prepare(folder.path());
     QApplication application(argc, argv);
     platform::MainQueue::attach();
     int status = EXIT_FAILURE;
