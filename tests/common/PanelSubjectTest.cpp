@@ -46,6 +46,12 @@ TEST_F(PanelSubjectTest, ASlotsPanelIsKeptUnderItsSystemsNumber)
     EXPECT_EQ(subject.systems, QList<quint64>{3});
 }
 
+TEST_F(PanelSubjectTest, WithASingleSlotEachSystemIsAGroupOfItsOwn)
+{
+    const StationMap single{Array{"G1", "G2", "G3"}, Array{"S1", "S1", "S1"}};
+    EXPECT_EQ(PanelSubject::of({}, 2, single, waits).groupNumber, 2U);
+}
+
 TEST_F(PanelSubjectTest, ANumberWithAPointIsTheSameSystem)
 {
     EXPECT_TRUE(of({}, 3.0).panelKey.isSameInstance(of({}, 3).panelKey));
