@@ -161,6 +161,9 @@ TEST(Waits, HowMuchIsKeptGrowsWithThePanelsAndNotWithTheCalls)
     EXPECT_EQ(waits.kept().conditions, 1);
     EXPECT_EQ(waits.kept().turns, 0);
     EXPECT_EQ(waits.kept().waits, 0);
+    waits.clear();
+    EXPECT_EQ(waits.kept().conditions, 0);
+    EXPECT_EQ(waits.kept().panelKeys, 1) << "who has a key goes on comparing by its instance";
 }
 
 } // namespace
