@@ -55,8 +55,7 @@ std::optional<double> numberOf(const Value &value)
     if (!platform::isNumber(value) && !isText(value))
         return std::nullopt;
     bool ok = false;
-    const double number =
-        platform::isNumber(value) ? value.toDouble(&ok) : value.toString().trimmed().toDouble(&ok);
+    const double number = value.toDouble(&ok);
     return ok && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 

@@ -404,6 +404,27 @@ TEST(AskReadingTest, AValueOfALongTextIsCutInTheMessage)
               wrong("unique", QString(80, 'x') + QChar(0x2026), "must be \"group\", \"station\" or \"run\""));
 }
 
+TEST(AskReadingTest, AValueOfJustThatLengthIsShownWhole)
+{
+    const QString value(80, 'x');
+    const AskReading reading = readAskRules({{"unique", value}}, onSystem(), station);
+    EXPECT_EQ(reading.refusal->message, wrong("unique", value, "must be \"group\", \"station\" or \"run\""));
+}
+
+TEST(AskReadingTest, ATruthIsNoNumberAndATextWithBlanksAroundItIsOne)
+{
+    EXPECT_TRUE(readAskRules({{"timeLimit", true}}, onSystem(), station).refusal);
+    EXPECT_EQ(rulesOf({{"timeLimit", " 1.5 "}}, onSystem()).timeLimit, std::chrono::milliseconds(1500));
+}
+
+TEST(AskReadingTest, ADefaultIsNotJudgedByRulesThatAreNotComplete)
+{
+    const AskReading reading =
+        readAskRules({{"hint", 1}, {"choices", Array{"a"}}, {"default", "b"}}, onSystem(), station);
+    ASSERT_EQ(reading.refusals.size(), 1);
+    EXPECT_EQ(reading.refusals.first().key, "hint");
+}
+
 TEST(AskReadingTest, OnlyWhatIsJudgedHasAStatusLine)
 {
     EXPECT_FALSE(rulesOf({{"placeholder", "x"}, {"default", "a"}}, onSystem()).hasStatusLine());

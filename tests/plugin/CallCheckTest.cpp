@@ -35,6 +35,7 @@ TEST(CallCheck, SaysNothingThatDependsOnAnUnknownValue)
     // Whether a hint needs an entry, a default fits, or "OK" is there.
     EXPECT_EQ(wrongKeys({{"input", unknown()}, {"hint", "h"}, {"default", Dictionary{{"S1", "x"}}}}),
               QStringList());
+    EXPECT_EQ(wrongKeys({{"input", unknown()}, {"pattern", Dictionary{{"S9", "x"}}}}), QStringList());
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}}, {"autoConfirm", true}, {"button", unknown()}}),
               QStringList());
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}},
