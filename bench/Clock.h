@@ -22,4 +22,12 @@ using Nanoseconds = std::chrono::nanoseconds::rep;
     return std::chrono::nanoseconds(std::chrono::seconds(time.tv_sec)).count() + time.tv_nsec;
 }
 
+/// The processor time that all threads of the process have used.
+[[nodiscard]] inline Nanoseconds processTime()
+{
+    std::timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return std::chrono::nanoseconds(std::chrono::seconds(time.tv_sec)).count() + time.tv_nsec;
+}
+
 } // namespace bench

@@ -5,6 +5,8 @@
 #include <QEvent>
 #include <QLineEdit>
 
+#include "bench/Serve.h"
+
 namespace bench {
 
 PaintWatch::PaintWatch()
@@ -24,6 +26,14 @@ bool PaintWatch::hasPainted(int fields, int switches) const
     // What is painted is painted in one go, all that was shown before included.
     return m_painted && m_fields >= fields && m_switches >= switches &&
            (fields == 0 || qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+}
+
+void PaintWatch::awaitPaint(QWidget *widget)
+{
+    begin();
+    // What is to be painted anyhow is painted in the same go.
+    widget->update();
+    serveUntil([this] { return m_painted; });
 }
 
 bool PaintWatch::eventFilter(QObject *watched, QEvent *event)

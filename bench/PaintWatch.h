@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+class QWidget;
+
 namespace bench {
 
 /// Sees in all windows of the program whether what was drawn has been painted.
@@ -17,6 +19,8 @@ public:
     /// Whether so many fields to write in and so many switches have come into sight since the beginning, the
     /// last of them was painted afterwards, and a field has the focus where there is one.
     [[nodiscard]] bool hasPainted(int fields, int switches = 0) const;
+    /// Serves events until the widget, which is in sight, has been painted, once more where it is already.
+    void awaitPaint(QWidget *widget);
     /// Whether anything was painted since the beginning.
     [[nodiscard]] bool hasPaintedAny() const { return m_painted; }
 

@@ -6,6 +6,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <utility>
+
 namespace baseline {
 
 namespace {
@@ -23,8 +25,9 @@ public:
 protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() == QEvent::FocusIn)
-            QMetaObject::invokeMethod(this, m_answer, Qt::QueuedConnection);
+        // Once: it is told again when the window becomes the active one.
+        if (event->type() == QEvent::FocusIn && m_answer)
+            QMetaObject::invokeMethod(this, std::exchange(m_answer, nullptr), Qt::QueuedConnection);
         return false;
     }
 
