@@ -14,7 +14,7 @@ namespace {
 
 constexpr int Panels = 64;
 constexpr int WarmRounds = 8;
-constexpr int Rounds = 40;
+constexpr int Rounds = 160;
 
 /// Reports for a way to open so many panels and one to close them.
 template <class Open, class Close>

@@ -43,7 +43,8 @@ void report(benchmark::State &state, const bench::TripFigures &figures)
     state.counters["per_second"] = figures.trips / figures.seconds;
     state.counters["main_share"] = figures.mainSeconds / figures.seconds;
     state.counters["processor_ms"] = MillisecondsOfSecond * figures.allSeconds / figures.trips;
-    state.counters["slowest"] = figures.slowest;
+    if (figures.slowest > 0.0)
+        state.counters["slowest"] = figures.slowest;
 }
 
 /// Times what is done from its making on.

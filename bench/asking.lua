@@ -17,4 +17,6 @@ end
 config.column = math.min(slots, 6)
 while pass() do
     ask(whom, config)
+    -- What is left of a call is not to wait for some later one.
+    collectgarbage()
 end
