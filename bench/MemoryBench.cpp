@@ -13,8 +13,8 @@
 namespace {
 
 constexpr int Panels = 64;
-constexpr int WarmRounds = 8;
-constexpr int Rounds = 160;
+constexpr int WarmRounds = 16;
+constexpr int Rounds = 48;
 
 /// Reports for a way to open so many panels and one to close them.
 template <class Open, class Close>

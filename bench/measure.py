@@ -31,6 +31,8 @@ def arguments():
     parser.add_argument("--out", type=pathlib.Path)
     parser.add_argument("--write", action="store_true")
     parser.add_argument("--instructions", action="store_true")
+    parser.add_argument("--once", action="store_true", help="each figure's least size, one round, without a window: whether all of it still runs")
+    parser.add_argument("--build", type=pathlib.Path, default=runs.BUILD)
     return parser.parse_args()
 
 
@@ -61,8 +63,25 @@ def display():
             server.wait()
 
 
+def least_sizes(figures):
+    least = {}
+    for figure in figures:
+        family = figure.name.split("/")[0]
+        if family not in least or (goals.size_of(figure.name) or 0) < (goals.size_of(least[family].name) or 0):
+            least[family] = figure
+    return list(least.values())
+
+
+def measured_once():
+    chosen = least_sizes(runs.figures())
+    runs.run_rounds(chosen, 1, 0.0)
+    return [*chosen, runs.start_figure(1)], []
+
+
 def measured(wanted):
     """The figures without a display, and those in a window."""
+    if wanted.once:
+        return measured_once()
     rounds, budget = (3, 6.0) if wanted.quick else (9, 90.0)
     chosen = [figure for figure in runs.figures() if is_chosen(figure.name, wanted)]
     runs.run_rounds(chosen, rounds, budget)
@@ -180,6 +199,7 @@ def keep(wanted, mark, text):
 
 def main():
     wanted = arguments()
+    runs.BUILD = wanted.build
     if wanted.instructions:
         keep(wanted, "counts", counts.table())
         return
@@ -188,7 +208,7 @@ def main():
     if not chosen:
         raise RuntimeError("no figure has such a name")
     raw = [{"name": figure.name, "rounds": figure.rounds} for figure in chosen + in_window]
-    (runs.ROOT / "build" / "bench.json").write_text(json.dumps(raw), encoding="utf-8")
+    (runs.BUILD / "bench.json").write_text(json.dumps(raw), encoding="utf-8")
     keep(wanted, "figures", table(chosen, in_window))
     if wanted.write:
         draw(chosen)

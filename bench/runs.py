@@ -82,11 +82,11 @@ def run_round(figure, platform):
     figure.seconds += time.monotonic() - begin
 
 
-def run_rounds(chosen, rounds, budget, platform="offscreen", say=print):
+def run_rounds(chosen, rounds, budget, platform="offscreen"):
     """Rounds over all figures, so that what else the machine does falls on all of them; one that has used up its
     seconds rests for the remaining rounds."""
     for number in range(1, rounds + 1):
-        say(f"Round {number} of {rounds} ({platform})")
+        print(f"Round {number} of {rounds} ({platform})", flush=True)
         for figure in chosen:
             if not figure.rounds or figure.seconds * (1 + 1 / len(figure.rounds)) <= budget:
                 run_round(figure, platform)
