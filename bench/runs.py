@@ -82,10 +82,12 @@ def run_round(figure, platform):
     figure.seconds += time.monotonic() - begin
 
 
-def run_rounds(chosen, rounds, budget, platform="offscreen"):
+def run_rounds(chosen, rounds, budget, end, platform="offscreen"):
     """Rounds over all figures, so that what else the machine does falls on all of them; one that has used up its
-    seconds rests for the remaining rounds."""
+    seconds rests for the remaining rounds, and none begins after the end."""
     for number in range(1, rounds + 1):
+        if number > 1 and time.monotonic() > end:
+            break
         print(f"Round {number} of {rounds} ({platform})", flush=True)
         for figure in chosen:
             if not figure.rounds or figure.seconds * (1 + 1 / len(figure.rounds)) <= budget:
