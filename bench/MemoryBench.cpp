@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr int Panels = 64;
-constexpr int WarmRounds = 16;
-constexpr int Rounds = 48;
+constexpr int Panels = 32;
+constexpr int WarmRounds = 8;
+constexpr int Rounds = 32;
 
 /// Reports for a way to open so many panels and one to close them.
 template <class Open, class Close>

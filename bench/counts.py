@@ -29,4 +29,5 @@ def table():
         print(f"Counting: {name}", flush=True)
         once, twice = (count([*arguments, option, str(times)]) for times in (number, 2 * number))
         lines.append(f"| {name} | {(twice - once) / number / 1e3:,.1f} |")
+        print(lines[-1], flush=True)
     return "\n".join(lines)
