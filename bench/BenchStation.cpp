@@ -1,70 +1,39 @@
 #include "bench/BenchStation.h"
 
-#include "kovan/KovanUIExtension/KVKConfigEngine.h"
 #include "platform/MainQueue.h"
-#include "platform/SplitView.h"
-#include "plugin/Rooms.h"
 
 #include <QApplication>
-#include <QEventLoop>
-#include <QKeyEvent>
-#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "bench/Serve.h"
 
 namespace bench {
 
 namespace {
 
-platform::View *findBelow(platform::View *view, const QString &identifier)
-{
-    if (!view->identifier().isNull() && view->identifier().text() == identifier && view->isVisible())
-        return view;
-    for (platform::View *child : view->subviews()) {
-        if (platform::View *found = findBelow(child, identifier))
-            return found;
-    }
-    return nullptr;
-}
-
-void sendKey(int key, const QString &text)
-{
-    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, key, Qt::NoModifier, text);
-        if (QWidget *focus = QApplication::focusWidget())
-            QCoreApplication::sendEvent(focus, &event);
-    }
-}
+const QString Script = QStringLiteral(BENCH_FOLDER "/asking.lua");
 
 } // namespace
 
-BenchStation::BenchStation(int slotsPerGroup)
-{
-    platform::Array groups;
-    platform::Array slotNames;
-    for (const char *group : {"G1", "G2"}) {
-        for (int slot = 1; slot <= slotsPerGroup; ++slot) {
-            groups.append(QString::fromLatin1(group));
-            slotNames.append(slotName(slot));
-        }
-    }
-    KVKConfigEngine *config = KVKConfigEngine::sharedConfigEngine();
-    config->setSystemIndexToGroupMapping(groups);
-    config->setSystemIndexToSlotMapping(slotNames);
-    m_plugin = std::make_unique<interactive::InteractiveView>();
-    m_window = std::make_unique<QWidget>();
-    m_window->resize(1280, 800);
-    auto *layout = new QVBoxLayout(m_window.get());
-    layout->addWidget(m_plugin->view());
-    m_window->show();
-    m_window->activateWindow();
-    serveUntil([this] { return m_window->isActiveWindow(); });
-}
+BenchStation::BenchStation(int slotsPerGroup, int groups)
+    : m_station(groups, slotsPerGroup)
+    , m_slots(slotsPerGroup)
+{}
 
 BenchStation::~BenchStation()
 {
-    m_plugin->interruptWaitingCalls();
+    plugin().interruptWaitingCalls();
     finishSequence();
-    // Confirmations that are still on their way ask the main thread.
-    QCoreApplication::processEvents();
+    m_gate.close();
+    serveUntil([this] { return std::ranges::all_of(m_asking, &TimedSequence::hasEnded); });
+    m_asking.clear();
+    serveAll();
+}
+
+QWidget *BenchStation::window()
+{
+    return plugin().view()->window();
 }
 
 void BenchStation::startSequence(const std::function<void()> &work)
@@ -88,43 +57,73 @@ void BenchStation::runSequence(const std::function<void()> &work)
     finishSequence();
 }
 
-void BenchStation::serveUntil(const std::function<bool()> &condition)
+void BenchStation::startAsking(PanelKind kind, int systems)
 {
-    while (!condition())
-        QCoreApplication::processEvents(QEventLoop::AllEvents);
-}
-
-platform::View *BenchStation::find(const QString &identifier)
-{
-    return findBelow(m_plugin->rooms().views.splitView(), identifier);
-}
-
-platform::Button *BenchStation::button(const QString &panelKey, const QString &title)
-{
-    platform::View *panel = find(panelKey);
-    if (!panel)
-        return nullptr;
-    for (platform::View *child : panel->subviews()) {
-        auto *found = qobject_cast<platform::Button *>(child);
-        if (found && found->title() == title)
-            return found;
+    platform::Dictionary globals{{"slots", m_slots}};
+    if (kind != PanelKind::Slot) {
+        globals.insert("kind", kind == PanelKind::Group ? "group" : "switch");
+        systems = 1;
     }
-    return nullptr;
+    for (int system = 0; system < systems; ++system) {
+        globals.insert("system", system);
+        m_asking.push_back(std::make_unique<TimedSequence>(plugin(), m_gate, Script, globals));
+    }
+    serveUntil([&] { return atGate() == systems; });
+    serveAll();
 }
 
-void BenchStation::type(const QString &text)
+Nanoseconds BenchStation::firstCall() const
 {
-    for (const QChar character : text) {
-        if (character == QLatin1Char('\n'))
-            sendKey(Qt::Key_Return, QStringLiteral("\r"));
-        else
-            sendKey(character.toUpper().unicode(), QString(character));
-    }
+    const auto called = [](const auto &sequence) { return sequence->called(); };
+    return called(*std::ranges::min_element(m_asking, {}, called));
+}
+
+Nanoseconds BenchStation::lastReturn() const
+{
+    const auto returned = [](const auto &sequence) { return sequence->returned(); };
+    return returned(*std::ranges::max_element(m_asking, {}, returned));
+}
+
+int BenchStation::returns() const
+{
+    int returns = 0;
+    for (const auto &sequence : m_asking)
+        returns += sequence->returns();
+    return returns;
+}
+
+void BenchStation::endRound()
+{
+    plugin().interruptWaitingCalls();
+    serveUntil([this] { return atGate() == static_cast<int>(m_asking.size()); });
+    plugin().acceptCalls();
+    serveAll();
+}
+
+platform::TextField *BenchStation::focusField()
+{
+    QWidget *widget = QApplication::focusWidget();
+    while (widget && !qobject_cast<platform::TextField *>(widget))
+        widget = widget->parentWidget();
+    return static_cast<platform::TextField *>(widget);
 }
 
 QString BenchStation::slotName(int slot)
 {
     return QStringLiteral("S%1").arg(slot);
+}
+
+bool hasPainted(const PaintWatch &watch, PanelKind kind, int slotCount)
+{
+    switch (kind) {
+    case PanelKind::Slot:
+        return watch.hasPainted(slotCount);
+    case PanelKind::Group:
+        return watch.hasPainted(1, std::min(slotCount, MostEntries));
+    case PanelKind::Switch:
+        return watch.hasPainted(0, slotCount);
+    }
+    return false;
 }
 
 } // namespace bench

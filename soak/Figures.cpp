@@ -19,20 +19,6 @@ namespace {
 const QString Memory = QStringLiteral("memory (KiB)");
 constexpr double MemoryTolerance = 0.02;
 
-/// What has been given back to the allocator is given back to the system first: what is left is in use.
-qint64 residentMemory()
-{
-    malloc_trim(0);
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        qFatal("no figures about the process");
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.simplified().split(' ').value(1).toLongLong();
-    }
-    qFatal("no figure of the memory");
-}
-
 qint64 entriesOf(const char *folder)
 {
     return QDir(QLatin1String(folder), {}, {}, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
@@ -57,6 +43,20 @@ bool isKept(const QString &name, qint64 first, qint64 last)
 }
 
 } // namespace
+
+/// What has been given back to the allocator is given back to the system first: what is left is in use.
+qint64 Figures::residentMemory()
+{
+    malloc_trim(0);
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        qFatal("no figures about the process");
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.simplified().split(' ').value(1).toLongLong();
+    }
+    qFatal("no figure of the memory");
+}
 
 Figures::Figures(Further further)
     : m_further(std::move(further))

@@ -19,6 +19,9 @@ public:
 
     explicit Figures(Further further = {});
 
+    /// What the process has in memory, in KiB, after all that it does not use was given back.
+    [[nodiscard]] static qint64 residentMemory();
+
     /// Notes how much there is after so many repetitions.
     void look(qint64 repetitions);
     /// Writes all that was noted, one look a line, the names first.
