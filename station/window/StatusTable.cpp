@@ -88,6 +88,8 @@ void StatusTable::follow()
 {
     connect(m_model, &StatusModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last) {
+                if (first.column() <= StatusModel::SlotColumn)
+                    m_widestTexts.clear();
                 // Times change each second, and no row for them.
                 if (first.column() <= StatusModel::AboutColumn)
                     fitRows(first.row(), last.row());
@@ -154,11 +156,14 @@ void StatusTable::setLetters(int pixels)
 
 int StatusTable::widestText(StatusModel::Column column, const QFont &font) const
 {
+    const QPair<int, QString> key(column, font.key());
+    if (const auto known = m_widestTexts.constFind(key); known != m_widestTexts.cend())
+        return *known;
     int widest = 0;
     for (int row = 0; row < m_model->rowCount(); ++row)
         widest = qMax(widest,
                       StatusDelegate::textWidth(m_model->index(row, column).data().toString(), font, column));
-    return qMin(widest, WidestName);
+    return *m_widestTexts.insert(key, qMin(widest, WidestName));
 }
 
 ColumnWish StatusTable::wishOf(StatusModel::Column column, const QFont &font) const
@@ -168,7 +173,7 @@ ColumnWish StatusTable::wishOf(StatusModel::Column column, const QFont &font) co
         return qMax(header, StatusDelegate::textWidth(text, font, column));
     };
     const int few = widthOf(FewLetters);
-    const int names = qMax(header, widestText(column, font));
+    const auto names = [&] { return qMax(header, widestText(column, font)); };
     switch (column) {
     case StatusModel::AnswerColumn:
         return {widthOf(UsualAnswer), few, 1, 3, true};
@@ -183,9 +188,9 @@ ColumnWish StatusTable::wishOf(StatusModel::Column column, const QFont &font) co
         return {widthOf(LongestUsualTime), widthOf(LongestUsualTime), 0, 5, false};
     case StatusModel::IndexColumn:
         // The frame of a row is twice as wide before its first cell.
-        return {names + FirstCellMargin, names + FirstCellMargin, 0, 4, false};
+        return {names() + FirstCellMargin, names() + FirstCellMargin, 0, 4, false};
     default:
-        return {names, names, 0, 0, false};
+        return {names(), names(), 0, 0, false};
     }
 }
 

@@ -5,6 +5,8 @@
 #include "station/window/StatusDelegate.h"
 #include "station/window/StatusModel.h"
 
+#include <QHash>
+#include <QPair>
 #include <QTableView>
 
 class QMenu;
@@ -57,6 +59,8 @@ private:
     StatusModel *m_model;
     StatusDelegate *m_delegate;
     ColumnMemory m_columns;
+    /// By column and font: names stay, and are many where rows are.
+    mutable QHash<QPair<int, QString>, int> m_widestTexts;
     bool m_isSharing = false; ///< Columns change by the table's own doing.
 };
 
