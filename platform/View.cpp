@@ -1,6 +1,7 @@
 #include "platform/View.h"
 
 #include "platform/AccessibleViews.h"
+#include "platform/Departures.h"
 #include "platform/Readable.h"
 
 #include <QPainter>
@@ -102,7 +103,7 @@ void View::removeFromSuperview()
     hide();
     if (!self)
         return;
-    setParent(nullptr);
+    Departures::take(*this);
     // Not at once: this may run in an action of the view, or of one inside it.
     deleteLater();
 }

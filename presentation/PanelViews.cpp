@@ -23,25 +23,34 @@ using platform::View;
 
 namespace {
 
-/// The tiles of the overviews that stand in a panel.
-QList<CollectionViewItemView *> tilesIn(const View *panel)
+/// The first direct subview of a kind that is what is meant; null when there is none. Goes through the
+/// widgets as they are held: this is asked for each panel whenever one comes or goes.
+template <class Kind, class IsMeant>
+auto firstIn(const View &view, const IsMeant &isMeant) -> decltype(isMeant(std::declval<Kind &>()))
 {
-    QList<CollectionViewItemView *> tiles;
-    for (View *child : panel->subviews()) {
-        // An overview stands in a scroll view that never scrolls, see overview::put().
-        const auto *scrollView = qobject_cast<ScrollView *>(child);
-        if (!scrollView)
+    for (QObject *child : view.children()) {
+        auto *each = qobject_cast<Kind *>(child);
+        if (!each)
             continue;
-        for (View *overview : scrollView->contentView()->subviews()) {
-            if (!qobject_cast<platform::CollectionView *>(overview))
-                continue;
-            for (View *view : overview->subviews()) {
-                if (auto *tile = qobject_cast<CollectionViewItemView *>(view))
-                    tiles.append(tile);
-            }
-        }
+        if (auto found = isMeant(*each))
+            return found;
     }
-    return tiles;
+    return {};
+}
+
+/// The first tile of the overviews in a panel that is what is meant, or null.
+template <class IsMeant>
+CollectionViewItemView *firstTile(const View &panel, const IsMeant &isMeant)
+{
+    // An overview stands in a scroll view that never scrolls, see overview::put().
+    return firstIn<ScrollView>(panel, [&](const ScrollView &scrollView) {
+        return firstIn<platform::CollectionView>(
+            *scrollView.contentView(), [&](const platform::CollectionView &overview) {
+                return firstIn<CollectionViewItemView>(overview, [&](CollectionViewItemView &tile) {
+                    return tile.box() && isMeant(tile) ? &tile : nullptr;
+                });
+            });
+    });
 }
 
 } // namespace
@@ -205,8 +214,8 @@ View *PanelViews::subView(const View *parent, const Identifier &identifier)
 
 bool PanelViews::isTileContainer(const View *panel)
 {
-    const QList<View *> children = panel->subviews();
-    return std::ranges::all_of(children, [](View *child) { return qobject_cast<ScrollView *>(child); });
+    return !firstIn<View>(*panel,
+                          [](View &child) { return qobject_cast<ScrollView *>(&child) ? nullptr : &child; });
 }
 
 bool PanelViews::isInUse(const View *panel)
@@ -215,9 +224,7 @@ bool PanelViews::isInUse(const View *panel)
         return false;
     if (!isTileContainer(panel))
         return true;
-    const QList<CollectionViewItemView *> tiles = tilesIn(panel);
-    return std::ranges::any_of(
-        tiles, [](const CollectionViewItemView *tile) { return tile->box() && !tile->box()->isHidden(); });
+    return firstTile(*panel, [](CollectionViewItemView &tile) { return !tile.box()->isHidden(); });
 }
 
 void PanelViews::resetUI(const Identifier &identifier)
@@ -246,15 +253,15 @@ void PanelViews::resetUI(const Identifier &identifier)
 /// A tile that nothing is asked on any more would stand there as a coloured box without a meaning.
 bool PanelViews::emptyTile(const View *panel, const Identifier &identifier)
 {
-    for (CollectionViewItemView *tile : tilesIn(panel)) {
-        if (!tile->box() || !tile->box()->contentView()->identifier().isSameInstance(identifier))
-            continue;
-        for (View *child : tile->box()->contentView()->subviews())
-            child->removeFromSuperview();
-        tile->box()->setHidden(true);
-        return true;
-    }
-    return false;
+    CollectionViewItemView *tile = firstTile(*panel, [&identifier](CollectionViewItemView &each) {
+        return each.box()->contentView()->identifier().isSameInstance(identifier);
+    });
+    if (!tile)
+        return false;
+    for (View *child : tile->box()->contentView()->subviews())
+        child->removeFromSuperview();
+    tile->box()->setHidden(true);
+    return true;
 }
 
 void PanelViews::hideFirst(const Identifier &identifier)
