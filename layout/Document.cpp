@@ -88,8 +88,12 @@ void Document::placeBands(double height)
         band.container->setFrame({0.0, static_cast<double>(band.group) * height,
                                   std::max(width, band.needed.width()), band.needed.height()});
         // A container whose tiles have all ended would lie over other bands and keep clicks from them.
-        if (PanelViews::isTileContainer(band.container))
-            band.container->setHidden(!PanelViews::isInUse(band.container));
+        if (!PanelViews::isTileContainer(band.container))
+            continue;
+        // Asked first: to hide what is hidden would be told to all that stand in it.
+        const bool isUsed = PanelViews::isInUse(band.container);
+        if (band.container->isHidden() == isUsed)
+            band.container->setHidden(!isUsed);
     }
 }
 

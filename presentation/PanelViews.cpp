@@ -1,7 +1,6 @@
 #include "presentation/PanelViews.h"
 
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
-#include "platform/Box.h"
 #include "platform/MainQueue.h"
 #include "presentation/CollectionViewItemView.h"
 #include "presentation/ScrollView.h"
@@ -51,6 +50,15 @@ CollectionViewItemView *firstTile(const View &panel, const IsMeant &isMeant)
                 });
             });
     });
+}
+
+/// The box of the tile in a panel whose content bears this very identifier instance, or null.
+platform::Box *boxIn(const View &panel, const Identifier &identifier)
+{
+    const CollectionViewItemView *tile = firstTile(panel, [&identifier](CollectionViewItemView &each) {
+        return each.box()->contentView()->identifier().isSameInstance(identifier);
+    });
+    return tile ? tile->box() : nullptr;
 }
 
 } // namespace
@@ -230,6 +238,7 @@ bool PanelViews::isInUse(const View *panel)
 void PanelViews::resetUI(const Identifier &identifier)
 {
     const bool isGroup = isGroupView(identifier);
+    platform::Box *known = knownBox(identifier);
     for (View *panel : panels()) {
         if (panel->identifier().isSameInstance(identifier)) {
             // The overview goes with its panel. It is deleted only later, and until then a new panel would
@@ -245,23 +254,34 @@ void PanelViews::resetUI(const Identifier &identifier)
             m_collections.remove(identifier.text());
             continue;
         }
-        if (emptyTile(panel, identifier))
+        platform::Box *box =
+            known ? (panel->isAncestorOf(known) ? known : nullptr) : boxIn(*panel, identifier);
+        if (box) {
+            empty(*box);
             return;
+        }
     }
 }
 
-/// A tile that nothing is asked on any more would stand there as a coloured box without a meaning.
-bool PanelViews::emptyTile(const View *panel, const Identifier &identifier)
+void PanelViews::setBox(const QString &panelKey, platform::Box *box)
 {
-    CollectionViewItemView *tile = firstTile(*panel, [&identifier](CollectionViewItemView &each) {
-        return each.box()->contentView()->identifier().isSameInstance(identifier);
-    });
-    if (!tile)
-        return false;
-    for (View *child : tile->box()->contentView()->subviews())
+    m_boxes.insert(panelKey, box);
+}
+
+/// The box that was drawn last for a panel, as long as it stands and is that panel's.
+platform::Box *PanelViews::knownBox(const Identifier &identifier) const
+{
+    platform::Box *box = m_boxes.value(identifier.text());
+    const bool isIts = box && box->contentView()->identifier().isSameInstance(identifier);
+    return isIts && m_splitView && m_splitView->isAncestorOf(box) ? box : nullptr;
+}
+
+/// A tile that nothing is asked on any more would stand there as a coloured box without a meaning.
+void PanelViews::empty(platform::Box &box)
+{
+    for (View *child : box.contentView()->subviews())
         child->removeFromSuperview();
-    tile->box()->setHidden(true);
-    return true;
+    box.setHidden(true);
 }
 
 void PanelViews::hideFirst(const Identifier &identifier)
