@@ -90,7 +90,8 @@ Departures::Round::~Round()
 
 void Departures::take(View &view)
 {
-    if (state().rounds > 0) {
+    // A window of its own stands in no other window's list.
+    if (state().rounds > 0 && !view.isWindow()) {
         view.setParent(&gatheredOf(view.window()));
         return;
     }
