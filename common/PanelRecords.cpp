@@ -6,19 +6,18 @@
 
 namespace interactive {
 
-/// Changes a copy while the dictionary that others may share is still there, so that the change cannot happen
-/// in place: the container's own look at who shares it is no order between threads.
+/// In place, since nobody shares what this holds. The container's own look at who shares it would be no order
+/// between threads.
 template <class Change>
 void PanelRecords::replace(Change change)
 {
     // Outlives the lock: to free a dictionary that nobody shares any more takes time, in which nobody should
     // have to wait.
-    platform::Dictionary former;
+    std::optional<platform::Dictionary> former;
     {
         const std::lock_guard lock(m_mutex);
-        platform::Dictionary next = m_data;
-        change(next);
-        former = std::exchange(m_data, std::move(next));
+        change(m_data);
+        former = std::exchange(m_given, std::nullopt);
     }
 }
 
@@ -48,13 +47,19 @@ bool PanelRecords::replaceAsked(const QString &panelKey, quint64 asking, Change 
 platform::Dictionary PanelRecords::all() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_data;
+    if (!m_given) {
+        m_given = m_data;
+        m_given->detach();
+    }
+    return *m_given;
 }
 
 void PanelRecords::restore(const platform::Dictionary &data)
 {
     const std::lock_guard lock(m_mutex);
     m_data = data;
+    m_data.detach();
+    m_given.reset();
     m_answers.clear();
     const QStringList panelKeys = data.keys();
     // To which question a restored record belongs is not known: it counts for any of its panel, until that is

@@ -33,6 +33,7 @@ public:
         platform::Value states;
     };
 
+    /// As they stand now; what is handed out is not written again.
     [[nodiscard]] platform::Dictionary all() const;
     /// Replaces everything, the answers of former questions included.
     void restore(const platform::Dictionary &data);
@@ -106,7 +107,11 @@ private:
     bool replaceAsked(const QString &panelKey, quint64 asking, Change change);
 
     mutable std::mutex m_mutex;
+    /// Never handed out, and so changed in place: a copy for each change would cost more the more panels are
+    /// open.
     platform::Dictionary m_data;
+    /// What was handed out since the last change, for those that ask until the next one.
+    mutable std::optional<platform::Dictionary> m_given;
     QHash<QString, quint64> m_askings; ///< By panel key.
     quint64 m_lastAsking = 0;
     QHash<QString, QHash<QString, Answer>> m_answers;

@@ -1,5 +1,7 @@
 #include "common/SlotLabels.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace interactive::labels {
@@ -11,6 +13,40 @@ bool countsAsNumber(const platform::Value &value)
     // A boolean is described by 1 or 0, so that it is the same label as that number.
     return platform::isNumber(value) || value.metaType() == QMetaType::fromType<bool>();
 }
+
+/// Labels to be looked for many times. Equal as isEqual() says.
+class Labels
+{
+public:
+    explicit Labels(const platform::Array &list)
+    {
+        for (const platform::Value &label : list) {
+            if (countsAsNumber(label))
+                m_numbers.insert(platform::description(label));
+            else if (isText(label))
+                m_texts.insert(label.toString());
+            else
+                m_others.append(label);
+        }
+    }
+
+    [[nodiscard]] bool contains(const platform::Value &label) const
+    {
+        if (countsAsNumber(label))
+            return m_numbers.contains(platform::description(label));
+        return isText(label) ? m_texts.contains(label.toString()) : labels::contains(m_others, label);
+    }
+
+private:
+    static bool isText(const platform::Value &label)
+    {
+        return label.metaType() == QMetaType::fromType<QString>();
+    }
+
+    QSet<QString> m_numbers; ///< By their descriptions.
+    QSet<QString> m_texts;
+    platform::Array m_others;
+};
 
 } // namespace
 
@@ -42,14 +78,14 @@ platform::Array unique(const platform::Array &list)
 
 platform::Array ordered(const platform::Array &list, const platform::Array &slotMapping, quint64 slotCount)
 {
-    const platform::Array wanted = unique(list);
+    const Labels wanted(list);
     // The mapping names one group's slots after the other's; the first slotCount elements name each slot
     // once. A mapping laid out by hand may be shorter.
     const auto end = std::min<quint64>(slotCount, static_cast<quint64>(slotMapping.size()));
     platform::Array result;
     for (quint64 i = 0; i < end; ++i) {
         const platform::Value &label = slotMapping.at(static_cast<qsizetype>(i));
-        if (contains(wanted, label))
+        if (wanted.contains(label))
             result.append(label);
     }
     return result;
@@ -79,8 +115,9 @@ platform::Array enabledSlots(const platform::Dictionary &status)
 
 platform::Value firstUnfilled(const platform::Array &orderedLabels, const platform::Array &filled)
 {
+    const Labels taken(filled);
     const auto found = std::find_if(orderedLabels.cbegin(), orderedLabels.cend(),
-                                    [&](const platform::Value &label) { return !contains(filled, label); });
+                                    [&](const platform::Value &label) { return !taken.contains(label); });
     return found == orderedLabels.cend() ? platform::Value() : *found;
 }
 

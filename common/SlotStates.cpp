@@ -71,15 +71,24 @@ void SlotStates::switchOff(const QString &panelKey, const QString &slot)
 
 void SlotStates::leaveOut(const QString &panelKey, const QString &slot)
 {
-    replace(panelKey, [&](platform::Dictionary &states) { states.insert(slot, TakesNoInput); });
+    divide(panelKey, {}, {slot});
 }
 
 void SlotStates::takeIn(const QString &panelKey, const QString &slot)
 {
+    divide(panelKey, {slot}, {});
+}
+
+void SlotStates::divide(const QString &panelKey, const QStringList &takenIn, const QStringList &leftOut)
+{
     replace(panelKey, [&](platform::Dictionary &states) {
-        // One that was switched off has no entry, reads as 0 here and stays off.
-        if (platform::integerValue(states.value(slot)) < 0)
-            states.insert(slot, TakesInput);
+        for (const QString &slot : takenIn) {
+            // One that was switched off has no entry, reads as 0 here and stays off.
+            if (platform::integerValue(states.value(slot)) < 0)
+                states.insert(slot, TakesInput);
+        }
+        for (const QString &slot : leftOut)
+            states.insert(slot, TakesNoInput);
     });
 }
 

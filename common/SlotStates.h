@@ -30,6 +30,8 @@ public:
     void leaveOut(const QString &panelKey, const QString &slot);
     /// Lets a slot that was left out take input again; one that is switched off stays off.
     void takeIn(const QString &panelKey, const QString &slot);
+    /// Lets all these take input again, and leaves all those out, as one change.
+    void divide(const QString &panelKey, const QStringList &takenIn, const QStringList &leftOut);
     void forget(const QString &panelKey);
 
 private:

@@ -9,7 +9,8 @@ namespace interactive {
 
 void Document::followWindow(QObject *context)
 {
-    QObject::connect(m_views.splitView(), &platform::View::frameChanged, context, [this] { placeBands(); });
+    QObject::connect(m_views.splitView(), &platform::View::frameChanged, context,
+                     [this] { placeBands(neededByEach().height()); });
     // What is typed must be seen where it lands.
     QObject::connect(m_views.scrollView(), &platform::View::frameChanged, context,
                      [this] { MouseTrackedTextField::bringIntoSight(m_views.focusedField()); });
@@ -17,27 +18,22 @@ void Document::followWindow(QObject *context)
 
 double Document::bandBegin(quint64 group, double height) const
 {
-    return static_cast<double>(group) * bandHeight(height);
+    return static_cast<double>(group) * std::max(height, neededByEach().height());
 }
 
-double Document::bandHeight(double least) const
+platform::Size Document::neededByEach() const
 {
-    double height = least;
+    platform::Size needed(0.0, 0.0);
     for (const Band &band : m_bands) {
         if (PanelViews::isInUse(band.container))
-            height = std::max(height, band.needed.height());
+            needed = needed.expandedTo(band.largest);
     }
-    return height;
+    return needed;
 }
 
-platform::Size Document::neededWith(const platform::Size &coming) const
+platform::Size Document::sizeFor(const platform::Size &band) const
 {
-    double width = coming.width();
-    for (const Band &band : m_bands) {
-        if (PanelViews::isInUse(band.container))
-            width = std::max(width, band.needed.width());
-    }
-    return {width, bandHeight(coming.height()) * static_cast<double>(m_station.groupCount())};
+    return {band.width(), band.height() * static_cast<double>(m_station.groupCount())};
 }
 
 void Document::makeRoom(const PanelGeometry &geometry)
@@ -45,7 +41,8 @@ void Document::makeRoom(const PanelGeometry &geometry)
     platform::ScrollView *scrollView = m_views.scrollView();
     const bool isFirst = m_views.panels().isEmpty();
     // Only larger here. What is no longer needed is given back when a panel has gone, see fit().
-    scrollView->setDocumentSize(scrollView->documentSize().expandedTo(neededWith(geometry.needed())));
+    const platform::Size needed = sizeFor(neededByEach().expandedTo(geometry.needed()));
+    scrollView->setDocumentSize(scrollView->documentSize().expandedTo(needed));
     scrollView->resetScrollers();
     if (isFirst)
         scrollView->scrollToPoint({0.0, scrollView->documentView()->bounds().height()});
@@ -53,7 +50,15 @@ void Document::makeRoom(const PanelGeometry &geometry)
 
 void Document::add(platform::View *container, quint64 group, const PanelGeometry &geometry)
 {
-    m_bands.append({container, group, geometry.needed()});
+    // One for each container, however many slot panels were drawn into it.
+    const auto known =
+        std::ranges::find_if(m_bands, [container](const Band &band) { return band.container == container; });
+    if (known == m_bands.end()) {
+        m_bands.append({container, group, geometry.needed(), geometry.needed()});
+    } else {
+        known->needed = geometry.needed();
+        known->largest = known->largest.expandedTo(known->needed);
+    }
     fit();
 }
 
@@ -65,18 +70,17 @@ void Document::fit()
     // The field stays in sight, but one that somebody has scrolled away is not brought back.
     const bool wasSeen = field && !field->visibleRegion().isEmpty();
     platform::ScrollView *scrollView = m_views.scrollView();
-    const platform::Size needed = neededWith({});
+    const platform::Size needed = neededByEach();
     // Asking anew would put the scrollers' knobs back that makeRoom() has reset.
-    if (scrollView->documentSize() != needed)
-        scrollView->setDocumentSize(needed);
-    placeBands();
+    if (scrollView->documentSize() != sizeFor(needed))
+        scrollView->setDocumentSize(sizeFor(needed));
+    placeBands(needed.height());
     if (wasSeen)
         MouseTrackedTextField::bringIntoSight(field);
 }
 
-void Document::placeBands()
+void Document::placeBands(double height)
 {
-    const double height = bandHeight(0.0);
     const double width = m_views.splitView()->frame().width();
     for (const Band &band : std::as_const(m_bands)) {
         if (!band.container || !band.container->superview())
@@ -84,8 +88,12 @@ void Document::placeBands()
         band.container->setFrame({0.0, static_cast<double>(band.group) * height,
                                   std::max(width, band.needed.width()), band.needed.height()});
         // A container whose tiles have all ended would lie over other bands and keep clicks from them.
-        if (PanelViews::isTileContainer(band.container))
-            band.container->setHidden(!PanelViews::isInUse(band.container));
+        if (!PanelViews::isTileContainer(band.container))
+            continue;
+        // Asked first: to hide what is hidden would be told to all that stand in it.
+        const bool isUsed = PanelViews::isInUse(band.container);
+        if (band.container->isHidden() == isUsed)
+            band.container->setHidden(!isUsed);
     }
 }
 

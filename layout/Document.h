@@ -41,12 +41,15 @@ private:
     {
         QPointer<platform::View> container;
         quint64 group;
-        platform::Size needed;
+        platform::Size needed;  ///< By the panel that was drawn last.
+        platform::Size largest; ///< By any that was drawn.
     };
 
-    [[nodiscard]] platform::Size neededWith(const platform::Size &coming) const;
-    [[nodiscard]] double bandHeight(double least) const;
-    void placeBands();
+    /// What the open panels need of each band: its width, and the height that all bands share.
+    [[nodiscard]] platform::Size neededByEach() const;
+    /// The document that holds bands of this size.
+    [[nodiscard]] platform::Size sizeFor(const platform::Size &band) const;
+    void placeBands(double height);
 
     const StationMap &m_station;
     PanelViews &m_views;

@@ -7,6 +7,7 @@
 #include "presentation/PanelViews.h"
 
 #include <memory>
+#include <optional>
 
 namespace interactive {
 
@@ -26,6 +27,12 @@ struct PanelDrawing
     platform::View *box = nullptr;
     /// The line that tells why an entry was refused; null on a panel that has none.
     platform::TextField *statusLine = nullptr;
+
+    /// Which slots took input when the drawing began; nothing where the panel has no such states.
+    std::optional<platform::Dictionary> states = {};
+    /// Slots that this panel asks for, and those that it does not, which the states are yet to say.
+    QStringList takenIn = {};
+    QStringList leftOut = {};
 
     /// Puts the line into a view, where the panel's rules can refuse an entry.
     void addStatusLine(platform::View &around);

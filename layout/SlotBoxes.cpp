@@ -26,7 +26,7 @@ QString blockName()
 
 } // namespace
 
-SlotBoxes::SlotBoxes(const StationMap &station, SlotStates &slotStates, const PanelViews &views,
+SlotBoxes::SlotBoxes(const StationMap &station, SlotStates &slotStates, PanelViews &views,
                      const SlotColors &colors, Switches &switches, Entries &entries,
                      Confirmation &confirmation, QObject *controller)
     : m_station(station)
@@ -44,6 +44,10 @@ void SlotBoxes::draw(PanelDrawing &drawing)
     const platform::CollectionView *overview = m_views.collection(drawing.plan.subject.groupName.text());
     if (!overview)
         return;
+    // Once: each switch changes, and asks for, its own slot's state alone.
+    const platform::Value states = m_slotStates.of(drawing.plan.subject.panelKey.text());
+    if (states.isValid())
+        drawing.states = states.toMap();
     for (quint64 i = 0; i < m_station.slotCount(); ++i) {
         SlotBox slotBox;
         slotBox.tile = qobject_cast<CollectionViewItem *>(overview->itemAtIndex(static_cast<qint64>(i)));
@@ -64,6 +68,7 @@ void SlotBoxes::draw(PanelDrawing &drawing)
         }
         drawSlotBox(drawing, slotBox);
     }
+    divideSlots(drawing);
 }
 
 void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
@@ -76,7 +81,8 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
 
     slotBox.box = slotBox.tile->box();
     slotBox.content = slotBox.box->contentView();
-    slotBox.box->setHidden(plan.isGroupPanel() && !labels::contains(plan.inputs, slotBox.slot));
+    // A slot's box is shown when all stands in it: what is put into a visible one has it laid out each time.
+    slotBox.box->setHidden(!plan.isGroupPanel() || !labels::contains(plan.inputs, slotBox.slot));
     const platform::Rect frame = drawing.geometry.box();
     slotBox.box->setFrame(frame);
     log::debug(messages::BoxFrame,
@@ -95,10 +101,12 @@ void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)
 
     slotBox.caption = drawCaption(drawing, slotBox);
     slotBox.label = drawLabelOrMessage(drawing, slotBox);
-    if (plan.isGroupPanel())
+    if (plan.isGroupPanel()) {
         drawGroupControls(drawing, slotBox);
-    else
-        drawSlotControls(drawing, slotBox);
+        return;
+    }
+    drawSlotControls(drawing, slotBox);
+    slotBox.box->setHidden(false);
 }
 
 /// The caption is the slot's name; the panel's title only decides that there is one, and a panel always has a

@@ -24,9 +24,8 @@ struct SlotBox;
 class SlotBoxes
 {
 public:
-    SlotBoxes(const StationMap &station, SlotStates &slotStates, const PanelViews &views,
-              const SlotColors &colors, Switches &switches, Entries &entries, Confirmation &confirmation,
-              QObject *controller);
+    SlotBoxes(const StationMap &station, SlotStates &slotStates, PanelViews &views, const SlotColors &colors,
+              Switches &switches, Entries &entries, Confirmation &confirmation, QObject *controller);
 
     void draw(PanelDrawing &drawing);
 
@@ -39,15 +38,15 @@ private:
     void drawGroupControls(PanelDrawing &drawing, SlotBox &slotBox);
     void drawDisplayField(PanelDrawing &drawing, const SlotBox &slotBox) const;
     void drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox);
-    void takeInitialSwitchState(const PanelDrawing &drawing, const SlotBox &slotBox,
-                                platform::Button &button);
+    void divideSlots(PanelDrawing &drawing);
+    void takeInitialSwitchState(PanelDrawing &drawing, const SlotBox &slotBox, platform::Button &button);
     void drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox);
     void drawUnit(const PanelDrawing &drawing, const SlotBox &slotBox) const;
     void drawSlotButtons(PanelDrawing &drawing, const SlotBox &slotBox);
 
     const StationMap &m_station;
     SlotStates &m_slotStates;
-    const PanelViews &m_views;
+    PanelViews &m_views;
     const SlotColors &m_colors;
     Switches &m_switches;
     Entries &m_entries;

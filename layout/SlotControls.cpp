@@ -5,6 +5,8 @@
 #include "layout/SpokenNames.h"
 #include "platform/Button.h"
 
+#include <utility>
+
 #include "common/Identifiers.h"
 #include "common/Selectors.h"
 #include "common/SlotLabels.h"
@@ -67,7 +69,8 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     if (slotBox.caption) {
         slotBox.caption->setFrame(drawing.geometry.captionBesideSwitch(y, slotBox.caption->frame().height()));
     }
-    auto button = std::make_unique<platform::Button>(drawing.geometry.slotSwitch(y));
+    auto button =
+        std::make_unique<platform::Button>(drawing.geometry.slotSwitch(y), platform::Button::Type::Switch);
     button->setBezelStyle(platform::Button::BezelStyle::RegularSquare);
     button->setIdentifier(identifiers::indexed(drawing.plan.subject.panelKey.text(), slotBox.tag,
                                                platform::description(slotBox.slot)));
@@ -75,7 +78,6 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     button->setBordered(true);
     button->setTitle(QString());
     button->setSpokenName(spoken::control(QStringLiteral("Use"), whose(drawing, slotBox)));
-    button->setButtonType(platform::Button::Type::Switch);
     button->setTarget(m_controller, selectors::SwitchBtnClicked,
                       [this](platform::View *sender) { m_switches.switchBtnClicked(sender); });
     button->setState(platform::Button::On);
@@ -85,26 +87,32 @@ void SlotBoxes::drawSwitch(PanelDrawing &drawing, const SlotBox &slotBox)
     takeInitialSwitchState(drawing, slotBox, *drawing.buttons.last());
 }
 
-void SlotBoxes::takeInitialSwitchState(const PanelDrawing &drawing, const SlotBox &slotBox,
+void SlotBoxes::takeInitialSwitchState(PanelDrawing &drawing, const SlotBox &slotBox,
                                        platform::Button &button)
 {
-    const QString key = drawing.plan.subject.panelKey.text();
     const QString slot = platform::description(slotBox.slot);
-    const platform::Value entry = m_slotStates.of(key);
-    if (!entry.isValid() || !slotBox.slot.isValid())
+    if (!drawing.states || !slotBox.slot.isValid())
         return;
     // Any number but 0 counts as on, a negative one included.
-    if (platform::integerValue(entry.toMap().value(slot)) == 0) {
+    if (platform::integerValue(drawing.states->value(slot)) == 0) {
         button.setState(platform::Button::Off);
+        // Who switches is told, and logs, how the slots before this one stand.
+        divideSlots(drawing);
         // As if somebody had switched it off just now: box, field and record follow.
         m_switches.switchBtnClicked(&button);
         return;
     }
     // A slot that an earlier panel left out takes input again when this one lists it.
-    if (labels::contains(drawing.plan.inputs, slotBox.slot))
-        m_slotStates.takeIn(key, slot);
-    else
-        m_slotStates.leaveOut(key, slot);
+    (labels::contains(drawing.plan.inputs, slotBox.slot) ? drawing.takenIn : drawing.leftOut).append(slot);
+}
+
+/// For all slots at once: each change costs as much as the panel has slots.
+void SlotBoxes::divideSlots(PanelDrawing &drawing)
+{
+    if (drawing.takenIn.isEmpty() && drawing.leftOut.isEmpty())
+        return;
+    m_slotStates.divide(drawing.plan.subject.panelKey.text(), std::exchange(drawing.takenIn, {}),
+                        std::exchange(drawing.leftOut, {}));
 }
 
 void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
@@ -129,6 +137,7 @@ void SlotBoxes::drawSlotControls(PanelDrawing &drawing, SlotBox &slotBox)
     // By this the panel is found again: its buttons look up to it, and a tile that bears it is emptied when
     // the panel goes.
     slotBox.content->setIdentifier(plan.subject.panelKey);
+    m_views.setBox(plan.subject.panelKey.text(), slotBox.box);
     drawing.box = slotBox.content;
 }
 

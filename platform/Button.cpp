@@ -84,19 +84,28 @@ Qt::CheckState checkState(Button::State state)
 } // namespace
 
 Button::Button(QWidget *parent)
+    : Button(parent, Type::MomentaryPush)
+{}
+
+Button::Button(const Rect &frame)
+    : Button(frame, Type::MomentaryPush)
+{}
+
+Button::Button(const Rect &frame, Type type)
+    : Button(static_cast<QWidget *>(nullptr), type)
+{
+    setFrame(frame);
+}
+
+Button::Button(QWidget *parent, Type type)
     : Control(parent)
+    , m_type(type)
 {
     keys::watch();
     m_blanksMeant.setSingleShot(true);
     m_blanksMeant.setInterval(keys::ScannerGapMilliseconds);
     connect(&m_blanksMeant, &QTimer::timeout, this, &Button::pressByBlanks);
     makeInner();
-}
-
-Button::Button(const Rect &frame)
-    : Button(static_cast<QWidget *>(nullptr))
-{
-    setFrame(frame);
 }
 
 void Button::makeInner()

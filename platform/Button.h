@@ -30,6 +30,7 @@ public:
 
     explicit Button(QWidget *parent = nullptr);
     explicit Button(const Rect &frame);
+    Button(const Rect &frame, Type type);
 
     [[nodiscard]] QString title() const { return m_title; }
     void setTitle(const QString &title);
@@ -57,6 +58,7 @@ protected:
     void layout() override;
 
 private:
+    Button(QWidget *parent, Type type);
     void makeInner();
     bool takesKey(QKeyEvent &event);
     void pressByBlanks();

@@ -1,5 +1,7 @@
 #include "platform/MainQueue.h"
 
+#include "platform/Departures.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
@@ -128,6 +130,7 @@ bool Waker::event(QEvent *event)
     }
     // One round: those that come meanwhile wait until the event loop has served keys, timers, signals and
     // paint; busy sequences would otherwise keep it from them for ever.
+    const Departures::Round round;
     MainQueue::serveSubmitted();
     return true;
 }
@@ -229,6 +232,7 @@ bool MainQueue::drainUntil(const std::function<bool()> &condition,
     while (true) {
         // Counted before the look, so that a wake() between the look and the sleep ends the sleep.
         const std::uint64_t seen = wakesSoFar();
+        Departures::finish();
         if (condition())
             return true;
         if (std::chrono::steady_clock::now() >= limit)

@@ -192,6 +192,16 @@ void ScrollView::updateScrollers()
                               std::max(0, width() - (m_showsVertical ? ScrollerWidth : 0)), ScrollerWidth);
     m_vertical->setVisible(m_showsVertical);
     m_horizontal->setVisible(m_showsHorizontal);
+    raiseScrollers();
+}
+
+/// To raise what lies above all others already would paint it anew.
+void ScrollView::raiseScrollers()
+{
+    const QObjectList &all = children();
+    const qsizetype count = all.size();
+    if (all.at(count - 1) == m_horizontal && all.at(count - 2) == m_vertical)
+        return;
     m_vertical->raise();
     m_horizontal->raise();
 }

@@ -66,6 +66,7 @@ private:
     [[nodiscard]] Size uncovered() const;
     void placeDocument();
     void updateScrollers();
+    void raiseScrollers();
     void updateScroller(QScrollBar *scroller, double range, double offset, double page);
 
     View *m_contentView = nullptr;

@@ -47,7 +47,8 @@ void TextField::styleEditor()
     if (!m_editor)
         return;
     m_editor->setFont(font().toQFont());
-    QPalette palette = m_editor->palette();
+    const QPalette former = m_editor->palette();
+    QPalette palette = former;
     // The field paints its background itself, also the colour of a refusal.
     palette.setColor(QPalette::Base, Qt::transparent);
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
@@ -56,7 +57,9 @@ void TextField::styleEditor()
         palette.setColor(group, QPalette::Highlight, SelectionColor);
         palette.setColor(group, QPalette::HighlightedText, Qt::white);
     }
-    m_editor->setPalette(palette);
+    // Set anew it would be told to the editor, and painted, though nothing differs.
+    if (palette != former)
+        m_editor->setPalette(palette);
     m_editor->setAlignment(horizontal(m_alignment) | Qt::AlignVCenter);
 }
 
@@ -182,7 +185,8 @@ void TextField::textChanged()
 
 bool TextField::showsWholeText() const
 {
-    return m_editor || textLines().isWhole;
+    // Nothing is whole without being measured: a field is set up before it has its text.
+    return m_editor || shownText().isEmpty() || textLines().isWhole;
 }
 
 double TextField::spaceAbove(const TextLines &text, double height) const

@@ -1,5 +1,6 @@
 #include "platform/TextLines.h"
 
+#include <QCache>
 #include <QFontMetricsF>
 #include <QTextDocument>
 #include <QTextLayout>
@@ -67,10 +68,48 @@ QString withoutTrailingSpace(QString line)
     return line;
 }
 
+/// Everything that lines depend on.
+struct Wanted
+{
+    QString text;
+    QFont font;
+    QSizeF room;
+    int maximumNumberOfLines;
+
+    /// QSizeF's own comparison takes nearly equal for equal.
+    friend bool operator==(const Wanted &a, const Wanted &b)
+    {
+        return a.maximumNumberOfLines == b.maximumNumberOfLines && a.room.width() == b.room.width() &&
+               a.room.height() == b.room.height() && a.text == b.text && a.font == b.font;
+    }
+    friend size_t qHash(const Wanted &wanted, size_t seed = 0)
+    {
+        return qHashMulti(seed, wanted.text, wanted.font.pixelSize(), wanted.room.width(),
+                          wanted.room.height(), wanted.maximumNumberOfLines);
+    }
+};
+
 } // namespace
 
 TextLines TextLines::broken(const QString &text, const QFont &font, const QSizeF &room,
                             int maximumNumberOfLines)
+{
+    constexpr int Remembered = 256;
+    // A longer one is hardly met twice, and would be held for nothing.
+    constexpr qsizetype LongestRemembered = 200;
+    thread_local QCache<Wanted, TextLines> known(Remembered);
+    if (text.size() > LongestRemembered)
+        return measured(text, font, room, maximumNumberOfLines);
+    const Wanted wanted{text, font, room, maximumNumberOfLines};
+    if (const TextLines *lines = known.object(wanted))
+        return *lines;
+    TextLines lines = measured(text, font, room, maximumNumberOfLines);
+    known.insert(wanted, new TextLines(lines));
+    return lines;
+}
+
+TextLines TextLines::measured(const QString &text, const QFont &font, const QSizeF &room,
+                              int maximumNumberOfLines)
 {
     const QFontMetricsF metrics(font);
     const double width = std::max(0.0, room.width());

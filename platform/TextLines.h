@@ -22,6 +22,7 @@ struct TextLines
 
     /// Breaks a text between words, or within a word that is too long, into at most so many lines of the font
     /// as there is room for. 0 asks for no limit but the room. There is always room for one line.
+    /// What was broken lately is not measured again: the boxes of a panel say the same in the same room.
     [[nodiscard]] static TextLines broken(const QString &text, const QFont &font, const QSizeF &room,
                                           int maximumNumberOfLines);
     /// The text; where it is longer than any line of the width (in points) can be, it is cut a little behind
@@ -32,6 +33,10 @@ struct TextLines
     /// The whole text for a tool tip, in lines that fit a screen; longer than MaximumToolTip it is cut with
     /// an ellipsis.
     [[nodiscard]] static QString toolTip(const QString &text);
+
+private:
+    [[nodiscard]] static TextLines measured(const QString &text, const QFont &font, const QSizeF &room,
+                                            int maximumNumberOfLines);
 };
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/View.h"
 
 #include "platform/AccessibleViews.h"
+#include "platform/Departures.h"
 #include "platform/Readable.h"
 
 #include <QPainter>
@@ -84,13 +85,16 @@ void View::addSubview(View *view)
 {
     // Hidden on purpose, not just because a widget without a parent is not shown yet.
     const bool hidden = view->isHidden() && view->testAttribute(Qt::WA_WState_ExplicitShowHide);
+    const bool wasHere = view->parentWidget() == this;
     view->setParent(this);
     view->placeWidget();
     // A subview that is added stands above its siblings, also when it was one of them already.
     view->raise();
     if (!hidden)
         view->show();
-    view->tellGroundChanged();
+    // The ground is that of this view, which tells of its changes itself.
+    if (!wasHere)
+        view->tellGroundChanged();
 }
 
 void View::removeFromSuperview()
@@ -102,7 +106,7 @@ void View::removeFromSuperview()
     hide();
     if (!self)
         return;
-    setParent(nullptr);
+    Departures::take(*this);
     // Not at once: this may run in an action of the view, or of one inside it.
     deleteLater();
 }

@@ -1,7 +1,6 @@
 #include "presentation/PanelViews.h"
 
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
-#include "platform/Box.h"
 #include "platform/MainQueue.h"
 #include "presentation/CollectionViewItemView.h"
 #include "presentation/ScrollView.h"
@@ -23,25 +22,43 @@ using platform::View;
 
 namespace {
 
-/// The tiles of the overviews that stand in a panel.
-QList<CollectionViewItemView *> tilesIn(const View *panel)
+/// The first direct subview of a kind that is what is meant; null when there is none. Goes through the
+/// widgets as they are held: this is asked for each panel whenever one comes or goes.
+template <class Kind, class IsMeant>
+auto firstIn(const View &view, const IsMeant &isMeant) -> decltype(isMeant(std::declval<Kind &>()))
 {
-    QList<CollectionViewItemView *> tiles;
-    for (View *child : panel->subviews()) {
-        // An overview stands in a scroll view that never scrolls, see overview::put().
-        const auto *scrollView = qobject_cast<ScrollView *>(child);
-        if (!scrollView)
+    for (QObject *child : view.children()) {
+        auto *each = qobject_cast<Kind *>(child);
+        if (!each)
             continue;
-        for (View *overview : scrollView->contentView()->subviews()) {
-            if (!qobject_cast<platform::CollectionView *>(overview))
-                continue;
-            for (View *view : overview->subviews()) {
-                if (auto *tile = qobject_cast<CollectionViewItemView *>(view))
-                    tiles.append(tile);
-            }
-        }
+        if (auto found = isMeant(*each))
+            return found;
     }
-    return tiles;
+    return {};
+}
+
+/// The first tile of the overviews in a panel that is what is meant, or null.
+template <class IsMeant>
+CollectionViewItemView *firstTile(const View &panel, const IsMeant &isMeant)
+{
+    // An overview stands in a scroll view that never scrolls, see overview::put().
+    return firstIn<ScrollView>(panel, [&](const ScrollView &scrollView) {
+        return firstIn<platform::CollectionView>(
+            *scrollView.contentView(), [&](const platform::CollectionView &overview) {
+                return firstIn<CollectionViewItemView>(overview, [&](CollectionViewItemView &tile) {
+                    return tile.box() && isMeant(tile) ? &tile : nullptr;
+                });
+            });
+    });
+}
+
+/// The box of the tile in a panel whose content bears this very identifier instance, or null.
+platform::Box *boxIn(const View &panel, const Identifier &identifier)
+{
+    const CollectionViewItemView *tile = firstTile(panel, [&identifier](CollectionViewItemView &each) {
+        return each.box()->contentView()->identifier().isSameInstance(identifier);
+    });
+    return tile ? tile->box() : nullptr;
 }
 
 } // namespace
@@ -205,8 +222,8 @@ View *PanelViews::subView(const View *parent, const Identifier &identifier)
 
 bool PanelViews::isTileContainer(const View *panel)
 {
-    const QList<View *> children = panel->subviews();
-    return std::ranges::all_of(children, [](View *child) { return qobject_cast<ScrollView *>(child); });
+    return !firstIn<View>(*panel,
+                          [](View &child) { return qobject_cast<ScrollView *>(&child) ? nullptr : &child; });
 }
 
 bool PanelViews::isInUse(const View *panel)
@@ -215,14 +232,13 @@ bool PanelViews::isInUse(const View *panel)
         return false;
     if (!isTileContainer(panel))
         return true;
-    const QList<CollectionViewItemView *> tiles = tilesIn(panel);
-    return std::ranges::any_of(
-        tiles, [](const CollectionViewItemView *tile) { return tile->box() && !tile->box()->isHidden(); });
+    return firstTile(*panel, [](CollectionViewItemView &tile) { return !tile.box()->isHidden(); });
 }
 
 void PanelViews::resetUI(const Identifier &identifier)
 {
     const bool isGroup = isGroupView(identifier);
+    platform::Box *known = knownBox(identifier);
     for (View *panel : panels()) {
         if (panel->identifier().isSameInstance(identifier)) {
             // The overview goes with its panel. It is deleted only later, and until then a new panel would
@@ -238,23 +254,34 @@ void PanelViews::resetUI(const Identifier &identifier)
             m_collections.remove(identifier.text());
             continue;
         }
-        if (emptyTile(panel, identifier))
+        platform::Box *box =
+            known ? (panel->isAncestorOf(known) ? known : nullptr) : boxIn(*panel, identifier);
+        if (box) {
+            empty(*box);
             return;
+        }
     }
 }
 
-/// A tile that nothing is asked on any more would stand there as a coloured box without a meaning.
-bool PanelViews::emptyTile(const View *panel, const Identifier &identifier)
+void PanelViews::setBox(const QString &panelKey, platform::Box *box)
 {
-    for (CollectionViewItemView *tile : tilesIn(panel)) {
-        if (!tile->box() || !tile->box()->contentView()->identifier().isSameInstance(identifier))
-            continue;
-        for (View *child : tile->box()->contentView()->subviews())
-            child->removeFromSuperview();
-        tile->box()->setHidden(true);
-        return true;
-    }
-    return false;
+    m_boxes.insert(panelKey, box);
+}
+
+/// The box that was drawn last for a panel, as long as it stands and is that panel's.
+platform::Box *PanelViews::knownBox(const Identifier &identifier) const
+{
+    platform::Box *box = m_boxes.value(identifier.text());
+    const bool isIts = box && box->contentView()->identifier().isSameInstance(identifier);
+    return isIts && m_splitView && m_splitView->isAncestorOf(box) ? box : nullptr;
+}
+
+/// A tile that nothing is asked on any more would stand there as a coloured box without a meaning.
+void PanelViews::empty(platform::Box &box)
+{
+    for (View *child : box.contentView()->subviews())
+        child->removeFromSuperview();
+    box.setHidden(true);
 }
 
 void PanelViews::hideFirst(const Identifier &identifier)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Box.h"
 #include "platform/CollectionView.h"
 #include "platform/Identifier.h"
 #include "platform/Monitored.h"
@@ -68,6 +69,9 @@ public:
     /// What stands there; empty where the panel has no such line.
     [[nodiscard]] QString told(const QString &panelKey) const;
 
+    /// The box that a slot's panel stands in, whose content view bears the panel key.
+    void setBox(const QString &panelKey, platform::Box *box);
+
     /// A group's overview of tiles, or null.
     [[nodiscard]] platform::CollectionView *collection(const QString &groupName) const;
     void setCollection(const QString &groupName, platform::CollectionView *overview);
@@ -100,7 +104,8 @@ public:
     bool show(const platform::Identifier &identifier);
 
 private:
-    static bool emptyTile(const platform::View *panel, const platform::Identifier &identifier);
+    [[nodiscard]] platform::Box *knownBox(const platform::Identifier &identifier) const;
+    static void empty(platform::Box &box);
 
     const StationMap &m_station;
     QPointer<platform::View> m_rootView;
@@ -109,6 +114,7 @@ private:
     platform::Monitored<QHash<QString, Responders>> m_responders;
     QHash<QString, PanelLook> m_looks;
     QHash<QString, QPointer<platform::TextField>> m_statusLines;
+    QHash<QString, QPointer<platform::Box>> m_boxes;
     QHash<QString, QPointer<platform::CollectionView>> m_collections;
 };
 

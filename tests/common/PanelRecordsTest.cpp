@@ -264,4 +264,25 @@ TEST(PanelRecords, HowMuchIsKeptGrowsWithTheQuestionsAndNotWithTheirAnswers)
     EXPECT_EQ(records.kept().answers, 0);
 }
 
+TEST(PanelRecords, WhatIsAskedForTwiceWithoutAChangeIsOneDictionary)
+{
+    PanelRecords records;
+    records.start("0", 4, question);
+    const Dictionary first = records.all();
+    EXPECT_TRUE(first.isSharedWith(records.all()));
+    records.store("0", "SN", "A");
+    EXPECT_FALSE(first.isSharedWith(records.all()));
+    EXPECT_EQ(records.all(), (Dictionary{{"0", Dictionary{{"length", 4}, {"SN", "A"}}}}));
+}
+
+TEST(PanelRecords, WhatWasRestoredFromIsNeverWritten)
+{
+    PanelRecords records;
+    const Dictionary given{{"0", Dictionary{{"SN", "A"}}}};
+    records.restore(given);
+    records.store("0", "SN", "B");
+    records.forget("0");
+    EXPECT_EQ(given, (Dictionary{{"0", Dictionary{{"SN", "A"}}}}));
+}
+
 } // namespace

@@ -52,4 +52,14 @@ TEST(SlotStates, WhatWasHandedOutIsNeverWrittenAgain)
     EXPECT_EQ(before, (Dictionary{{"G1", Dictionary{{"S1", 1}}}}));
 }
 
+TEST(SlotStates, SlotsAreTakenInAndLeftOutAsOneChange)
+{
+    SlotStates states;
+    states.setUp("G1", {"S1", "S2", "S3", "S4"});
+    states.leaveOut("G1", "S1");
+    states.switchOff("G1", "S2");
+    states.divide("G1", {"S1", "S2", "S3"}, {"S4"});
+    EXPECT_EQ(states.of("G1").toMap(), (Dictionary{{"S1", 1}, {"S3", 1}, {"S4", -1}}));
+}
+
 } // namespace

@@ -84,4 +84,22 @@ TEST_F(SlotLabelsTest, ALabelThatIsNoSlotNameIsInvalid)
     EXPECT_FALSE(hasInvalidLabel({}));
 }
 
+TEST_F(SlotLabelsTest, ANumberIsOneLabelWhateverItsType)
+{
+    using namespace interactive;
+    const Array mapping{1, 2.0, "3", true, 4LL};
+    EXPECT_EQ(labels::ordered({2, 1.0, 3}, mapping, 5), (Array{1, 2.0, true}));
+    EXPECT_EQ(labels::ordered({"3", "1", 4.0}, mapping, 5), (Array{"3", 4LL}));
+    EXPECT_EQ(labels::firstUnfilled({1, 2.0, "3"}, {2, true}), platform::Value("3"));
+    EXPECT_FALSE(labels::firstUnfilled({1, "A"}, {"A", 1.0}).isValid());
+}
+
+TEST_F(SlotLabelsTest, ALabelOfAnotherKindIsFoundByItsValue)
+{
+    using namespace interactive;
+    const platform::Value list = Array{"A"};
+    EXPECT_EQ(labels::ordered({list}, {list, "A"}, 2), (Array{list}));
+    EXPECT_EQ(labels::firstUnfilled({list, "A"}, {list}), platform::Value("A"));
+}
+
 } // namespace

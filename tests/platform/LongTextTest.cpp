@@ -101,4 +101,32 @@ TEST(ToolTipTest, MarkupIsShownAsItWasWritten)
     EXPECT_TRUE(TextLines::toolTip("<b>&lt;</b>").contains("&lt;b&gt;&amp;lt;"));
 }
 
+TEST(TextLines, EachFontRoomAndLimitHasLinesOfItsOwn)
+{
+    QFont font;
+    font.setPixelSize(12);
+    QFont large = font;
+    large.setPixelSize(30);
+    QFont bold = font;
+    bold.setBold(true);
+    const QString text = QStringLiteral("one two three four five six");
+    const auto lines = [&](const QFont &with, const QSizeF &room, int most) {
+        return TextLines::broken(text, with, room, most);
+    };
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(lines(font, {1000, 100}, 0).lines, QStringList{text});
+        EXPECT_GT(lines(font, {60, 100}, 0).lines.size(), 2);
+        EXPECT_EQ(lines(font, {60, 100}, 1).lines.size(), 1);
+        EXPECT_FALSE(lines(font, {60, 100}, 1).isWhole);
+        EXPECT_EQ(lines(font, {60, 20}, 0).lines.size(), 1);
+        EXPECT_GT(lines(large, {1000, 100}, 0).lineHeight, lines(font, {1000, 100}, 0).lineHeight);
+        EXPECT_EQ(TextLines::broken("one", font, {1000, 100}, 0).lines, QStringList{"one"});
+    }
+    // So wide that the plain text fits and the bold one does not.
+    const double width = QFontMetricsF(font).horizontalAdvance(text) + 1.0;
+    ASSERT_GT(QFontMetricsF(bold).horizontalAdvance(text), width);
+    EXPECT_TRUE(lines(font, {width, 14}, 1).isWhole);
+    EXPECT_FALSE(lines(bold, {width, 14}, 1).isWhole);
+}
+
 } // namespace

@@ -182,4 +182,30 @@ TEST_F(ScrollViewTest, WithoutADocumentNothingScrolls)
     EXPECT_EQ(empty->contentView()->frame(), Rect(0, 0, 100, 100));
 }
 
+/// Counts how often a scroller is lifted above others, which paints it anew.
+class Raises : public QObject
+{
+public:
+    int count = 0;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::ZOrderChange ? 1 : 0;
+        return false;
+    }
+};
+
+TEST_F(ScrollViewTest, ScrollersAreLiftedOnlyWhereSomethingLiesAboveThem)
+{
+    wants(500, 500);
+    Raises raises;
+    vertical->installEventFilter(&raises);
+    scroll->scrollToPoint({0, 300});
+    EXPECT_EQ(raises.count, 0);
+    auto *above = new View(Rect(0, 0, 100, 100));
+    scroll->addSubview(above);
+    scroll->scrollToPoint({0, 200});
+    EXPECT_EQ(raises.count, 1);
+    EXPECT_EQ(scroll->children().last(), horizontal);
+}
+
 } // namespace

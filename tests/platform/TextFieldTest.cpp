@@ -244,4 +244,30 @@ TEST_F(TextFieldTest, TextThatDoesNotFitIsShownWholeInAToolTip)
     EXPECT_EQ(label->toolTip(), longText);
 }
 
+/// Counts how often a widget is told of another palette.
+class PaletteChanges : public QObject
+{
+public:
+    int count = 0;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::PaletteChange ? 1 : 0;
+        return false;
+    }
+};
+
+TEST_F(TextFieldTest, TheLineEditorIsStyledAnewOnlyWhereSomethingDiffers)
+{
+    PaletteChanges changes;
+    auto *editor = field->findChild<QLineEdit *>();
+    ASSERT_TRUE(editor);
+    field->setBackgroundColor(Color::white());
+    editor->installEventFilter(&changes);
+    field->setBackgroundColor(Color::white());
+    field->setTextColor(Color::black());
+    EXPECT_EQ(changes.count, 0);
+    field->setTextColor(Color::systemBlue());
+    EXPECT_EQ(changes.count, 1);
+}
+
 } // namespace

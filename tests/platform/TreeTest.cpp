@@ -1,6 +1,7 @@
 #include "platform/Button.h"
 #include "tests/platform/ViewFixture.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QMouseEvent>
@@ -217,6 +218,39 @@ TEST_F(TreeTest, APressOnALabelGoesToTheViewThatHoldsIt)
     label->setStringValue("label");
     click(label);
     EXPECT_EQ(panel->presses, 1);
+}
+
+/// Counts how often its ground may have changed.
+class GroundedView : public View
+{
+public:
+    using View::View;
+    int changes = 0;
+
+protected:
+    void groundChanged() override { ++changes; }
+};
+
+TEST_F(TreeTest, AViewThatIsAddedWhereItStandsKeepsItsGround)
+{
+    auto *view = add<GroundedView>({0, 0, 10, 10});
+    const int before = view->changes;
+    EXPECT_GT(before, 0);
+    root->addSubview(view);
+    EXPECT_EQ(view->changes, before);
+    add({0, 0, 100, 100})->addSubview(view);
+    EXPECT_GT(view->changes, before);
+}
+
+TEST_F(TreeTest, ASwitchIsMadeWithTheOneControlThatItShows)
+{
+    auto view = std::make_unique<Button>(Rect(0, 0, 20, 20), Button::Type::Switch);
+    EXPECT_EQ(view->buttonType(), Button::Type::Switch);
+    EXPECT_EQ(view->findChildren<QAbstractButton *>().size(), 1);
+    Button *button = view.get();
+    root->addSubview(view.release());
+    click(button);
+    EXPECT_EQ(button->state(), Button::On);
 }
 
 } // namespace

@@ -1,0 +1,39 @@
+#pragma once
+
+namespace platform {
+
+class View;
+
+/// Where the views wait that leave their windows while a round of main-queue jobs runs.
+///
+/// To take a widget out of its window costs the toolkit a walk over all widgets of that window, which keeps
+/// one list of them. When many panels end at once, each would cost such a walk for each of its views. So what
+/// leaves during a round is moved to a hidden place of the window, which is no view, and all of that is taken
+/// out of the window by one walk at the round's end. To a view it makes no difference: it has no superview
+/// from the beginning, and is deleted by itself when control returns to the event loop.
+/// Thread: the main thread.
+class Departures
+{
+public:
+    /// While one lives, views are gathered; what was gathered leaves its window when it ends. Rounds may
+    /// contain one another.
+    class Round
+    {
+    public:
+        Round();
+        ~Round();
+        Round(const Round &) = delete;
+        Round &operator=(const Round &) = delete;
+    };
+
+    Departures() = delete;
+
+    /// Takes a view out of its superview. Outside of a round it leaves its window at once.
+    static void take(View &view);
+    /// What was gathered leaves its window now, for somebody who is about to look.
+    static void finish();
+    /// How often something was taken out of a window, by one view or by many, since the program began.
+    [[nodiscard]] static int walks();
+};
+
+} // namespace platform

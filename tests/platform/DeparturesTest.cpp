@@ -1,0 +1,141 @@
+#include "platform/Departures.h"
+
+#include "platform/MainQueue.h"
+#include "tests/platform/ViewFixture.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QTimer>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using namespace platform;
+
+/// Views that are taken out of a window, alone and together.
+class DeparturesTest : public testsupport::ViewFixture
+{
+protected:
+    DeparturesTest()
+    {
+        for (int i = 0; i < Panels; ++i) {
+            View *panel = add({0, 0, 100, 50});
+            add<TextField>({0, 0, 50, 20}, panel);
+            panels.emplace_back(panel);
+        }
+    }
+
+    /// Whether anybody who looks through the window's widgets meets one of the panels.
+    [[nodiscard]] bool isAnyInWindow() const
+    {
+        const QList<View *> all = window.findChildren<View *>();
+        return std::ranges::any_of(panels, [&](const QPointer<View> &panel) { return all.contains(panel); });
+    }
+
+    static constexpr int Panels = 5;
+    std::vector<QPointer<View>> panels;
+    int walksBefore = Departures::walks();
+};
+
+TEST_F(DeparturesTest, WhatLeavesByItselfLeavesAtOnce)
+{
+    panels[0]->removeFromSuperview();
+    EXPECT_EQ(Departures::walks(), walksBefore + 1);
+    EXPECT_EQ(panels[0]->parentWidget(), nullptr);
+    EXPECT_EQ(panels[0]->window(), panels[0]);
+}
+
+TEST_F(DeparturesTest, AllThatLeaveInOneRoundOfJobsLeaveTheWindowByOneWalk)
+{
+    for (const QPointer<View> &panel : panels)
+        MainQueue::async([panel] { panel->removeFromSuperview(); });
+    bool isAnySeen = true;
+    // Behind the round, before anything else is served.
+    MainQueue::async([&] { QTimer::singleShot(0, [&] { isAnySeen = isAnyInWindow(); }); });
+    QApplication::processEvents();
+    EXPECT_EQ(Departures::walks(), walksBefore + 1);
+    EXPECT_TRUE(root->subviews().isEmpty());
+    EXPECT_FALSE(isAnyInWindow());
+    settle();
+    EXPECT_FALSE(isAnySeen);
+    for (const QPointer<View> &panel : panels)
+        EXPECT_TRUE(panel.isNull());
+    // What they were gathered in has gone with them.
+    EXPECT_EQ(window.children(), QObjectList{root});
+}
+
+TEST_F(DeparturesTest, InTheRoundAViewThatLeftHasNoSuperviewAndTakesNoFocus)
+{
+    auto *field = qobject_cast<TextField *>(panels[0]->subviews().first());
+    ASSERT_TRUE(field->becomeFirstResponder());
+    bool isLooked = false;
+    MainQueue::async([&] {
+        panels[0]->removeFromSuperview();
+        EXPECT_EQ(panels[0]->superview(), nullptr);
+        EXPECT_FALSE(root->subviews().contains(panels[0]));
+        EXPECT_FALSE(panels[0]->isVisible());
+        EXPECT_FALSE(field->isFirstResponder());
+        EXPECT_FALSE(field->becomeFirstResponder());
+        isLooked = true;
+    });
+    QApplication::processEvents();
+    EXPECT_TRUE(isLooked);
+}
+
+TEST_F(DeparturesTest, AnEventLoopInsideOfAJobMeetsNothingThatLeft)
+{
+    bool isAnySeen = true;
+    MainQueue::async([&] {
+        for (const QPointer<View> &panel : panels)
+            panel->removeFromSuperview();
+        QApplication::processEvents();
+        isAnySeen = isAnyInWindow();
+    });
+    QApplication::processEvents();
+    EXPECT_FALSE(isAnySeen);
+}
+
+TEST_F(DeparturesTest, AConditionThatIsDrainedForMeetsNothingThatLeft)
+{
+    MainQueue::async([&] {
+        MainQueue::async([&] {
+            for (const QPointer<View> &panel : panels)
+                panel->removeFromSuperview();
+        });
+        MainQueue::drainUntil([&] { return !isAnyInWindow(); });
+    });
+    QApplication::processEvents();
+    EXPECT_FALSE(isAnyInWindow());
+}
+
+TEST_F(DeparturesTest, AWindowMayGoBeforeWhatLeftIt)
+{
+    auto other = std::make_unique<QWidget>();
+    QPointer<View> view = new View(Rect(0, 0, 10, 10));
+    auto *around = new View(other.get());
+    around->addSubview(view);
+    MainQueue::async([&] {
+        view->removeFromSuperview();
+        other.reset();
+    });
+    QApplication::processEvents();
+    EXPECT_TRUE(view.isNull());
+}
+
+TEST_F(DeparturesTest, AViewThatIsToLeaveMayBeDeletedByItself)
+{
+    MainQueue::async([&] {
+        panels[0]->removeFromSuperview();
+        delete panels[0];
+        panels[1]->removeFromSuperview();
+    });
+    settle();
+    EXPECT_EQ(root->subviews().size(), Panels - 2);
+    EXPECT_TRUE(panels[1].isNull());
+    EXPECT_EQ(window.children(), QObjectList{root});
+}
+
+} // namespace
