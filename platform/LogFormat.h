@@ -14,9 +14,9 @@ namespace platform {
 
 /// One argument of a log format: a text, an integer, a decimal number, any other value or "nothing".
 ///
-/// A value is kept as it is given, shared and not walked; its text is made where a message is formatted, which
-/// may be on another thread and later. Requires: what a dictionary, an array or a text shares is not written
-/// in place afterwards; an owner that writes into its own gives ownCopy() of it.
+/// A value is kept as it is given, shared and not walked; its text is made where a message is formatted,
+/// which may be on another thread and later. Requires: what a dictionary, an array or a text shares is not
+/// written in place afterwards; an owner that writes into its own gives ownCopy() of it.
 class LogArgument
 {
 public:

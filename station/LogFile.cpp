@@ -85,10 +85,9 @@ LogFile::LogFile(const QString &path)
         return;
     m_crashGuard.emplace();
     try {
-        m_receiver = KVKLogGetProxy()->addReceiver(
-            [writer = std::make_shared<Writer>(path)](std::span<const KVKLogRecord> lines) {
-                writer->write(lines);
-            });
+        m_receiver =
+            KVKLogGetProxy()->addReceiver([writer = std::make_shared<Writer>(path)](
+                                              std::span<const KVKLogRecord> lines) { writer->write(lines); });
     } catch (const spdlog::spdlog_ex &problem) {
         throw StationError(QStringLiteral("--log: %1").arg(QString::fromUtf8(problem.what())));
     }

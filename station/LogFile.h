@@ -13,8 +13,9 @@ namespace station {
 /// log's errors to the standard error output. A message with line breaks is one entry, its further lines are
 /// indented.
 ///
-/// The file is written by the log's thread, in the order of the events and with their times and threads; it is
-/// complete when this is gone, and at a crash. Thread: made and destroyed on the main thread; lines come from any.
+/// The file is written by the log's thread, in the order of the events and with their times and threads; it
+/// is complete when this is gone, and at a crash. Thread: made and destroyed on the main thread; lines come
+/// from any.
 class LogFile
 {
 public:

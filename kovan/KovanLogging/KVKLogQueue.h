@@ -21,8 +21,8 @@
 ///
 /// The texts are made and handed out on a thread of the queue's own, without a lock, some milliseconds after
 /// the event and many at a time: a thread that logs leaves its values here and goes on. Nothing is left out;
-/// where the receivers are slower than the loggers, and what waits has grown to the limit, whoever logs waits.
-/// Once the queue has ended, whoever pushes hands out by flush().
+/// where the receivers are slower than the loggers, and what waits has grown to the limit, whoever logs
+/// waits. Once the queue has ended, whoever pushes hands out by flush().
 ///
 /// Thread: any, unless a function says otherwise. Ownership: nobody uses it any more when it is destroyed.
 class KVKLogQueue
@@ -56,15 +56,16 @@ public:
     [[nodiscard]] int add(Receiver receiver);
     /// Returns when the receiver has had all events so far, and is not called any more. Not from a receiver.
     void remove(int id);
-    /// Who tells which systems the calling thread works for. It is called at each event under the queue's lock.
+    /// Who tells which systems the calling thread works for. It is called at each event under the queue's
+    /// lock.
     void setOwners(Owners owners);
 
     /// Waits, where too much is waiting already. Requires: the caller holds no lock that a receiver needs.
     void waitForRoom();
     /// Takes the event with the time and the thread of the call.
     void push(Event event);
-    /// Waits until everything that was pushed so far has been received; false when it was not within the limit,
-    /// or when a receiver asks.
+    /// Waits until everything that was pushed so far has been received; false when it was not within the
+    /// limit, or when a receiver asks.
     [[nodiscard]] bool flush(std::optional<std::chrono::milliseconds> limit);
     /// Hands out what waits, and ends the thread.
     void end();
@@ -79,15 +80,16 @@ private:
         KVKLogRecord record; ///< Without a message.
         std::size_t weight = 0;
     };
-    /// So many as become lines at a time; a queue of them neither moves what waits nor allocates for each event.
+    /// So many as become lines at a time; a queue of them neither moves what waits nor allocates for each
+    /// event.
     using Share = std::vector<Waiting>;
     struct Listener
     {
         int id;
         Receiver receive;
-        quint64 first;                    ///< The number of the first event that it gets,
-        std::optional<quint64> end = {};  ///< and of the one behind its last, once it is to go.
-        bool isTold = false;              ///< Whether it is among those that a batch is handed out to.
+        quint64 first;                   ///< The number of the first event that it gets,
+        std::optional<quint64> end = {}; ///< and of the one behind its last, once it is to go.
+        bool isTold = false;             ///< Whether it is among those that a batch is handed out to.
     };
     /// What is being handed out, and to whom.
     struct Batch
@@ -117,7 +119,8 @@ private:
     std::vector<std::unique_ptr<Listener>> m_listeners;
     Owners m_owners;
     int m_nextId = 1;
-    bool m_sleeps = false; ///< Whether somebody has to wake the thread; it looks by itself while much is logged.
+    bool m_sleeps =
+        false; ///< Whether somebody has to wake the thread; it looks by itself while much is logged.
     bool m_hurries = false;
     bool m_handsOut = false;
     bool m_isEnding = false;
@@ -127,6 +130,6 @@ private:
     std::atomic<quint64> m_pushed{0};
     std::atomic<quint64> m_delivered{0};
     std::atomic<std::size_t> m_weight{0}; ///< Of what was pushed and not yet delivered.
-    std::atomic<pid_t> m_receiving{0};       ///< The thread that hands out, 0 while none does.
+    std::atomic<pid_t> m_receiving{0};    ///< The thread that hands out, 0 while none does.
     std::thread m_thread;
 };

@@ -45,8 +45,8 @@ private:
 /// The host's log proxy: the lines that the host shows and keeps.
 ///
 /// There are two ways to get them. A *receiver* gets them in one order for all threads, on a thread of the
-/// log's own, many at a time and some milliseconds after the event: what a logging thread pays for it does not
-/// depend on how long the lines are. A *sink* is called before the event's call returns, and the logging
+/// log's own, many at a time and some milliseconds after the event: what a logging thread pays for it does
+/// not depend on how long the lines are. A *sink* is called before the event's call returns, and the logging
 /// thread pays for the text and for what the sink does.
 ///
 /// Thread: any; sinks are called on the logging thread, one line at a time.
@@ -76,22 +76,22 @@ public:
     /// std::invalid_argument for a format that is wrong.
     void proxyLogMessage(KVKLogLevel level, const char *format, const platform::LogArguments &arguments);
 
-    /// Host: adds a sink. It must neither log itself nor add or remove anybody; an exception that leaves it is
-    /// dropped.
+    /// Host: adds a sink. It must neither log itself nor add or remove anybody; an exception that leaves it
+    /// is dropped.
     SinkId addSink(Sink sink);
     /// Host: after the return the sink is not called any more.
     void removeSink(SinkId id);
 
-    /// Host: adds a receiver of the lines from now on. It may log, and must neither add nor remove anybody, nor
-    /// wait for a thread that may log; an exception that leaves it is dropped. Errors: throws std::system_error
-    /// when the system has no thread left.
+    /// Host: adds a receiver of the lines from now on. It may log, and must neither add nor remove anybody,
+    /// nor wait for a thread that may log; an exception that leaves it is dropped. Errors: throws
+    /// std::system_error when the system has no thread left.
     [[nodiscard]] ReceiverId addReceiver(Receiver receiver);
     /// Host: after the return the receiver has had every line that was logged before, and is not called any
     /// more. Requires: not called by a receiver.
     void removeReceiver(ReceiverId id);
-    /// Waits until the receivers have had every line that was logged before, at most as long as the limit says;
-    /// false when they have not, and always when a receiver asks. Not needed before a usual end of the program,
-    /// which exit() brings about, but before one by _Exit().
+    /// Waits until the receivers have had every line that was logged before, at most as long as the limit
+    /// says; false when they have not, and always when a receiver asks. Not needed before a usual end of the
+    /// program, which exit() brings about, but before one by _Exit().
     [[nodiscard]] bool flush(std::optional<std::chrono::milliseconds> limit = std::nullopt);
     /// flush() for the handler of a signal: see KVKLogCrashGuard.
     void flushInHandler(std::chrono::milliseconds limit) const;
@@ -123,8 +123,8 @@ private:
 
 /// Writes one event to both places: first the system log's handle at the level (default is its "info"), then
 /// the log proxy, with the same format and arguments. What fails in one place does not keep the line from the
-/// other. The text is made once, and not before it is needed, so that nothing is made where nobody listens: what
-/// dictionaries, arrays and texts among the arguments share must not be written in place afterwards (see
+/// other. The text is made once, and not before it is needed, so that nothing is made where nobody listens:
+/// what dictionaries, arrays and texts among the arguments share must not be written in place afterwards (see
 /// platform::LogArgument).
 ///
 /// Thread: any. Errors: throws std::invalid_argument for a format that is wrong (see
