@@ -2,7 +2,10 @@
 
 #include "platform/View.h"
 
+#include <QStringBuilder>
 #include <QStringList>
+
+#include <string_view>
 
 namespace interactive::log {
 
@@ -10,12 +13,14 @@ QString describe(const platform::View *view)
 {
     if (!view)
         return QStringLiteral("(null)");
-    const QString qualified = QString::fromLatin1(view->metaObject()->className());
     // The log shows a class by its name alone; in which namespace it lives is of no use to who reads it.
-    const QString name = qualified.mid(qualified.lastIndexOf(QLatin1Char(':')) + 1);
+    const std::string_view qualified = view->metaObject()->className();
+    const std::string_view name = qualified.substr(qualified.rfind(':') + 1);
     const platform::Identifier identifier = view->identifier();
-    return QStringLiteral("<%1: %2>")
-        .arg(name, identifier.isNull() ? QStringLiteral("(null)") : identifier.text());
+    const QString text = identifier.isNull() ? QStringLiteral("(null)") : identifier.text();
+    // Put together in one go: a press describes all fields that stand.
+    return QLatin1Char('<') % QLatin1String(name.data(), static_cast<qsizetype>(name.size())) %
+           QLatin1String(": ") % text % QLatin1Char('>');
 }
 
 QString describe(const QList<platform::View *> &views)

@@ -216,9 +216,9 @@ void PanelRecords::forgetAnswers(const QString &panelKey, bool isBeingFilled)
     replace([&](platform::Dictionary &data) {
         m_answers.remove(panelKey);
         // What stands in the panel belongs to the next units already; only what was kept is old.
-        if (isBeingFilled)
-            return;
-        data.remove(panelKey);
+        // Even to take out what is not there would copy all that is.
+        if (!isBeingFilled && data.contains(panelKey))
+            data.remove(panelKey);
     });
 }
 

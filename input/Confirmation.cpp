@@ -139,14 +139,15 @@ void Confirmation::perform(const Press &press)
 bool Confirmation::carryOut(const Press &press)
 {
     Identifier parent;
-    QString fields;
+    platform::Dictionary fields;
     bool clears = false;
     // First of all: a panel that has ended by itself may be gone, with nobody left to name it by.
     const bool isOpen = MainQueue::sync([&] {
         if (!press.wait.isOpen())
             return false;
         parent = PanelViews::getParentIdentifier(press.button);
-        fields = m_views.describeResponders();
+        if (log::isHeard(KVKLogLevel::Debug))
+            fields = m_views.describeResponders();
         clears = press.title == ClearTitle && clearsOnly(press.button);
         return true;
     });

@@ -127,7 +127,8 @@ bool Entries::checkInput(platform::View *sender)
     }
     Entry entry;
     entry.field = field;
-    entry.text = field->stringValue();
+    // An own one: its editor writes the next entry into the text in place, when the log may still read it.
+    entry.text = platform::ownCopy(field->stringValue()).toString();
     entry.identifier = field->identifier();
     entry.panelKey = identifiers::before(identifiers::Separator, entry.identifier);
     entry.ownSlot = identifiers::slotPart(entry.identifier);

@@ -12,7 +12,11 @@
 
 namespace platform {
 
-/// One argument of a log format: a text, an integer, a decimal number or "nothing".
+/// One argument of a log format: a text, an integer, a decimal number, any other value or "nothing".
+///
+/// A value is kept as it is given, shared and not walked; its text is made where a message is formatted,
+/// which may be on another thread and later. Requires: what a dictionary, an array or a text shares is not
+/// written in place afterwards; an owner that writes into its own gives ownCopy() of it.
 class LogArgument
 {
 public:
@@ -33,8 +37,11 @@ public:
     [[nodiscard]] qint64 asInteger() const;
     [[nodiscard]] double asDecimal() const;
 
+    /// About how many bytes it keeps from being freed, as far as that is known without walking it.
+    [[nodiscard]] std::size_t weight() const;
+
 private:
-    std::variant<std::monostate, QString, qint64, double> m_content;
+    std::variant<std::monostate, QString, qint64, double, Value> m_content;
 };
 
 using LogArguments = std::vector<LogArgument>;
@@ -46,5 +53,8 @@ using LogArguments = std::vector<LogArgument>;
 /// Thread: any. Errors: a format that asks for more arguments than there are, or that holds an unknown
 /// placeholder, is a programming mistake and throws std::invalid_argument naming the format.
 [[nodiscard]] QString formatMessage(const char *format, const LogArguments &arguments);
+
+/// Throws what formatMessage() would, and makes no text.
+void checkFormat(const char *format, std::size_t argumentCount);
 
 } // namespace platform

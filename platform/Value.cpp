@@ -71,20 +71,53 @@ QString describeFloat(float number)
     return describeDecimal(QLocale::c().toDouble(QString::fromLatin1(text.data(), end - text.data())));
 }
 
-QString describeArray(const Array &array)
+/// Into one text, however deep: what is saved may hold thousands of values.
+void append(QString &text, const Value &value);
+
+void appendArray(QString &text, const Array &array)
 {
-    QStringList texts;
-    for (const Value &element : array)
-        texts.append(description(element));
-    return QStringLiteral("(%1)").arg(texts.join(QStringLiteral(", ")));
+    text += QLatin1Char('(');
+    for (auto element = array.cbegin(); element != array.cend(); ++element) {
+        if (element != array.cbegin())
+            text += QLatin1String(", ");
+        append(text, *element);
+    }
+    text += QLatin1Char(')');
 }
 
-QString describeDictionary(const Dictionary &dictionary)
+void appendDictionary(QString &text, const Dictionary &dictionary)
 {
-    QStringList texts;
-    for (auto entry = dictionary.cbegin(); entry != dictionary.cend(); ++entry)
-        texts.append(entry.key() + QStringLiteral(" = ") + description(entry.value()));
-    return QLatin1Char('{') + texts.join(QStringLiteral("; ")) + QLatin1Char('}');
+    text += QLatin1Char('{');
+    for (auto entry = dictionary.cbegin(); entry != dictionary.cend(); ++entry) {
+        if (entry != dictionary.cbegin())
+            text += QLatin1String("; ");
+        text += entry.key();
+        text += QLatin1String(" = ");
+        append(text, entry.value());
+    }
+    text += QLatin1Char('}');
+}
+
+void append(QString &text, const Value &value)
+{
+    switch (value.metaType().id()) {
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList:
+        appendArray(text, value.toList());
+        break;
+    case QMetaType::QVariantMap:
+        appendDictionary(text, value.toMap());
+        break;
+    default:
+        text += description(value);
+    }
+}
+
+QString describeWhole(const Value &value)
+{
+    QString text;
+    append(text, value);
+    return text;
 }
 
 /// Where a number that begins at `at` ends; `at` itself when there is none.
@@ -135,9 +168,8 @@ QString description(const Value &value)
         return describeFloat(value.toFloat());
     case QMetaType::QVariantList:
     case QMetaType::QStringList:
-        return describeArray(value.toList());
     case QMetaType::QVariantMap:
-        return describeDictionary(value.toMap());
+        return describeWhole(value);
     default:
         return value.toString();
     }

@@ -137,7 +137,8 @@ void LoopControls::configLoop(platform::View *sender)
     }
     if (QLineEdit *editor = field->currentEditor())
         moveEditorToEnd(editor);
-    const QString text = field->stringValue();
+    // An own one: the editor goes on writing into its text, when the log may still read it.
+    const QString text = platform::ownCopy(field->stringValue()).toString();
     // A text that is no number reads as 0, which turns loop mode off.
     const qint64 maximum = platform::integerValue(text);
     m_records.startLoop(maximum, m_station.groupCount());

@@ -112,7 +112,7 @@ void PanelViews::dropResponders(const QString &key)
     m_responders.lock()->remove(key);
 }
 
-QString PanelViews::describeResponders()
+platform::Dictionary PanelViews::describeResponders()
 {
     platform::Dictionary description;
     // Under the lock all the way: a call on another thread may drop a list, and the last one frees it.
@@ -123,7 +123,7 @@ QString PanelViews::describeResponders()
             fields.append(log::describe(field));
         description.insert(entry.key(), fields);
     }
-    return platform::description(description);
+    return description;
 }
 
 PanelLook PanelViews::lookOf(const QString &key, const PanelLook &fallback) const
@@ -182,12 +182,12 @@ void PanelViews::setCollection(const QString &groupName, platform::CollectionVie
     m_collections.insert(groupName, overview);
 }
 
-QString PanelViews::describeCollections() const
+platform::Dictionary PanelViews::describeCollections() const
 {
     platform::Dictionary description;
     for (auto entry = m_collections.cbegin(); entry != m_collections.cend(); ++entry)
         description.insert(entry.key(), log::describe(entry.value()));
-    return platform::description(description);
+    return description;
 }
 
 bool PanelViews::isGroupView(const Identifier &identifier) const

@@ -52,7 +52,8 @@ public:
     [[nodiscard]] bool hasResponders(const QString &panelKey);
     void setResponders(const QString &panelKey, const Responders &fields);
     void dropResponders(const QString &panelKey);
-    [[nodiscard]] QString describeResponders();
+    /// For the log, as they are called now; so is describeCollections().
+    [[nodiscard]] platform::Dictionary describeResponders();
 
     /// The look that a panel was drawn with; the fallback for a panel that was not drawn.
     [[nodiscard]] PanelLook lookOf(const QString &panelKey, const PanelLook &fallback) const;
@@ -75,7 +76,7 @@ public:
     /// A group's overview of tiles, or null.
     [[nodiscard]] platform::CollectionView *collection(const QString &groupName) const;
     void setCollection(const QString &groupName, platform::CollectionView *overview);
-    [[nodiscard]] QString describeCollections() const;
+    [[nodiscard]] platform::Dictionary describeCollections() const;
 
     /// Whether the identifier is a group's name. Thread: any.
     [[nodiscard]] bool isGroupView(const platform::Identifier &identifier) const;

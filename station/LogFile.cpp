@@ -8,7 +8,7 @@
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 
-#include <mutex>
+#include <utility>
 
 namespace station {
 
@@ -29,39 +29,74 @@ void showSystemErrors()
 
 } // namespace
 
+/// Writes batches of lines. Thread: the log's.
+class LogFile::Writer
+{
+public:
+    /// Errors: throws spdlog::spdlog_ex when the file cannot be opened.
+    explicit Writer(const QString &path)
+        : m_path(path)
+        , m_file(path.toStdString(), true)
+    {
+        m_file.set_pattern("%Y-%m-%dT%H:%M:%S.%e %l [%t] %v");
+    }
+
+    void write(std::span<const KVKLogRecord> lines)
+    {
+        for (const KVKLogRecord &line : lines)
+            tellFailure([&] { write(line); });
+        // What was logged is to be there when the program is ended hard.
+        tellFailure([this] { m_file.flush(); });
+    }
+
+private:
+    void write(const KVKLogRecord &line)
+    {
+        // Whoever reads the file line by line sees by the indentation that no new entry begins.
+        const std::string text =
+            withoutLineBreaks(line.message, QStringLiteral("\n") + ContinuedLine).toStdString();
+        spdlog::details::log_msg message(line.time, {}, {}, KVKLogSystemLevel(line.level), text);
+        message.thread_id = line.thread;
+        m_file.log(message);
+    }
+
+    template <class Work>
+    void tellFailure(const Work &work)
+    {
+        try {
+            work();
+        } catch (const std::exception &problem) {
+            if (!std::exchange(m_hasTold, true)) {
+                QTextStream(stderr) << "station: the log cannot be written: " << m_path << ": "
+                                    << QString::fromUtf8(problem.what()) << Qt::endl;
+            }
+        }
+    }
+
+    QString m_path;
+    spdlog::sinks::basic_file_sink_st m_file;
+    bool m_hasTold = false;
+};
+
 LogFile::LogFile(const QString &path)
 {
     showSystemErrors();
     if (path.isEmpty())
         return;
+    m_crashGuard.emplace();
     try {
-        auto sink = std::make_shared<spdlog::sinks::basic_file_sink_mt>(path.toStdString(), true);
-        m_file = std::make_shared<spdlog::logger>("log", sink);
+        m_receiver =
+            KVKLogGetProxy()->addReceiver([writer = std::make_shared<Writer>(path)](
+                                              std::span<const KVKLogRecord> lines) { writer->write(lines); });
     } catch (const spdlog::spdlog_ex &problem) {
         throw StationError(QStringLiteral("--log: %1").arg(QString::fromUtf8(problem.what())));
     }
-    m_file->set_pattern("%Y-%m-%dT%H:%M:%S.%e %l [%t] %v");
-    m_file->set_level(spdlog::level::trace);
-    m_file->set_error_handler([path, said = std::make_shared<std::once_flag>()](const std::string &why) {
-        std::call_once(*said, [&] {
-            QTextStream(stderr) << "station: the log cannot be written: " << path << ": "
-                                << QString::fromStdString(why) << Qt::endl;
-        });
-    });
-    // Line by line: what was logged is to be there when the program is ended hard.
-    m_file->flush_on(spdlog::level::trace);
-    m_sink = KVKLogGetProxy()->addSink([file = m_file](const KVKLogProxy::Line &line) {
-        // Whoever reads the file line by line sees by the indentation that no new entry begins.
-        const std::string text =
-            withoutLineBreaks(line.message, QStringLiteral("\n") + ContinuedLine).toStdString();
-        file->log(KVKLogSystemLevel(line.level), spdlog::string_view_t(text));
-    });
 }
 
 LogFile::~LogFile()
 {
-    if (m_file)
-        KVKLogGetProxy()->removeSink(m_sink);
+    if (m_receiver)
+        KVKLogGetProxy()->removeReceiver(*m_receiver);
 }
 
 } // namespace station

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "kovan/KovanLogging/KVKLogCrashGuard.h"
 #include "kovan/KovanLogging/KVKLogging.h"
 
 #include <QString>
+
+#include <optional>
 
 namespace station {
 
@@ -10,7 +13,9 @@ namespace station {
 /// log's errors to the standard error output. A message with line breaks is one entry, its further lines are
 /// indented.
 ///
-/// Thread: made and destroyed on the main thread; lines come from any.
+/// The file is written by the log's thread, in the order of the events and with their times and threads; it
+/// is complete when this is gone, and at a crash. Thread: made and destroyed on the main thread; lines come
+/// from any.
 class LogFile
 {
 public:
@@ -21,8 +26,10 @@ public:
     LogFile &operator=(const LogFile &) = delete;
 
 private:
-    std::shared_ptr<spdlog::logger> m_file;
-    KVKLogProxy::SinkId m_sink = 0;
+    class Writer;
+
+    std::optional<KVKLogCrashGuard> m_crashGuard;
+    std::optional<KVKLogProxy::ReceiverId> m_receiver;
 };
 
 } // namespace station

@@ -34,9 +34,10 @@ void routeMessage(QtMsgType type, const QMessageLogContext &, const QString &mes
 {
     const std::string text = message.toStdString();
     if (type == QtFatalMsg) {
-        // Qt would abort after this; what was written to files is flushed line by line.
+        // Qt would abort after this.
         const std::string firstLine = text.substr(0, text.find('\n'));
         std::fprintf(stderr, "station: %s\n", firstLine.c_str());
+        static_cast<void>(KVKLogGetProxy()->flush(KVKLogProxy::EndLimit));
         // Without destructors: Qt calls this from within itself, and is in no state to be taken down.
         std::_Exit(CannotStart);
     }

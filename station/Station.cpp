@@ -345,6 +345,7 @@ void Station::reportStuck()
 void Station::giveUp()
 {
     static_cast<void>(m_results.hasFailed());
+    static_cast<void>(KVKLogGetProxy()->flush(KVKLogProxy::EndLimit));
     std::_Exit(EXIT_FAILURE);
 }
 

@@ -1,5 +1,6 @@
 #include "kovan/KovanLuaSequencer/KVKLuaLibraries.h"
 
+#include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanLuaSequencer/KVKLuaErrorHandlers.h"
 #include "kovan/KovanLuaSequencer/KVKLuaLimits.h"
 #include "kovan/KovanLuaSequencer/KVKLuaLoading.h"
@@ -128,6 +129,7 @@ int exitAtOnce(lua_State *state)
     else
         status = static_cast<int>(luaL_optinteger(state, 1, EXIT_SUCCESS));
     std::fflush(stdout);
+    static_cast<void>(KVKLogGetProxy()->flush(KVKLogProxy::EndLimit));
     std::_Exit(status);
 }
 

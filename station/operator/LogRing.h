@@ -23,15 +23,16 @@ public:
     LogRing(const LogRing &) = delete;
     LogRing &operator=(const LogRing &) = delete;
 
-    /// The last lines, as many as asked for and there are, the oldest first.
+    /// The last lines, as many as asked for and there are, the oldest first; among them all that were logged
+    /// before the call.
     [[nodiscard]] QStringList last(qint64 count) const;
 
 private:
-    void keep(const QString &line);
+    void keep(std::span<const KVKLogRecord> lines);
 
     mutable std::mutex m_mutex;
     std::deque<QString> m_lines;
-    KVKLogProxy::SinkId m_sink;
+    KVKLogProxy::ReceiverId m_receiver;
 };
 
 } // namespace station

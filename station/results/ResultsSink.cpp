@@ -52,6 +52,9 @@ void ResultsSink::tellUnwritten(const QString &name, qsizetype count, const QStr
 void ResultsSink::noteKept(const QString &name, const QString &event)
 {
     KVKLogEvent(KVKLogLevel::Error, "not yet in %@: %@", {name, event});
+    // Until the result can be written it stands in the log alone, and what it belongs to is about to be
+    // accepted.
+    static_cast<void>(KVKLogGetProxy()->flush(KVKLogProxy::EndLimit));
 }
 
 void ResultsSink::lose(const QString &name, const QString &why)

@@ -3,6 +3,9 @@
 #include "station/look/LineBreaks.h"
 #include "station/window/OperatorText.h"
 
+#include <QDateTime>
+
+#include <algorithm>
 #include <utility>
 
 namespace station {
@@ -22,6 +25,13 @@ QString oneLine(const QString &message)
     return withoutLineBreaks(shortened(message), QString(QChar(0x23ce)));
 }
 
+LogLine lineOf(const KVKLogRecord &record)
+{
+    const auto since = std::chrono::duration_cast<std::chrono::milliseconds>(record.time.time_since_epoch());
+    return {record.level, QDateTime::fromMSecsSinceEpoch(since.count()).time(), oneLine(record.message),
+            record.systems};
+}
+
 } // namespace
 
 LogBacklog::LogBacklog(qsizetype mostKept, qsizetype mostAtOnce)
@@ -29,25 +39,23 @@ LogBacklog::LogBacklog(qsizetype mostKept, qsizetype mostAtOnce)
     , m_mostAtOnce(mostAtOnce)
 {}
 
-void LogBacklog::setOwners(Owners owners)
+bool LogBacklog::add(std::span<const KVKLogRecord> records)
 {
+    // Without the lock: whoever takes lines is the main thread.
+    QList<LogLine> lines;
+    for (const KVKLogRecord &record : records)
+        lines.append(lineOf(record));
+    const auto isError = [](const KVKLogRecord &record) { return record.level == KVKLogLevel::Error; };
+    const auto errors = static_cast<int>(std::ranges::count_if(records, isError));
+    const auto newest = std::find_if(records.rbegin(), records.rend(), isError);
+    const QString error = errors > 0 ? shortened(operatorText(newest->message)) : QString();
     const std::scoped_lock lock(m_mutex);
-    m_owners = std::move(owners);
-}
-
-bool LogBacklog::add(KVKLogLevel level, const QString &message)
-{
-    LogLine line{level, QTime::currentTime(), oneLine(message), {}};
-    const QString error = level == KVKLogLevel::Error ? shortened(operatorText(message)) : QString();
-    const std::scoped_lock lock(m_mutex);
-    if (m_owners)
-        line.systems = m_owners();
-    if (level == KVKLogLevel::Error) {
-        ++m_errors;
+    if (errors > 0) {
+        m_errors += errors;
         m_newestError = error;
     }
-    m_lines.push_back(std::move(line));
-    if (std::ssize(m_lines) > m_mostKept) {
+    m_lines.insert(m_lines.end(), lines.cbegin(), lines.cend());
+    while (std::ssize(m_lines) > m_mostKept) {
         m_lines.pop_front();
         ++m_leftOut;
     }

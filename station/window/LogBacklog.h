@@ -3,8 +3,8 @@
 #include "station/window/LogLine.h"
 
 #include <deque>
-#include <functional>
 #include <mutex>
+#include <span>
 
 namespace station {
 
@@ -14,14 +14,10 @@ namespace station {
 class LogBacklog
 {
 public:
-    /// Tells the systems that the calling thread works for.
-    using Owners = std::function<QList<int>()>;
-
     LogBacklog(qsizetype mostKept, qsizetype mostAtOnce);
 
-    void setOwners(Owners owners);
-    /// True when somebody has to be told that there is something.
-    [[nodiscard]] bool add(KVKLogLevel level, const QString &message);
+    /// True when somebody has to be told that there is something. Requires: one thread at a time adds.
+    [[nodiscard]] bool add(std::span<const KVKLogRecord> records);
 
     /// What is there, the oldest first.
     struct Share
@@ -40,7 +36,6 @@ private:
     const qsizetype m_mostKept;
     const qsizetype m_mostAtOnce;
     std::mutex m_mutex;
-    Owners m_owners;
     std::deque<LogLine> m_lines;
     qsizetype m_leftOut = 0;
     int m_errors = 0;

@@ -42,12 +42,21 @@ LogPane::LogPane(const QList<SystemRow> &systems, QWidget *parent)
     setFolded(true);
     m_flushTimer.setSingleShot(true);
     connect(&m_flushTimer, &QTimer::timeout, this, &LogPane::flush);
-    m_sink = KVKLogGetProxy()->addSink([this](const KVKLogProxy::Line &line) { take(line); });
+    m_receiver =
+        KVKLogGetProxy()->addReceiver([this](std::span<const KVKLogRecord> records) { take(records); });
 }
 
 LogPane::~LogPane()
 {
-    KVKLogGetProxy()->removeSink(m_sink);
+    if (m_hasOwners)
+        KVKLogGetProxy()->setOwners(nullptr);
+    KVKLogGetProxy()->removeReceiver(m_receiver);
+}
+
+void LogPane::setOwners(std::function<QList<int>()> owners)
+{
+    m_hasOwners = true;
+    KVKLogGetProxy()->setOwners(std::move(owners));
 }
 
 void LogPane::makeLine(const QList<SystemRow> &systems)
@@ -131,6 +140,8 @@ int LogPane::foldedHeight() const
 
 void LogPane::forgetErrors()
 {
+    // Also those that are on their way.
+    static_cast<void>(KVKLogGetProxy()->flush());
     m_backlog->forgetErrors();
     m_errors->forget();
 }
@@ -169,9 +180,9 @@ void LogPane::changeEvent(QEvent *event)
         QMetaObject::invokeMethod(this, &LogPane::writeAnew, Qt::QueuedConnection);
 }
 
-void LogPane::take(const KVKLogProxy::Line &line)
+void LogPane::take(std::span<const KVKLogRecord> records)
 {
-    if (!m_backlog->add(line.level, line.message))
+    if (!m_backlog->add(records))
         return;
     platform::MainQueue::async([pane = m_self] {
         if (pane)

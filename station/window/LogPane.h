@@ -9,7 +9,9 @@
 #include <QWidget>
 
 #include <deque>
+#include <functional>
 #include <memory>
+#include <span>
 
 class QComboBox;
 class QLineEdit;
@@ -23,7 +25,7 @@ class LogView;
 /// The last lines of the log proxy, which can be filtered by level, system and text, and folded to one line;
 /// that line shows the errors until somebody has acknowledged them or the next run begins.
 ///
-/// Lines are collected on the threads that log and put into the pane some at a time, so that the window stays
+/// Lines are collected on the log's thread and put into the pane some at a time, so that the window stays
 /// responsive however much is logged; lines that would have scrolled out of the pane before they were seen
 /// are left out, with a line that says how many. Filters choose among the lines that the pane keeps. Thread:
 /// the main thread; lines come from any. Requires: platform::MainQueue is attached.
@@ -38,8 +40,9 @@ public:
     explicit LogPane(const QList<SystemRow> &systems = {}, QWidget *parent = nullptr);
     ~LogPane() override;
 
-    /// What tells the systems that a logging thread works for.
-    void setOwners(LogBacklog::Owners owners) { m_backlog->setOwners(std::move(owners)); }
+    /// What tells the systems that a logging thread works for; it is the process's, until the pane goes. See
+    /// KVKLogProxy::setOwners.
+    void setOwners(std::function<QList<int>()> owners);
     /// The errors so far are those of an earlier run.
     void forgetErrors();
 
@@ -69,19 +72,20 @@ private:
     void acknowledge();
     void applyFilter();
     void writeAnew();
-    void take(const KVKLogProxy::Line &line);
+    void take(std::span<const KVKLogRecord> records);
     void flush();
     void takeShare();
     void keep(LogLine line);
 
     std::shared_ptr<LogBacklog> m_backlog;
-    QPointer<LogPane> m_self; ///< Made here once; the logging threads copy it.
+    QPointer<LogPane> m_self; ///< Made here once; the log's thread copies it.
     std::deque<LogLine> m_kept;
     std::deque<LogLine> m_toWrite; ///< Kept ones that the view has to show anew.
     LogFilter m_filter;
     QTimer m_flushTimer;
     bool m_folded = true;
-    KVKLogProxy::SinkId m_sink = 0;
+    bool m_hasOwners = false;
+    KVKLogProxy::ReceiverId m_receiver = 0;
 
     LogView *m_view = nullptr;
     QToolButton *m_fold = nullptr;

@@ -284,7 +284,7 @@ void StationWindow::setImageFolders(const QStringList &folders)
     m_instructions->setImageFolders(folders);
 }
 
-void StationWindow::setLogOwners(LogBacklog::Owners owners)
+void StationWindow::setLogOwners(std::function<QList<int>()> owners)
 {
     m_log->setOwners(std::move(owners));
 }

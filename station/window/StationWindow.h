@@ -1,12 +1,13 @@
 #pragma once
 
-#include "station/window/LogBacklog.h"
 #include "station/window/SystemRow.h"
 #include "station/window/WindowMemory.h"
 
 #include <QMainWindow>
 #include <QPointer>
 #include <QTimer>
+
+#include <functional>
 
 class QAction;
 class QDialog;
@@ -55,7 +56,7 @@ public:
     /// Folders, besides a sequence's own, that pictures for the instruction pane may lie in.
     void setImageFolders(const QStringList &folders);
     /// What tells the systems that a thread which logs works for; called on that thread.
-    void setLogOwners(LogBacklog::Owners owners);
+    void setLogOwners(std::function<QList<int>()> owners);
     /// Takes what a person has chosen for the window and its panes from a file, and keeps it there. Requires:
     /// the window has not been shown.
     void rememberIn(const QString &file);

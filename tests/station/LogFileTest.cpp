@@ -21,7 +21,11 @@ protected:
     ~LogFileTest() override { KVKLogGetAnchor()->setLogger(m_before); }
 
     QString path() const { return m_files.path("station.log"); }
-    QStringList lines() const { return m_files.lines("station.log"); }
+    QStringList lines() const
+    {
+        EXPECT_TRUE(KVKLogGetProxy()->flush());
+        return m_files.lines("station.log");
+    }
     /// What stands after time, level and thread.
     static QString message(const QString &line) { return line.section("] ", 1); }
     static void logText(KVKLogLevel level, const QString &text)
@@ -85,7 +89,7 @@ TEST_F(LogFileTest, FurtherLinesOfAMessageAreIndented)
     EXPECT_EQ(message(lines().at(4)), "next");
 }
 
-TEST_F(LogFileTest, EachLineIsThereAtOnceAndInOrder)
+TEST_F(LogFileTest, EachLineIsThereOnceItWasWaitedForAndInOrder)
 {
     const LogFile log(path());
     for (int i = 0; i < 20; ++i) {

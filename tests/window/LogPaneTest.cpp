@@ -175,6 +175,7 @@ TEST_F(LogPaneTest, LeavesOutWhatNobodyCouldHaveSeenAndSaysSo)
 {
     for (int number = 0; number < LogPane::MaximumLines + 5; ++number)
         log(QString::number(number));
+    ASSERT_TRUE(KVKLogGetProxy()->flush());
     ASSERT_TRUE(waitUntil([this] { return pane.view()->document()->blockCount() > 1; }));
     EXPECT_EQ(pane.view()->document()->firstBlock().text(), QStringLiteral("… 5 lines left out here …"));
     EXPECT_EQ(line(1), "5");
