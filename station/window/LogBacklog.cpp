@@ -6,7 +6,9 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 namespace station {
 namespace {
@@ -25,11 +27,10 @@ QString oneLine(const QString &message)
     return withoutLineBreaks(shortened(message), QString(QChar(0x23ce)));
 }
 
-LogLine lineOf(const KVKLogRecord &record)
+QTime timeOfDay(std::chrono::system_clock::time_point time)
 {
-    const auto since = std::chrono::duration_cast<std::chrono::milliseconds>(record.time.time_since_epoch());
-    return {record.level, QDateTime::fromMSecsSinceEpoch(since.count()).time(), oneLine(record.message),
-            record.systems};
+    const auto since = std::chrono::duration_cast<std::chrono::milliseconds>(time.time_since_epoch());
+    return QDateTime::fromMSecsSinceEpoch(since.count()).time();
 }
 
 } // namespace
@@ -42,9 +43,10 @@ LogBacklog::LogBacklog(qsizetype mostKept, qsizetype mostAtOnce)
 bool LogBacklog::add(std::span<const KVKLogRecord> records)
 {
     // Without the lock: whoever takes lines is the main thread.
-    QList<LogLine> lines;
+    std::vector<Waiting> lines;
+    lines.reserve(records.size());
     for (const KVKLogRecord &record : records)
-        lines.append(lineOf(record));
+        lines.push_back({{record.level, {}, oneLine(record.message), record.systems}, record.time});
     const auto isError = [](const KVKLogRecord &record) { return record.level == KVKLogLevel::Error; };
     const auto errors = static_cast<int>(std::ranges::count_if(records, isError));
     const auto newest = std::find_if(records.rbegin(), records.rend(), isError);
@@ -54,7 +56,7 @@ bool LogBacklog::add(std::span<const KVKLogRecord> records)
         m_errors += errors;
         m_newestError = error;
     }
-    m_lines.insert(m_lines.end(), lines.cbegin(), lines.cend());
+    std::ranges::move(lines, std::back_inserter(m_lines));
     while (std::ssize(m_lines) > m_mostKept) {
         m_lines.pop_front();
         ++m_leftOut;
@@ -69,7 +71,9 @@ LogBacklog::Share LogBacklog::take()
     Share share;
     // A share at a time: keys and paint have their turn in between.
     while (!m_lines.empty() && share.lines.size() < m_mostAtOnce) {
-        share.lines.append(std::move(m_lines.front()));
+        Waiting &next = m_lines.front();
+        next.line.time = timeOfDay(next.time);
+        share.lines.append(std::move(next.line));
         m_lines.pop_front();
     }
     share.leftOut = std::exchange(m_leftOut, 0);

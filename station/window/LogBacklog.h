@@ -2,6 +2,7 @@
 
 #include "station/window/LogLine.h"
 
+#include <chrono>
 #include <deque>
 #include <mutex>
 #include <span>
@@ -33,10 +34,16 @@ public:
     void forgetErrors();
 
 private:
+    struct Waiting
+    {
+        LogLine line; ///< Without its time of day: the time zone is the main thread's to look at.
+        std::chrono::system_clock::time_point time;
+    };
+
     const qsizetype m_mostKept;
     const qsizetype m_mostAtOnce;
     std::mutex m_mutex;
-    std::deque<LogLine> m_lines;
+    std::deque<Waiting> m_lines;
     qsizetype m_leftOut = 0;
     int m_errors = 0;
     QString m_newestError;
