@@ -2,7 +2,6 @@
 
 #include "platform/View.h"
 
-#include <QChildEvent>
 #include <QPointer>
 
 #include <utility>
@@ -12,7 +11,7 @@ namespace platform {
 
 namespace {
 
-/// Hidden, and no view, so that what stands in it has no superview. Goes with the last view in it.
+/// Hidden, and no view, so that what stands in it has no superview.
 class Gathered : public QWidget
 {
 public:
@@ -22,30 +21,12 @@ public:
         hide();
     }
 
-    /// One walk, for all that stand here.
+    /// One walk, for all that stand here. They are deleted before it is: each has been asked to go earlier.
     void leave()
     {
         setParent(nullptr);
-        m_hasLeft = true;
-        goWhenEmpty();
+        deleteLater();
     }
-
-protected:
-    void childEvent(QChildEvent *event) override
-    {
-        QWidget::childEvent(event);
-        if (event->removed())
-            goWhenEmpty();
-    }
-
-private:
-    void goWhenEmpty()
-    {
-        if (m_hasLeft && children().isEmpty())
-            deleteLater();
-    }
-
-    bool m_hasLeft = false;
 };
 
 struct State
