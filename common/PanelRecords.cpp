@@ -216,8 +216,7 @@ void PanelRecords::forgetAnswers(const QString &panelKey, bool isBeingFilled)
     replace([&](platform::Dictionary &data) {
         m_answers.remove(panelKey);
         // What stands in the panel belongs to the next units already; only what was kept is old.
-        // Even to take out what is not there would copy all that is.
-        if (!isBeingFilled && data.contains(panelKey))
+        if (!isBeingFilled)
             data.remove(panelKey);
     });
 }

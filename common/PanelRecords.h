@@ -20,8 +20,8 @@ namespace interactive {
 /// The loop record lies under "Loop". Besides, an answer is kept for each question of a panel, so that loop
 /// mode can give each question its own answer back.
 ///
-/// Every change makes a new dictionary and puts it in the old one's place, under the lock: what was handed
-/// out before is never written again, whichever thread still reads it. Thread: any.
+/// What is handed out is a copy of its own, never written again, whichever thread still reads it. Thread:
+/// any.
 class PanelRecords
 {
 public:

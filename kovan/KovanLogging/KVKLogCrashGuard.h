@@ -5,8 +5,10 @@
 /// thread that crashes waits until the receivers of KVKLogGetProxy() have had what was logged before, three
 /// seconds at most. Then the signal does what it did before: a core dump shows the place of the fault.
 ///
-/// What SIGKILL loses is what was logged in the last few milliseconds. Thread: the main thread. Several do
-/// what one does.
+/// What SIGKILL loses is what was logged in the last few milliseconds; the same is lost when the thread that
+/// crashes by itself is the log's own, or holds a lock that a receiver needs. What another program has sent
+/// (kill -ABRT) ends the program a moment later, from a thread that holds none. Thread: the main thread.
+/// Several do what one does.
 class KVKLogCrashGuard
 {
 public:

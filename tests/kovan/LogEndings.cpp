@@ -8,9 +8,11 @@
 #include <functional>
 #include <iostream>
 #include <map>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -32,8 +34,12 @@ struct LastWords
 // Made before the log is used, so that it goes after the log's thread.
 LastWords lastWords;
 
+// What a receiver shares with the other threads.
+std::mutex mutex;
+
 void print(std::span<const KVKLogRecord> records)
 {
+    const std::lock_guard lock(mutex);
     for (const KVKLogRecord &record : records)
         std::puts(qPrintable(record.message));
     std::fflush(stdout);
@@ -48,6 +54,18 @@ void logLines()
 void throwOnAThread()
 {
     std::thread([] { throw std::runtime_error("nobody catches this"); }).join();
+}
+
+/// The signal comes to a thread that the receiver waits for.
+void killWhileTheReceiverWaits()
+{
+    {
+        const std::lock_guard lock(mutex);
+        logLines();
+        ::kill(::getpid(), SIGABRT);
+    }
+    for (;;)
+        ::pause();
 }
 
 void giveUp()
@@ -95,10 +113,12 @@ int main(int, char **argv)
         {"exit-on-a-thread", [] { std::thread([] { std::exit(EXIT_SUCCESS); }).join(); }},
         {"_Exit", giveUp},
         {"abort", [] { std::abort(); }},
+        {"kill-while-the-receiver-waits", killWhileTheReceiverWaits},
         {"terminate", [] { throwOnAThread(); }},
         {"fault", [] { std::raise(SIGSEGV); }}};
     const std::function<void()> &end = endings.at(ending);
-    logLines();
+    if (ending != "kill-while-the-receiver-waits")
+        logLines();
     end();
     return EXIT_SUCCESS;
 }

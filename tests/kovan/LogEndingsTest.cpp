@@ -42,7 +42,8 @@ INSTANTIATE_TEST_SUITE_P(All, LogEndings,
                                            Ending{"exit-on-a-thread", false, {}},
                                            Ending{"static", false, {"last words"}},
                                            Ending{"_Exit", false, {}}, Ending{"abort", true, {}},
-                                           Ending{"terminate", true, {}}, Ending{"fault", true, {}}),
+                                           Ending{"terminate", true, {}}, Ending{"fault", true, {}},
+                                           Ending{"kill-while-the-receiver-waits", true, {}}),
                          [](const ::testing::TestParamInfo<Ending> &each) {
                              return QString(each.param.name).remove('-').remove('_').toStdString();
                          });

@@ -146,8 +146,12 @@ TEST(LogReceiver, GetsThemInTheOrderInWhichSinksAreTold)
     EXPECT_EQ(received.messages(), told);
 }
 
+namespace {
+
 // Not inside the test: there, only a thread that comes by would make and destroy its own.
 thread_local QList<int> systems;
+
+} // namespace
 
 TEST(LogReceiver, SeesTimeThreadAndSystemsOfTheEvent)
 {
