@@ -48,27 +48,52 @@ void SlotBoxes::draw(PanelDrawing &drawing)
     const platform::Value states = m_slotStates.of(drawing.plan.subject.panelKey.text());
     if (states.isValid())
         drawing.states = states.toMap();
-    for (quint64 i = 0; i < m_station.slotCount(); ++i) {
-        SlotBox slotBox;
-        slotBox.tile = qobject_cast<CollectionViewItem *>(overview->itemAtIndex(static_cast<qint64>(i)));
-        if (!slotBox.tile || !slotBox.tile->box())
-            continue;
-        slotBox.systemIndex =
-            static_cast<qulonglong>(drawing.plan.subject.groupNumber * m_station.slotCount() + i);
-        const platform::Value &given = drawing.plan.subject.systemIndex;
-        if (given.isValid()) {
-            // A slot panel draws its own box only; with one slot a group, the only tile is the system's.
-            if (m_station.slotCount() >= 2 && !labels::isEqual(slotBox.systemIndex, given))
-                continue;
-            slotBox.systemIndex = given;
-        } else if (slotBox.systemIndex.toLongLong() >= m_station.systemIndexToSlotMapping().size()) {
-            // A mapping laid out by hand may leave the last group with fewer systems than tiles.
-            slotBox.tile->box()->setHidden(true);
-            continue;
-        }
-        drawSlotBox(drawing, slotBox);
+    const auto draw = [&](quint64 slot) {
+        if (auto *tile = qobject_cast<CollectionViewItem *>(overview->itemAtIndex(static_cast<qint64>(slot))))
+            drawTile(drawing, *tile, slot);
+    };
+    if (drawing.plan.subject.systemIndex.isValid()) {
+        if (const std::optional<quint64> slot = slotOf(drawing.plan.subject))
+            draw(*slot);
+    } else {
+        for (quint64 slot = 0; slot < m_station.slotCount(); ++slot)
+            draw(slot);
     }
     divideSlots(drawing);
+}
+
+/// Where in its group the system of a slot's panel stands. Nothing for one of another group.
+std::optional<quint64> SlotBoxes::slotOf(const PanelSubject &subject) const
+{
+    // With one slot a group, the only tile is the system's.
+    if (m_station.slotCount() < 2)
+        return 0;
+    const quint64 first = subject.groupNumber * m_station.slotCount();
+    // Not by looking through the slots: the panels of all of them are drawn at once.
+    const qlonglong system = subject.systemIndex.toLongLong();
+    const bool isHere = system >= 0 && static_cast<quint64>(system) >= first &&
+                        static_cast<quint64>(system) - first < m_station.slotCount() &&
+                        labels::isEqual(system, subject.systemIndex);
+    return isHere ? std::optional(static_cast<quint64>(system) - first) : std::nullopt;
+}
+
+void SlotBoxes::drawTile(PanelDrawing &drawing, CollectionViewItem &tile, quint64 slot)
+{
+    if (!tile.box())
+        return;
+    SlotBox slotBox;
+    slotBox.tile = &tile;
+    slotBox.systemIndex =
+        static_cast<qulonglong>(drawing.plan.subject.groupNumber * m_station.slotCount() + slot);
+    const platform::Value &given = drawing.plan.subject.systemIndex;
+    if (given.isValid()) {
+        slotBox.systemIndex = given;
+    } else if (slotBox.systemIndex.toLongLong() >= m_station.systemIndexToSlotMapping().size()) {
+        // A mapping laid out by hand may leave the last group with fewer systems than tiles.
+        tile.box()->setHidden(true);
+        return;
+    }
+    drawSlotBox(drawing, slotBox);
 }
 
 void SlotBoxes::drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox)

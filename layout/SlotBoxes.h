@@ -9,12 +9,16 @@
 
 #include <QObject>
 
+#include <optional>
+
 #include "common/SlotStates.h"
 #include "common/StationMap.h"
 
 namespace interactive {
 
+class CollectionViewItem;
 struct PanelDrawing;
+struct PanelSubject;
 struct SlotBox;
 
 /// Fills the boxes of a group's tiles: caption, label, field, buttons and switch of each slot that takes
@@ -30,6 +34,8 @@ public:
     void draw(PanelDrawing &drawing);
 
 private:
+    [[nodiscard]] std::optional<quint64> slotOf(const PanelSubject &subject) const;
+    void drawTile(PanelDrawing &drawing, CollectionViewItem &tile, quint64 slot);
     void drawSlotBox(PanelDrawing &drawing, SlotBox &slotBox);
     [[nodiscard]] platform::Color textColor(const PanelDrawing &drawing, const SlotBox &slotBox) const;
     [[nodiscard]] platform::TextField *drawCaption(const PanelDrawing &drawing, const SlotBox &slotBox);

@@ -1,5 +1,7 @@
 #include "platform/Box.h"
 
+#include "platform/RoundedFrame.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -15,6 +17,19 @@ constexpr double TopInset = 5.0;
 constexpr int DarkBelow = 128;
 const QColor BorderOnLight(0, 0, 0, 40);
 const QColor BorderOnDark(255, 255, 255, 70);
+
+RoundedFrame frameOfBox(const QColor &line, const QColor &filling)
+{
+    const auto paint = [line, filling](QPainter &painter, const QRectF &area) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(line, 1.0));
+        painter.setBrush(filling);
+        // Half a pixel inwards, so that a line of one pixel lies on pixels and not between them.
+        painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
+    };
+    return {QString::asprintf("box %08x %08x", line.rgba(), filling.rgba()),
+            static_cast<int>(CornerRadius) + 1, filling, paint};
+}
 
 } // namespace
 
@@ -66,13 +81,11 @@ QRectF Box::shadowOutline() const
 void Box::paintEvent(QPaintEvent *event)
 {
     {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const bool isDark = palette().color(QPalette::Window).lightness() < DarkBelow;
-        painter.setPen(QPen(isDark ? BorderOnDark : BorderOnLight, 1.0));
-        painter.setBrush(m_fillColor.alpha > 0.0 ? QBrush(filling()) : QBrush(Qt::NoBrush));
-        // Half a pixel inwards, so that a line of one pixel lies on pixels and not between them.
-        painter.drawRoundedRect(shadowOutline().adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
+        QPainter painter(this);
+        paintFrame(painter, shadowOutline(),
+                   frameOfBox(isDark ? BorderOnDark : BorderOnLight,
+                              m_fillColor.alpha > 0.0 ? filling() : QColor(Qt::transparent)));
     }
     View::paintEvent(event);
 }

@@ -1,6 +1,7 @@
 #include "platform/Readable.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace platform::readable {
@@ -15,9 +16,23 @@ double linear(double part)
     return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
 }
 
+/// Of each strength that a screen shows: a colour is looked at many times for a panel.
+const std::array<double, 256> &strengths()
+{
+    static const auto made = [] {
+        std::array<double, 256> all{};
+        for (std::size_t part = 0; part < all.size(); ++part)
+            all[part] = linear(static_cast<double>(part) / 255.0);
+        return all;
+    }();
+    return made;
+}
+
 double luminance(const QColor &color)
 {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    const auto strength = [](int part) { return strengths()[static_cast<std::size_t>(part)]; };
+    return 0.2126 * strength(color.red()) + 0.7152 * strength(color.green()) +
+           0.0722 * strength(color.blue());
 }
 
 QColor mixed(const QColor &from, const QColor &to, double share)

@@ -1,6 +1,7 @@
 #include "platform/EntryEditor.h"
 #include "platform/FocusRing.h"
 #include "platform/Readable.h"
+#include "platform/RoundedFrame.h"
 #include "platform/TextField.h"
 #include "platform/TextLines.h"
 
@@ -40,6 +41,20 @@ Qt::AlignmentFlag horizontal(TextAlignment alignment)
     return Qt::AlignLeft;
 }
 
+RoundedFrame frameOfField(const QColor &filling, double radius)
+{
+    const auto paint = [filling, radius](QPainter &painter, const QRectF &area) {
+        constexpr double width = 1.0;
+        constexpr double inset = width / 2.0;
+        painter.setRenderHint(QPainter::Antialiasing, radius > 0.0);
+        painter.setBrush(filling);
+        painter.setPen(QPen(BorderColor, width));
+        painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius, radius);
+    };
+    return {QString::asprintf("field %08x %g", filling.rgba(), radius), static_cast<int>(radius) + 1, filling,
+            paint};
+}
+
 } // namespace
 
 void TextField::styleEditor()
@@ -51,12 +66,10 @@ void TextField::styleEditor()
     QPalette palette = former;
     // The field paints its background itself, also the colour of a refusal.
     palette.setColor(QPalette::Base, Qt::transparent);
-    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        palette.setColor(group, QPalette::Text, shownTextColor());
-        palette.setColor(group, QPalette::PlaceholderText, colorOfPlaceholder());
-        palette.setColor(group, QPalette::Highlight, SelectionColor);
-        palette.setColor(group, QPalette::HighlightedText, Qt::white);
-    }
+    palette.setColor(QPalette::All, QPalette::Text, shownTextColor());
+    palette.setColor(QPalette::All, QPalette::PlaceholderText, colorOfPlaceholder());
+    palette.setColor(QPalette::All, QPalette::Highlight, SelectionColor);
+    palette.setColor(QPalette::All, QPalette::HighlightedText, Qt::white);
     // Set anew it would be told to the editor, and painted, though nothing differs.
     if (palette != former)
         m_editor->setPalette(palette);
@@ -122,15 +135,13 @@ QColor TextField::shownTextColor() const
 /// Background and border; the field that takes the keys has a ring around it.
 void TextField::paintFrame(QPainter &painter) const
 {
-    constexpr double width = 1.0;
-    const double inset = hasFrame() ? width / 2.0 : 0.0;
+    const QColor filling =
+        m_drawsBackground || m_colorBeforeRefusal ? m_backgroundColor.toQColor() : QColor(Qt::transparent);
     const bool rounded = m_cell->isBezeled() && m_cell->bezelStyle() == TextFieldCell::BezelStyle::Rounded;
-    const double radius = rounded ? CornerRadius : 0.0;
-    painter.setRenderHint(QPainter::Antialiasing, rounded);
-    painter.setBrush(m_drawsBackground || m_colorBeforeRefusal ? QBrush(m_backgroundColor.toQColor())
-                                                               : QBrush(Qt::NoBrush));
-    painter.setPen(hasFrame() ? QPen(BorderColor, width) : QPen(Qt::NoPen));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+    if (hasFrame())
+        platform::paintFrame(painter, rect(), frameOfField(filling, rounded ? CornerRadius : 0.0));
+    else
+        painter.fillRect(rect(), filling);
     if (showsFocus())
         focusring::paint(painter, rect());
 }

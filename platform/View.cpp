@@ -3,6 +3,7 @@
 #include "platform/AccessibleViews.h"
 #include "platform/Departures.h"
 #include "platform/Readable.h"
+#include "platform/RoundedFrame.h"
 
 #include <QPainter>
 #include <QResizeEvent>
@@ -48,6 +49,43 @@ bool isSame(const Size &a, const Size &b)
 bool isSame(const Rect &a, const Rect &b)
 {
     return a.x() == b.x() && a.y() == b.y() && isSame(a.size(), b.size());
+}
+
+RoundedFrame frameOfLayer(const QColor &color, double radius)
+{
+    const auto paint = [color, radius](QPainter &painter, const QRectF &area) {
+        painter.setRenderHint(QPainter::Antialiasing, radius > 0.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRoundedRect(area, radius, radius);
+    };
+    return {QString::asprintf("layer %08x %g", color.rgba(), radius), static_cast<int>(std::ceil(radius)),
+            color, paint};
+}
+
+/// A shadow is painted as a few rounded frames that fade outwards, twice as far as its radius. The area is
+/// that of the widest one, in whole points.
+RoundedFrame frameOfShadow(const Shadow &shadow)
+{
+    constexpr double InnerRadius = 3.0;
+    const double reach = shadow.reach();
+    const double margin = std::ceil(reach);
+    const Color color = shadow.color;
+    const auto paint = [=](QPainter &painter, const QRectF &area) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        const QRectF outline = area.adjusted(margin, margin, -margin, -margin);
+        const int frames = static_cast<int>(std::ceil(reach - 0.5));
+        for (int frame = 0; frame < frames; ++frame) {
+            const double distance = frame + 0.5;
+            const double strength = 1.0 - distance / reach;
+            painter.setPen(QPen(color.withAlphaComponent(color.alpha * strength * 0.6).toQColor(), 1.0));
+            painter.drawRoundedRect(outline.adjusted(-distance, -distance, distance, distance),
+                                    InnerRadius + distance, InnerRadius + distance);
+        }
+    };
+    return {QString::asprintf("shadow %08x %g %g", color.toQColor().rgba(), color.alpha, reach),
+            static_cast<int>(margin + InnerRadius) + 1, QColor(), paint};
 }
 
 } // namespace
@@ -351,38 +389,30 @@ QWidget *View::focusTarget()
 
 void View::paintEvent(QPaintEvent *)
 {
+    const bool hasLayer = m_layerBackgroundColor && m_layerBackgroundColor->alpha > 0.0;
+    const auto castsShadow = [](const View *view) {
+        return view->shadow() && !view->isHidden() && !view->masksToBounds();
+    };
+    QList<View *> shaded = subviews();
+    shaded.removeIf([&](const View *view) { return !castsShadow(view); });
+    // Most views only place others, and even to begin to paint costs something.
+    if (!hasLayer && shaded.isEmpty())
+        return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing, m_cornerRadius > 0.0);
-    if (m_layerBackgroundColor && m_layerBackgroundColor->alpha > 0.0) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(m_layerBackgroundColor->toQColor());
-        painter.drawRoundedRect(QRectF(rect()), m_cornerRadius, m_cornerRadius);
-    }
-    paintShadows(painter);
+    if (hasLayer)
+        paintFrame(painter, QRectF(rect()), frameOfLayer(m_layerBackgroundColor->toQColor(), m_cornerRadius));
+    for (const View *view : shaded)
+        paintShadow(painter, *view);
 }
 
-/// A shadow is painted as a few rounded frames that fade outwards, twice as far as its radius.
-void View::paintShadows(QPainter &painter) const
+/// Of a subview.
+void View::paintShadow(QPainter &painter, const View &view)
 {
-    for (const View *view : subviews()) {
-        const std::optional<Shadow> shadow = view->shadow();
-        if (!shadow || view->isHidden() || view->masksToBounds())
-            continue;
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setBrush(Qt::NoBrush);
-        const double reach = shadow->reach();
-        const QRectF outline = view->shadowOutline().translated(view->x() + shadow->offset.width(),
-                                                                view->y() - shadow->offset.height());
-        const int frames = static_cast<int>(std::ceil(reach - 0.5));
-        for (int frame = 0; frame < frames; ++frame) {
-            const double distance = frame + 0.5;
-            const double strength = 1.0 - distance / reach;
-            painter.setPen(
-                QPen(shadow->color.withAlphaComponent(shadow->color.alpha * strength * 0.6).toQColor(), 1.0));
-            painter.drawRoundedRect(outline.adjusted(-distance, -distance, distance, distance),
-                                    3.0 + distance, 3.0 + distance);
-        }
-    }
+    const Shadow &shadow = *view.m_shadow;
+    const double margin = std::ceil(shadow.reach());
+    const QRectF outline =
+        view.shadowOutline().translated(view.x() + shadow.offset.width(), view.y() - shadow.offset.height());
+    paintFrame(painter, outline.adjusted(-margin, -margin, margin, margin), frameOfShadow(shadow));
 }
 
 } // namespace platform

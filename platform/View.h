@@ -167,7 +167,7 @@ private:
     void resizeWithSuperview(const Size &oldSuperSize, const Size &newSuperSize);
     void updateShadowArea();
     void tellTakenAway();
-    void paintShadows(QPainter &painter) const;
+    static void paintShadow(QPainter &painter, const View &view);
 
     Rect m_frame;
     unsigned m_autoresizingMask = NotSizable;
