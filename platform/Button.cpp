@@ -9,7 +9,9 @@
 #include <QCoreApplication>
 #include <QFontMetrics>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -23,11 +25,52 @@ namespace {
 constexpr int SpaceBesideTitle = 8;
 constexpr int SpaceOfCheckMark = 24 + static_cast<int>(focusring::Width);
 
-/// Shows by a ring that it has the focus.
-class PushBox : public QPushButton
+/// A button of the toolkit that is painted with the next frame. The toolkit's own paints itself before it
+/// tells of its click, and for each of a burst of keys; meanwhile a sequence waits.
+template <class Toolkit>
+class PaintedLater : public Toolkit
 {
 public:
-    using QPushButton::QPushButton;
+    using Toolkit::Toolkit;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        paintLater([&] { Toolkit::mousePressEvent(event); });
+    }
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        paintLater([&] { Toolkit::mouseReleaseEvent(event); });
+    }
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        paintLater([&] { Toolkit::keyPressEvent(event); });
+    }
+    void keyReleaseEvent(QKeyEvent *event) override
+    {
+        paintLater([&] { Toolkit::keyReleaseEvent(event); });
+    }
+
+private:
+    template <class Work>
+    void paintLater(const Work &work)
+    {
+        // Who hears of a click may delete the button.
+        const QPointer<QWidget> alive(this);
+        const bool wasEnabled = this->updatesEnabled();
+        this->setUpdatesEnabled(false);
+        work();
+        if (alive)
+            this->setUpdatesEnabled(wasEnabled);
+    }
+};
+
+
+/// Shows by a ring that it has the focus.
+class PushBox : public PaintedLater<QPushButton>
+{
+public:
+    using PaintedLater::PaintedLater;
 
 protected:
     void paintEvent(QPaintEvent *event) override
@@ -41,10 +84,10 @@ protected:
 };
 
 /// Takes a press anywhere in its frame, not only on its mark and title; a press on a mixed one sets it on.
-class SwitchBox : public QCheckBox
+class SwitchBox : public PaintedLater<QCheckBox>
 {
 public:
-    using QCheckBox::QCheckBox;
+    using PaintedLater::PaintedLater;
 
 protected:
     bool hitButton(const QPoint &position) const override { return rect().contains(position); }
