@@ -3,6 +3,7 @@
 #include "station/look/WindowLook.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHeaderView>
 #include <QMenu>
 #include <QScrollBar>
@@ -89,7 +90,7 @@ void StatusTable::follow()
     connect(m_model, &StatusModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last) {
                 if (first.column() <= StatusModel::SlotColumn)
-                    m_widestTexts.clear();
+                    m_wishes.clear();
                 // Times change each second, and no row for them.
                 if (first.column() <= StatusModel::AboutColumn)
                     fitRows(first.row(), last.row());
@@ -156,14 +157,20 @@ void StatusTable::setLetters(int pixels)
 
 int StatusTable::widestText(StatusModel::Column column, const QFont &font) const
 {
-    const QPair<int, QString> key(column, font.key());
-    if (const auto known = m_widestTexts.constFind(key); known != m_widestTexts.cend())
-        return *known;
     int widest = 0;
     for (int row = 0; row < m_model->rowCount(); ++row)
         widest = qMax(widest,
                       StatusDelegate::textWidth(m_model->index(row, column).data().toString(), font, column));
-    return *m_widestTexts.insert(key, qMin(widest, WidestName));
+    return qMin(widest, WidestName);
+}
+
+/// Kept: to measure so many texts is half of what it takes to open the window, and layouts ask often.
+ColumnWish StatusTable::knownWishOf(StatusModel::Column column, const QFont &font) const
+{
+    const QPair<int, QString> key(column, font.key());
+    if (const auto known = m_wishes.constFind(key); known != m_wishes.cend())
+        return *known;
+    return *m_wishes.insert(key, wishOf(column, font));
 }
 
 ColumnWish StatusTable::wishOf(StatusModel::Column column, const QFont &font) const
@@ -204,7 +211,7 @@ QList<ColumnWish> StatusTable::wishes(const QFont &font) const
         else if (const int chosen = m_columns.width(column); chosen > 0)
             all.append({chosen, chosen, 0, 0, false});
         else
-            all.append(wishOf(column, font));
+            all.append(knownWishOf(column, font));
     }
     return all;
 }
@@ -236,6 +243,14 @@ void StatusTable::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
     share();
+}
+
+void StatusTable::changeEvent(QEvent *event)
+{
+    // The style says what goes beside a header's text.
+    if (event->type() == QEvent::StyleChange)
+        m_wishes.clear();
+    QTableView::changeEvent(event);
 }
 
 void StatusTable::share()

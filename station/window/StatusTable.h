@@ -40,6 +40,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void setLook();
@@ -50,6 +51,7 @@ private:
     void share();
     [[nodiscard]] int lettersThatFit() const;
     [[nodiscard]] QList<ColumnWish> wishes(const QFont &font) const;
+    [[nodiscard]] ColumnWish knownWishOf(StatusModel::Column column, const QFont &font) const;
     [[nodiscard]] ColumnWish wishOf(StatusModel::Column column, const QFont &font) const;
     [[nodiscard]] int widestText(StatusModel::Column column, const QFont &font) const;
     [[nodiscard]] int rowHeightFor(const QFont &font, int stateWidth, bool stateSaysAll) const;
@@ -59,8 +61,8 @@ private:
     StatusModel *m_model;
     StatusDelegate *m_delegate;
     ColumnMemory m_columns;
-    /// By column and font: names stay, and are many where rows are.
-    mutable QHash<QPair<int, QString>, int> m_widestTexts;
+    /// By column and font, as long as no name changes.
+    mutable QHash<QPair<int, QString>, ColumnWish> m_wishes;
     bool m_isSharing = false; ///< Columns change by the table's own doing.
 };
 
