@@ -1,5 +1,6 @@
 #include "station/window/StatusDelegate.h"
 
+#include "platform/RoundedFrame.h"
 #include "station/look/Contrast.h"
 #include "station/window/BadgeText.h"
 #include "station/window/StateSign.h"
@@ -85,16 +86,28 @@ void paintFrame(QPainter *painter, const QRect &rect, bool isFirst, bool isLast)
         painter->fillRect(QRect(rect.right() - FrameWidth + 1, rect.top(), FrameWidth, rect.height()), color);
 }
 
+/// Of the badge and the half of its line that lies outside of it.
+platform::RoundedFrame frameOfBadge(const QColor &filling)
+{
+    constexpr double Corner = 5.0;
+    const auto paint = [filling](QPainter &painter, const QRectF &area) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor(255, 255, 255, 150), 1.0));
+        painter.setBrush(filling);
+        painter.drawRoundedRect(area.adjusted(1.0, 1.0, -1.0, -1.0), Corner, Corner);
+    };
+    return {QString::asprintf("badge %08x", filling.rgba()), static_cast<int>(Corner) + 2, filling, paint};
+}
+
 /// Sign and word in one line, and below it what the state is about where the cell says all.
 void paintBadge(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index,
                 const QString &about)
 {
     const auto state = static_cast<SystemState>(index.data(StatusModel::StateRole).toInt());
     const QRect badge = option.rect.marginsRemoved(AroundBadge);
+    platform::paintFrame(*painter, QRectF(badge).adjusted(-1.0, -1.0, 1.0, 1.0),
+                         frameOfBadge(StatusDelegate::badgeColor(state)));
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(QColor(255, 255, 255, 150), 1.0));
-    painter->setBrush(StatusDelegate::badgeColor(state));
-    painter->drawRoundedRect(badge, 5.0, 5.0);
     QRect word = badge.marginsRemoved(InBadge);
     if (!about.isEmpty())
         word.setHeight(QFontMetrics(painter->font()).height());

@@ -106,8 +106,10 @@ void StatusModel::setHighlighted(quint64 systemIndex, bool highlighted)
     if (row < 0)
         return;
     int &highlights = m_rows[row].highlights;
+    const bool wasHighlighted = highlights > 0;
     highlights = highlighted ? highlights + 1 : qMax(0, highlights - 1);
-    changed(row, 0, ColumnCount - 1);
+    if (wasHighlighted != (highlights > 0))
+        changed(row, 0, ColumnCount - 1);
 }
 
 void StatusModel::changed(int row, int firstColumn, int lastColumn)

@@ -167,7 +167,7 @@ int StatusTable::widestText(StatusModel::Column column, const QFont &font) const
 /// Kept: to measure so many texts is half of what it takes to open the window, and layouts ask often.
 ColumnWish StatusTable::knownWishOf(StatusModel::Column column, const QFont &font) const
 {
-    const QPair<int, QString> key(column, font.key());
+    const QPair<int, QFont> key(column, font);
     if (const auto known = m_wishes.constFind(key); known != m_wishes.cend())
         return *known;
     return *m_wishes.insert(key, wishOf(column, font));
@@ -219,8 +219,14 @@ QList<ColumnWish> StatusTable::wishes(const QFont &font) const
 /// A row with nothing longer than usual in it.
 int StatusTable::rowHeightFor(const QFont &font, int stateWidth, bool stateSaysAll) const
 {
-    return std::max({LeastRowHeight, static_cast<int>(font.pixelSize() * RowPerLetter),
-                     StatusDelegate::badgeHeight(stateSaysAll ? LongestWait : QString(), font, stateWidth)});
+    RowHeight &known = m_rowHeight;
+    if (known.height > 0 && known.font == font && known.stateWidth == stateWidth &&
+        known.stateSaysAll == stateSaysAll)
+        return known.height;
+    const int badge = StatusDelegate::badgeHeight(stateSaysAll ? LongestWait : QString(), font, stateWidth);
+    const int height = std::max({LeastRowHeight, static_cast<int>(font.pixelSize() * RowPerLetter), badge});
+    known = {font, stateWidth, stateSaysAll, height};
+    return height;
 }
 
 /// As large as all rows have room for below one another and the columns side by side: letters that can be

@@ -5,6 +5,7 @@
 #include "station/window/StatusDelegate.h"
 #include "station/window/StatusModel.h"
 
+#include <QFont>
 #include <QHash>
 #include <QPair>
 #include <QTableView>
@@ -62,7 +63,16 @@ private:
     StatusDelegate *m_delegate;
     ColumnMemory m_columns;
     /// By column and font, as long as no name changes.
-    mutable QHash<QPair<int, QString>, ColumnWish> m_wishes;
+    mutable QHash<QPair<int, QFont>, ColumnWish> m_wishes;
+    struct RowHeight
+    {
+        QFont font;
+        int stateWidth = 0;
+        bool stateSaysAll = false;
+        int height = 0; ///< 0 while none is known.
+    };
+    /// The latest one: each change of a row asks for it.
+    mutable RowHeight m_rowHeight;
     bool m_isSharing = false; ///< Columns change by the table's own doing.
 };
 
