@@ -39,6 +39,15 @@ TEST_F(SlotLabelsTest, LabelsAreOrderedAsInTheMappingOnceEachWithoutStrangers)
     EXPECT_EQ(ordered({}), Array{});
 }
 
+TEST_F(SlotLabelsTest, AListIsALabelOnlyWhereItIsEqual)
+{
+    const platform::Value one = Array{1};
+    const platform::Value other = Array{2};
+    EXPECT_EQ(interactive::labels::ordered({one}, {one, other}, 2), Array(1, one));
+    EXPECT_TRUE(interactive::labels::hasInvalidLabel({one}, {other}));
+    EXPECT_FALSE(interactive::labels::hasInvalidLabel({one}, {one}));
+}
+
 TEST_F(SlotLabelsTest, OnlyTheFirstSlotsOfTheMappingAreLookedAt)
 {
     // Three distinct names, of which the first three systems hold two.
