@@ -24,7 +24,8 @@ struct PressedPanel
     QString title;
     bool isLast = false;          ///< The pressed button is the panel's last one.
     QMap<QString, QString> texts; ///< What was shown as entered, by slot or label.
-    QStringList on;               ///< The slots that were switched on.
+    QString begun{};              ///< What stood in the field of a group's panel; "OK" ends it.
+    QStringList on{};             ///< The slots that were switched on.
 };
 
 /// One call of a sequence, on a thread of its own.

@@ -79,6 +79,8 @@ bool wasSeen(const World &world, const Call &call, const QString &label, const V
         return text == value.toString() || taken(text, config) == value;
     };
     const QString byDefault = defaultOf(label, config);
+    if (!call.pressed->begun.isEmpty() && standsFor(call.pressed->begun))
+        return true;
     if (standsFor(call.pressed->texts.value(label)) || (!byDefault.isEmpty() && standsFor(byDefault)))
         return true;
     if (!endsByItself(call))
@@ -86,7 +88,8 @@ bool wasSeen(const World &world, const Call &call, const QString &label, const V
     const QString text = value.toString();
     const QString field = call.panelKey + QLatin1Char(' ') + label;
     const bool isWalkedTo = world.isWalking && labelsIn(config, "choices").contains(text);
-    return isWalkedTo || world.entered.value(field).contains(text) ||
+    const bool isReturned = world.returned.first == call.panelKey && standsFor(world.returned.second);
+    return isWalkedTo || isReturned || world.entered.value(field).contains(text) ||
            (!world.scanning.isEmpty() && text.contains(world.scanning));
 }
 
@@ -179,7 +182,7 @@ void judgeAsked(World &world, Call &call)
         return;
     }
     if (!call.pressed && endsByItself(call) && call.fate == Fate::Asks)
-        call.pressed = PressedPanel{QStringLiteral("OK"), true, {}, {}};
+        call.pressed = PressedPanel{QStringLiteral("OK"), true, {}};
     if (call.isStopped && error.code == Interrupted) {
         if (call.result().isValid())
             broken(call, "an answer though it was stopped");

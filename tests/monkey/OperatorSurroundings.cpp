@@ -83,9 +83,14 @@ void Operator::tab(const Step &)
 /// Ends the entry that stands in the field, be it begun, offered or there already.
 void Operator::pressReturn(const Step &)
 {
-    if (!focusIn(m_world.root()).isInEntry)
+    const Focus focus = focusIn(m_world.root());
+    if (!focus.isInEntry)
         return;
     m_world.isFocusChosen = true;
+    const QList<SeenPanel> panels = panelsIn(m_world.root());
+    const SeenPanel *panel = panelWithKey(panels, focus.panelKey);
+    if (panel && panel->entry)
+        m_world.returned = {focus.panelKey, panel->entry->text};
     type(QStringLiteral("\n"));
     settle(m_world);
 }

@@ -18,12 +18,14 @@ Press::Press(World &world, const SeenPanel &panel, platform::Button *button)
     m_number = m_call->number;
     m_mayBeEarly = m_call->request.config.contains("validate");
     m_isAutomatic = m_call->request.config.value("autoConfirm").toBool();
-    PressedPanel pressed{m_title, panel.buttons.last() == button, panel.texts(), {}};
+    PressedPanel pressed{m_title, panel.buttons.last() == button, panel.texts()};
     // Keys that were not ended with Return are no entry; of all buttons "OK" alone ends them.
-    if (m_title != QLatin1String("OK") && panel.shown.isEmpty() && panel.entry &&
-        panel.entry->field->hasBegunEntry()) {
+    if (panel.entry && panel.entry->field->hasBegunEntry()) {
         const QString label = panel.entry->label;
-        pressed.texts.insert(label, world.record(panel.key).value(label).toString());
+        if (m_title == QLatin1String("OK"))
+            pressed.begun = panel.entry->text;
+        else if (panel.shown.isEmpty())
+            pressed.texts.insert(label, world.record(panel.key).value(label).toString());
     }
     for (const SeenSwitch &seen : panel.switches) {
         if (seen.isOn)

@@ -93,6 +93,7 @@ void World::beginStep(int number)
     mayLoseUnjudged = false;
     isWalking = false;
     mayLoopChange = false;
+    returned = {};
     wasLoopOn = isLoopOn();
 }
 

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace monkey {
@@ -59,6 +60,8 @@ struct World
     QSet<QString> given{};
     /// What is being scanned, as long as nobody knows where it has landed.
     QString scanning{};
+    /// What stood in a panel's field when Return was pressed in this step: key and text.
+    std::pair<QString, QString> returned{};
     /// A choice is being taken from its list.
     bool isWalking = false;
     /// A panel has gone by itself in this step.
