@@ -93,6 +93,10 @@ TEST(CallCheck, JudgesAnUnknownStationByWhatHoldsForEach)
     const StationMap none;
     EXPECT_EQ(wrongKeys({{"input", Array{"A", "B"}}, {"column", 7}}, none), QStringList());
     EXPECT_EQ(wrongKeys({{"input", Array{"A", "A"}}}, none), QStringList{"input"});
+    EXPECT_EQ(
+        wrongKeys({{"input", Array{"A"}}, {"pattern", Dictionary{{"A", "x"}}}, {"hint", "h"}, {"column", 2}},
+                  none),
+        QStringList());
     EXPECT_EQ(wrongKeys({{"message", "x"}}, none), QStringList());
     EXPECT_EQ(wrongKeys({{"button", Array{"OK"}}, {"column", 1}}, none), QStringList());
     EXPECT_EQ(wrongKeys({{"input", Array{"A"}}, {"pattern", Dictionary{{"B", "x"}}}}, none), QStringList());
@@ -146,19 +150,6 @@ TEST(CallCheck, NamesTheKeyOfEachProblem)
     EXPECT_EQ(wrongKeys({{"message", "x"}, {"input", Array{"S9"}}}), QStringList());
     const KVKCallReport report = reportOnCall("showView", {qlonglong{0}, Dictionary{{"image", 5}}}, Station);
     EXPECT_TRUE(report.pictures.isEmpty());
-}
-
-TEST(CallCheck, TellsOfLabelsThatAreNamedOftenWhatIsWrongWithThem)
-{
-    const auto whatIsWrong = [](const Array &labels, const StationMap &station) {
-        const KVKCallReport report =
-            reportOnCall("showGroupView", {qlonglong{0}, Dictionary{{"input", labels}}}, station);
-        return report.problems.isEmpty() ? QString() : report.problems.first().text;
-    };
-    const QString twice = whatIsWrong({"S1", "S1"}, Station);
-    EXPECT_FALSE(twice.isEmpty());
-    // Not that there are more labels than slots, of which nobody knows how many there are.
-    EXPECT_EQ(whatIsWrong(Array(7, "S1"), StationMap()).section(':', 0, 0), twice.section(':', 0, 0));
 }
 
 TEST(CallCheck, NamesThePictures)
