@@ -286,9 +286,12 @@ QColor View::filling() const
 
 QColor View::ground() const
 {
+    const QColor own = filling();
+    // Each text asks as it is painted; most stand in a box that hides what is behind it.
+    if (own.isValid() && own.alpha() == 255)
+        return readable::over(own, own);
     const View *around = superview();
     const QColor behind = around ? around->ground() : palette().color(QPalette::Window);
-    const QColor own = filling();
     return own.isValid() ? readable::over(own, behind) : behind;
 }
 

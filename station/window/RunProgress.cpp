@@ -94,11 +94,13 @@ QString RunProgress::textWith(const QString &noun) const
 
 void RunProgress::tell()
 {
+    // The toolkit would paint the bar, and all else that waits to be painted, for each step.
+    setUpdatesEnabled(false);
     setRange(0, std::max(1, m_all));
     setValue(m_done);
+    setUpdatesEnabled(true);
     setAccessibleName(QStringLiteral("Progress: ") + text());
     setToolTip(text());
-    update();
 }
 
 QSize RunProgress::sizeHint() const
