@@ -1,9 +1,12 @@
 #include "plugin/CallCheck.h"
 
+#include "platform/LogFormat.h"
 #include "plugin/InteractiveView.h"
 #include "tests/support/Printing.h"
 
 #include <gtest/gtest.h>
+
+#include "common/Messages.h"
 
 using interactive::reportOnCall;
 using interactive::StationMap;
@@ -53,6 +56,14 @@ TEST(CallCheck, SaysNothingThatDependsOnAnUnknownValue)
     const Dictionary automatic{
         {"input", Array{"SN"}}, {"autoConfirm", true}, {"button", Array{"Cancel", unknown()}}};
     EXPECT_TRUE(reportOnCall("showView", {qlonglong{0}, automatic}, Station).problems.isEmpty());
+}
+
+TEST(CallCheck, SaysNothingOfDefaultsThatAnUnknownRuleMayAllow)
+{
+    const Dictionary equal{{"S1", 1}, {"S2", 1}};
+    EXPECT_EQ(wrongKeys({{"input", Array{"S1", "S2"}}, {"default", equal}}), QStringList{"default"});
+    EXPECT_EQ(wrongKeys({{"input", Array{"S1", "S2"}}, {"default", equal}, {"number", unknown()}}),
+              QStringList());
 }
 
 TEST(CallCheck, SaysNothingOfALabelThatMayBeTheUnknownOne)
@@ -133,6 +144,9 @@ TEST(CallCheck, JudgesTheIndexOfEachFunction)
         ASSERT_EQ(wrong.size(), 1) << function;
         EXPECT_TRUE(wrong.first().startsWith(function)) << wrong.first().toStdString();
     }
+    const KVKCallReport beyond = reportOnCall("showView", {qlonglong{2}}, Station);
+    EXPECT_EQ(beyond.problems.first().text,
+              platform::formatMessage(interactive::messages::NoSuchSystem, {"showView", 2, 1}));
     // Of two systems and one group.
     EXPECT_EQ(told("getData", qlonglong{1}), QStringList());
     EXPECT_EQ(told("isLoopFinished", qlonglong{1}).size(), 1);
@@ -146,6 +160,7 @@ TEST(CallCheck, NamesTheKeyOfEachProblem)
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}}, {"button", "OK"}}), QStringList{"button"});
     EXPECT_EQ(wrongKeys({{"switch", Array{"length"}}}), QStringList{"switch"});
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}}, {"switch", Array{"S2"}}}), QStringList{"switch"});
+    EXPECT_EQ(wrongKeys({{"input", Array{"S9"}}, {"switch", Array{"S1"}}}), QStringList{"input"});
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}}, {"column", 9}}), QStringList{"column"});
     EXPECT_EQ(wrongKeys({{"message", "x"}, {"input", Array{"S9"}}}), QStringList());
     const KVKCallReport report = reportOnCall("showView", {qlonglong{0}, Dictionary{{"image", 5}}}, Station);

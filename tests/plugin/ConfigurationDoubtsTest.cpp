@@ -54,7 +54,9 @@ TEST(ConfigurationDoubts, AValueThatIsTakenForSomethingElseIsNamed)
               QStringList{"m: 'length' is 10 cm, which is no number; 10 is used"});
     EXPECT_EQ(doubtsAbout({{"messageColor", "grey"}}, "m"),
               QStringList{"m: 'messageColor' is grey, which is no colour's name; it is not used"});
-    for (const char *alignment : {"7", "-1"}) {
+    for (const char *alignment : {"0", "4"})
+        EXPECT_TRUE(doubtsAbout({{"messageAlignment", alignment}}, "m").isEmpty());
+    for (const char *alignment : {"5", "-1"}) {
         EXPECT_EQ(doubtsAbout({{"messageAlignment", alignment}}, "m"),
                   QStringList{QStringLiteral("m: 'messageAlignment' is %1, not 0 to 4; the text is centred")
                                   .arg(QLatin1String(alignment))});

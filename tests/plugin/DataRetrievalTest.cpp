@@ -104,13 +104,17 @@ TEST_F(DataRetrievalTest, ASystemWithoutASlotNameGivesAnError)
     answerGroup(0, {"S1"}, {"A"});
     EXPECT_EQ(getData(0).result(), Value("A"));
     expectNotFound(getData(1), "1");
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}, {platform::description(Value()), "B"}}}});
+    expectNotFound(getData(1), "1");
 }
 
 TEST_F(DataRetrievalTest, ASystemWithoutAGroupGivesAnErrorAndIsLogged)
 {
     station.systemGroups = Array{Value(), "G1"};
     station.systemSlots = Array{"S1", "S1"};
-    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}}, {"", Dictionary{{"S1", "B"}}}});
+    rooms().records.restore({{"G1", Dictionary{{"S1", "A"}}},
+                             {"", Dictionary{{"S1", "B"}}},
+                             {platform::description(Value()), Dictionary{{"S1", "C"}}}});
     expectNotFound(getData(0), "0");
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Default, "-[InteractiveView getData:error:]: getData for (null)"));
 }
