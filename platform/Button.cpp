@@ -65,7 +65,6 @@ private:
     }
 };
 
-
 /// Shows by a ring that it has the focus.
 class PushBox : public PaintedLater<QPushButton>
 {

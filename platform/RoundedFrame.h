@@ -27,8 +27,8 @@ struct RoundedFrame
     std::function<void(QPainter &, const QRectF &)> paint;
 };
 
-/// Paints the frame of an area, as the frame's function would. It does so itself where pieces would not lie on
-/// whole pixels, or the area is too small for them.
+/// Paints the frame of an area, as the frame's function would. It does so itself where pieces would not lie
+/// on whole pixels, or the area is too small for them.
 void paintFrame(QPainter &painter, const QRectF &area, const RoundedFrame &frame);
 
 } // namespace platform

@@ -1,4 +1,5 @@
 #include "platform/Button.h"
+
 #include "tests/platform/ViewFixture.h"
 
 #include <QCoreApplication>
