@@ -94,11 +94,12 @@ StationMap stationThatFits(const Dictionary &config)
     }
     for (const QString &key : {config::Pattern, config::Default})
         names += config.value(key).toMap().keys();
-    // Slots besides, as many as there are to be columns: the names may be those of one slot.
     constexpr qint64 MostColumns = 1000;
     const qint64 columns = std::min(config::integer(config::Column, config), MostColumns);
-    for (qint64 column = 0; column < columns; ++column)
-        names.append(QStringLiteral("\x01%1").arg(column));
+    // A label that is named twice makes one slot, and is no label too many.
+    const qint64 enough = std::max<qint64>(columns, 2 * names.size() + 1);
+    while (names.size() < enough)
+        names.append(QStringLiteral("\x01%1").arg(names.size()));
     Array groups;
     Array slotNames;
     for (const QString &name : std::as_const(names)) {

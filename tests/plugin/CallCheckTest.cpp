@@ -167,6 +167,20 @@ TEST(CallCheck, NamesTheKeyOfEachProblem)
     EXPECT_TRUE(report.pictures.isEmpty());
 }
 
+TEST(CallCheck, TellsOfLabelsThatAreNamedOftenWhatIsWrongWithThem)
+{
+    const auto whatIsWrong = [](const Array &labels, const StationMap &station) {
+        const KVKCallReport report =
+            reportOnCall("showGroupView", {qlonglong{0}, Dictionary{{"input", labels}}}, station);
+        return report.problems.isEmpty() ? QString() : report.problems.first().text;
+    };
+    const QString twice = whatIsWrong({"S1", "S1"}, Station);
+    EXPECT_FALSE(twice.isEmpty());
+    // Not that there are more labels than slots, of which nobody knows how many there are.
+    EXPECT_EQ(whatIsWrong({"S1", "S1"}, StationMap()), twice);
+    EXPECT_EQ(whatIsWrong(Array(7, "S1"), StationMap()), twice);
+}
+
 TEST(CallCheck, NamesThePictures)
 {
     const KVKCallReport report =
