@@ -20,6 +20,14 @@ TITLES = [
     (r"trips\.at\.once/(\d+)", "round trips a second, {} sequences at once"),
     (r"thousand\.calls", "1,000 calls from Lua into the plug-in"),
     (r"stop/(\d+)", "Stop with {} waiting calls to all returned and gone"),
+    (r"logEvent/listening:0", "a log event on the thread that logs, nobody listening"),
+    (r"logEvent/listening:1", "a log event, into a file"),
+    (r"logEvent/listening:2", "a log event, into a file and the pane"),
+    (r"logEventWithManyValues/listening:0", "a log event with 10,000 values, nobody listening"),
+    (r"logEventWithManyValues/listening:1", "a log event with 10,000 values, into a file"),
+    (r"logEventWithManyValues/listening:2", "a log event with 10,000 values, into a file and the pane"),
+    (r"loopAskedFor/values:(\d+)", "isLoopFinished with {} values saved"),
+    (r"equalEntrySoughtAmong/values:(\d+)", "ten entries checked for an equal one, with {} values saved"),
     (r"start", "start to a window ready for input"),
 ]
 
