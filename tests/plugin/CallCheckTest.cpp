@@ -52,6 +52,7 @@ TEST(CallCheck, SaysNothingThatDependsOnAnUnknownValue)
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}}, {"number", unknown()}, {"pattern", "x"}}), QStringList());
     EXPECT_EQ(wrongKeys({{"input", Array{"S9"}}, {"message", unknown()}}), QStringList());
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}}, {"switch", unknown()}}), QStringList());
+    EXPECT_EQ(wrongKeys({{"input", unknown()}, {"switch", Array{"length"}}}), QStringList());
     EXPECT_EQ(wrongKeys({{"input", Array{"S1"}}, {"choices", Array{unknown()}}}), QStringList());
     const Dictionary automatic{
         {"input", Array{"SN"}}, {"autoConfirm", true}, {"button", Array{"Cancel", unknown()}}};
