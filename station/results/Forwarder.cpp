@@ -22,7 +22,10 @@ Forwarder::Forwarder(QString outbox, ServerAddress address, OutboxState &state, 
     , m_state(state)
     , m_patience(patience)
     , m_thread([this] { work(); })
-{}
+{
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [this] { return m_hasOpened; });
+}
 
 Forwarder::~Forwarder()
 {
@@ -52,9 +55,11 @@ void Forwarder::work()
         try {
             if (!outbox)
                 outbox.emplace(m_outbox);
+            tellOpened();
             sendAll(*outbox);
             turn = waitForMore();
         } catch (...) {
+            tellOpened();
             disconnect();
             const QString why = KVKTextOfException(std::current_exception());
             if (m_state.failed(why))
@@ -65,6 +70,15 @@ void Forwarder::work()
     disconnect();
     const std::lock_guard lock(m_mutex);
     m_ended = true;
+    m_changed.notify_all();
+}
+
+/// Who has made the forwarder waits for it: a file that is removed behind that is still sent from, while one
+/// that is removed before it is opened would be made anew, without what was written meanwhile.
+void Forwarder::tellOpened()
+{
+    const std::lock_guard lock(m_mutex);
+    m_hasOpened = true;
     m_changed.notify_all();
 }
 

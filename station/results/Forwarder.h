@@ -30,6 +30,7 @@ public:
         std::chrono::milliseconds end{3000};
     };
 
+    /// Returns when the outbox has been opened, or could not be: what is removed behind that is still sent.
     Forwarder(QString outbox, ServerAddress address, OutboxState &state, const Patience &patience);
     /// Sends what it can in the time that it has; the rest stays in the outbox.
     ~Forwarder();
@@ -43,6 +44,7 @@ private:
     enum class Turn { GoOn, End };
 
     void work();
+    void tellOpened();
     void sendAll(Outbox &outbox);
     /// Whether the server has taken them; it takes all or none.
     [[nodiscard]] bool takes(const QList<Outbox::Letter> &letters, QString *why = nullptr);
@@ -68,6 +70,7 @@ private:
     bool m_hasMore =
         true; ///< At the beginning it is asked for at once: what is wrong with a server is told then.
     std::optional<std::chrono::steady_clock::time_point> m_limit; ///< Set at the end.
+    bool m_hasOpened = false;                                     ///< Whether it was tried.
     bool m_ended = false;
     int m_socket = -1; ///< Of the session; taken away before that ends.
     std::thread m_thread;
