@@ -33,6 +33,13 @@ TEST_F(InformativePanelTest, AMessageForAGroupReturnsAnEmptyDictionaryAtOnceAndS
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, method + ": start to draw informative message"));
 }
 
+TEST_F(InformativePanelTest, WhatIsDoubtfulInAConfigurationIsLogged)
+{
+    ASSERT_TRUE(showGroup(0, {{"message", "Load"}, {"mesage", "Lod"}}).waitUntilFinished());
+    EXPECT_TRUE(loggedOnce(KVKLogLevel::Default,
+                           method + ": key 'mesage' is not known; it is not used. Did you mean 'message'?"));
+}
+
 TEST_F(InformativePanelTest, AMessageForAGroupIsNotValidated)
 {
     auto &call = showGroup(0, {{"message", "Load"}, {"input", Array{"S1", "nowhere", "S1"}}});
