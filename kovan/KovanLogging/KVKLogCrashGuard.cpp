@@ -63,9 +63,6 @@ public:
 private:
     void work()
     {
-        sigset_t all;
-        ::sigfillset(&all);
-        ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
         while (::sem_wait(&m_come) != 0 && errno == EINTR) {
         }
         if (m_number == 0)

@@ -3,7 +3,6 @@
 #include <spdlog/details/os.h>
 
 #include <algorithm>
-#include <csignal>
 #include <ctime>
 #include <unistd.h>
 #include <utility>
@@ -26,14 +25,6 @@ QString textOf(const KVKLogQueue::Event &event)
         // A value whose type cannot say what it is. That there was an event is still to be seen.
         return QString::fromStdString(event.format);
     }
-}
-
-/// Lets the other threads handle what is sent to the process: flushInHandler() waits for this one.
-void leaveSignalsToOthers()
-{
-    sigset_t all;
-    ::sigfillset(&all);
-    ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
 }
 
 std::size_t weightOf(const KVKLogQueue::Event &event)
@@ -167,7 +158,6 @@ void KVKLogQueue::flushInHandler(std::chrono::milliseconds limit) const
 
 void KVKLogQueue::work()
 {
-    leaveSignalsToOthers();
     Lock lock(m_mutex);
     while (waitForEvents(lock))
         handOut(takeBatch(), lock);
