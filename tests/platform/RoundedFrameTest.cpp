@@ -1,5 +1,8 @@
 #include "platform/RoundedFrame.h"
 
+#include "platform/Box.h"
+#include "tests/platform/ViewFixture.h"
+
 #include <QImage>
 #include <QPainter>
 
@@ -105,4 +108,36 @@ TEST(RoundedFrame, LeavesThePainterAsItWas)
     EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
     EXPECT_EQ(painter.brush().style(), Qt::NoBrush);
     EXPECT_FALSE(painter.testRenderHint(QPainter::Antialiasing));
+}
+
+namespace {
+
+using RoundedViews = testsupport::ViewFixture;
+
+/// Somewhat beside the pixels, too little to be seen, each frame is painted at once.
+QImage rendered(QWidget &view, double beside)
+{
+    QImage image(view.size(), QImage::Format_RGB32);
+    image.fill(QColor(230, 240, 250));
+    QPainter painter(&image);
+    painter.translate(beside, 0.0);
+    view.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+    return image;
+}
+
+} // namespace
+
+TEST_F(RoundedViews, LookTheSameInPiecesAndPaintedAtOnce)
+{
+    auto *glowing = add<platform::View>({20, 20, 90, 40});
+    glowing->setShadow(platform::Shadow{platform::Color{0.0, 0.4, 1.0, 1.0}, 4.0, {1.0, -2.0}});
+    auto *layer = add<platform::View>({150, 20, 90, 40});
+    layer->setLayerBackgroundColor(platform::Color{0.8, 0.2, 0.2, 0.5});
+    layer->setCornerRadius(9.0);
+    auto *box = add<platform::Box>({20, 100, 120, 80});
+    box->setFillColor(platform::Color{0.2, 0.8, 0.2, 1.0});
+    box->setShadow(platform::Shadow{platform::Color{0.0, 0.0, 0.0, 0.6}, 2.5, {}});
+    platform::TextField *field = addField({200, 100, 120, 30});
+    field->setBordered(true);
+    EXPECT_LE(greatestDifference(rendered(*root, 0.0), rendered(*root, 1e-6)), 3);
 }

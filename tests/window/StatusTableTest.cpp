@@ -182,6 +182,17 @@ TEST_F(StatusTableTest, ARowStaysFramedUntilTheLastHighlightIsTakenBack)
     EXPECT_TRUE(cell(1, 0, StatusModel::HighlightRole).toBool());
 }
 
+TEST_F(StatusTableTest, ARowIsPaintedAgainOnlyWhenItsFrameComesOrGoes)
+{
+    int changes = 0;
+    QObject::connect(table.statusModel(), &StatusModel::dataChanged, &table, [&changes] { ++changes; });
+    for (const bool highlighted : {true, true, false})
+        table.statusModel()->setHighlighted(1, highlighted);
+    EXPECT_EQ(changes, 1);
+    table.statusModel()->setHighlighted(1, false);
+    EXPECT_EQ(changes, 2);
+}
+
 TEST_F(StatusTableTest, LosesTheFrameWithTheHighlight)
 {
     table.statusModel()->setHighlighted(1, true);
