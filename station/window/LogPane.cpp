@@ -12,6 +12,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace station {
@@ -129,8 +131,22 @@ void LogPane::setFolded(bool folded)
     m_view->setVisible(!folded);
     setMinimumHeight(folded ? LineHeight : LineHeight + m_view->minimumSizeHint().height());
     setMaximumHeight(folded ? LineHeight : QWIDGETSIZE_MAX);
+    if (!folded)
+        writeMissed();
     if (isNew)
         Q_EMIT foldChanged(folded);
+}
+
+/// To lay lines out that nobody sees is most of what a busy station would do.
+void LogPane::writeMissed()
+{
+    for (auto line = m_kept.cend() - static_cast<std::ptrdiff_t>(std::exchange(m_missed, 0));
+         line != m_kept.cend(); ++line) {
+        if (m_filter.passes(*line))
+            m_toWrite.push_back(*line);
+    }
+    if (!m_toWrite.empty())
+        flush();
 }
 
 int LogPane::foldedHeight() const
@@ -165,6 +181,7 @@ void LogPane::writeAnew()
 {
     m_view->empty();
     m_toWrite.clear();
+    m_missed = 0;
     for (const LogLine &line : m_kept) {
         if (m_filter.passes(line))
             m_toWrite.push_back(line);
@@ -225,10 +242,13 @@ void LogPane::takeShare()
     QList<LogLine> seen;
     for (const LogLine &line : std::as_const(share.lines)) {
         keep(line);
-        if (m_filter.passes(line))
+        if (!m_folded && m_filter.passes(line))
             seen.append(line);
     }
-    m_view->write(seen);
+    if (m_folded)
+        m_missed = std::min(m_missed + static_cast<std::size_t>(share.lines.size()), m_kept.size());
+    else
+        m_view->write(seen);
     if (share.more)
         m_flushTimer.start(FlushMilliseconds);
 }

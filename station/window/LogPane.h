@@ -27,8 +27,9 @@ class LogView;
 ///
 /// Lines are collected on the log's thread and put into the pane some at a time, so that the window stays
 /// responsive however much is logged; lines that would have scrolled out of the pane before they were seen
-/// are left out, with a line that says how many. Filters choose among the lines that the pane keeps. Thread:
-/// the main thread; lines come from any. Requires: platform::MainQueue is attached.
+/// are left out, with a line that says how many. Filters choose among the lines that the pane keeps; while it
+/// is folded it only keeps them. Thread: the main thread; lines come from any. Requires: platform::MainQueue
+/// is attached.
 class LogPane : public QWidget
 {
     Q_OBJECT
@@ -72,6 +73,7 @@ private:
     void acknowledge();
     void applyFilter();
     void writeAnew();
+    void writeMissed();
     void take(std::span<const KVKLogRecord> records);
     void flush();
     void takeShare();
@@ -81,6 +83,7 @@ private:
     QPointer<LogPane> m_self; ///< Made here once; the log's thread copies it.
     std::deque<LogLine> m_kept;
     std::deque<LogLine> m_toWrite; ///< Kept ones that the view has to show anew.
+    std::size_t m_missed = 0;      ///< How many of the last kept ones came while it was folded.
     LogFilter m_filter;
     QTimer m_flushTimer;
     bool m_folded = true;

@@ -28,10 +28,14 @@ using testsupport::waitUntil;
 namespace {
 
 constexpr int TimeLength = 14; // "HH:mm:ss.zzz  "
+const QString Mark = QStringLiteral("so far");
 
 class LogPaneTest : public ::testing::Test
 {
 protected:
+    /// Folded it only keeps its lines.
+    LogPaneTest() { pane.setFolded(false); }
+
     static void log(const QString &text, KVKLogLevel level = KVKLogLevel::Default)
     {
         KVKLogGetProxy()->proxyLogMessage(level, "%@", {text});
@@ -66,7 +70,17 @@ protected:
         QStringList all = pane.view()->toPlainText().split('\n');
         for (QString &each : all)
             each = each.mid(TimeLength);
+        all.removeAll(Mark);
         return all;
+    }
+    /// Returns when the pane has taken the lines that were logged, LinesAtOnce at most: an error is counted
+    /// with them.
+    void waitUntilTaken()
+    {
+        testsupport::expectError(Mark);
+        const int before = pane.errorButton()->errors();
+        log(Mark, KVKLogLevel::Error);
+        ASSERT_TRUE(waitUntil([&] { return pane.errorButton()->errors() > before; }));
     }
     [[nodiscard]] bool waitForLines(const QStringList &wanted) const
     {
@@ -235,8 +249,9 @@ TEST_F(LogPaneTest, AClickOnItTakesTheFocusFromNobodyExceptInItsTextField)
     }
 }
 
-TEST_F(LogPaneTest, IsFoldedToOneLineUntilSomebodyUnfoldsIt)
+TEST(FoldedLogPane, IsOneLineUntilSomebodyUnfoldsIt)
 {
+    LogPane pane;
     pane.show();
     EXPECT_TRUE(pane.isFolded());
     EXPECT_FALSE(pane.view()->isVisible());
@@ -248,10 +263,84 @@ TEST_F(LogPaneTest, IsFoldedToOneLineUntilSomebodyUnfoldsIt)
     EXPECT_FALSE(pane.view()->isVisible());
 }
 
+TEST_F(LogPaneTest, LaysNoLineOutWhileItIsFoldedAndShowsThemInTheirOrderAfterwards)
+{
+    log("seen");
+    ASSERT_TRUE(waitForLast("seen"));
+    for (const QStringList &missed : {QStringList{"a", "b"}, QStringList{}, QStringList{"c"}}) {
+        const QStringList before = lines();
+        pane.setFolded(true);
+        for (const QString &each : missed)
+            log(each);
+        waitUntilTaken();
+        EXPECT_EQ(lines(), before);
+        pane.setFolded(false);
+        EXPECT_EQ(lines(), before + missed);
+    }
+    log("seen again");
+    EXPECT_TRUE(waitForLines({"seen", "a", "b", "c", "seen again"}));
+}
+
+TEST_F(LogPaneTest, AFilterHoldsForTheLinesThatCameWhileItWasFolded)
+{
+    pane.textField()->setText("2");
+    pane.setFolded(true);
+    for (int number = 0; number < 30; ++number)
+        log(QString::number(number));
+    waitUntilTaken();
+    pane.setFolded(false);
+    EXPECT_TRUE(waitForLines({"2", "12", "20", "21", "22", "23", "24", "25", "26", "27", "28", "29"}));
+    // Written anew while it is folded, they are not missing twice.
+    pane.setFolded(true);
+    log("32");
+    waitUntilTaken();
+    pane.textField()->setText("3");
+    pane.setFolded(false);
+    EXPECT_TRUE(waitForLines({"3", "13", "23", "32"}));
+}
+
+TEST_F(LogPaneTest, UnfoldedAndFoldedInAFloodItLosesAndDoublesNoLine)
+{
+    bool folded = true;
+    QTimer fold;
+    QObject::connect(&fold, &QTimer::timeout, [&] { pane.setFolded(folded = !folded); });
+    fold.start(0);
+    std::thread flood([] {
+        for (int number = 0; number < 2000; ++number)
+            log(QString::number(number));
+    });
+    flood.join();
+    ASSERT_TRUE(waitForLast("1999"));
+    fold.stop();
+    pane.setFolded(false);
+    ASSERT_TRUE(waitForLast("1999"));
+    const QStringList shown = lines();
+    ASSERT_EQ(shown.size(), 2000);
+    for (int number = 0; number < 2000; ++number)
+        ASSERT_EQ(shown.at(number), QString::number(number));
+}
+
+TEST_F(LogPaneTest, UnfoldedAfterMoreLinesThanItKeepsItShowsTheLastOnes)
+{
+    log("seen");
+    ASSERT_TRUE(waitForLast("seen"));
+    pane.setFolded(true);
+    for (int number = 0; number < 2 * LogPane::MaximumLines; ++number) {
+        log(QString::number(number));
+        if (number % 200 == 199)
+            waitUntilTaken();
+    }
+    pane.setFolded(false);
+    ASSERT_TRUE(waitForLast(Mark));
+    EXPECT_EQ(pane.view()->document()->blockCount(), LogPane::MaximumLines);
+    EXPECT_FALSE(lines().contains("seen"));
+}
+
 TEST_F(LogPaneTest, ItsLineCountsTheErrorsAndShowsTheNewestUntilItIsClicked)
 {
     testsupport::expectError("one");
     testsupport::expectError("two");
+    pane.setFolded(true);
     pane.show();
     EXPECT_FALSE(pane.errorButton()->isVisible());
     log("one", KVKLogLevel::Error);
