@@ -26,6 +26,10 @@ constexpr int WidestMinimum = 330;
 constexpr int LeastColumn = 20;
 constexpr int FirstCellMargin = 8;
 constexpr int VisibleRows = 8;
+/// Of a screen that shows sixty a second.
+constexpr int MillisecondsOfAFrame = 16;
+/// A station says the same few things again and again, but for what goes wrong.
+constexpr qsizetype MostHeightsKept = 100;
 /// The longest wait of a run in which all goes well: rows keep their height while it comes and goes.
 const QString LongestWait = QStringLiteral("the operator");
 /// What an answer and a script's name usually take.
@@ -87,10 +91,11 @@ void StatusTable::setLook()
 
 void StatusTable::follow()
 {
+    m_frame.setSingleShot(true);
+    m_frame.setInterval(MillisecondsOfAFrame);
+    connect(&m_frame, &QTimer::timeout, this, &StatusTable::showChanges);
     connect(m_model, &StatusModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last) {
-                if (first.column() <= StatusModel::SlotColumn)
-                    m_wishes.clear();
                 // Times change each second, and no row for them.
                 if (first.column() <= StatusModel::AboutColumn)
                     fitRows(first.row(), last.row());
@@ -256,6 +261,8 @@ void StatusTable::changeEvent(QEvent *event)
     // The style says what goes beside a header's text.
     if (event->type() == QEvent::StyleChange)
         m_wishes.clear();
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange)
+        m_aboutHeights.clear();
     QTableView::changeEvent(event);
 }
 
@@ -278,6 +285,7 @@ void StatusTable::share()
     m_delegate->setEdges(first, last);
     m_delegate->setStateSaysAll(widths[StatusModel::AboutColumn] == 0);
     m_isSharing = false;
+    m_aboutHeights.clear();
     fitRows(0, m_model->rowCount() - 1);
     viewport()->update();
 }
@@ -285,18 +293,50 @@ void StatusTable::share()
 /// A text that does not fit into its column gets a higher row.
 void StatusTable::fitRows(int first, int last)
 {
-    const int stateWidth = columnWidth(StatusModel::StateColumn);
-    const int aboutWidth = columnWidth(StatusModel::AboutColumn);
-    const int usual = rowHeightFor(font(), stateWidth, m_delegate->stateSaysAll());
+    const int usual = rowHeightFor(font(), columnWidth(StatusModel::StateColumn), m_delegate->stateSaysAll());
     for (int row = first; row <= last; ++row) {
         const QString about = m_model->index(row, StatusModel::AboutColumn).data().toString();
-        const int needed =
-            m_delegate->stateSaysAll()
-                ? StatusDelegate::badgeHeight(about, font(), stateWidth)
-                : StatusDelegate::textHeight(about, font(), StatusModel::AboutColumn, aboutWidth);
-        if (const int height = qMax(usual, needed); rowHeight(row) != height)
+        if (const int height = qMax(usual, heightNeededBy(about)); rowHeight(row) != height)
             setRowHeight(row, height);
     }
+}
+
+/// Kept: a group's panel changes all its rows, and what they wait for is the same.
+int StatusTable::heightNeededBy(const QString &about)
+{
+    if (const auto known = m_aboutHeights.constFind(about); known != m_aboutHeights.cend())
+        return *known;
+    if (m_aboutHeights.size() >= MostHeightsKept)
+        m_aboutHeights.clear();
+    const int needed = m_delegate->stateSaysAll()
+                           ? StatusDelegate::badgeHeight(about, font(), columnWidth(StatusModel::StateColumn))
+                           : StatusDelegate::textHeight(about, font(), StatusModel::AboutColumn,
+                                                        columnWidth(StatusModel::AboutColumn));
+    return *m_aboutHeights.insert(about, needed);
+}
+
+/// Each call of a sequence changes its row some times in a row; nobody sees more than the last of a frame.
+void StatusTable::dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &)
+{
+    for (int row = first.row(); row <= last.row(); ++row) {
+        const auto known = m_changed.find(row);
+        if (known == m_changed.end()) {
+            m_changed.insert(row, {first.column(), last.column()});
+            continue;
+        }
+        known->first = qMin(known->first, first.column());
+        known->last = qMax(known->last, last.column());
+    }
+    if (!m_frame.isActive())
+        m_frame.start();
+}
+
+void StatusTable::showChanges()
+{
+    const QMap<int, Columns> rows = std::exchange(m_changed, {});
+    for (auto row = rows.cbegin(); row != rows.cend(); ++row)
+        QTableView::dataChanged(m_model->index(row.key(), row->first), m_model->index(row.key(), row->last),
+                                {});
 }
 
 /// What the scroll bar takes where not all rows can be expected to be seen.

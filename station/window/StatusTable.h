@@ -7,8 +7,10 @@
 
 #include <QFont>
 #include <QHash>
+#include <QMap>
 #include <QPair>
 #include <QTableView>
+#include <QTimer>
 
 class QMenu;
 
@@ -21,7 +23,8 @@ namespace station {
 /// columns that do not fit narrow or go, the last answer and the sequence first, and where no column says any
 /// more what a state is about, the state's own does. A text that does not fit makes its row higher. A person
 /// may resize and hide columns; those keep what was chosen. A click on it takes the focus from nobody, so
-/// that it loses no scan. Thread: the main thread.
+/// that it loses no scan. What changes is painted with the next frame of the screen.
+/// Thread: the main thread.
 class StatusTable : public QTableView
 {
     Q_OBJECT
@@ -40,6 +43,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    void dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
@@ -57,12 +61,14 @@ private:
     [[nodiscard]] int widestText(StatusModel::Column column, const QFont &font) const;
     [[nodiscard]] int rowHeightFor(const QFont &font, int stateWidth, bool stateSaysAll) const;
     void fitRows(int first, int last);
+    [[nodiscard]] int heightNeededBy(const QString &about);
+    void showChanges();
     [[nodiscard]] int barWidth() const;
 
     StatusModel *m_model;
     StatusDelegate *m_delegate;
     ColumnMemory m_columns;
-    /// By column and font, as long as no name changes.
+    /// By column and font: names stay as they are.
     mutable QHash<QPair<int, QFont>, ColumnWish> m_wishes;
     struct RowHeight
     {
@@ -73,7 +79,16 @@ private:
     };
     /// The latest one: each change of a row asks for it.
     mutable RowHeight m_rowHeight;
-    bool m_isSharing = false; ///< Columns change by the table's own doing.
+    /// By what a state is about, for the latest letters and columns.
+    QHash<QString, int> m_aboutHeights;
+    struct Columns
+    {
+        int first = 0;
+        int last = 0;
+    };
+    QMap<int, Columns> m_changed; ///< By row: what has changed since rows were last painted.
+    QTimer m_frame;               ///< Runs until they are painted.
+    bool m_isSharing = false;     ///< Columns change by the table's own doing.
 };
 
 } // namespace station

@@ -9,11 +9,13 @@
 #include "station/window/StateSign.h"
 #include "station/window/StatusDelegate.h"
 #include "station/window/TimeText.h"
+#include "tests/support/Wait.h"
 
 #include <QAction>
 #include <QHeaderView>
 #include <QImage>
 #include <QMenu>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -38,6 +40,35 @@ constexpr SystemState AllStates[] = {SystemState::Idle,   SystemState::Running, 
                                      SystemState::Stopped};
 const Color blue{0.2, 0.4, 0.8, 1.0};
 const Color yellow{1.0, 1.0, 0.0, 1.0};
+
+/// What of a widget is painted, from begin() on.
+class PaintedArea : public QObject
+{
+public:
+    explicit PaintedArea(QWidget *widget) { widget->installEventFilter(this); }
+
+    int begin()
+    {
+        m_area = {};
+        return m_times;
+    }
+    [[nodiscard]] int times() const { return m_times; }
+    [[nodiscard]] bool covers(const QRect &rect) const { return QRegion(rect).subtracted(m_area).isEmpty(); }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            ++m_times;
+            m_area += static_cast<QPaintEvent *>(event)->region();
+        }
+        return false;
+    }
+
+private:
+    QRegion m_area;
+    int m_times = 0;
+};
 
 /// Two groups of two slots; system 1 has colours of its own.
 class StatusTableTest : public ::testing::Test
@@ -191,6 +222,27 @@ TEST_F(StatusTableTest, ARowIsPaintedAgainOnlyWhenItsFrameComesOrGoes)
     EXPECT_EQ(changes, 1);
     table.statusModel()->setHighlighted(1, false);
     EXPECT_EQ(changes, 2);
+}
+
+TEST_F(StatusTableTest, RowsThatChangeInABurstArePaintedOnceForAllOfIt)
+{
+    PaintedArea painted(table.viewport());
+    // Serves no timer, so that no frame comes in between.
+    const auto paintWhatWaits = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest); };
+    ASSERT_TRUE(testsupport::waitUntil([&] { return painted.times() > 0; }));
+    paintWhatWaits();
+    const int before = painted.begin();
+    for (int change = 0; change < 50; ++change) {
+        table.statusModel()->setState(1, SystemState::Waiting, QString::number(change % 10));
+        table.statusModel()->setHighlighted(2, change % 2 == 0);
+        paintWhatWaits();
+    }
+    EXPECT_EQ(painted.times(), before);
+    EXPECT_TRUE(testsupport::waitUntil([&] {
+        return painted.covers(rectOf(1, StatusModel::StateColumn)) &&
+               painted.covers(rectOf(2, StatusModel::IndexColumn));
+    }));
+    EXPECT_FALSE(painted.covers(rectOf(0, StatusModel::StateColumn)));
 }
 
 TEST_F(StatusTableTest, LosesTheFrameWithTheHighlight)
