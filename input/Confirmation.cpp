@@ -122,7 +122,9 @@ void Confirmation::perform(const Press &press)
         // held.
         bool ended = false;
         try {
-            ended = carryOut(press);
+            // One job for all of it: to look, to check and to note is not worth a hand-over each, and a
+            // sequence waits. What is called from here asks for the main thread, too, and has it.
+            ended = MainQueue::sync([&] { return carryOut(press); });
         } catch (const std::exception &problem) {
             log::error(messages::Named, {selectors::blockName(selectors::ConfirmBtnClicked), problem.what()});
         } catch (...) {
