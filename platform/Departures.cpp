@@ -15,18 +15,17 @@ namespace {
 class Gathered : public QWidget
 {
 public:
+    /// Asked to go now and not when it leaves, which may be in an event loop inside of an action that one of
+    /// the views runs.
     explicit Gathered(QWidget *window)
         : QWidget(window)
     {
         hide();
-    }
-
-    /// One walk, for all that stand here. They are deleted before it is: each has been asked to go earlier.
-    void leave()
-    {
-        setParent(nullptr);
         deleteLater();
     }
+
+    /// One walk, for all that stand here.
+    void leave() { setParent(nullptr); }
 };
 
 struct State
@@ -73,11 +72,13 @@ void Departures::take(View &view)
 {
     // A window of its own stands in no other window's list.
     if (state().rounds > 0 && !view.isWindow()) {
+        // Its end is theirs: the toolkit looks through all that waits to be deleted for each that is.
         view.setParent(&gatheredOf(view.window()));
         return;
     }
     ++state().walks;
     view.setParent(nullptr);
+    view.deleteLater();
 }
 
 void Departures::finish()

@@ -10,7 +10,7 @@ class View;
 /// one list of them. When many panels end at once, each would cost such a walk for each of its views. So what
 /// leaves during a round is moved to a hidden place of the window, which is no view, and all of that is taken
 /// out of the window by one walk at the round's end. To a view it makes no difference: it has no superview
-/// from the beginning, and is deleted by itself when control returns to the event loop.
+/// from the beginning, and is deleted when control returns to the event loop.
 /// Thread: the main thread.
 class Departures
 {
@@ -28,7 +28,9 @@ public:
 
     Departures() = delete;
 
-    /// Takes a view out of its superview. Outside of a round it leaves its window at once.
+    /// Takes a view out of its superview, and has it deleted when control returns to the event loop: the call
+    /// may come from an action of the view, or of one inside it. Outside of a round it leaves its window at
+    /// once.
     static void take(View &view);
     /// What was gathered leaves its window now, for somebody who is about to look.
     static void finish();

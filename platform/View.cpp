@@ -145,8 +145,6 @@ void View::removeFromSuperview()
     if (!self)
         return;
     Departures::take(*this);
-    // Not at once: this may run in an action of the view, or of one inside it.
-    deleteLater();
 }
 
 View *View::viewWithTag(int tag)

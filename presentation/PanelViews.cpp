@@ -279,9 +279,10 @@ platform::Box *PanelViews::knownBox(const Identifier &identifier) const
 /// A tile that nothing is asked on any more would stand there as a coloured box without a meaning.
 void PanelViews::empty(platform::Box &box)
 {
+    // First: what stands in it is hidden with it, all at once.
+    box.setHidden(true);
     for (View *child : box.contentView()->subviews())
         child->removeFromSuperview();
-    box.setHidden(true);
 }
 
 void PanelViews::hideFirst(const Identifier &identifier)

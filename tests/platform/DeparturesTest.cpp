@@ -4,6 +4,7 @@
 #include "tests/platform/ViewFixture.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
 
@@ -96,6 +97,26 @@ TEST_F(DeparturesTest, AnEventLoopInsideOfAJobMeetsNothingThatLeft)
     });
     QApplication::processEvents();
     EXPECT_FALSE(isAnySeen);
+}
+
+TEST_F(DeparturesTest, WhatLeftOutlivesAnEventLoopInsideOfTheJob)
+{
+    bool wasAlive = false;
+    QEventLoop outer;
+    const auto removeAndServe = [&] {
+        panels[0]->removeFromSuperview();
+        QEventLoop inner;
+        QTimer::singleShot(0, &inner, [&] { QTimer::singleShot(0, &inner, &QEventLoop::quit); });
+        inner.exec();
+        // An action of the view may be what runs this.
+        wasAlive = !panels[0].isNull();
+    };
+    MainQueue::async(removeAndServe);
+    MainQueue::async([&] { QTimer::singleShot(0, &outer, &QEventLoop::quit); });
+    outer.exec();
+    EXPECT_TRUE(wasAlive);
+    settle();
+    EXPECT_TRUE(panels[0].isNull());
 }
 
 TEST_F(DeparturesTest, AConditionThatIsDrainedForMeetsNothingThatLeft)
