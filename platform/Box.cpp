@@ -27,8 +27,7 @@ RoundedFrame frameOfBox(const QColor &line, const QColor &filling)
         // Half a pixel inwards, so that a line of one pixel lies on pixels and not between them.
         painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
     };
-    return {QString::asprintf("box %08x %08x", line.rgba(), filling.rgba()),
-            static_cast<int>(CornerRadius) + 1, filling, paint};
+    return {{"box", line.rgba(), filling.rgba()}, static_cast<int>(CornerRadius) + 1, filling, paint};
 }
 
 } // namespace

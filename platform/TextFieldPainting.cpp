@@ -51,8 +51,7 @@ RoundedFrame frameOfField(const QColor &filling, double radius)
         painter.setPen(QPen(BorderColor, width));
         painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius, radius);
     };
-    return {QString::asprintf("field %08x %g", filling.rgba(), radius), static_cast<int>(radius) + 1, filling,
-            paint};
+    return {{"field", 0, filling.rgba(), radius}, static_cast<int>(radius) + 1, filling, paint};
 }
 
 } // namespace

@@ -59,8 +59,7 @@ RoundedFrame frameOfLayer(const QColor &color, double radius)
         painter.setBrush(color);
         painter.drawRoundedRect(area, radius, radius);
     };
-    return {QString::asprintf("layer %08x %g", color.rgba(), radius), static_cast<int>(std::ceil(radius)),
-            color, paint};
+    return {{"layer", 0, color.rgba(), radius}, static_cast<int>(std::ceil(radius)), color, paint};
 }
 
 /// A shadow is painted as a few rounded frames that fade outwards, twice as far as its radius. The area is
@@ -84,8 +83,10 @@ RoundedFrame frameOfShadow(const Shadow &shadow)
                                     InnerRadius + distance, InnerRadius + distance);
         }
     };
-    return {QString::asprintf("shadow %08x %g %g", color.toQColor().rgba(), color.alpha, reach),
-            static_cast<int>(margin + InnerRadius) + 1, QColor(), paint};
+    return {{"shadow", color.toQColor().rgba(), 0, reach, color.alpha},
+            static_cast<int>(margin + InnerRadius) + 1,
+            QColor(),
+            paint};
 }
 
 } // namespace

@@ -96,7 +96,7 @@ platform::RoundedFrame frameOfBadge(const QColor &filling)
         painter.setBrush(filling);
         painter.drawRoundedRect(area.adjusted(1.0, 1.0, -1.0, -1.0), Corner, Corner);
     };
-    return {QString::asprintf("badge %08x", filling.rgba()), static_cast<int>(Corner) + 2, filling, paint};
+    return {{"badge", 0, filling.rgba()}, static_cast<int>(Corner) + 2, filling, paint};
 }
 
 /// Sign and word in one line, and below it what the state is about where the cell says all.

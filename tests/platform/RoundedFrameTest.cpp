@@ -65,7 +65,7 @@ class RoundedFrames : public ::testing::TestWithParam<Case>
 
 TEST_P(RoundedFrames, LookLikeThoseThatArePaintedAtOnce)
 {
-    const RoundedFrame frame{"test", 6, Filling, paintDirectly};
+    const RoundedFrame frame{{"test"}, 6, Filling, paintDirectly};
     const auto inPieces = [&](QPainter &painter, const QRectF &area) { paintFrame(painter, area, frame); };
     const QImage expected = painted(GetParam(), paintDirectly);
     for (int time = 0; time < 2; ++time) {
@@ -86,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(RoundedFrame, IsPaintedOnceForManyOfAKind)
 {
     int painting = 0;
-    const RoundedFrame frame{"many", 6, Filling, [&](QPainter &painter, const QRectF &area) {
+    const RoundedFrame frame{{"many"}, 6, Filling, [&](QPainter &painter, const QRectF &area) {
                                  ++painting;
                                  paintDirectly(painter, area);
                              }};
@@ -102,7 +102,7 @@ TEST(RoundedFrame, LeavesThePainterAsItWas)
     QImage image(QSize(320, 200), QImage::Format_RGB32);
     QPainter painter(&image);
     painter.setPen(Qt::red);
-    const RoundedFrame frame{"left", 6, Filling, paintDirectly};
+    const RoundedFrame frame{{"left"}, 6, Filling, paintDirectly};
     for (const QRectF area : {QRectF(0, 0, 100, 50), QRectF(0.5, 0, 100, 50)})
         paintFrame(painter, area, frame);
     EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
