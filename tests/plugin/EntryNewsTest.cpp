@@ -4,6 +4,8 @@
 #include "tests/support/PluginFixture.h"
 #include "tests/support/Wait.h"
 
+#include <stdexcept>
+
 using platform::Array;
 using platform::Dictionary;
 using platform::Value;
@@ -80,6 +82,19 @@ TEST_F(EntryNewsTest, AnEntryIsToldOnceAlthoughOkLooksAtItAgain)
     press("1", "OK");
     static_cast<void>(call.result());
     EXPECT_EQ(news, (QStringList{"accepted G1/S2/SN/1 A", "finished G1/S2//1 pressed Pass"}));
+}
+
+TEST_F(EntryNewsTest, ACallWhosePanelCannotBeDrawnIsToldAsOneThatFailed)
+{
+    // The last system has a group but no slot.
+    station.groups = {"G1"};
+    station.slotNames = {"S1", "S2"};
+    station.systemGroups = Array{"G1", "G1"};
+    station.systemSlots = Array{"S1"};
+    EXPECT_NE(showView(1, {{"input", Array{"SN"}}}).thrown<std::out_of_range>(), QString());
+    ASSERT_EQ(news.size(), 1);
+    EXPECT_TRUE(news.first().startsWith("finished ")) << news.first().toStdString();
+    EXPECT_TRUE(news.first().contains(" failed ")) << news.first().toStdString();
 }
 
 TEST_F(EntryNewsTest, AnEntryThatOnlyOkEndsIsToldToo)

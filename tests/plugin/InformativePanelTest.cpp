@@ -1,6 +1,11 @@
+#include "platform/Button.h"
+#include "platform/ScrollView.h"
 #include "platform/SplitView.h"
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
+#include "tests/support/Wait.h"
+
+#include <QPointer>
 
 using platform::Array;
 using platform::Dictionary;
@@ -31,6 +36,32 @@ TEST_F(InformativePanelTest, AMessageForAGroupReturnsAnEmptyDictionaryAtOnceAndS
     EXPECT_FALSE(call.error().isPresent());
     EXPECT_TRUE(showsText("Load the fixture"));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, method + ": start to draw informative message"));
+}
+
+TEST_F(InformativePanelTest, TheNextPanelOfTheGroupTakesItsPlace)
+{
+    ASSERT_TRUE(showGroup(0, {{"message", "Load"}}).waitUntilFinished());
+    const QPointer<platform::View> load(panel("G1"));
+    showGroup(0, {{"input", Array{"S1"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_FALSE(showsText("Load"));
+    EXPECT_TRUE(!load || !load->superview());
+    EXPECT_EQ(splitView()->subviews().size(), 1);
+}
+
+TEST_F(InformativePanelTest, AnAnswerThatIsGivenAgainTakesItAwayAndItsRoomWithIt)
+{
+    setLoop(2);
+    answerGroup(0, {"S1"}, {"A"});
+    const auto room = [this] { return rooms().views.scrollView()->documentSize(); };
+    const platform::Size none = room();
+    ASSERT_TRUE(showGroup(0, {{"message", "Load"}}).waitUntilFinished());
+    EXPECT_NE(room(), none);
+    groupButton("G1")->setEnabled(false);
+    EXPECT_EQ(showGroup(0, {{"input", Array{"S1"}}}).result().toMap().value("S1"), Value("A"));
+    EXPECT_FALSE(showsText("Load"));
+    EXPECT_EQ(room(), none);
+    EXPECT_TRUE(testsupport::waitUntil([this] { return groupButton("G1")->isEnabled(); }));
 }
 
 TEST_F(InformativePanelTest, WhatIsDoubtfulInAConfigurationIsLogged)

@@ -51,6 +51,7 @@ TEST_F(InterruptionTest, ThePanelIsTakenAwayAndTheHighlightEnds)
     ASSERT_TRUE(slot.waitUntilFinished() && group.waitUntilFinished());
     EXPECT_FALSE(isOpen("0"));
     EXPECT_EQ(panel("G2"), nullptr);
+    EXPECT_FALSE(rooms().views.hasResponders("0"));
     EXPECT_EQ(highlights, (std::vector<Highlight>{{0, true}, {0, false}}));
 }
 
@@ -61,6 +62,14 @@ TEST_F(InterruptionTest, WhatWasEnteredBeforeIsNotGivenAsAnAnswer)
     scan("X");
     plugin().interruptWaitingCalls();
     expectInterrupted(call);
+}
+
+TEST_F(InterruptionTest, AnEarlierAnswerIsNotGivenByACallThatComesAfterTheStop)
+{
+    answerGroup(0, {"S1"}, {"A"});
+    ASSERT_EQ(record("G1").value("S1"), Value("A"));
+    plugin().interruptWaitingCalls();
+    expectInterrupted(showGroup(0, {{"input", Array{"S1", "S2"}}}));
 }
 
 TEST_F(InterruptionTest, ACallThatWaitsForARefusalToBeAcknowledgedEndsToo)

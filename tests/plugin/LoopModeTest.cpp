@@ -84,6 +84,20 @@ TEST_F(LoopModeTest, ThreePassesAreTwoMoreAndThenTheEnd)
     EXPECT_FALSE(plugin().savedData().contains("G1"));
 }
 
+TEST_F(LoopModeTest, WhatASystemAnsweredBeforeTheLoopIsAskedAgainInIt)
+{
+    showView(0, {{"input", Array{"SN"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("A");
+    press("0", "OK");
+    rooms().records.setLoopEnabled(true);
+    auto &call = showView(0, {{"input", Array{"SN"}}});
+    ASSERT_TRUE(waitForPanel("0"));
+    scan("B");
+    press("0", "OK");
+    EXPECT_EQ(call.result().toMap().value("SN"), Value("B"));
+}
+
 TEST_F(LoopModeTest, TheCountIsNotResetAtTheEnd)
 {
     setLoop(3);

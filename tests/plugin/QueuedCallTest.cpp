@@ -40,6 +40,18 @@ TEST_F(QueuedCallTest, ARefusedNumberOfColumnsIsNoneForThePanelThatSaysSo)
     EXPECT_LE(rooms().views.scrollView()->documentSize().width(), std::max<double>(width, window().width()));
 }
 
+TEST_F(QueuedCallTest, ANumberOfColumnsThatIsNotRefusedHoldsForThePanelThatSaysWhatIs)
+{
+    // The wider panel of the two that can be told apart from one of the usual columns.
+    for (const int columns : {3, 4}) {
+        showGroup(0, {{"input", Array{"nowhere"}}, {"column", columns}});
+        ASSERT_TRUE(waitForPanel("G1"));
+        EXPECT_GE(panel("G1")->frame().width(), columns * 250.0) << columns;
+        press("G1", "OK");
+        ASSERT_TRUE(testsupport::waitUntil([this] { return !isOpen("G1"); }));
+    }
+}
+
 TEST_F(QueuedCallTest, OneThatFailsWhileItIsDrawnLeavesNothingAndPassesItsTurnOn)
 {
     // The last system has a group but no slot.

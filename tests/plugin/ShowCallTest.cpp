@@ -95,10 +95,29 @@ TEST_F(ShowCallTest, ASystemBeyondTheStationIsAnsweredByAnErrorAtOnce)
         auto &call = showView(index, {{"switch", "S1"}, {"input", Array{"length"}}});
         EXPECT_EQ(call.result(), Value()) << index;
         EXPECT_EQ(call.error(), (platform::Error{interactive::InteractivePluginErrorDomain, 404, text}));
+        EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, text)) << index;
     }
     EXPECT_TRUE(highlights.empty());
     EXPECT_EQ(plugin().savedData(), Dictionary());
     EXPECT_TRUE(splitView()->subviews().isEmpty());
+}
+
+TEST_F(ShowCallTest, ASystemBeyondAStationOfOneIsToldWhichThereIs)
+{
+    station.systemGroups = Array{"A"};
+    station.systemSlots = Array{"S1"};
+    const QString text = method + ": system index 1 is beyond the station's systems (0 to 0)";
+    expectError(text);
+    EXPECT_EQ(showView(1, question).error(),
+              (platform::Error{interactive::InteractivePluginErrorDomain, 404, text}));
+}
+
+TEST_F(ShowCallTest, ARefusedCallHasMadeTheConditionOfItsPanelToo)
+{
+    showView(0, {{"input", "SN"}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_NE(rooms().waits.getCondition(platform::Identifier("0")), nullptr);
+    EXPECT_EQ(rooms().waits.getCondition(platform::Identifier("1")), nullptr);
 }
 
 TEST_F(ShowCallTest, EnablesTheGroupsButton)

@@ -65,6 +65,17 @@ TEST_F(TimeLimitTest, WhatWasEnteredIsKeptInTheError)
     EXPECT_EQ(record("G1"), Dictionary()) << "what was half entered is no answer";
 }
 
+TEST_F(TimeLimitTest, TheButtonOfAPressThatCameTooLateIsNotAmongThem)
+{
+    SequencerCall &call = showGroup(0, {{"input", Array{"S1", "S2"}}, {"timeLimit", 0.4}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    // As a press leaves it that finds nothing missing, and the wait ended when it comes to that.
+    ASSERT_TRUE(rooms().records.press("G1", "Pass", rooms().records.asking("G1")));
+    EXPECT_EQ(call.result(), Value());
+    EXPECT_EQ(call.error().additions, (Dictionary{{"answer", Dictionary{{"S1", "A"}}}}));
+}
+
 TEST_F(TimeLimitTest, WithNothingEnteredTheAnswerIsEmpty)
 {
     SequencerCall &call = showView(0, {{"input", Array{"SN"}}, {"timeLimit", Short}});

@@ -189,8 +189,10 @@ TEST_F(TurnTest, TextsAndNumbersAreNoButtons)
 {
     for (const Value &buttons : {Value("Go"), Value(3), Value(Dictionary{{"x", "Go"}})}) {
         expectError("Value for key 'button' is not array.");
+        log.clear();
         auto &call = showView(0, {{"button", buttons}});
         ASSERT_TRUE(waitForPanel("0"));
+        EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, "Invalid config. Value for key 'button' is not array."));
         EXPECT_EQ(button("0", "G"), nullptr);
         press("0", "OK");
         EXPECT_EQ(call.result(), Value(true));
