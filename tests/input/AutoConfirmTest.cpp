@@ -1,5 +1,8 @@
+#include "kovan/KovanUIExtension/KVKExtensionAnswerRelay.h"
 #include "platform/TextField.h"
 #include "tests/support/FieldKeys.h"
+
+#include <future>
 
 using platform::Array;
 using platform::Dictionary;
@@ -144,9 +147,15 @@ TEST_F(AutoConfirmTest, TheScanBehindTheLastOneGoesToThePanelThatWaitsNext)
 
 TEST_F(AutoConfirmTest, APressOfOkInTheSameMomentEndsNoOtherCall)
 {
+    // The answer is told while the panel stands, which it does until "OK" has been pressed, too.
+    std::promise<void> pressed;
+    KVKExtensionAnswerRelay::sharedAnswerRelay()->setHandler(
+        [moment = pressed.get_future().share()](const KVKGivenAnswer &) { moment.wait(); });
     SequencerCall &call = askSystem();
     scan("A");
     click(button("0", "OK"));
+    pressed.set_value();
+    KVKExtensionAnswerRelay::sharedAnswerRelay()->setHandler({});
     EXPECT_EQ(call.result().toMap().value("SN"), Value("A"));
     SequencerCall &again = askSystem();
     EXPECT_TRUE(staysOpen(again, "0"));
