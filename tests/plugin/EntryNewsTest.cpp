@@ -4,7 +4,9 @@
 #include "tests/support/PluginFixture.h"
 #include "tests/support/Wait.h"
 
+#include <functional>
 #include <stdexcept>
+#include <tuple>
 
 using platform::Array;
 using platform::Dictionary;
@@ -244,6 +246,30 @@ TEST_F(EntryNewsTest, TheNumberOfPassesIsAnEntryOfTheLoopsField)
     click(loopField());
     scan("3");
     EXPECT_EQ(news, QStringList{"accepted //Loop/- 3"});
+}
+
+/// Its thread is in the function: somebody else takes the panel away.
+TEST_F(EntryNewsTest, APanelWhoseEntryIsBeingCheckedIsToldToEndByWhatEndsIt)
+{
+    using End = std::function<void()>;
+    const std::tuple<QString, Dictionary, End> cases[] = {
+        {"timed out", {{"timeLimit", 0.05}}, [] {}},
+        {"cancelled", {{"button", Array{"Cancel", "OK"}}}, [this] { click(button("1", "Cancel")); }}};
+    for (const auto &[how, additions, end] : cases) {
+        gate->close();
+        news.clear();
+        Dictionary config = additions;
+        config.insert("validate", validate());
+        const qsizetype calls = gate->calls().size();
+        SequencerCall &call = ask(config);
+        scan("A");
+        ASSERT_TRUE(testsupport::waitUntil([&] { return gate->calls().size() > calls; }));
+        end();
+        EXPECT_TRUE(testsupport::waitUntil([&] { return !news.isEmpty(); }));
+        EXPECT_EQ(news, QStringList{QString("finished G1/S2//1 %1 ").arg(how)});
+        gate->open();
+        static_cast<void>(call.result());
+    }
 }
 
 } // namespace

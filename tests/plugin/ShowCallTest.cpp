@@ -1,5 +1,6 @@
 #include "kovan/KovanLogging/KVKLogging.h"
 #include "kovan/KovanUIExtension/KVKExtensionStatusRelay.h"
+#include "platform/Box.h"
 #include "platform/Button.h"
 #include "platform/MainQueue.h"
 #include "platform/SplitView.h"
@@ -7,6 +8,7 @@
 #include "tests/support/PluginFixture.h"
 #include "tests/support/Wait.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 using platform::Array;
@@ -118,6 +120,22 @@ TEST_F(ShowCallTest, ARefusedCallHasMadeTheConditionOfItsPanelToo)
     ASSERT_TRUE(waitForPanel("G1"));
     EXPECT_NE(rooms().waits.getCondition(platform::Identifier("0")), nullptr);
     EXPECT_EQ(rooms().waits.getCondition(platform::Identifier("1")), nullptr);
+}
+
+TEST_F(ShowCallTest, WhereNobodyCanLearnOfARefusalSwitchesTakeNoPartFromEntries)
+{
+    start();
+    interactive::InteractiveView &target = plugin();
+    const Dictionary both{{"input", Array{"S1", "S2"}}, {"switch", Array{"S1"}}};
+    onSequencer([&](platform::Error *) { return target.showGroupView(0, both, nullptr); });
+    ASSERT_TRUE(waitForPanel("G1"));
+    const QList<platform::View *> all = testsupport::descendants(splitView());
+    EXPECT_EQ(std::ranges::count_if(all,
+                                    [](platform::View *view) {
+                                        const auto *box = qobject_cast<platform::Box *>(view);
+                                        return box && box->isVisible();
+                                    }),
+              2);
 }
 
 TEST_F(ShowCallTest, EnablesTheGroupsButton)
