@@ -50,6 +50,9 @@ TEST_F(RefusalTest, InputsThatAreNoArrayAreShownAndGiveNothingWithoutAnError)
     EXPECT_TRUE(acknowledge("G2", inputIsNoArray));
     EXPECT_EQ(call.result(), Value());
     EXPECT_EQ(call.error(), Error());
+    EXPECT_TRUE(
+        loggedOnce(KVKLogLevel::Debug,
+                   "Called: -[InteractiveView showError:config:identifier:], message: " + inputIsNoArray));
 }
 
 TEST_F(RefusalTest, SwitchesAreLookedAtBeforeInputsAndOneRefusalIsEnough)

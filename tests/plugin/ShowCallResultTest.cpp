@@ -1,5 +1,6 @@
 #include "platform/Button.h"
 #include "platform/Condition.h"
+#include "platform/ScrollView.h"
 #include "platform/SplitView.h"
 #include "tests/support/PluginFixture.h"
 
@@ -73,6 +74,22 @@ TEST_F(ShowCallResultTest, InLoopModeASystemsRecordStaysButNotItsFocusOrder)
     ASSERT_TRUE(call.waitUntilFinished());
     EXPECT_EQ(record("0"), (Dictionary{{"SN", "X"}, {"clickedButton", "Pass"}}));
     EXPECT_FALSE(knowsFieldsOf("0"));
+}
+
+TEST_F(ShowCallResultTest, WhatAPanelHeldIsGivenBackWithIt)
+{
+    start();
+    const auto room = [this] { return rooms().views.scrollView()->documentSize(); };
+    auto &call = showGroup(0, {{"input", Array{"S1"}}, {"column", 4}, {"hint", "Label"}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    EXPECT_GE(room().width(), 1000.0);
+    EXPECT_EQ(rooms().rules.panels(), QStringList{"G1"});
+    scan("A");
+    press("G1", "OK");
+    ASSERT_TRUE(call.waitUntilFinished());
+    EXPECT_EQ(room(), platform::Size(0.0, 0.0));
+    EXPECT_EQ(rooms().rules.panels(), QStringList());
+    EXPECT_FALSE(rooms().keys.isHolding());
 }
 
 TEST_F(ShowCallResultTest, ThePanelIsGoneWhenTheCallReturns)
