@@ -72,6 +72,16 @@ TEST_F(InterruptionTest, AnEarlierAnswerIsNotGivenByACallThatComesAfterTheStop)
     expectInterrupted(showGroup(0, {{"input", Array{"S1", "S2"}}}));
 }
 
+TEST_F(InterruptionTest, ARefusalThatComesAfterTheStopIsNotShown)
+{
+    start();
+    plugin().interruptWaitingCalls();
+    auto &call = showView(0, {{"input", "SN"}});
+    expectInterrupted(call);
+    EXPECT_EQ(call.error().code, 401);
+    EXPECT_FALSE(isOpen("G1"));
+}
+
 TEST_F(InterruptionTest, ACallThatWaitsForARefusalToBeAcknowledgedEndsToo)
 {
     auto &call = showView(0, {{"input", "SN"}});
