@@ -1,4 +1,5 @@
 #include "platform/Button.h"
+#include "platform/ScrollView.h"
 #include "platform/SplitView.h"
 #include "platform/TextField.h"
 #include "tests/support/PluginFixture.h"
@@ -42,6 +43,7 @@ TEST_F(RefusalTest, SwitchesThatAreNoArrayAreShownAndGiveNothingWithoutAnError)
     EXPECT_EQ(call.result(), Value());
     EXPECT_EQ(call.error(), Error());
     EXPECT_FALSE(isOpen("G1"));
+    EXPECT_EQ(rooms().views.scrollView()->documentSize(), platform::Size(0.0, 0.0));
 }
 
 TEST_F(RefusalTest, InputsThatAreNoArrayAreShownAndGiveNothingWithoutAnError)
