@@ -161,6 +161,15 @@ TEST_F(AutoConfirmTest, APressOfOkInTheSameMomentEndsNoOtherCall)
     EXPECT_TRUE(staysOpen(again, "0"));
 }
 
+TEST_F(AutoConfirmTest, AGroupsPanelHasItsOkWhateverButtonsAreNamed)
+{
+    SequencerCall &call =
+        showGroup(0, {{"input", Array{"S1"}}, {"autoConfirm", true}, {"button", Array{"Go"}}});
+    ASSERT_TRUE(waitForPanel("G1"));
+    scan("A");
+    EXPECT_EQ(call.result().toMap().value("S1"), Value("A"));
+}
+
 TEST_F(AutoConfirmTest, AChoiceByTheMouseEndsThePanel)
 {
     SequencerCall &call = askSystem({{"choices", Array{"Green", "Red"}}});
