@@ -322,10 +322,17 @@ TEST_F(ErrorPanelTest, APanelWiderThanTheWindowCanBeScrolledTo)
 TEST_F(ErrorPanelTest, WithoutAnIdentifierBothLinesAreWhole)
 {
     testsupport::expectError(message);
-    ASSERT_TRUE(showError({}, Identifier()).waitUntilFinished());
+    EXPECT_EQ(showError({}, Identifier()).result(), Value(true));
     const QString method = "-[InteractiveView showError:config:identifier:]";
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Debug, "Called: " + method + ", message: " + message));
     EXPECT_TRUE(loggedOnce(KVKLogLevel::Error, method + ": no panel to show the message on: " + message));
+}
+
+TEST_F(ErrorPanelTest, BehindAStopNothingIsDrawnAndNobodyHasReadIt)
+{
+    rooms().waits.interrupt();
+    EXPECT_EQ(showError({}, "G1").result(), Value(false));
+    EXPECT_TRUE(titleFields().isEmpty());
 }
 
 TEST_F(ErrorPanelTest, ThePanelLiesAboveTheTitle)
