@@ -253,7 +253,7 @@ TEST_F(EntryNewsTest, APanelWhoseEntryIsBeingCheckedIsToldToEndByWhatEndsIt)
 {
     using End = std::function<void()>;
     const std::tuple<QString, Dictionary, End> cases[] = {
-        {"timed out", {{"timeLimit", 0.05}}, [] {}},
+        {"timed out", {{"timeLimit", 1.5}}, [] {}},
         {"cancelled", {{"button", Array{"Cancel", "OK"}}}, [this] { click(button("1", "Cancel")); }}};
     for (const auto &[how, additions, end] : cases) {
         gate->close();
