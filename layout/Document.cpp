@@ -9,8 +9,10 @@ namespace interactive {
 
 void Document::followWindow(QObject *context)
 {
-    QObject::connect(m_views.splitView(), &platform::View::frameChanged, context,
-                     [this] { placeBands(neededByEach().height()); });
+    QObject::connect(m_views.splitView(), &platform::View::frameChanged, context, [this] {
+        const QList<bool> used = usedBands();
+        placeBands(neededBy(used).height(), used);
+    });
     // What is typed must be seen where it lands.
     QObject::connect(m_views.scrollView(), &platform::View::frameChanged, context,
                      [this] { MouseTrackedTextField::bringIntoSight(m_views.focusedField()); });
@@ -21,14 +23,27 @@ double Document::bandBegin(quint64 group, double height) const
     return static_cast<double>(group) * std::max(height, neededByEach().height());
 }
 
-platform::Size Document::neededByEach() const
+QList<bool> Document::usedBands() const
+{
+    QList<bool> used;
+    for (const Band &band : m_bands)
+        used.append(PanelViews::isInUse(band.container));
+    return used;
+}
+
+platform::Size Document::neededBy(const QList<bool> &used) const
 {
     platform::Size needed(0.0, 0.0);
-    for (const Band &band : m_bands) {
-        if (PanelViews::isInUse(band.container))
-            needed = needed.expandedTo(band.largest);
+    for (qsizetype i = 0; i < m_bands.size(); ++i) {
+        if (used[i])
+            needed = needed.expandedTo(m_bands[i].largest);
     }
     return needed;
+}
+
+platform::Size Document::neededByEach() const
+{
+    return neededBy(usedBands());
 }
 
 platform::Size Document::sizeFor(const platform::Size &band) const
@@ -70,19 +85,21 @@ void Document::fit()
     // The field stays in sight, but one that somebody has scrolled away is not brought back.
     const bool wasSeen = field && !field->visibleRegion().isEmpty();
     platform::ScrollView *scrollView = m_views.scrollView();
-    const platform::Size needed = neededByEach();
+    const QList<bool> used = usedBands();
+    const platform::Size needed = neededBy(used);
     // Asking anew would put the scrollers' knobs back that makeRoom() has reset.
     if (scrollView->documentSize() != sizeFor(needed))
         scrollView->setDocumentSize(sizeFor(needed));
-    placeBands(needed.height());
+    placeBands(needed.height(), used);
     if (wasSeen)
         MouseTrackedTextField::bringIntoSight(field);
 }
 
-void Document::placeBands(double height)
+void Document::placeBands(double height, const QList<bool> &used)
 {
     const double width = m_views.splitView()->frame().width();
-    for (const Band &band : std::as_const(m_bands)) {
+    for (qsizetype i = 0; i < m_bands.size(); ++i) {
+        const Band &band = m_bands.at(i);
         if (!band.container || !band.container->superview())
             continue;
         band.container->setFrame({0.0, static_cast<double>(band.group) * height,
@@ -91,9 +108,8 @@ void Document::placeBands(double height)
         if (!PanelViews::isTileContainer(band.container))
             continue;
         // Asked first: to hide what is hidden would be told to all that stand in it.
-        const bool isUsed = PanelViews::isInUse(band.container);
-        if (band.container->isHidden() == isUsed)
-            band.container->setHidden(!isUsed);
+        if (band.container->isHidden() == used[i])
+            band.container->setHidden(!used[i]);
     }
 }
 

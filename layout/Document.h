@@ -45,11 +45,15 @@ private:
         platform::Size largest; ///< By any that was drawn.
     };
 
+    /// Which bands have an open panel, in the order of the bands. To find out is what a change of the
+    /// document costs most: it is asked for once for each.
+    [[nodiscard]] QList<bool> usedBands() const;
     /// What the open panels need of each band: its width, and the height that all bands share.
+    [[nodiscard]] platform::Size neededBy(const QList<bool> &used) const;
     [[nodiscard]] platform::Size neededByEach() const;
     /// The document that holds bands of this size.
     [[nodiscard]] platform::Size sizeFor(const platform::Size &band) const;
-    void placeBands(double height);
+    void placeBands(double height, const QList<bool> &used);
 
     const StationMap &m_station;
     PanelViews &m_views;
