@@ -30,6 +30,8 @@ TEST_F(EntryAfterOkTest, IsNotTakenForTheAnswer)
                      {"validate", Value::fromValue<std::shared_ptr<platform::Callback>>(gate)}});
     ASSERT_TRUE(waitForPanel("0"));
     scan("A");
+    // Else the second entry could take the first one's place before anybody has looked at it.
+    ASSERT_TRUE(testsupport::waitUntil([this] { return gate->calls().size() == 1; }));
     press("0", "OK");
     scan("B");
     gate->open();
