@@ -30,6 +30,7 @@ constexpr int VisibleRows = 8;
 constexpr int MillisecondsOfAFrame = 16;
 /// A station says the same few things again and again, but for what goes wrong.
 constexpr qsizetype MostHeightsKept = 100;
+constexpr qsizetype LongestHeightKept = 500; // characters
 /// The longest wait of a run in which all goes well: rows keep their height while it comes and goes.
 const QString LongestWait = QStringLiteral("the operator");
 /// What an answer and a script's name usually take.
@@ -312,7 +313,10 @@ int StatusTable::heightNeededBy(const QString &about)
                            ? StatusDelegate::badgeHeight(about, font(), columnWidth(StatusModel::StateColumn))
                            : StatusDelegate::textHeight(about, font(), StatusModel::AboutColumn,
                                                         columnWidth(StatusModel::AboutColumn));
-    return *m_aboutHeights.insert(about, needed);
+    // What a script says when it errs may be a megabyte.
+    if (about.size() <= LongestHeightKept)
+        m_aboutHeights.insert(about, needed);
+    return needed;
 }
 
 /// Each call of a sequence changes its row some times in a row; nobody sees more than the last of a frame.
