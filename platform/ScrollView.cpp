@@ -33,7 +33,6 @@ ScrollView::ScrollView(QWidget *parent)
     , m_vertical(new QScrollBar(Qt::Vertical, this))
     , m_horizontal(new QScrollBar(Qt::Horizontal, this))
 {
-    m_contentView->setAutoresizingMask(WidthSizable | HeightSizable);
     m_vertical->hide();
     m_horizontal->hide();
     m_vertical->setAccessibleName(QStringLiteral("Scroll up and down"));
@@ -59,6 +58,8 @@ void ScrollView::setDocumentView(View *document)
     if (m_documentView && m_documentView != document)
         m_documentView->removeFromSuperview();
     m_documentView = document;
+    // Filled with the window's colour: the toolkit then moves what is painted instead of painting it anew.
+    document->setAutoFillBackground(true);
     m_contentView->addSubview(document);
     arrange();
 }
@@ -140,10 +141,10 @@ Rect ScrollView::documentVisibleRect() const
             seen.height()};
 }
 
-/// The part of the content view that no scroller lies over.
+/// The part of the bounds that no scroller lies over.
 Size ScrollView::uncovered() const
 {
-    const Size clip = m_contentView->frame().size();
+    const Size clip = bounds().size();
     return {std::max(0.0, clip.width() - (m_showsVertical ? ScrollerWidth : 0)),
             std::max(0.0, clip.height() - (m_showsHorizontal ? ScrollerWidth : 0))};
 }
@@ -154,7 +155,7 @@ void ScrollView::placeDocument()
 {
     if (!m_documentView)
         return;
-    const Size clip = m_contentView->frame().size();
+    const Size clip = bounds().size();
     // It ends above the horizontal scroller: what stands at its lower edge could not be scrolled out.
     const Size size = m_wantedSize.expandedTo({clip.width(), uncovered().height()});
     const Size hidden = (m_wantedSize - uncovered()).expandedTo({0.0, 0.0});
@@ -168,7 +169,7 @@ void ScrollView::placeDocument()
 /// Shows the scrollers that are needed, and places the document.
 void ScrollView::arrange()
 {
-    const Size clip = m_contentView->frame().size();
+    const Size clip = bounds().size();
     const bool mayShowVertical = m_documentView && m_hasVerticalScroller;
     const bool mayShowHorizontal = m_documentView && m_hasHorizontalScroller;
     m_showsHorizontal = mayShowHorizontal && m_wantedSize.width() > clip.width();
@@ -176,8 +177,15 @@ void ScrollView::arrange()
     // What the one covers may be what makes the other one needed.
     m_showsHorizontal = mayShowHorizontal && m_wantedSize.width() > uncovered().width();
     m_showsVertical = mayShowVertical && m_wantedSize.height() > uncovered().height();
+    placeContent();
     placeDocument();
     updateScrollers();
+}
+
+/// Beside the vertical scroller: what something lies over is painted anew when it is scrolled.
+void ScrollView::placeContent()
+{
+    m_contentView->setFrame({0.0, 0.0, uncovered().width(), bounds().height()});
 }
 
 void ScrollView::updateScrollers()
@@ -218,7 +226,6 @@ void ScrollView::updateScroller(QScrollBar *scroller, double range, double offse
 
 void ScrollView::layout()
 {
-    m_contentView->setFrame(bounds());
     arrange();
 }
 

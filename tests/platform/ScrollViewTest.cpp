@@ -2,6 +2,7 @@
 
 #include "tests/platform/ViewFixture.h"
 
+#include <QPaintEvent>
 #include <QScrollBar>
 
 namespace {
@@ -42,10 +43,10 @@ TEST_F(ScrollViewTest, ADocumentThatFitsHasNoScrollersAndFillsTheView)
     EXPECT_EQ(document->frame(), Rect(0, 0, 100, 100));
 }
 
-TEST_F(ScrollViewTest, TheScrollersLieOverTheEdgeAndNotOverEachOther)
+TEST_F(ScrollViewTest, TheScrollersLieAtTheEdgesAndNotOverEachOther)
 {
     wants(300, 400);
-    EXPECT_EQ(scroll->contentView()->frame(), Rect(0, 0, 100, 100));
+    EXPECT_EQ(scroll->contentView()->frame(), Rect(0, 0, 88, 100)) << "beside the vertical one";
     EXPECT_EQ(vertical->geometry(), QRect(88, 0, 12, 88));
     EXPECT_EQ(horizontal->geometry(), QRect(0, 88, 88, 12));
     EXPECT_FALSE(vertical->isHidden());
@@ -171,6 +172,37 @@ TEST_F(ScrollViewTest, WhatIsHiddenOrElsewhereIsNotRevealed)
     ScrollView::reveal(add<View>({200, 100, 20, 30}));
     ScrollView::reveal(nullptr);
     EXPECT_EQ(seen(), before);
+}
+
+/// Notes what of it is painted.
+class PaintedView : public View
+{
+public:
+    using View::View;
+    QRegion painted;
+
+protected:
+    void paintEvent(QPaintEvent *event) override { painted += event->region(); }
+};
+
+TEST_F(ScrollViewTest, WhatIsSeenAlreadyIsNotPaintedAgainWhenItIsScrolled)
+{
+    wants(80, 400);
+    auto *painted = new PaintedView(Rect(0, 0, 80, 400));
+    document->addSubview(painted);
+    settle();
+    const double before = seen().y();
+    painted->painted = QRegion();
+    scroll->scrollToPoint({0, 390});
+    settle();
+    ASSERT_EQ(seen().y(), before - 10);
+    EXPECT_EQ(painted->painted.boundingRect(), QRect(0, 100, 80, 10)) << "what has come into sight";
+}
+
+TEST_F(ScrollViewTest, TheDocumentIsFilledWithTheColourOfTheWindow)
+{
+    wants(100, 400);
+    EXPECT_EQ(picture(document).pixelColor(50, 50), window.palette().color(QPalette::Window));
 }
 
 TEST_F(ScrollViewTest, WithoutADocumentNothingScrolls)
