@@ -138,12 +138,15 @@ bool Waker::event(QEvent *event)
 /// Adds a job and sees to it that the main thread looks; false when the queue does not serve.
 bool submit(MainQueue::Job job)
 {
-    const std::lock_guard lock(queue().mutex);
-    if (!queue().serving)
-        return false;
-    queue().jobs.push_back(std::move(job));
+    {
+        const std::lock_guard lock(queue().mutex);
+        if (!queue().serving)
+            return false;
+        queue().jobs.push_back(std::move(job));
+        postWake();
+    }
+    // Behind the lock, which whoever wakes takes first.
     queue().arrived.notify_all();
-    postWake();
     return true;
 }
 
@@ -207,9 +210,11 @@ void MainQueue::run(Job job)
         } catch (...) {
             problem = std::current_exception();
         }
-        const std::lock_guard lock(completion->mutex);
-        completion->problem = std::move(problem);
-        completion->done = true;
+        {
+            const std::lock_guard lock(completion->mutex);
+            completion->problem = std::move(problem);
+            completion->done = true;
+        }
         completion->changed.notify_all();
     });
     if (!taken)

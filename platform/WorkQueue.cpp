@@ -39,10 +39,12 @@ void WorkQueue::end()
 
 void WorkQueue::async(std::function<void()> job)
 {
-    const std::lock_guard lock(m_mutex);
-    if (m_ending)
-        return;
-    m_jobs.push_back(std::move(job));
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_ending)
+            return;
+        m_jobs.push_back(std::move(job));
+    }
     m_changed.notify_all();
 }
 
