@@ -36,10 +36,20 @@ PanelBuilder::PanelBuilder(const House &house, SlotBoxes &boxes, Document &docum
 
 std::optional<std::chrono::steady_clock::time_point> PanelBuilder::drawUI(const PanelRequest &request)
 {
-    PanelPlan plan = plan::made(request, m_house.station.slotCount(), m_house.settings);
+    PanelPlan plan = planned(request);
     // Waited for: what went wrong in drawing belongs to the call, which must not wait on a panel that does
     // not stand.
-    platform::MainQueue::sync([this, &plan] { drawPanel(plan); });
+    return platform::MainQueue::sync([this, &plan] { return draw(plan); });
+}
+
+PanelPlan PanelBuilder::planned(const PanelRequest &request)
+{
+    return plan::made(request, m_house.station.slotCount(), m_house.settings);
+}
+
+std::optional<std::chrono::steady_clock::time_point> PanelBuilder::draw(PanelPlan &plan)
+{
+    drawPanel(plan);
     return plan.timeEnds;
 }
 

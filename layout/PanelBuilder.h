@@ -56,6 +56,10 @@ public:
     /// Draws a panel and returns when it is on the screen: when its time limit ends, if it has one. Thread:
     /// any. Requires: slotCount and the column count are not 0 (see panelProblem).
     std::optional<std::chrono::steady_clock::time_point> drawUI(const PanelRequest &request);
+    /// The two steps of that: what is to be drawn, which puts settings into force (thread: any), and the
+    /// drawing (thread: the main thread).
+    [[nodiscard]] PanelPlan planned(const PanelRequest &request);
+    std::optional<std::chrono::steady_clock::time_point> draw(PanelPlan &plan);
     /// Why no panel can be drawn for this configuration on this station; empty when one can. Thread: any.
     [[nodiscard]] QString panelProblem(const platform::Dictionary &config) const;
 

@@ -253,26 +253,34 @@ platform::Value ShowCall::showInTurn()
         showProblem(m_wanted.wrongType);
         return {};
     }
+    const auto refused = refusal();
+    const QString problem = m_rooms.builder.panelProblem(m_config);
+    if (!refused && !isInformative() && problem.isEmpty())
+        return askOperator() ? collectResult() : platform::Value();
     MainQueue::sync([this] { m_rooms.views.resetUI(m_subject.panelKey); });
-    if (isInformative() && !refusal()) {
-        if (cannotBeDrawn())
-            return {};
-        log::debug(messages::Named, {methodName(), messages::InformativeMessage});
-        static_cast<void>(draw());
-        return platform::Dictionary();
-    }
-    log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
-                                         !m_rooms.records.contains(m_subject.panelKey.text())});
-    if (const auto refused = refusal()) {
+    if (refused) {
+        tellCounts();
         // An error that the caller brought along stays as it is.
         if (!m_error->isPresent())
             platform::storeError(m_error, InteractivePluginErrorDomain, refused->code, refused->message);
         showProblem(refused->message);
         return {};
     }
-    if (cannotBeDrawn() || !askOperator())
+    if (!isInformative())
+        tellCounts();
+    if (!problem.isEmpty()) {
+        storeNothingToDraw(problem);
         return {};
-    return collectResult();
+    }
+    log::debug(messages::Named, {methodName(), messages::InformativeMessage});
+    static_cast<void>(m_rooms.builder.drawUI(request()));
+    return platform::Dictionary();
+}
+
+void ShowCall::tellCounts()
+{
+    log::standard(messages::ShowCounts, {methodName(), m_rooms.records.isLoopEnabled(), !asks(),
+                                         !m_rooms.records.contains(m_subject.panelKey.text())});
 }
 
 bool ShowCall::cannotBeDrawn()
@@ -280,9 +288,14 @@ bool ShowCall::cannotBeDrawn()
     const QString problem = m_rooms.builder.panelProblem(m_config);
     if (problem.isEmpty())
         return false;
+    storeNothingToDraw(problem);
+    return true;
+}
+
+void ShowCall::storeNothingToDraw(const QString &problem)
+{
     log::error(messages::Named, {methodName(), problem});
     platform::storeError(m_error, InteractivePluginErrorDomain, ErrorNothingToDraw, problem);
-    return true;
 }
 
 /// Shows why the call is refused, and waits until somebody has read it.

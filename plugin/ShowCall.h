@@ -2,6 +2,7 @@
 
 #include "kovan/KovanUIExtension/KVKExtensionEntryRelay.h"
 #include "kovan/KovanUIExtension/KVKExtensionGuidanceRelay.h"
+#include "layout/PanelPlan.h"
 #include "platform/Error.h"
 #include "platform/Value.h"
 #include "plugin/Configuration.h"
@@ -51,15 +52,18 @@ private:
     void announce();
     [[nodiscard]] std::optional<platform::Value> answerGivenBefore();
     [[nodiscard]] platform::Value showInTurn();
+    void tellCounts();
     [[nodiscard]] bool cannotBeDrawn();
+    void storeNothingToDraw(const QString &problem);
     /// The panel that the call has drawn, shared with who takes it away in the call's place.
     struct Drawn;
     [[nodiscard]] bool askOperator();
+    [[nodiscard]] PanelRequest request() const;
+    [[nodiscard]] bool beginAsking(PanelPlan &plan, std::optional<Waits::Wait> &wait);
     [[nodiscard]] Waits::Wake awaitOperator(Waits::Wait &wait);
     void runCheck(const Check &check);
     void startRecord();
     void openPanel();
-    [[nodiscard]] std::optional<platform::Condition::Time> draw();
     [[nodiscard]] KVKGuidancePointer guidance() const;
     /// How the wait of a drawn panel ended.
     using Ended = KVKFinishedPanel::How;

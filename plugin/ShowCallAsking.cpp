@@ -51,34 +51,26 @@ struct ShowCall::Drawn
     platform::Dictionary entries = {};
 };
 
-/// Draws the panel and waits; false when the host or the time limit ended the wait.
+/// Draws the panel and waits; false, with an error stored, when the host or the time limit ended the wait.
 bool ShowCall::askOperator()
 {
-    // The place is taken before the panel can be pressed, and before the host may ask for the end: neither is
-    // lost.
-    Waits::Wait wait(m_rooms.waits, m_subject.panelKey, Waits::Purpose::Answer);
-    if (m_rooms.waits.isInterrupted()) {
-        storeInterrupted();
-        return false;
-    }
-    if (m_subject.systemIndex.isValid()) {
-        // Not waited for: the host's highlight is no part of the panel.
-        MainQueue::async([index = m_subject.systemIndex.toULongLong()] {
-            KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(index);
-        });
-    }
+    std::optional<Waits::Wait> wait;
     Waits::Wake wake = Waits::Wake::Interrupted;
     try {
-        startRecord();
-        openPanel();
-        if (const auto limit = draw())
-            wait.setLimit(*limit);
+        PanelPlan plan = m_rooms.builder.planned(request());
+        // One job for all of it: each by itself is not worth a hand-over, and an operator waits.
+        if (!MainQueue::sync([&] { return beginAsking(plan, wait); })) {
+            storeInterrupted();
+            return false;
+        }
         const WaitNotice notice(messages::WaitsForOperator, m_subject.systems);
-        wake = awaitOperator(wait);
+        wake = awaitOperator(*wait);
     } catch (...) {
+        if (!wait)
+            throw;
         // Whatever went wrong, nobody would hear the buttons of a panel whose call has gone. Nobody presses
         // one between the end and the clearing: the keys that such a press holds back would stay so.
-        const bool wasPressed = wait.end() == Waits::Wake::Pressed;
+        const bool wasPressed = wait->end() == Waits::Wake::Pressed;
         clearPanel(wasPressed ? Ended::Pressed : Ended::Failed);
         m_rooms.records.forget(m_subject.panelKey.text());
         throw;
@@ -99,6 +91,27 @@ bool ShowCall::askOperator()
     else
         storeInterrupted();
     return false;
+}
+
+/// Puts the panel in the place of what was left there; false when the host has ended the call before that.
+/// Thread: the main thread.
+bool ShowCall::beginAsking(PanelPlan &plan, std::optional<Waits::Wait> &wait)
+{
+    m_rooms.views.resetUI(m_subject.panelKey);
+    tellCounts();
+    // The place is taken before the panel can be pressed, and before the host may ask for the end: neither is
+    // lost. What was left is gone by now, so that no press of it is taken for one of the new panel.
+    wait.emplace(m_rooms.waits, m_subject.panelKey, Waits::Purpose::Answer);
+    if (m_rooms.waits.isInterrupted())
+        return false;
+    if (m_subject.systemIndex.isValid())
+        KVKExtensionStatusRelay::sharedStatusRelay()->startHighlightingForSystemIndex(
+            m_subject.systemIndex.toULongLong());
+    startRecord();
+    openPanel();
+    if (const auto limit = m_rooms.builder.draw(plan))
+        wait->setLimit(*limit);
+    return true;
 }
 
 /// While the panel stands: whoever sees it go may rely on the answer.
@@ -175,14 +188,13 @@ void ShowCall::openPanel()
     });
 }
 
-/// Draws the panel; the time at which its limit ends, if it has one.
-std::optional<platform::Condition::Time> ShowCall::draw()
+PanelRequest ShowCall::request() const
 {
     // A panel of switches is drawn for the slots that have one.
     const bool switchesOnly = m_wanted.switchCount > 0 && m_wanted.inputCount == 0;
     const platform::Value &inputs = switchesOnly ? m_wanted.switches : m_wanted.inputs;
-    return m_rooms.builder.drawUI({m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons,
-                                   m_subject, m_rules, guidance()});
+    return {m_config, inputs.toList(), m_wanted.switches.toList(), m_wanted.buttons, m_subject,
+            m_rules,  guidance()};
 }
 
 /// Asked for on the call's own thread: the host knows by it which sequence's folder the paths are seen from.
