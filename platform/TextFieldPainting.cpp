@@ -2,6 +2,7 @@
 #include "platform/FocusRing.h"
 #include "platform/Readable.h"
 #include "platform/RoundedFrame.h"
+#include "platform/ShapedLine.h"
 #include "platform/TextField.h"
 #include "platform/TextLines.h"
 
@@ -216,12 +217,11 @@ void TextField::paintText(QPainter &painter) const
     const double top = area.top() + spaceAbove(text, area.height());
     painter.setFont(font().toQFont());
     painter.setPen(m_text.isEmpty() ? colorOfPlaceholder() : shownTextColor());
-    const auto flags =
-        static_cast<int>(horizontal(m_alignment) | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip);
+    const auto flags = static_cast<int>(horizontal(m_alignment) | Qt::AlignVCenter | Qt::TextDontClip);
     for (qsizetype i = 0; i < text.lines.size(); ++i) {
         const double upper = top + static_cast<double>(i) * text.lineSpacing;
         const QRectF line(area.left(), std::round(upper), area.width(), text.lineHeight);
-        painter.drawText(line, flags, text.lines[i]);
+        paintLine(painter, line, flags, text.lines[i]);
     }
 }
 

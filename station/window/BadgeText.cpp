@@ -1,5 +1,7 @@
 #include "station/window/BadgeText.h"
 
+#include "platform/ShapedLine.h"
+
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QTextLayout>
@@ -56,7 +58,12 @@ const QFont &BadgeText::fontFor(int width) const
 void BadgeText::draw(QPainter *painter, const QRect &rect) const
 {
     painter->setFont(fontFor(rect.width()));
-    painter->drawText(rect, Qt::AlignLeft | Qt::AlignVCenter, lines(rect.width()).join(QLatin1Char('\n')));
+    const QStringList shown = lines(rect.width());
+    const int flags = Qt::AlignLeft | Qt::AlignVCenter;
+    if (shown.size() == 1)
+        platform::paintLine(*painter, rect, flags, shown.first());
+    else
+        painter->drawText(rect, flags, shown.join(QLatin1Char('\n')));
 }
 
 QStringList BadgeText::lines(int width) const

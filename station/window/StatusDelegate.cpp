@@ -1,6 +1,8 @@
 #include "station/window/StatusDelegate.h"
 
 #include "platform/RoundedFrame.h"
+#include "platform/ShapedLine.h"
+#include "platform/TextLines.h"
 #include "station/look/Contrast.h"
 #include "station/window/BadgeText.h"
 #include "station/window/StateSign.h"
@@ -69,9 +71,10 @@ void paintText(QPainter *painter, const QRect &rect, const QModelIndex &index, c
         wrapped.draw(painter, rect);
         return;
     }
-    const QString shown =
-        painter->fontMetrics().elidedText(oneLine(index.data().toString()), Qt::ElideRight, rect.width());
-    painter->drawText(rect, (isShort ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter, shown);
+    const platform::TextLines line =
+        platform::TextLines::broken(oneLine(index.data().toString()), painter->font(), rect.size(), 1);
+    platform::paintLine(*painter, rect, (isShort ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter,
+                        line.lines.value(0));
 }
 
 /// The frame runs along the whole row; each cell paints its piece of it.
@@ -115,8 +118,8 @@ void paintBadge(QPainter *painter, const QStyleOptionViewItem &option, const QMo
     const QRectF sign(word.left(), word.center().y() - size / 2.0 + 1.0, size, size);
     painter->fillPath(stateSign(state, sign), StatusDelegate::badgeTextColor());
     painter->setPen(StatusDelegate::badgeTextColor());
-    painter->drawText(word.adjusted(size + AfterSign, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                      index.data().toString());
+    platform::paintLine(*painter, word.adjusted(size + AfterSign, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                        index.data().toString());
     if (about.isEmpty())
         return;
     QRect below = badge.marginsRemoved(InBadge);
