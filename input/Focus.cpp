@@ -136,8 +136,9 @@ bool Focus::modifyInput(View *sender, PanelRecords &records)
 void Focus::panelOpened(const platform::Identifier &key)
 {
     // A panel that is drawn anew waits since now, and goes behind those that have waited longer.
-    m_open.removeAll(key.text());
-    m_open.append(key.text());
+    forget(key.text());
+    m_open.insert(++m_drawn, key.text());
+    m_drawnAt.insert(key.text(), m_drawn);
     TextField *begun = begunEntry();
     const Responders fields = m_views.responders(key.text());
     // A group's panel has the focus by now: unhideUI() finds its container by the group's name, which the
@@ -148,12 +149,20 @@ void Focus::panelOpened(const platform::Identifier &key)
 
 void Focus::panelGone(const platform::Identifier &key)
 {
-    m_open.removeAll(key.text());
+    forget(key.text());
     const QWidget *window = m_views.rootView() ? m_views.rootView()->window() : nullptr;
     const QWidget *focused = window ? window->focusWidget() : nullptr;
     // A field that went left the focus with the window; anywhere else somebody is typing.
     if (!focused || focused == window)
         goOn();
+}
+
+void Focus::forget(const QString &panelKey)
+{
+    if (const auto drawnAt = m_drawnAt.constFind(panelKey); drawnAt != m_drawnAt.constEnd()) {
+        m_open.remove(*drawnAt);
+        m_drawnAt.erase(drawnAt);
+    }
 }
 
 void Focus::entryAccepted(const platform::Identifier &key)

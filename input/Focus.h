@@ -3,7 +3,8 @@
 #include "platform/NotificationCenter.h"
 #include "presentation/PanelViews.h"
 
-#include <QList>
+#include <QHash>
+#include <QMap>
 
 #include "common/PanelRecords.h"
 #include "common/PanelSettings.h"
@@ -60,14 +61,17 @@ private:
     void reopenSlot(platform::TextField &field, const QString &panelKey, const QString &slot,
                     PanelRecords &records) const;
     [[nodiscard]] platform::TextField *entryField(const QString &panelKey);
+    void forget(const QString &panelKey);
 
     const StationMap &m_station;
     const PanelRecords &m_records;
     const SlotStates &m_slotStates;
     PanelViews &m_views;
     const PanelSettings &m_settings;
-    QList<QString>
-        m_open; ///< The panels that were drawn and not taken away, the one drawn first at the front.
+    /// The panels that were drawn and not taken away, by when they were drawn: many may go at once.
+    QMap<quint64, QString> m_open;
+    QHash<QString, quint64> m_drawnAt;
+    quint64 m_drawn = 0;
 };
 
 } // namespace interactive

@@ -9,9 +9,11 @@ namespace interactive {
 
 void Document::followWindow(QObject *context)
 {
+    // The bands are placed here, and would otherwise be laid out twice for each change.
+    m_views.splitView()->setAutoresizesSubviews(false);
     QObject::connect(m_views.splitView(), &platform::View::frameChanged, context, [this] {
         const QList<bool> used = usedBands();
-        placeBands(neededBy(used).height(), used);
+        placeBands(stackOf(used, neededBy(used).height()));
     });
     // What is typed must be seen where it lands.
     QObject::connect(m_views.scrollView(), &platform::View::frameChanged, context,
@@ -27,8 +29,19 @@ QList<bool> Document::usedBands() const
 {
     QList<bool> used;
     for (const Band &band : m_bands)
-        used.append(PanelViews::isInUse(band.container));
+        used.append(isUsed(band));
     return used;
+}
+
+bool Document::isUsed(const Band &band)
+{
+    const platform::View *container = band.container;
+    if (!container || !container->superview())
+        return false;
+    if (band.shown && !band.shown->isHidden() && container->isAncestorOf(band.shown))
+        return true;
+    band.shown = PanelViews::shownBox(*container);
+    return band.shown || PanelViews::isInUse(container);
 }
 
 platform::Size Document::neededBy(const QList<bool> &used) const
@@ -65,6 +78,7 @@ void Document::makeRoom(const PanelGeometry &geometry)
 
 void Document::add(platform::View *container, quint64 group, const PanelGeometry &geometry)
 {
+    m_stacked.reset();
     // One for each container, however many slot panels were drawn into it.
     const auto known =
         std::ranges::find_if(m_bands, [container](const Band &band) { return band.container == container; });
@@ -80,36 +94,47 @@ void Document::add(platform::View *container, quint64 group, const PanelGeometry
 void Document::fit()
 {
     // What has no superview is gone, too: a view that was removed is deleted only later.
-    m_bands.removeIf([](const Band &band) { return !band.container || !band.container->superview(); });
-    const platform::View *field = m_views.focusedField();
-    // The field stays in sight, but one that somebody has scrolled away is not brought back.
-    const bool wasSeen = field && !field->visibleRegion().isEmpty();
+    if (m_bands.removeIf([](const Band &band) { return !band.container || !band.container->superview(); }))
+        m_stacked.reset();
     platform::ScrollView *scrollView = m_views.scrollView();
     const QList<bool> used = usedBands();
     const platform::Size needed = neededBy(used);
+    const bool keepsSize = scrollView->documentSize() == sizeFor(needed);
+    const Stack stack = stackOf(used, needed.height());
+    // Most panels leave others in their bands: many that end at once would each place all bands anew.
+    if (keepsSize && m_stacked == stack)
+        return;
+    const platform::View *field = m_views.focusedField();
+    // The field stays in sight, but one that somebody has scrolled away is not brought back.
+    const bool wasSeen = field && !field->visibleRegion().isEmpty();
     // Asking anew would put the scrollers' knobs back that makeRoom() has reset.
-    if (scrollView->documentSize() != sizeFor(needed))
+    if (!keepsSize)
         scrollView->setDocumentSize(sizeFor(needed));
-    placeBands(needed.height(), used);
+    placeBands(stackOf(used, needed.height()));
     if (wasSeen)
         MouseTrackedTextField::bringIntoSight(field);
 }
 
-void Document::placeBands(double height, const QList<bool> &used)
+Document::Stack Document::stackOf(const QList<bool> &used, double height) const
 {
-    const double width = m_views.splitView()->frame().width();
+    return {used, height, m_views.splitView()->frame().width()};
+}
+
+void Document::placeBands(const Stack &stack)
+{
+    m_stacked = stack;
     for (qsizetype i = 0; i < m_bands.size(); ++i) {
         const Band &band = m_bands.at(i);
         if (!band.container || !band.container->superview())
             continue;
-        band.container->setFrame({0.0, static_cast<double>(band.group) * height,
-                                  std::max(width, band.needed.width()), band.needed.height()});
+        band.container->setFrame({0.0, static_cast<double>(band.group) * stack.height,
+                                  std::max(stack.width, band.needed.width()), band.needed.height()});
         // A container whose tiles have all ended would lie over other bands and keep clicks from them.
         if (!PanelViews::isTileContainer(band.container))
             continue;
         // Asked first: to hide what is hidden would be told to all that stand in it.
-        if (band.container->isHidden() == used[i])
-            band.container->setHidden(!used[i]);
+        if (band.container->isHidden() == stack.used[i])
+            band.container->setHidden(!stack.used[i]);
     }
 }
 

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "layout/PanelGeometry.h"
+#include "platform/Box.h"
 #include "presentation/PanelViews.h"
 
 #include <QList>
 #include <QObject>
 #include <QPointer>
+
+#include <optional>
 
 namespace interactive {
 
@@ -43,6 +46,19 @@ private:
         quint64 group;
         platform::Size needed;  ///< By the panel that was drawn last.
         platform::Size largest; ///< By any that was drawn.
+        /// The box that was found shown last: as long as it is, no other one is looked for.
+        mutable QPointer<platform::Box> shown = {};
+    };
+
+    [[nodiscard]] static bool isUsed(const Band &band);
+    /// What the places of the bands follow from, besides what each of them needs.
+    struct Stack
+    {
+        QList<bool> used;
+        double height = 0.0;
+        double width = 0.0;
+
+        friend bool operator==(const Stack &, const Stack &) = default;
     };
 
     /// Which bands have an open panel, in the order of the bands. To find out is what a change of the
@@ -53,11 +69,14 @@ private:
     [[nodiscard]] platform::Size neededByEach() const;
     /// The document that holds bands of this size.
     [[nodiscard]] platform::Size sizeFor(const platform::Size &band) const;
-    void placeBands(double height, const QList<bool> &used);
+    [[nodiscard]] Stack stackOf(const QList<bool> &used, double height) const;
+    void placeBands(const Stack &stack);
 
     const StationMap &m_station;
     PanelViews &m_views;
     QList<Band> m_bands;
+    /// As the bands stand; none when one of them may stand elsewhere.
+    std::optional<Stack> m_stacked;
 };
 
 } // namespace interactive

@@ -215,8 +215,10 @@ void View::resizeEvent(QResizeEvent *event)
 
 void View::sizeChanged(const Size &oldSize)
 {
+    // Also where they keep their frames: this view's height decides where their widgets are.
+    const Size &followed = m_autoresizesSubviews ? oldSize : m_frame.size();
     for (View *view : subviews())
-        view->resizeWithSuperview(oldSize, m_frame.size());
+        view->resizeWithSuperview(followed, m_frame.size());
     layout();
     update();
 }

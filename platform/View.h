@@ -80,6 +80,9 @@ public:
     [[nodiscard]] Rect bounds() const { return {Point(0.0, 0.0), m_frame.size()}; }
     [[nodiscard]] unsigned autoresizingMask() const { return m_autoresizingMask; }
     void setAutoresizingMask(unsigned mask) { m_autoresizingMask = mask; }
+    /// Whether the subviews follow this view's size by their masks; they do unless somebody else places them.
+    [[nodiscard]] bool autoresizesSubviews() const { return m_autoresizesSubviews; }
+    void setAutoresizesSubviews(bool autoresizes) { m_autoresizesSubviews = autoresizes; }
 
     // Identity
     /// Thread: may be read from any thread once the view is set up and as long as nobody sets it.
@@ -171,6 +174,7 @@ private:
 
     Rect m_frame;
     unsigned m_autoresizingMask = NotSizable;
+    bool m_autoresizesSubviews = true;
     Identifier m_identifier;
     int m_tag = 0;
     bool m_masksToBounds = false;

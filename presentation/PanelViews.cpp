@@ -230,9 +230,14 @@ bool PanelViews::isInUse(const View *panel)
 {
     if (!panel || !panel->superview())
         return false;
-    if (!isTileContainer(panel))
-        return true;
-    return firstTile(*panel, [](CollectionViewItemView &tile) { return !tile.box()->isHidden(); });
+    return !isTileContainer(panel) || shownBox(*panel);
+}
+
+platform::Box *PanelViews::shownBox(const View &panel)
+{
+    const CollectionViewItemView *tile =
+        firstTile(panel, [](CollectionViewItemView &each) { return !each.box()->isHidden(); });
+    return tile ? tile->box() : nullptr;
 }
 
 void PanelViews::resetUI(const Identifier &identifier)

@@ -92,6 +92,8 @@ public:
     /// Whether a child of the split view shows anything: a container of slot panels does as long as one of
     /// its tiles is used. Not one that is gone.
     [[nodiscard]] static bool isInUse(const platform::View *panel);
+    /// The first box of the tiles in a panel that is shown, or null.
+    [[nodiscard]] static platform::Box *shownBox(const platform::View &panel);
 
     /// Removes the panel that bears this very identifier instance, or empties the tile that does and hides
     /// it; for a group, all its panels.
