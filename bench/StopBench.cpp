@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "bench/BenchStation.h"
+#include "bench/Clock.h"
 #include "bench/PaintWatch.h"
 #include "bench/Pairs.h"
 #include "bench/Samples.h"
@@ -27,6 +28,7 @@ void stopped(benchmark::State &state, int side)
         station.ask();
         bench::serveUntil([&] { return watch.hasPainted(systems); });
         const auto fields = station.parts().fields();
+        const bench::Nanoseconds beginOfMain = bench::threadTime();
         const bench::Nanoseconds begin = bench::now();
         station.plugin().interruptWaitingCalls();
         bench::serveUntil([&] {
@@ -34,7 +36,10 @@ void stopped(benchmark::State &state, int side)
                        return !field || !field->isVisible();
                    });
         });
-        samples.add(bench::now() - begin);
+        const bench::Nanoseconds took = bench::now() - begin;
+        samples.add(took);
+        state.counters["main_share"] =
+            static_cast<double>(bench::threadTime() - beginOfMain) / static_cast<double>(took);
         station.endRound();
     }
 }

@@ -42,6 +42,12 @@ protected:
     }
 };
 
+bool concernsFocus(QEvent::Type type)
+{
+    return type == QEvent::KeyPress || type == QEvent::FocusIn || type == QEvent::FocusOut ||
+           type == QEvent::Resize || type == QEvent::Move;
+}
+
 bool isByTab(Qt::FocusReason reason)
 {
     return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
@@ -137,6 +143,9 @@ void ControlFocus::followTab(const QObject *watched, const QEvent *event)
 
 bool ControlFocus::eventFilter(QObject *watched, QEvent *event)
 {
+    // Asked of every event of the program, most of which are paintings.
+    if (!concernsFocus(event->type()))
+        return false;
     followTab(watched, event);
     followMoves(watched, *event);
     const Control *control = watched->isWidgetType() ? controlOf(watched) : nullptr;

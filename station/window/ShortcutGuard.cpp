@@ -30,6 +30,9 @@ ShortcutGuard::ShortcutGuard(QWidget *window)
 
 bool ShortcutGuard::eventFilter(QObject *watched, QEvent *event)
 {
+    // Asked of every event of the program, most of which are paintings.
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
+        return false;
     const auto *widget = qobject_cast<QWidget *>(watched);
     if (!widget || widget->window() != m_window)
         return false;
