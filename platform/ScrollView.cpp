@@ -155,13 +155,13 @@ void ScrollView::placeDocument()
 {
     if (!m_documentView)
         return;
-    const Size clip = bounds().size();
-    // It ends above the horizontal scroller: what stands at its lower edge could not be scrolled out.
-    const Size size = m_wantedSize.expandedTo({clip.width(), uncovered().height()});
-    const Size hidden = (m_wantedSize - uncovered()).expandedTo({0.0, 0.0});
+    const Size seen = uncovered();
+    // As wide as without a vertical scroller, which comes and goes: panels would be laid out anew.
+    const Size size = m_wantedSize.expandedTo({bounds().width(), seen.height()});
+    const Size hidden = (m_wantedSize - seen).expandedTo({0.0, 0.0});
     m_offset = {std::clamp(m_offset.x(), 0.0, hidden.width()),
                 std::clamp(m_offset.y(), 0.0, hidden.height())};
-    const Rect frame(-m_offset.x(), clip.height() - size.height() + m_offset.y(), size.width(),
+    const Rect frame(-m_offset.x(), seen.height() - size.height() + m_offset.y(), size.width(),
                      size.height());
     m_documentView->setFrame(frame);
 }
@@ -182,10 +182,10 @@ void ScrollView::arrange()
     updateScrollers();
 }
 
-/// Beside the vertical scroller: what something lies over is painted anew when it is scrolled.
+/// Between the scrollers: what something lies over is painted anew when it is scrolled.
 void ScrollView::placeContent()
 {
-    m_contentView->setFrame({0.0, 0.0, uncovered().width(), bounds().height()});
+    m_contentView->setFrame({Point(0.0, bounds().height() - uncovered().height()), uncovered()});
 }
 
 void ScrollView::updateScrollers()

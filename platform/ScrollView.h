@@ -9,11 +9,10 @@ namespace platform {
 /// Shows a part of a document view that may be larger than itself.
 ///
 /// The content view is the window onto the document; the document is a subview of it. The document is never
-/// smaller than the content view above a horizontal scroller: it grows with it, and keeps the size it asks
-/// for when that is larger. Scrollers appear where they are allowed and needed, the vertical one beside the
-/// content view, the horizontal one over its lower edge; what the document asks for can be scrolled out from
-/// there. The wheel scrolls with or without them, and goes on to whoever holds the view when there is nothing
-/// left to scroll. When the view is resized the document's upper left visible corner stays where it is.
+/// lower than the content view, nor narrower than the scroll view: it grows with them, and keeps the size it
+/// asks for when that is larger. Scrollers appear where they are allowed and needed, beside the content view.
+/// The wheel scrolls with or without them, and goes on to whoever holds the view when there is nothing left
+/// to scroll. When the view is resized the document's upper left visible corner stays where it is.
 /// The document is filled with the window's colour. Without a document nothing scrolls: the content view
 /// fills the bounds, and its subviews keep to their masks. Thread: the main thread. Ownership: owns content
 /// view and document view.
