@@ -109,7 +109,9 @@ inline draw(c, k, buttons)
     hasButtons[k] = buttons
 }
 
-/* code: ShowCall::askOperator */
+/* What ShowCall::beginAsking does in one job of the main thread is several steps here: Stop and whoever only reads may
+ * come between.
+ * code: ShowCall::askOperator */
 inline askOperator(c)
 {
 #ifndef PLACE_AFTER_DRAWING
