@@ -13,7 +13,7 @@ namespace platform {
 
 namespace {
 
-constexpr int MostLines = 1024;
+constexpr int MostLines = 256;
 /// A longer one is hardly met twice, and would be held for nothing.
 constexpr qsizetype LongestKept = 200;
 
