@@ -1,4 +1,5 @@
 #include "platform/ScrollView.h"
+#include "plugin/Rooms.h"
 #include "tests/support/PanelFixture.h"
 
 #include <QScrollBar>
@@ -48,6 +49,21 @@ TEST_F(DocumentTest, TheDocumentIsAsWideAsTheColumnsOfAPanel)
     station.windowSize = {600, 800};
     drawGroup(0, {{"input", Array{"S1"}}, {"column", 4}});
     EXPECT_EQ(documentSize().width(), 1000.0);
+}
+
+TEST_F(DocumentTest, AContainerThatIsDrawnIntoAgainStandsInItsBandAgain)
+{
+    drawSlot(0, entryIn(1));
+    const interactive::PanelGeometry geometry(interactive::PanelKind::Slot, 4, 4, 1280.0);
+    auto *container = new platform::View;
+    rooms().views.splitView()->addSubview(container);
+    rooms().document.add(container, 1, geometry);
+    const platform::Rect first = container->frame();
+    EXPECT_GT(first.y(), 0.0);
+    // As whoever draws into it does, with the band that it reckons with.
+    container->setFrame({5.0, 5.0, 10.0, 10.0});
+    rooms().document.add(container, 1, geometry);
+    EXPECT_EQ(container->frame(), first);
 }
 
 TEST_F(DocumentTest, TheDocumentHasWhatTheOpenPanelsNeed)
