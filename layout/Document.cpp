@@ -110,6 +110,7 @@ void Document::fit()
     // Asking anew would put the scrollers' knobs back that makeRoom() has reset.
     if (!keepsSize)
         scrollView->setDocumentSize(sizeFor(needed));
+    // Reckoned again: the document's size may have changed the split view's.
     placeBands(stackOf(used, needed.height()));
     if (wasSeen)
         MouseTrackedTextField::bringIntoSight(field);

@@ -7,6 +7,7 @@
 #include <QStaticText>
 #include <QTextOption>
 
+#include <algorithm>
 #include <cmath>
 
 namespace platform {
@@ -35,7 +36,7 @@ struct Shaped
     QStaticText line;
     /// By this it is aligned; the letters themselves may reach beyond.
     double advance = 0.0;
-    /// Letters of other fonts may be higher, and stand elsewhere in the line.
+    /// Letters of other fonts may be higher, and stand elsewhere in the line; line breaks make several of it.
     bool isPlain = false;
 };
 
@@ -58,7 +59,10 @@ Shaped shapedAnew(const Wanted &wanted)
     shaped.line.setTextFormat(Qt::PlainText);
     shaped.line.setTextOption(QTextOption(Qt::AlignLeft));
     shaped.line.prepare({}, wanted.font);
-    shaped.isPlain = std::abs(shaped.line.size().height() - metrics.height()) < 1.0;
+    // The toolkit paints some control characters as blanks, and lets others be.
+    const bool hasControls =
+        std::ranges::any_of(wanted.text, [](QChar each) { return each.category() == QChar::Other_Control; });
+    shaped.isPlain = !hasControls && std::abs(shaped.line.size().height() - metrics.height()) < 1.0;
     return shaped;
 }
 
@@ -88,7 +92,7 @@ void paintLine(QPainter &painter, const QRectF &area, int flags, const QString &
     if (text.isEmpty())
         return;
     if (text.size() > LongestKept || painter.layoutDirection() == Qt::RightToLeft || text.isRightToLeft()) {
-        painter.drawText(area, flags, text);
+        painter.drawText(area, flags | Qt::TextSingleLine, text);
         return;
     }
     const Shaped &shaped = shapedLately({text, painter.font()});
@@ -100,7 +104,7 @@ void paintLine(QPainter &painter, const QRectF &area, int flags, const QString &
     const QRectF bounds(
         area.topLeft() + QPointF(begin(area.width(), size.width(), isCentred, isAtRight), below), size);
     if (!shaped.isPlain || (!(flags & Qt::TextDontClip) && !area.contains(bounds))) {
-        painter.drawText(area, flags, text);
+        painter.drawText(area, flags | Qt::TextSingleLine, text);
         return;
     }
     painter.drawStaticText(area.topLeft() +

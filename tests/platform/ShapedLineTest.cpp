@@ -102,6 +102,16 @@ TEST(ShapedLine, ThatDoesNotFitIsCutAtTheRoomUnlessToldOtherwise)
     }
 }
 
+TEST(ShapedLine, OfATextWithLineBreaksIsOneLine)
+{
+    for (const int flags : Alignments) {
+        expectAsToolkit(QStringLiteral("one\ntwo"), flags, {fontOf(13)});
+        expectAsToolkit(QStringLiteral("one\ttwo\r\x1d"), flags, {fontOf(13)});
+        expectAsToolkit(QStringLiteral("one") + QChar(QChar::LineSeparator) + QStringLiteral("two"), flags,
+                        {fontOf(13)});
+    }
+}
+
 TEST(ShapedLine, OfTheSameTextFollowsFontAndColourOfThePainter)
 {
     const QString text = QStringLiteral("4711");
