@@ -73,8 +73,8 @@ void paintText(QPainter *painter, const QRect &rect, const QModelIndex &index, c
     }
     const platform::TextLines line =
         platform::TextLines::broken(oneLine(index.data().toString()), painter->font(), rect.size(), 1);
-    platform::paintLine(*painter, rect, (isShort ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter,
-                        line.lines.value(0));
+    const Qt::Alignment place = (isShort ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter;
+    platform::paintLine(*painter, rect, static_cast<int>(place), line.lines.value(0));
 }
 
 /// The frame runs along the whole row; each cell paints its piece of it.
