@@ -51,13 +51,19 @@ complaints() {
     grep -E '^E: |[Ee]rror|FAILED|undefined reference' "$1" | head -n 30 | grep . || tail -n 15 "$1"
 }
 
+# The cache of compiled files takes part where headers were compiled before.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
+
 # configure PRESET: only when the build folder is not there yet or the presets have changed; what else may have
 # changed is noticed by the build.
 configure() {
     local preset=$1
+    case $preset in
+    asan-ubsan | fuzz) scripts/setup clang ;;
+    esac
     if [ ! -f "build/$preset/build.ninja" ] || [ CMakePresets.json -nt "build/$preset/build.ninja" ]; then
         say "Configuring build/$preset"
-        quietly "configuring $preset" cmake --preset "$preset"
+        quietly "configuring $preset" cmake --fresh --preset "$preset"
     fi
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int StepsOfASeed = 200;
 /// A tenth of them where a sanitizer looks on.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef IS_SANITIZED
 constexpr int Seeds = 10;
 #else
 constexpr int Seeds = 50;
