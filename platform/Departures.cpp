@@ -1,9 +1,12 @@
 #include "platform/Departures.h"
 
+#include "platform/MainQueue.h"
 #include "platform/View.h"
 
+#include <QDeadlineTimer>
 #include <QPointer>
 
+#include <chrono>
 #include <utility>
 #include <vector>
 
@@ -15,17 +18,47 @@ namespace {
 class Gathered : public QWidget
 {
 public:
-    /// Asked to go now and not when it leaves, which may be in an event loop inside of an action that one of
-    /// the views runs.
     explicit Gathered(QWidget *window)
         : QWidget(window)
     {
         hide();
-        deleteLater();
     }
 
     /// One walk, for all that stand here.
     void leave() { setParent(nullptr); }
+};
+
+/// Deletes what was gathered when control returns to the event loop and no job waits: a sequence stands
+/// still for as long as its job is not done, and nobody waits for what is gone. When jobs never end, it gives
+/// way to them for so long only.
+class Ending : public QObject
+{
+public:
+    /// Made with what it ends and not when that leaves, which may be in an event loop inside of an action
+    /// that one of the views runs.
+    explicit Ending(Gathered *gathered, QDeadlineTimer limit = QDeadlineTimer(Departures::Patience))
+        : m_gathered(gathered)
+        , m_limit(limit)
+    {
+        deleteLater();
+    }
+
+    ~Ending() override
+    {
+        if (!m_gathered)
+            return;
+        if (MainQueue::isBusy() && !m_limit.hasExpired())
+            new Ending(m_gathered, m_limit);
+        else
+            delete m_gathered;
+    }
+
+    Ending(const Ending &) = delete;
+    Ending &operator=(const Ending &) = delete;
+
+private:
+    QPointer<Gathered> m_gathered;
+    QDeadlineTimer m_limit;
 };
 
 struct State
@@ -48,6 +81,7 @@ Gathered &gatheredOf(QWidget *window)
             return *each;
     }
     auto *made = new Gathered(window);
+    new Ending(made);
     state().gathered.emplace_back(made);
     // An event loop that one of the jobs runs is not to find them there either.
     QMetaObject::invokeMethod(made, &Departures::finish, Qt::QueuedConnection);

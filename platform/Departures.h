@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 namespace platform {
 
 class View;
@@ -10,7 +12,8 @@ class View;
 /// one list of them. When many panels end at once, each would cost such a walk for each of its views. So what
 /// leaves during a round is moved to a hidden place of the window, which is no view, and all of that is taken
 /// out of the window by one walk at the round's end. To a view it makes no difference: it has no superview
-/// from the beginning, and is deleted when control returns to the event loop.
+/// from the beginning, and is deleted when control returns to the event loop and no job waits any more, or
+/// has waited for a while: jobs have sequences that stand still for them.
 /// Thread: the main thread.
 class Departures
 {
@@ -28,9 +31,12 @@ public:
 
     Departures() = delete;
 
-    /// Takes a view out of its superview, and has it deleted when control returns to the event loop: the call
-    /// may come from an action of the view, or of one inside it. Outside of a round it leaves its window at
-    /// once.
+    /// For how long jobs that wait go before the deletion of views that have left.
+    static constexpr std::chrono::milliseconds Patience{200};
+
+    /// Takes a view out of its superview, and has it deleted when control has returned to the event loop: the
+    /// call may come from an action of the view, or of one inside it. Outside of a round it leaves its window
+    /// at once.
     static void take(View &view);
     /// What was gathered leaves its window now, for somebody who is about to look.
     static void finish();

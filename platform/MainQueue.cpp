@@ -190,6 +190,12 @@ bool MainQueue::isMainThread()
     return queue().mainThread == std::this_thread::get_id();
 }
 
+bool MainQueue::isBusy()
+{
+    const std::lock_guard lock(queue().mutex);
+    return !queue().jobs.empty();
+}
+
 void MainQueue::async(Job job)
 {
     static_cast<void>(submit(std::move(job)));

@@ -32,6 +32,8 @@ public:
     static void detach();
 
     [[nodiscard]] static bool isMainThread();
+    /// Whether jobs wait. Thread: any.
+    [[nodiscard]] static bool isBusy();
 
     /// Submits a job and returns at once. Thread: any. A job submitted before attach() or after detach() is
     /// dropped. An exception that leaves the job ends the process.

@@ -4,11 +4,13 @@
 #include "tests/platform/ViewFixture.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -34,6 +36,24 @@ protected:
     {
         const QList<View *> all = window.findChildren<View *>();
         return std::ranges::any_of(panels, [&](const QPointer<View> &panel) { return all.contains(panel); });
+    }
+
+    /// Whether the panel still lives after so many rounds, in each of which a job is left for the next.
+    static bool outlives(const QPointer<View> &panel, int rounds)
+    {
+        bool lived = false;
+        QEventLoop loop;
+        const std::function<void()> next = [&] {
+            if (--rounds > 0) {
+                MainQueue::async(next);
+                return;
+            }
+            lived = !panel.isNull();
+            loop.quit();
+        };
+        MainQueue::async(next);
+        loop.exec();
+        return lived;
     }
 
     static constexpr int Panels = 5;
@@ -113,6 +133,61 @@ TEST_F(DeparturesTest, WhatLeftOutlivesAnEventLoopInsideOfTheJob)
     };
     MainQueue::async(removeAndServe);
     MainQueue::async([&] { QTimer::singleShot(0, &outer, &QEventLoop::quit); });
+    outer.exec();
+    EXPECT_TRUE(wasAlive);
+    settle();
+    EXPECT_TRUE(panels[0].isNull());
+}
+
+TEST_F(DeparturesTest, JobsThatWaitGoBeforeTheDeletionOfWhatLeft)
+{
+    // A machine that stands still for longer than jobs are waited for proves nothing; then the next panel
+    // does.
+    for (const QPointer<View> &panel : panels) {
+        QElapsedTimer sinceItLeft;
+        sinceItLeft.start();
+        MainQueue::async([panel] { panel->removeFromSuperview(); });
+        const bool outlived = outlives(panel, 3);
+        if (sinceItLeft.elapsed() >= Departures::Patience.count())
+            continue;
+        EXPECT_TRUE(outlived);
+        // Nobody else waits.
+        settle();
+        EXPECT_TRUE(panel.isNull());
+        return;
+    }
+    FAIL() << "each time the machine stood still for longer than jobs are waited for";
+}
+
+TEST_F(DeparturesTest, WhatLeftIsDeletedAlsoWhileJobsNeverEnd)
+{
+    MainQueue::async([&] { panels[0]->removeFromSuperview(); });
+    QEventLoop loop;
+    const std::function<void()> next = [&] {
+        if (panels[0])
+            MainQueue::async(next);
+        else
+            loop.quit();
+    };
+    MainQueue::async(next);
+    loop.exec();
+    EXPECT_TRUE(panels[0].isNull());
+}
+
+TEST_F(DeparturesTest, WhatLeftOutlivesAnEventLoopInsideOfTheJobAlsoWhenItHasGivenWay)
+{
+    bool wasAlive = false;
+    QEventLoop outer;
+    MainQueue::async([&] {
+        panels[0]->removeFromSuperview();
+        QEventLoop inner;
+        // Jobs wait in some of its rounds and in others do not.
+        MainQueue::async(
+            [&] { MainQueue::async([&] { QTimer::singleShot(0, &inner, &QEventLoop::quit); }); });
+        inner.exec();
+        wasAlive = !panels[0].isNull();
+        outer.quit();
+    });
     outer.exec();
     EXPECT_TRUE(wasAlive);
     settle();
