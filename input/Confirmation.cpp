@@ -71,6 +71,7 @@ void say(const QString &message)
 struct Confirmation::Press
 {
     QPointer<platform::Button> button;
+    bool stood = false; ///< Whether the button was on a panel.
     QString title;
     Identifier identifier;
     Waits::Press wait = {};
@@ -103,7 +104,7 @@ void Confirmation::confirmBtnClicked(platform::View *sender)
         return;
     }
     // As things stand now: by the time the worker looks, the button may be gone and its panel another call's.
-    Press press{button, button->title(), button->identifier(), {}};
+    Press press{button, button->superview() != nullptr, button->title(), button->identifier()};
     if (const platform::View *parent = button->superview()) {
         const Identifier key = identifiers::before(identifiers::Separator, parent->identifier());
         press.wait = m_waits.press(key);
@@ -137,6 +138,11 @@ void Confirmation::perform(const Press &press)
     });
 }
 
+bool Confirmation::hasLeft(const Press &press)
+{
+    return press.stood && press.button && !press.button->superview();
+}
+
 /// Does what the press says; true when it has ended a call's wait.
 bool Confirmation::carryOut(const Press &press)
 {
@@ -147,10 +153,12 @@ bool Confirmation::carryOut(const Press &press)
     const bool isOpen = MainQueue::sync([&] {
         if (!press.wait.isOpen())
             return false;
-        parent = PanelViews::getParentIdentifier(press.button);
+        // Whether a button that has left its panel since is deleted already must make no difference.
+        const platform::Button *button = hasLeft(press) ? nullptr : press.button.data();
+        parent = PanelViews::getParentIdentifier(button);
         if (log::isHeard(KVKLogLevel::Debug))
             fields = m_views.describeResponders();
-        clears = press.title == ClearTitle && clearsOnly(press.button);
+        clears = press.title == ClearTitle && clearsOnly(button);
         return true;
     });
     // A press whose call has been answered meanwhile, by an earlier press, has nothing to say any more.

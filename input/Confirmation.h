@@ -65,6 +65,8 @@ private:
     [[nodiscard]] bool waitsForChecks(const Press &press, const platform::Identifier &panelKey);
     void clear(const Press &press, const platform::Identifier &panelKey);
     [[nodiscard]] bool carryOut(const Press &press);
+    /// Whether its button was taken away with its panel since.
+    [[nodiscard]] static bool hasLeft(const Press &press);
     [[nodiscard]] bool confirm(const Press &press, const platform::Identifier &panelKey);
     [[nodiscard]] bool checkEachField(const Responders &fields);
     void sayWhyNothingIsEntered(const platform::Identifier &panelKey) const;

@@ -28,17 +28,49 @@ public:
     void leave() { setParent(nullptr); }
 };
 
-/// Deletes what was gathered when control returns to the event loop and no job waits: a sequence stands
-/// still for as long as its job is not done, and nobody waits for what is gone. When jobs never end, it gives
-/// way to them for so long only.
+/// How many views have left of late.
+class Burst
+{
+public:
+    void add()
+    {
+        if (m_end.hasExpired()) {
+            m_end = QDeadlineTimer(Departures::Patience);
+            m_views = 0;
+        }
+        ++m_views;
+    }
+    [[nodiscard]] bool isLarge() const { return m_views > Departures::Few && !m_end.hasExpired(); }
+
+private:
+    QDeadlineTimer m_end{0};
+    int m_views = 0;
+};
+
+struct State
+{
+    int rounds = 0;
+    int walks = 0;
+    Burst burst;
+    std::vector<QPointer<Gathered>> gathered; ///< One for each window that something leaves.
+};
+
+State &state()
+{
+    static State instance;
+    return instance;
+}
+
+/// Deletes what was gathered when control returns to the event loop. When many views leave it gives way to
+/// the jobs that wait, for so long only: a sequence stands still for as long as its job is not done, and
+/// nobody waits for what is gone.
 class Ending : public QObject
 {
 public:
     /// Made with what it ends and not when that leaves, which may be in an event loop inside of an action
     /// that one of the views runs.
-    explicit Ending(Gathered *gathered, QDeadlineTimer limit = QDeadlineTimer(Departures::Patience))
+    explicit Ending(Gathered *gathered)
         : m_gathered(gathered)
-        , m_limit(limit)
     {
         deleteLater();
     }
@@ -47,8 +79,8 @@ public:
     {
         if (!m_gathered)
             return;
-        if (MainQueue::isBusy() && !m_limit.hasExpired())
-            new Ending(m_gathered, m_limit);
+        if (state().burst.isLarge() && MainQueue::isBusy())
+            new Ending(m_gathered);
         else
             delete m_gathered;
     }
@@ -58,21 +90,7 @@ public:
 
 private:
     QPointer<Gathered> m_gathered;
-    QDeadlineTimer m_limit;
 };
-
-struct State
-{
-    int rounds = 0;
-    int walks = 0;
-    std::vector<QPointer<Gathered>> gathered; ///< One for each window that something leaves.
-};
-
-State &state()
-{
-    static State instance;
-    return instance;
-}
 
 Gathered &gatheredOf(QWidget *window)
 {
@@ -106,6 +124,7 @@ void Departures::take(View &view)
 {
     // A window of its own stands in no other window's list.
     if (state().rounds > 0 && !view.isWindow()) {
+        state().burst.add();
         // Its end is theirs: the toolkit looks through all that waits to be deleted for each that is.
         view.setParent(&gatheredOf(view.window()));
         return;

@@ -12,9 +12,9 @@ class View;
 /// one list of them. When many panels end at once, each would cost such a walk for each of its views. So what
 /// leaves during a round is moved to a hidden place of the window, which is no view, and all of that is taken
 /// out of the window by one walk at the round's end. To a view it makes no difference: it has no superview
-/// from the beginning, and is deleted when control returns to the event loop and no job waits any more, or
-/// has waited for a while: jobs have sequences that stand still for them.
-/// Thread: the main thread.
+/// from the beginning, and is deleted when control returns to the event loop. Only when a great many leave
+/// within a moment does that wait for the jobs that wait, and no longer than the moment: sequences stand
+/// still for their jobs, those of the other panels that are to leave among them. Thread: the main thread.
 class Departures
 {
 public:
@@ -31,8 +31,10 @@ public:
 
     Departures() = delete;
 
-    /// For how long jobs that wait go before the deletion of views that have left.
+    /// The moment: for so long, from the first of many, jobs that wait go before the deletion of what left.
     static constexpr std::chrono::milliseconds Patience{200};
+    /// More views than this are many. No person answers so many panels within a moment.
+    static constexpr int Few = 256;
 
     /// Takes a view out of its superview, and has it deleted when control has returned to the event loop: the
     /// call may come from an action of the view, or of one inside it. Outside of a round it leaves its window

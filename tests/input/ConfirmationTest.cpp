@@ -6,6 +6,8 @@
 
 #include <QAbstractButton>
 
+#include <memory>
+
 using platform::Array;
 using platform::Button;
 using platform::Color;
@@ -74,6 +76,20 @@ TEST_F(PressedButtonTest, AButtonThatIsGoneByThenChangesNothing)
     records.restore({{"G1", Dictionary{{"S1", "A"}}}});
     confirmation.confirmBtnClicked(gone);
     delete gone;
+    settle();
+    EXPECT_EQ(records.all(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
+}
+
+TEST_F(PressedButtonTest, AButtonThatHasLeftItsPanelByThenChangesNothingAndIsNoError)
+{
+    View parent;
+    parent.setIdentifier(Identifier("G1"));
+    const auto left = std::make_unique<Button>(&parent);
+    left->setTitle("Cancel");
+    records.restore({{"G1", Dictionary{{"S1", "A"}}}});
+    confirmation.confirmBtnClicked(left.get());
+    // Not deleted yet.
+    left->setParent(nullptr);
     settle();
     EXPECT_EQ(records.all(), (Dictionary{{"G1", Dictionary{{"S1", "A"}}}}));
 }
