@@ -28,30 +28,11 @@ public:
     void leave() { setParent(nullptr); }
 };
 
-/// How many views have left of late.
-class Burst
-{
-public:
-    void add()
-    {
-        if (m_end.hasExpired()) {
-            m_end = QDeadlineTimer(Departures::Patience);
-            m_views = 0;
-        }
-        ++m_views;
-    }
-    [[nodiscard]] bool isLarge() const { return m_views > Departures::Few && !m_end.hasExpired(); }
-
-private:
-    QDeadlineTimer m_end{0};
-    int m_views = 0;
-};
-
 struct State
 {
     int rounds = 0;
     int walks = 0;
-    Burst burst;
+    std::size_t jobs = 0;                     ///< Of the round that runs.
     std::vector<QPointer<Gathered>> gathered; ///< One for each window that something leaves.
 };
 
@@ -61,16 +42,16 @@ State &state()
     return instance;
 }
 
-/// Deletes what was gathered when control returns to the event loop. When many views leave it gives way to
-/// the jobs that wait, for so long only: a sequence stands still for as long as its job is not done, and
-/// nobody waits for what is gone.
+/// Deletes what was gathered when control returns to the event loop. Behind a round of many jobs it gives way
+/// to those that wait, for a moment at most: nobody waits for what is gone.
 class Ending : public QObject
 {
 public:
     /// Made with what it ends and not when that leaves, which may be in an event loop inside of an action
     /// that one of the views runs.
-    explicit Ending(Gathered *gathered)
+    explicit Ending(Gathered *gathered, QDeadlineTimer givesWay)
         : m_gathered(gathered)
+        , m_givesWay(givesWay)
     {
         deleteLater();
     }
@@ -79,8 +60,8 @@ public:
     {
         if (!m_gathered)
             return;
-        if (state().burst.isLarge() && MainQueue::isBusy())
-            new Ending(m_gathered);
+        if (!m_givesWay.hasExpired() && MainQueue::isBusy())
+            new Ending(m_gathered, m_givesWay);
         else
             delete m_gathered;
     }
@@ -90,6 +71,7 @@ public:
 
 private:
     QPointer<Gathered> m_gathered;
+    QDeadlineTimer m_givesWay;
 };
 
 Gathered &gatheredOf(QWidget *window)
@@ -99,7 +81,8 @@ Gathered &gatheredOf(QWidget *window)
             return *each;
     }
     auto *made = new Gathered(window);
-    new Ending(made);
+    const bool isOneOfMany = state().jobs >= Departures::ManyJobs;
+    new Ending(made, isOneOfMany ? QDeadlineTimer(Departures::Patience) : QDeadlineTimer(0));
     state().gathered.emplace_back(made);
     // An event loop that one of the jobs runs is not to find them there either.
     QMetaObject::invokeMethod(made, &Departures::finish, Qt::QueuedConnection);
@@ -108,7 +91,8 @@ Gathered &gatheredOf(QWidget *window)
 
 } // namespace
 
-Departures::Round::Round()
+Departures::Round::Round(std::size_t jobs)
+    : m_jobsAround(std::exchange(state().jobs, jobs))
 {
     finish();
     ++state().rounds;
@@ -117,6 +101,7 @@ Departures::Round::Round()
 Departures::Round::~Round()
 {
     --state().rounds;
+    state().jobs = m_jobsAround;
     finish();
 }
 
@@ -124,7 +109,6 @@ void Departures::take(View &view)
 {
     // A window of its own stands in no other window's list.
     if (state().rounds > 0 && !view.isWindow()) {
-        state().burst.add();
         // Its end is theirs: the toolkit looks through all that waits to be deleted for each that is.
         view.setParent(&gatheredOf(view.window()));
         return;

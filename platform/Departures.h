@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 
 namespace platform {
 
@@ -23,18 +24,21 @@ public:
     class Round
     {
     public:
-        Round();
+        explicit Round(std::size_t jobs);
         ~Round();
         Round(const Round &) = delete;
         Round &operator=(const Round &) = delete;
+
+    private:
+        std::size_t m_jobsAround; ///< Those of the round that contains this one.
     };
 
     Departures() = delete;
 
-    /// The moment: for so long, from the first of many, jobs that wait go before the deletion of what left.
+    /// A round of that many jobs has many: more sequences than a person answers at once.
+    static constexpr std::size_t ManyJobs = 16;
+    /// For so long the jobs that wait go before the deletion of what left in such a round.
     static constexpr std::chrono::milliseconds Patience{200};
-    /// More views than this are many. No person answers so many panels within a moment.
-    static constexpr int Few = 256;
 
     /// Takes a view out of its superview, and has it deleted when control has returned to the event loop: the
     /// call may come from an action of the view, or of one inside it. Outside of a round it leaves its window

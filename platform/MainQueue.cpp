@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <limits>
@@ -124,13 +125,15 @@ bool Waker::event(QEvent *event)
 {
     if (event->type() != eventType())
         return QObject::event(event);
+    std::size_t jobs = 0;
     {
         const std::lock_guard lock(queue().mutex);
         queue().wakePosted = false;
+        jobs = queue().jobs.size();
     }
     // One round: those that come meanwhile wait until the event loop has served keys, timers, signals and
     // paint; busy sequences would otherwise keep it from them for ever.
-    const Departures::Round round;
+    const Departures::Round round(jobs);
     MainQueue::serveSubmitted();
     return true;
 }

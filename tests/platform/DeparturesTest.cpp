@@ -2,7 +2,6 @@
 
 #include "platform/MainQueue.h"
 #include "tests/platform/ViewFixture.h"
-#include "tests/support/Wait.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -38,15 +37,12 @@ protected:
         return std::ranges::any_of(panels, [&](const QPointer<View> &panel) { return all.contains(panel); });
     }
 
-    /// Submits a job that does so.
-    void leaveWithManyOthers(const QPointer<View> &panel)
+    /// Submits a job that does so, with enough others for a round of many.
+    static void leaveAmongMany(const QPointer<View> &panel)
     {
-        MainQueue::async([this, panel] {
-            for (int i = 0; i <= Departures::Few; ++i)
-                add({0, 0, 10, 10})->removeFromSuperview();
-            if (panel)
-                panel->removeFromSuperview();
-        });
+        MainQueue::async([panel] { panel->removeFromSuperview(); });
+        for (std::size_t i = 1; i < Departures::ManyJobs; ++i)
+            MainQueue::async([] {});
     }
     /// Whether the panel still lives after so many rounds, in each of which a job is left for the next.
     static bool outlives(const QPointer<View> &panel, int rounds)
@@ -149,11 +145,11 @@ TEST_F(DeparturesTest, WhatLeftOutlivesAnEventLoopInsideOfTheJob)
     EXPECT_TRUE(panels[0].isNull());
 }
 
-TEST_F(DeparturesTest, JobsThatWaitGoBeforeTheDeletionOfManyThatLeft)
+TEST_F(DeparturesTest, JobsThatWaitGoBeforeTheDeletionOfWhatLeftInARoundOfMany)
 {
-    // The moment may just end, or the machine stand still in it; not for each of the panels.
+    // The machine may stand still for longer than jobs are waited for; not for each of the panels.
     const auto outlived = std::ranges::find_if(panels, [&](const QPointer<View> &panel) {
-        leaveWithManyOthers(panel);
+        leaveAmongMany(panel);
         return outlives(panel, 3);
     });
     ASSERT_NE(outlived, panels.end());
@@ -162,19 +158,15 @@ TEST_F(DeparturesTest, JobsThatWaitGoBeforeTheDeletionOfManyThatLeft)
     EXPECT_TRUE(outlived->isNull());
 }
 
-TEST_F(DeparturesTest, AFewThatLeaveAreDeletedWhateverWaits)
+TEST_F(DeparturesTest, WhatLeftInARoundOfFewerJobsIsDeletedWhateverWaits)
 {
-    // Many may have left a moment ago.
-    EXPECT_TRUE(testsupport::waitUntil([&] {
-        const QPointer<View> view = add({0, 0, 10, 10});
-        MainQueue::async([view] { view->removeFromSuperview(); });
-        return !outlives(view, 3);
-    }));
+    MainQueue::async([&] { panels[0]->removeFromSuperview(); });
+    EXPECT_FALSE(outlives(panels[0], 3));
 }
 
-TEST_F(DeparturesTest, ManyThatLeftAreDeletedAlsoWhileJobsNeverEnd)
+TEST_F(DeparturesTest, WhatLeftInARoundOfManyIsDeletedAlsoWhileJobsNeverEnd)
 {
-    leaveWithManyOthers(panels[0]);
+    leaveAmongMany(panels[0]);
     QEventLoop loop;
     const std::function<void()> next = [&] {
         if (panels[0])
@@ -191,7 +183,6 @@ TEST_F(DeparturesTest, WhatLeftOutlivesAnEventLoopInsideOfTheJobAlsoWhenItHasGiv
 {
     bool wasAlive = false;
     QEventLoop outer;
-    leaveWithManyOthers(nullptr);
     MainQueue::async([&] {
         panels[0]->removeFromSuperview();
         QEventLoop inner;
@@ -202,6 +193,8 @@ TEST_F(DeparturesTest, WhatLeftOutlivesAnEventLoopInsideOfTheJobAlsoWhenItHasGiv
         wasAlive = !panels[0].isNull();
         outer.quit();
     });
+    for (std::size_t i = 1; i < Departures::ManyJobs; ++i)
+        MainQueue::async([] {});
     outer.exec();
     EXPECT_TRUE(wasAlive);
     settle();
